@@ -1,0 +1,156 @@
+#include "rmon/arguments.h"
+
+int type_number(const zval *value)
+{
+    switch (Z_TYPE_P(value)) {
+    case IS_LONG:
+        return 1;
+    case IS_DOUBLE:
+        return 2;
+    case IS_STRING:
+        return 3;
+    case IS_ARRAY:
+        return 4;
+    case IS_OBJECT:
+        return 5;
+    case IS_FALSE:
+    case IS_TRUE:
+        return 6;
+    case IS_RESOURCE:
+        return 7;
+    default:
+        return 0;
+    }
+}
+
+void wrong_parameter_count()
+{
+    zend_error(E_WARNING, "Wrong parameter count for %s()", get_active_function_name());
+}
+
+bool convert(script_call, zval *argument, zend_long &integer)
+{
+    ZVAL_DEREF(argument);
+    if (EXPECTED(Z_TYPE_P(argument) == IS_LONG)) {
+        integer = Z_LVAL_P(argument);
+        return true;
+    }
+    // The argument keeps its type: a resource in the frame stays alive until the call ends.
+    integer = zval_get_long(argument);
+    return !EG(exception);
+}
+
+/** An object that can't be a text is refused with a warning, where the engine's own conversion throws. */
+static bool object_to_string(zval *argument)
+{
+    zval text;
+    if (Z_OBJ_HT_P(argument)->cast_object(Z_OBJ_P(argument), &text, IS_STRING) != SUCCESS) {
+        if (!EG(exception))
+            zend_error(
+                E_WARNING, "Object of class %s could not be converted to string",
+                ZSTR_VAL(Z_OBJCE_P(argument)->name));
+        return false;
+    }
+    zval object;
+    ZVAL_COPY_VALUE(&object, argument);
+    ZVAL_COPY_VALUE(argument, &text);
+    zval_ptr_dtor(&object);
+    return true;
+}
+
+bool convert(script_call, zval *argument, const char *&text)
+{
+    ZVAL_DEREF(argument);
+    if (Z_TYPE_P(argument) == IS_OBJECT) {
+        if (!object_to_string(argument))
+            return false;
+    } else {
+        convert_to_string(argument);
+    }
+    text = Z_STRVAL_P(argument);
+    return !EG(exception);
+}
+
+/* ---- addresses ---------------------------------------------------------------- */
+
+/** Reads an array of integers alone; false when there is anything else in it. */
+static bool read_integers(HashTable *elements, address &to)
+{
+    zval *element;
+    to.length = 0;
+    ZEND_HASH_FOREACH_VAL(elements, element) {
+        ZVAL_DEREF(element);
+        if (Z_TYPE_P(element) != IS_LONG)
+            return false;
+        to.bytes[to.length++] = static_cast<uint8_t>(Z_LVAL_P(element));
+    }
+    ZEND_HASH_FOREACH_END();
+    return true;
+}
+
+/** Puts an integer in the place of an element of an array of our own, through a reference where there is one.
+ */
+static zend_long convert_element(zval *element)
+{
+    zval value;
+    ZVAL_COPY_DEREF(&value, element);
+    const zend_long integer = zval_get_long(&value);
+    zval_ptr_dtor(&value);
+
+    // A typed property behind the reference keeps its value: no conversion may break its type.
+    if (Z_ISREF_P(element) && ZEND_REF_HAS_TYPE_SOURCES(Z_REF_P(element)))
+        return integer;
+    ZVAL_DEREF(element);
+    zval old;
+    ZVAL_COPY_VALUE(&old, element);
+    ZVAL_LONG(element, integer);
+    zval_ptr_dtor(&old);
+    return integer;
+}
+
+/**
+ * Converts the elements in a copy of the array, which takes the array's place
+ * when all is done: whatever user code a conversion runs, it can't reach the
+ * array that is walked here.
+ */
+static bool convert_elements(zval *array, address &to)
+{
+    HashTable *converted = zend_array_dup(Z_ARRVAL_P(array));
+    zval *element;
+    to.length = 0;
+    ZEND_HASH_FOREACH_VAL(converted, element) {
+        to.bytes[to.length++] = static_cast<uint8_t>(convert_element(element));
+    }
+    ZEND_HASH_FOREACH_END();
+
+    zval old;
+    ZVAL_COPY_VALUE(&old, array);
+    ZVAL_ARR(array, converted);
+    zval_ptr_dtor(&old);
+    return !EG(exception);
+}
+
+bool convert(script_call call, zval *argument, address &to)
+{
+    to.length = 0;
+    ZVAL_DEREF(argument);
+    if (Z_TYPE_P(argument) != IS_ARRAY)
+        return true;
+    HashTable *elements = Z_ARRVAL_P(argument);
+    const uint32_t count = zend_hash_num_elements(elements);
+    if (count > most_address_bytes) {
+        zend_error(E_WARNING, "too many (%d) elements in addr!", static_cast<int>(count));
+        ZVAL_FALSE(call.return_value);
+        return false;
+    }
+    return read_integers(elements, to) || convert_elements(argument, to);
+}
+
+bool convert(script_call call, zval *argument, integer_or_address &to)
+{
+    zend_long integer;
+    ZVAL_DEREF(argument);
+    if (Z_TYPE_P(argument) != IS_ARRAY && !convert(call, argument, integer))
+        return false;
+    return convert(call, argument, static_cast<address &>(to));
+}

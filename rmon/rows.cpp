@@ -1,0 +1,137 @@
+#include "rmon/rows.h"
+
+namespace {
+
+constinit row_prototype *declared_rows = nullptr;
+
+constexpr const char *decimal_digits = "0123456789";
+
+/** "0" to "255" and their lengths, so that addresses are put together without a formatter. */
+struct decimal {
+    char text[3];
+    uint8_t length;
+};
+
+constexpr std::array<decimal, 256> decimals = [] {
+    std::array<decimal, 256> table{};
+    for (int value = 0; value < 256; value++) {
+        decimal &entry = table[value];
+        if (value >= 100)
+            entry.text[entry.length++] = decimal_digits[value / 100];
+        if (value >= 10)
+            entry.text[entry.length++] = decimal_digits[value / 10 % 10];
+        entry.text[entry.length++] = decimal_digits[value % 10];
+    }
+    return table;
+}();
+
+} // namespace
+
+void set_bytes(zval *slot, const uint8_t *bytes, uint32_t length)
+{
+    if (length == 0) {
+        ZVAL_EMPTY_ARRAY(slot);
+        return;
+    }
+    zend_array *list = new_list(length);
+    ZEND_HASH_FILL_PACKED(list) {
+        for (uint32_t i = 0; i < length; i++) {
+            zval byte;
+            ZVAL_LONG(&byte, bytes[i]);
+            ZEND_HASH_FILL_ADD(&byte);
+        }
+    }
+    ZEND_HASH_FILL_END();
+    ZVAL_ARR(slot, list);
+}
+
+void set_text(zval *slot, const char *text, size_t size)
+{
+    ZVAL_STR(slot, zend_string_init_fast(text, strnlen(text, size)));
+}
+
+void set_dotted(zval *slot, const uint8_t *bytes)
+{
+    char text[sizeof "255.255.255.255"];
+    char *end = text;
+    for (int i = 0; i < 4; i++) {
+        const decimal &part = decimals[bytes[i]];
+        std::memcpy(end, part.text, sizeof part.text);
+        end += part.length;
+        *end++ = '.';
+    }
+    ZVAL_STR(slot, zend_string_init(text, static_cast<size_t>(end - 1 - text), 0));
+}
+
+void set_hex(zval *slot, const uint8_t *bytes, uint32_t length, const char *digits, char separator)
+{
+    zend_string *text = zend_string_alloc(3 * length - 1, 0);
+    char *to = ZSTR_VAL(text);
+    for (uint32_t i = 0; i < length; i++) {
+        if (i)
+            *to++ = separator;
+        *to++ = digits[bytes[i] >> 4];
+        *to++ = digits[bytes[i] & 15];
+    }
+    *to = '\0';
+    ZVAL_NEW_STR(slot, text);
+}
+
+zend_array *new_list(uint32_t length)
+{
+    zend_array *list = zend_new_array(length);
+    zend_hash_real_init_packed(list);
+    return list;
+}
+
+bool declare_row(row_prototype &prototype)
+{
+    prototype.next = declared_rows;
+    declared_rows = &prototype;
+    return true;
+}
+
+static zend_array *prepare(const row_prototype &prototype)
+{
+    auto *table = static_cast<zend_array *>(pemalloc(sizeof(zend_array), 1));
+    zend_hash_init(table, prototype.count, nullptr, ZVAL_PTR_DTOR, 1);
+    zend_hash_real_init_mixed(table);
+    zval empty;
+    ZVAL_NULL(&empty);
+    for (uint32_t i = 0; i < prototype.count; i++) {
+        const row_key &key = prototype.keys[i];
+        if (key.text)
+            zend_hash_add_new(table, zend_string_init_interned(key.text, key.length, 1), &empty);
+        else
+            zend_hash_index_add_new(table, key.number, &empty);
+    }
+    // What the copies are: arrays of the request, like any that a script makes.
+    GC_TYPE_INFO(table) = GC_ARRAY;
+    return table;
+}
+
+void prepare_rows()
+{
+    for (row_prototype *prototype = declared_rows; prototype; prototype = prototype->next)
+        prototype->table = prepare(*prototype);
+}
+
+void forget_rows()
+{
+    for (row_prototype *prototype = declared_rows; prototype; prototype = prototype->next) {
+        pefree(HT_GET_DATA_ADDR(prototype->table), 1);
+        pefree(prototype->table, 1);
+        prototype->table = nullptr;
+    }
+}
+
+void drop_undefined(zend_array *row)
+{
+    for (uint32_t i = row->nNumUsed; i-- > 0;) {
+        Bucket *slot = row->arData + i;
+        if (Z_TYPE(slot->val) != IS_UNDEF)
+            continue;
+        ZVAL_NULL(&slot->val);
+        zend_hash_del(row, slot->key);
+    }
+}

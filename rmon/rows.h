@@ -1,0 +1,349 @@
+/*
+ * Rows: how a decoded record becomes the array that a script sees.
+ *
+ * A row shape is a list of columns, declared once beside the worker that
+ * returns it, in the order in which scripts see the keys:
+ *
+ *     using R = rmonrpc_pdist_stats_t;
+ *     using pdist_stats_row = row_shape<
+ *         status<&R::status>,
+ *         indexed<1, &R::protocolDistControlIndex>,
+ *         field<&R::pd_flags>,
+ *         ...>;
+ *
+ * At module start-up each shape's keys become permanent interned strings in a
+ * prototype of the hash. Making a row copies the prototype and puts the values
+ * into its slots.
+ */
+#pragma once
+
+#include "rmon/rmon.h"
+#include "rmon/rpc/wire.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <string_view>
+
+/* ---- values --------------------------------------------------------------------- */
+
+/** A packed array of integers, one for each byte; the engine's shared empty array when there are none. */
+void set_bytes(zval *slot, const uint8_t *bytes, uint32_t length);
+
+/** The text up to the first zero byte, at most size bytes. */
+void set_text(zval *slot, const char *text, size_t size);
+
+/** The first four bytes as "10.1.200.7". */
+void set_dotted(zval *slot, const uint8_t *bytes);
+
+/** Bytes in hexadecimal, two digits each from digits, with separator between them. */
+void set_hex(zval *slot, const uint8_t *bytes, uint32_t length, const char *digits, char separator);
+
+/** An empty list of rows, to be filled with exactly length values by ZEND_HASH_FILL_*. */
+zend_array *new_list(uint32_t length);
+
+inline void set(zval *slot, int32_t value)
+{
+    ZVAL_LONG(slot, value);
+}
+
+inline void set(zval *slot, uint32_t value)
+{
+    ZVAL_LONG(slot, value);
+}
+
+/** A counter: the nearest float to the unsigned value. */
+inline void set(zval *slot, uint64_t value)
+{
+    ZVAL_DOUBLE(slot, static_cast<double>(value));
+}
+
+inline void set(zval *slot, double value)
+{
+    ZVAL_DOUBLE(slot, value);
+}
+
+template <uint32_t Bound> void set(zval *slot, wire::text<Bound> text)
+{
+    set_text(slot, text.value ? text.value : "", SIZE_MAX);
+}
+
+inline void set(zval *slot, std::string_view text)
+{
+    ZVAL_STR(slot, zend_string_init_fast(text.data(), text.size()));
+}
+
+inline void set(zval *slot, const wire::byte_list &list)
+{
+    set_bytes(slot, wire::bytes_of(list), list.length);
+}
+
+template <uint32_t N> void set(zval *slot, const wire::chars<N> &text)
+{
+    set_text(slot, text.value, N);
+}
+
+template <uint32_t N> void set(zval *slot, const wire::uchars<N> &text)
+{
+    set_text(slot, reinterpret_cast<const char *>(text.value), N);
+}
+
+inline void set(zval *slot, zend_array *array)
+{
+    ZVAL_ARR(slot, array);
+}
+
+/* ---- keys ------------------------------------------------------------------------- */
+
+/** A text key, or an integer key where text is null. */
+struct row_key {
+    const char *text;
+    uint32_t length;
+    uint32_t number;
+};
+
+/** A key given in a column's template arguments. */
+template <uint32_t N> struct key_text {
+    char value[N];
+
+    consteval key_text(const char (&text)[N]) { std::copy_n(text, N, value); }
+};
+
+/** The name of a record's member, from its pointer as the compiler spells it: "&record::member". */
+template <auto Member> consteval std::string_view member_name()
+{
+    std::string_view name = __PRETTY_FUNCTION__;
+    const size_t end = name.find_first_of("];)", name.rfind("::"));
+    name = name.substr(0, end);
+    return name.substr(name.rfind(':') + 1);
+}
+
+template <auto Member> struct member_key {
+    static constexpr std::string_view view = member_name<Member>();
+    // Interning takes zero-terminated texts; the compiler's spelling goes on behind the name.
+    static constexpr auto text = [] {
+        std::array<char, view.size() + 1> copy{};
+        std::copy(view.begin(), view.end(), copy.begin());
+        return copy;
+    }();
+    static constexpr row_key key{text.data(), static_cast<uint32_t>(view.size()), 0};
+};
+
+template <key_text Text> struct text_key {
+    static constexpr auto text = Text;
+    static constexpr row_key key{text.value, sizeof text.value - 1, 0};
+};
+
+/* ---- columns ------------------------------------------------------------------------ *
+ *
+ * A column has its keys, one or more, and a function that puts their values
+ * into the slots of a row. Path is the field: a pointer to a member, or several
+ * that lead through nested records.
+ */
+
+template <auto... Path> struct at {
+    template <class Record> static const auto &in(const Record &record) { return (record.*....*Path); }
+};
+
+/** A field under its own name. */
+template <auto Member> struct field {
+    static constexpr std::array keys{member_key<Member>::key};
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        set(&slot->val, record.*Member);
+    }
+};
+
+/** A field under another name. */
+template <key_text Key, auto... Path> struct named {
+    static constexpr std::array keys{text_key<Key>::key};
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        set(&slot->val, at<Path...>::in(record));
+    }
+};
+
+/** A field under an integer key. */
+template <uint32_t Number, auto... Path> struct indexed {
+    static constexpr std::array keys{row_key{nullptr, 0, Number}};
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        set(&slot->val, at<Path...>::in(record));
+    }
+};
+
+/** A value that Function makes of the whole record. */
+template <key_text Key, auto Function> struct computed {
+    static constexpr std::array keys{text_key<Key>::key};
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        set(&slot->val, Function(record));
+    }
+};
+
+/** A value that Function sets from the whole record. */
+template <key_text Key, auto Function> struct converted {
+    static constexpr std::array keys{text_key<Key>::key};
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        Function(&slot->val, record);
+    }
+};
+
+/* An address in one of the tables that show an empty one as the integer 0. */
+
+inline void set_address_or_zero(zval *slot, const wire::byte_list &list)
+{
+    if (list.length)
+        set(slot, list);
+    else
+        ZVAL_LONG(slot, 0);
+}
+
+template <auto Member> struct address_or_zero {
+    static constexpr std::array keys{member_key<Member>::key};
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        set_address_or_zero(&slot->val, record.*Member);
+    }
+};
+
+template <key_text Key, auto Member> struct named_address_or_zero {
+    static constexpr std::array keys{text_key<Key>::key};
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        set_address_or_zero(&slot->val, record.*Member);
+    }
+};
+
+/** Several columns in a row; itself a column. */
+template <class... Column> struct columns {
+    static constexpr auto keys = [] {
+        std::array<row_key, (Column::keys.size() + ...)> all{};
+        auto next = all.begin();
+        ((next = std::copy(Column::keys.begin(), Column::keys.end(), next)), ...);
+        return all;
+    }();
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        ((Column::put(slot, record), slot += Column::keys.size()), ...);
+    }
+};
+
+/** The agent's result code, shown twice: under the integer key 0 and under "status". */
+template <auto Member> struct status : columns<indexed<0, Member>, named<"status", Member>> {
+};
+
+/** Columns of a nested record. */
+template <auto Member, class... Column> struct within {
+    static constexpr auto keys = columns<Column...>::keys;
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        columns<Column...>::put(slot, record.*Member);
+    }
+};
+
+/** Columns that a row has only where Condition holds; elsewhere their keys are absent. */
+template <auto Condition, class... Column> struct only_if {
+    static constexpr auto keys = columns<Column...>::keys;
+    template <class Record> static void put(Bucket *slot, const Record &record)
+    {
+        if (Condition(record)) {
+            columns<Column...>::put(slot, record);
+            return;
+        }
+        for (uint32_t i = 0; i < keys.size(); i++)
+            ZVAL_UNDEF(&slot[i].val);
+    }
+};
+
+/* ---- rows ----------------------------------------------------------------------------- */
+
+/** The hash that a shape's rows are copied from. */
+struct row_prototype {
+    const row_key *keys;
+    uint32_t count;
+    zend_array *table; // null until module start-up
+    row_prototype *next;
+};
+
+/** Enters a shape's prototype for prepare_rows(); runs while the module is loaded. */
+bool declare_row(row_prototype &prototype);
+
+/** Makes the prototypes of all shapes. For module start-up, where strings can be interned for good. */
+void prepare_rows();
+
+/** Frees them. For module shutdown. */
+void forget_rows();
+
+/** A table of count keys: its size by the engine's rule, and the bytes of its data block. */
+constexpr uint32_t table_size(uint32_t count)
+{
+    return std::max<uint32_t>(HT_MIN_SIZE, std::bit_ceil(count));
+}
+
+constexpr size_t table_bytes(uint32_t count)
+{
+    return HT_SIZE_EX(table_size(count), HT_SIZE_TO_MASK(table_size(count)));
+}
+
+/** The part of the data block that holds anything: the hash and the buckets in use. */
+constexpr size_t used_bytes(uint32_t count)
+{
+    return HT_HASH_SIZE(HT_SIZE_TO_MASK(table_size(count))) + count * sizeof(Bucket);
+}
+
+/** Takes the keys off a row whose slots were left undefined. */
+void drop_undefined(zend_array *row);
+
+template <class... Column> struct row_shape : columns<Column...> {
+    static constinit inline row_prototype prototype{
+        row_shape::keys.data(), row_shape::keys.size(), nullptr, nullptr};
+    static inline const bool declared = declare_row(prototype);
+};
+
+template <class Column> inline constexpr bool may_be_absent = false;
+template <auto Condition, class... Column>
+inline constexpr bool may_be_absent<only_if<Condition, Column...>> = true;
+
+template <class... Column> constexpr bool has_absent(const row_shape<Column...> *)
+{
+    return (may_be_absent<Column> || ...);
+}
+
+/** The array of one record. */
+template <class Shape, class Record> zend_array *make_row(const Record &record)
+{
+    constexpr auto count = static_cast<uint32_t>(Shape::keys.size());
+    (void)Shape::declared;
+    const zend_array *prototype = Shape::prototype.table;
+    auto *row = static_cast<zend_array *>(emalloc(sizeof(zend_array)));
+    *row = *prototype;
+    void *data = emalloc(table_bytes(count));
+    std::memcpy(data, HT_GET_DATA_ADDR(prototype), used_bytes(count));
+    HT_SET_DATA_ADDR(row, data);
+    Shape::put(row->arData, record);
+    if constexpr (has_absent(static_cast<const Shape *>(nullptr)))
+        drop_undefined(row);
+    return row;
+}
+
+/** The list of all rows, under 0, 1, 2 in their order. */
+template <class Shape, class Record> zend_array *make_rows(const Record *records, uint32_t length)
+{
+    zend_array *list = new_list(length);
+    ZEND_HASH_FILL_PACKED(list) {
+        for (uint32_t i = 0; i < length; i++) {
+            zval row;
+            ZVAL_ARR(&row, make_row<Shape>(records[i]));
+            ZEND_HASH_FILL_ADD(&row);
+        }
+    }
+    ZEND_HASH_FILL_END();
+    return list;
+}
+
+template <class Shape, class Record> zend_array *make_rows(const wire::rows<Record> &rows)
+{
+    return make_rows<Shape>(rows.value, rows.length);
+}

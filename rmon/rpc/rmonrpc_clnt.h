@@ -1,0 +1,91 @@
+/*
+ * The procedures of the program and their client stubs.
+ *
+ * A procedure's number, argument record and result record stand in one line
+ * below. The line is the stub itself: etherstats_get_1(&key, client) makes the
+ * call. The agent's dispatcher pairs its handlers with the same lines.
+ */
+#pragma once
+
+#include "rmon/rpc/rmonrpc_rmon1.h"
+#include "rmon/rpc/rmonrpc_xdr.h"
+
+#include <sys/time.h>
+
+#include <rpc/auth.h>
+#include <rpc/clnt.h>
+
+/** How long a call waits for its reply. */
+inline constexpr timeval TIMEOUT{25, 0};
+
+/** A procedure's only reply. It stays valid until the procedure is called again. */
+struct reply_buffer {
+    void *reply;
+    const wire::layout *layout;
+    reply_buffer *next; // the next one that was ever used
+    bool listed;
+};
+
+/**
+ * Calls a procedure; the reply is decoded into buffer. False on any failure
+ * (lost connection, time-out, an argument or a reply outside the rules, a
+ * procedure that the agent doesn't know); clnt_sperror tells which.
+ */
+bool call_procedure(
+    CLIENT *client,
+    uint32_t number,
+    const void *argument,
+    const wire::layout &argument_layout,
+    reply_buffer &buffer,
+    timeval timeout);
+
+/**
+ * Releases the replies whose conversion was broken off (a script error ends a
+ * request without unwinding). For the start of a request.
+ */
+void release_abandoned_replies();
+
+template <uint32_t Number, class Argument, class Result, timeval Timeout = TIMEOUT> struct procedure {
+    using argument = Argument;
+    using result = Result;
+    static constexpr uint32_t number = Number;
+
+    /** The reply, or null on any failure. The caller releases it (see release()). */
+    Result *operator()(const Argument *request, CLIENT *client) const
+    {
+        static constinit Result reply{};
+        static constinit reply_buffer buffer{&reply, &wire::layout_of<Result>, nullptr, false};
+        return call_procedure(client, Number, request, wire::layout_of<Argument>, buffer, Timeout) ? &reply
+                                                                                                   : nullptr;
+    }
+};
+
+/* ---- liveness, system group and interface table ------------------------------ */
+
+inline constexpr procedure<0, wire::none, int32_t> rmonrpc_test_1;
+inline constexpr procedure<1, wire::none, rmonrpc_system_t> system_get_1;
+inline constexpr procedure<2, rmonrpc_system_t, int32_t> system_set_1;
+inline constexpr procedure<3, rmonrpc_row_key2_t, rmonrpc_ifentry_t> ifentry_get_1;
+
+/* ---- RMON --------------------------------------------------------------------- */
+
+inline constexpr procedure<4, rmonrpc_row_key2_t, rmonrpc_etherstats_t> etherstats_get_1;
+inline constexpr procedure<5, rmonrpc_etherstats_t, int32_t> etherstats_set_1;
+inline constexpr procedure<9, rmonrpc_row_key2_t, rmonrpc_host_ctl_t> host_ctl_get_1;
+inline constexpr procedure<10, rmonrpc_host_ctl_t, int32_t> host_ctl_set_1;
+inline constexpr procedure<11, rmonrpc_host_key_t, rmonrpc_host_arr_t> host_get_1;
+inline constexpr procedure<12, rmonrpc_row_key4_t, rmonrpc_hosttime_arr_t> hosttime_get_1;
+
+/* ---- RMON2 -------------------------------------------------------------------- */
+
+/* ---- DSMON -------------------------------------------------------------------- */
+
+/* ---- SMON and application response time --------------------------------------- */
+
+/* ---- voice -------------------------------------------------------------------- */
+
+/* ---- NetFlow ------------------------------------------------------------------ */
+
+/* ---- appliance administration -------------------------------------------------- */
+
+inline constexpr procedure<183, wire::none, int32_t> rmon_data_sync_completed_1;

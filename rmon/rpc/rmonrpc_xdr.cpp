@@ -1,0 +1,400 @@
+#include "rmon/rpc/rmonrpc_xdr.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdlib>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace wire {
+namespace {
+
+static_assert(std::endian::native == std::endian::little || std::endian::native == std::endian::big);
+
+/* ---- units in a buffer: the stream's own, or the one on the stack ------- */
+
+uint32_t big_endian(uint32_t word)
+{
+    return std::endian::native == std::endian::little ? __builtin_bswap32(word) : word;
+}
+
+uint64_t big_endian(uint64_t word)
+{
+    return std::endian::native == std::endian::little ? __builtin_bswap64(word) : word;
+}
+
+/** Copies count integers, turning their bytes; either side may be unaligned. */
+template <class Word> void swap_words(void *to, const void *from, uint32_t count)
+{
+    for (uint32_t i = 0; i < count; i++) {
+        Word word;
+        std::memcpy(&word, static_cast<const uint8_t *>(from) + i * sizeof word, sizeof word);
+        word = big_endian(word);
+        std::memcpy(static_cast<uint8_t *>(to) + i * sizeof word, &word, sizeof word);
+    }
+}
+
+/** The low byte of each of count units. */
+void gather_bytes(uint8_t *to, const uint8_t *from, uint32_t count)
+{
+    uint32_t i = 0;
+#ifdef __SSE2__
+    // Sixteen units at a time: the low byte of a big-endian unit is the top one of a loaded word.
+    for (; i + 16 <= count; i += 16) {
+        const auto *units = reinterpret_cast<const __m128i *>(from + 4 * i);
+        const __m128i a = _mm_srli_epi32(_mm_loadu_si128(units), 24);
+        const __m128i b = _mm_srli_epi32(_mm_loadu_si128(units + 1), 24);
+        const __m128i c = _mm_srli_epi32(_mm_loadu_si128(units + 2), 24);
+        const __m128i d = _mm_srli_epi32(_mm_loadu_si128(units + 3), 24);
+        const __m128i bytes = _mm_packus_epi16(_mm_packs_epi32(a, b), _mm_packs_epi32(c, d));
+        _mm_storeu_si128(reinterpret_cast<__m128i *>(to + i), bytes);
+    }
+#endif
+    for (; i < count; i++)
+        to[i] = from[4 * i + 3];
+}
+
+/** A unit for each byte: zero-extended, or sign-extended for characters. */
+void spread_bytes(uint8_t *to, const uint8_t *from, uint32_t count, bool sign)
+{
+    for (uint32_t i = 0; i < count; i++) {
+        const uint8_t fill = sign && (from[i] & 0x80) ? 0xff : 0;
+        to[4 * i] = to[4 * i + 1] = to[4 * i + 2] = fill;
+        to[4 * i + 3] = from[i];
+    }
+}
+
+/* ---- the stream ---------------------------------------------------------- */
+
+/**
+ * Takes the next size bytes: in place where the stream allows, else copied
+ * into spare. A record stream refuses at the end of what one read brought and
+ * at the end of a fragment, so both ways are taken in every large reply.
+ */
+const uint8_t *take(XDR *xdrs, uint8_t *spare, uint32_t size)
+{
+    if (const int32_t *in = XDR_INLINE(xdrs, size))
+        return reinterpret_cast<const uint8_t *>(in);
+    return XDR_GETBYTES(xdrs, reinterpret_cast<char *>(spare), size) ? spare : nullptr;
+}
+
+/** Room for the next size bytes, in the stream or in spare; put() ends what room() began. */
+uint8_t *room(XDR *xdrs, uint8_t *spare, uint32_t size)
+{
+    int32_t *out = XDR_INLINE(xdrs, size);
+    return out ? reinterpret_cast<uint8_t *>(out) : spare;
+}
+
+bool put(XDR *xdrs, const uint8_t *filled, const uint8_t *spare, uint32_t size)
+{
+    return filled != spare || XDR_PUTBYTES(xdrs, reinterpret_cast<const char *>(spare), size);
+}
+
+bool take_count(XDR *xdrs, uint32_t &count)
+{
+    int32_t word;
+    if (!XDR_GETINT32(xdrs, &word))
+        return false;
+    count = static_cast<uint32_t>(word);
+    return true;
+}
+
+bool put_count(XDR *xdrs, uint32_t count)
+{
+    int32_t word = static_cast<int32_t>(count);
+    return XDR_PUTINT32(xdrs, &word);
+}
+
+/* ---- runs of fields of fixed size ---------------------------------------- */
+
+bool decode_run(XDR *xdrs, uint8_t *record, const step &run)
+{
+    uint8_t spare[longest_run];
+    const uint8_t *in = take(xdrs, spare, run.wire);
+    if (!in)
+        return false;
+    for (const step *s = &run + 1; s <= &run + run.count; s++) {
+        uint8_t *field = record + s->offset;
+        switch (s->kind) {
+        case kind::word:
+            swap_words<uint32_t>(field, in, s->count);
+            break;
+        case kind::hyper:
+            swap_words<uint64_t>(field, in, s->count);
+            break;
+        default:
+            gather_bytes(field, in, s->count);
+            break;
+        }
+        in += s->count * unit_size(s->kind);
+    }
+    return true;
+}
+
+bool encode_run(XDR *xdrs, const uint8_t *record, const step &run)
+{
+    uint8_t spare[longest_run];
+    uint8_t *const start = room(xdrs, spare, run.wire);
+    uint8_t *out = start;
+    for (const step *s = &run + 1; s <= &run + run.count; s++) {
+        const uint8_t *field = record + s->offset;
+        switch (s->kind) {
+        case kind::word:
+            swap_words<uint32_t>(out, field, s->count);
+            break;
+        case kind::hyper:
+            swap_words<uint64_t>(out, field, s->count);
+            break;
+        default:
+            spread_bytes(out, field, s->count, s->kind == kind::chars);
+            break;
+        }
+        out += s->count * unit_size(s->kind);
+    }
+    return put(xdrs, start, spare, run.wire);
+}
+
+/* ---- texts --------------------------------------------------------------- */
+
+/** Every text has this form, whatever its bound. */
+using any_text = text<unbounded>;
+
+void free_text(any_text &field)
+{
+    std::free(const_cast<char *>(field.value));
+    field.value = nullptr;
+}
+
+/** What arrives in one piece before more memory is asked for. */
+constexpr uint32_t first_piece = 4096;
+
+bool decode_text(XDR *xdrs, any_text &field, uint32_t bound)
+{
+    uint32_t length;
+    if (!take_count(xdrs, length) || length > bound)
+        return false;
+
+    // The padding to a whole unit comes along into the block, behind the text.
+    const uint64_t padded = (uint64_t{length} + 3) / 4 * 4;
+    uint64_t have = 0;
+    uint64_t piece = std::min<uint64_t>(padded, first_piece);
+    char *value = nullptr;
+    do {
+        auto *larger = static_cast<char *>(std::realloc(value, have + piece + 1));
+        if (!larger || !XDR_GETBYTES(xdrs, larger + have, static_cast<u_int>(piece))) {
+            std::free(larger ? larger : value);
+            return false;
+        }
+        value = larger;
+        have += piece;
+        piece = std::min(padded - have, have);
+    } while (have < padded);
+    value[length] = '\0';
+    field.value = value;
+    return true;
+}
+
+bool encode_text(XDR *xdrs, const any_text &field, uint32_t bound)
+{
+    const char *value = field.value ? field.value : "";
+    const std::size_t length = std::strlen(value);
+    static const char padding[3] = {};
+    if (length > bound || length > unbounded - 3)
+        return false;
+    const auto size = static_cast<u_int>(length);
+    return put_count(xdrs, size) && (size == 0 || XDR_PUTBYTES(xdrs, value, size))
+           && (size % 4 == 0 || XDR_PUTBYTES(xdrs, padding, 4 - size % 4));
+}
+
+/* ---- byte lists ---------------------------------------------------------- */
+
+constexpr uint32_t units_in_spare = longest_run / 4;
+
+void free_bytes(byte_list &list)
+{
+    if (list.length > byte_list::inside)
+        std::free(list.large);
+    list.length = 0;
+}
+
+bool take_bytes(XDR *xdrs, uint8_t *to, uint32_t count)
+{
+    uint8_t spare[longest_run];
+    const uint8_t *in = take(xdrs, spare, 4 * count);
+    if (in)
+        gather_bytes(to, in, count);
+    return in != nullptr;
+}
+
+bool decode_bytes(XDR *xdrs, byte_list &list)
+{
+    uint32_t length;
+    if (!take_count(xdrs, length))
+        return false;
+    if (length <= byte_list::inside) {
+        if (length && !take_bytes(xdrs, list.small, length))
+            return false;
+        list.length = length;
+        return true;
+    }
+
+    uint8_t *bytes = nullptr;
+    uint64_t room = 0;
+    for (uint64_t have = 0; have < length;) {
+        const auto piece = static_cast<uint32_t>(std::min<uint64_t>(length - have, units_in_spare));
+        if (have + piece > room) {
+            room = std::min<uint64_t>(length, std::max<uint64_t>(2 * room, piece));
+            auto *larger = static_cast<uint8_t *>(std::realloc(bytes, room));
+            if (!larger) {
+                std::free(bytes);
+                return false;
+            }
+            bytes = larger;
+        }
+        if (!take_bytes(xdrs, bytes + have, piece)) {
+            std::free(bytes);
+            return false;
+        }
+        have += piece;
+    }
+    list.length = length;
+    list.large = bytes;
+    return true;
+}
+
+bool encode_bytes(XDR *xdrs, const byte_list &list)
+{
+    if (!put_count(xdrs, list.length))
+        return false;
+    const uint8_t *bytes = bytes_of(list);
+    for (uint32_t have = 0; have < list.length;) {
+        const uint32_t piece = std::min(list.length - have, units_in_spare);
+        uint8_t spare[longest_run];
+        uint8_t *out = room(xdrs, spare, 4 * piece);
+        spread_bytes(out, bytes + have, piece, false);
+        if (!put(xdrs, out, spare, 4 * piece))
+            return false;
+        have += piece;
+    }
+    return true;
+}
+
+/* ---- rows ---------------------------------------------------------------- */
+
+using any_rows = rows<uint8_t>;
+
+void free_rows(any_rows &field, const layout &row)
+{
+    if (row.owns)
+        for (uint32_t i = 0; i < field.length; i++)
+            release_layout(field.value + std::size_t{i} * row.size, row);
+    std::free(field.value);
+    field = {};
+}
+
+bool decode_rows(XDR *xdrs, any_rows &field, const layout &row)
+{
+    uint32_t length;
+    if (!take_count(xdrs, length))
+        return false;
+    // No array has more rows than fit memory, and an agent's word for it is not enough.
+    uint64_t room = std::max<uint64_t>(1, first_piece / row.size);
+    uint64_t have = 0;
+    while (field.length < length) {
+        if (field.length == have) {
+            have = std::min<uint64_t>(length, have ? 2 * have : room);
+            auto *larger = static_cast<uint8_t *>(std::realloc(field.value, have * row.size));
+            if (!larger)
+                return false;
+            field.value = larger;
+        }
+        uint8_t *next = field.value + std::size_t{field.length} * row.size;
+        if (row.owns)
+            std::memset(next, 0, row.size);
+        field.length++;
+        if (!xdr_layout(xdrs, next, row))
+            return false;
+    }
+    return true;
+}
+
+bool encode_rows(XDR *xdrs, const any_rows &field, const layout &row)
+{
+    if (!put_count(xdrs, field.length))
+        return false;
+    for (uint32_t i = 0; i < field.length; i++)
+        if (!xdr_layout(xdrs, field.value + std::size_t{i} * row.size, row))
+            return false;
+    return true;
+}
+
+/* ---- whole records --------------------------------------------------------- */
+
+template <class Field> Field &at(void *record, const step &s)
+{
+    return *reinterpret_cast<Field *>(static_cast<uint8_t *>(record) + s.offset);
+}
+
+bool decode(XDR *xdrs, void *record, const step &s)
+{
+    switch (s.kind) {
+    case kind::run:
+        return decode_run(xdrs, static_cast<uint8_t *>(record), s);
+    case kind::text:
+        return decode_text(xdrs, at<any_text>(record, s), s.count);
+    case kind::bytes:
+        return decode_bytes(xdrs, at<byte_list>(record, s));
+    default:
+        return decode_rows(xdrs, at<any_rows>(record, s), *s.element);
+    }
+}
+
+bool encode(XDR *xdrs, void *record, const step &s)
+{
+    switch (s.kind) {
+    case kind::run:
+        return encode_run(xdrs, static_cast<const uint8_t *>(record), s);
+    case kind::text:
+        return encode_text(xdrs, at<any_text>(record, s), s.count);
+    case kind::bytes:
+        return encode_bytes(xdrs, at<byte_list>(record, s));
+    default:
+        return encode_rows(xdrs, at<any_rows>(record, s), *s.element);
+    }
+}
+
+/** The step after s; a run's fields are part of it. */
+const step *after(const step *s)
+{
+    return s + 1 + (s->kind == kind::run ? s->count : 0);
+}
+
+} // namespace
+
+void release_layout(void *record, const layout &plan)
+{
+    for (const step *s = plan.steps; s < plan.steps + plan.count; s = after(s)) {
+        if (s->kind == kind::text)
+            free_text(at<any_text>(record, *s));
+        else if (s->kind == kind::bytes)
+            free_bytes(at<byte_list>(record, *s));
+        else if (s->kind == kind::rows)
+            free_rows(at<any_rows>(record, *s), *s->element);
+    }
+}
+
+bool_t xdr_layout(XDR *xdrs, void *record, const layout &plan)
+{
+    if (xdrs->x_op == XDR_FREE) {
+        release_layout(record, plan);
+        return TRUE;
+    }
+    for (const step *s = plan.steps; s < plan.steps + plan.count; s = after(s))
+        if (!(xdrs->x_op == XDR_DECODE ? decode(xdrs, record, *s) : encode(xdrs, record, *s)))
+            return FALSE;
+    return TRUE;
+}
+
+} // namespace wire

@@ -1,0 +1,275 @@
+/*
+ * The vocabulary of the wire records, and the plan by which a record travels.
+ *
+ * A record is a plain struct whose members stand in wire order and are of
+ * these types:
+ *
+ *   int32_t, uint32_t     XDR int / unsigned int (also long / unsigned long: four bytes)
+ *   uint64_t              XDR unsigned hyper
+ *   wire::text<N>         XDR string of at most N bytes; text<> has no bound
+ *   wire::byte_list       count, then one four-byte unit per byte
+ *   wire::uchars<N>       N bytes, one four-byte unit each, zero-extended
+ *   wire::chars<N>        N characters, one four-byte unit each, sign-extended
+ *   wire::rows<R>         count, then that many records R
+ *   wire::repeated<R, N>  exactly N records R
+ *   any other struct      a nested record
+ *
+ * From the members the compiler works out the record's layout: a list of
+ * steps in which neighbouring fields of fixed size, nested records included,
+ * form runs. rmonrpc_xdr.cpp carries the steps out. Bytes never travel packed
+ * (XDR opaque): the agent's interface sends a unit for each.
+ */
+#pragma once
+
+#include "rmon/rpc/members.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace wire {
+
+inline constexpr uint32_t unbounded = UINT32_MAX;
+
+/** A zero-terminated text. Owned by the reply in which it was decoded; null travels as "". */
+template <uint32_t Bound = unbounded> struct text {
+    const char *value;
+};
+
+/**
+ * A list of bytes. Short ones (every address and most identifiers) stay
+ * inside, longer ones own a block of the C heap when they were decoded and
+ * borrow the caller's bytes when they were made by list_of().
+ */
+struct byte_list {
+    static constexpr uint32_t inside = 16;
+    uint32_t length;
+    union {
+        uint8_t small[inside];
+        uint8_t *large;
+    };
+};
+
+inline const uint8_t *bytes_of(const byte_list &list)
+{
+    return list.length <= byte_list::inside ? list.small : list.large;
+}
+
+/** A list for a request; the bytes must outlive it. */
+inline byte_list list_of(const uint8_t *bytes, uint32_t length)
+{
+    byte_list list{};
+    list.length = length;
+    if (length > byte_list::inside)
+        list.large = const_cast<uint8_t *>(bytes);
+    else if (length)
+        std::memcpy(list.small, bytes, length);
+    return list;
+}
+
+template <uint32_t N> struct uchars {
+    static constexpr uint32_t size = N;
+    uint8_t value[N];
+};
+
+template <uint32_t N> struct chars {
+    static constexpr uint32_t size = N;
+    char value[N];
+};
+
+/** A reply's rows, owned by the reply. */
+template <class Row> struct rows {
+    uint32_t length;
+    Row *value;
+};
+
+template <class Record, uint32_t N> struct repeated {
+    static constexpr uint32_t size = N;
+    Record value[N];
+};
+
+/** The record of a procedure that takes no argument. */
+struct none {};
+
+enum class kind : uint8_t {
+    run,   // the next `count` steps are of fixed size and take `wire` bytes together
+    word,  // `count` neighbouring 32-bit integers
+    hyper, // `count` neighbouring 64-bit integers
+    uchars,
+    chars, // `count` units
+    text,  // at most `count` bytes
+    bytes,
+    rows, // records of layout `element`
+};
+
+struct layout;
+
+struct step {
+    wire::kind kind;
+    uint32_t offset; // of the field in the record
+    uint32_t count;
+    uint32_t wire;
+    const layout *element;
+};
+
+struct layout {
+    const step *steps;
+    uint32_t count;
+    uint32_t size; // of the record in memory
+    uint32_t wire; // bytes on the wire of a record of fixed size, 0 for others
+    bool owns;     // a decoded record may own heap blocks
+};
+
+/** Holds the layout of a record; defined below, needed above by records with rows. */
+template <class Record> struct layout_holder;
+
+/* ---- how a layout is worked out ---------------------------------------- */
+
+/** A longer run is split, so that one read's worth of it fits a small buffer on the stack. */
+inline constexpr uint32_t longest_run = 4096;
+
+struct draft {
+    static constexpr uint32_t room = 1024;
+    std::array<step, room> steps{};
+    uint32_t count = 0;
+    uint32_t run = room; // index of the open run, room when there is none
+};
+
+constexpr uint32_t unit_size(kind k)
+{
+    return k == kind::hyper ? 8 : 4;
+}
+
+constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
+{
+    const uint32_t wire = unit_size(k) * count;
+    if (plan.run == draft::room || plan.steps[plan.run].wire + wire > longest_run) {
+        plan.run = plan.count++;
+        plan.steps[plan.run] = {kind::run, offset, 0, 0, nullptr};
+    }
+    plan.steps[plan.run].wire += wire;
+
+    step &last = plan.steps[plan.count - 1];
+    const bool scalar = k == kind::word || k == kind::hyper;
+    if (scalar && last.kind == k && last.offset + last.count * unit_size(k) == offset) {
+        last.count += count;
+        return;
+    }
+    plan.steps[plan.count++] = {k, offset, count, 0, nullptr};
+    plan.steps[plan.run].count++;
+}
+
+constexpr void add_open(draft &plan, kind k, uint32_t offset, uint32_t count, const layout *element = nullptr)
+{
+    plan.run = draft::room;
+    plan.steps[plan.count++] = {k, offset, count, 0, element};
+}
+
+constexpr uint32_t aligned(uint32_t offset, uint32_t alignment)
+{
+    return (offset + alignment - 1) / alignment * alignment;
+}
+
+/** How a field of type Field is added; the general case is a nested record. */
+template <class Field> struct field_plan;
+
+template <class... Member> constexpr uint32_t add_members(draft &plan, uint32_t base, type_list<Member...>)
+{
+    uint32_t end = base;
+    ((end = aligned(end, alignof(Member)), field_plan<Member>::add(plan, end), end += sizeof(Member)), ...);
+    return end - base;
+}
+
+template <class Field> struct field_plan {
+    static_assert(std::is_aggregate_v<Field> && std::is_standard_layout_v<Field>);
+
+    static constexpr void add(draft &plan, uint32_t offset)
+    {
+        const uint32_t end = add_members(plan, offset, member_types<Field>{});
+        // Offsets are reckoned by the rule of the ABI; the compiler's own size must agree.
+        if (!std::is_empty_v<Field> && aligned(end, alignof(Field)) != sizeof(Field))
+            plan.count = draft::room + 1;
+    }
+};
+
+template <kind Kind, uint32_t Count> struct fixed_plan {
+    static constexpr void add(draft &plan, uint32_t offset) { add_fixed(plan, Kind, offset, Count); }
+};
+
+template <> struct field_plan<int32_t> : fixed_plan<kind::word, 1> {
+};
+template <> struct field_plan<uint32_t> : fixed_plan<kind::word, 1> {
+};
+template <> struct field_plan<uint64_t> : fixed_plan<kind::hyper, 1> {
+};
+template <uint32_t N> struct field_plan<uchars<N>> : fixed_plan<kind::uchars, N> {
+};
+template <uint32_t N> struct field_plan<chars<N>> : fixed_plan<kind::chars, N> {
+};
+
+template <uint32_t Bound> struct field_plan<text<Bound>> {
+    static constexpr void add(draft &plan, uint32_t offset) { add_open(plan, kind::text, offset, Bound); }
+};
+
+template <> struct field_plan<byte_list> {
+    static constexpr void add(draft &plan, uint32_t offset)
+    {
+        add_open(plan, kind::bytes, offset, unbounded);
+    }
+};
+
+template <class Row> struct field_plan<rows<Row>> {
+    static constexpr void add(draft &plan, uint32_t offset)
+    {
+        add_open(plan, kind::rows, offset, unbounded, &layout_holder<Row>::value);
+    }
+};
+
+template <class Record, uint32_t N> struct field_plan<repeated<Record, N>> {
+    static constexpr void add(draft &plan, uint32_t offset)
+    {
+        for (uint32_t i = 0; i < N; i++)
+            field_plan<Record>::add(plan, offset + i * static_cast<uint32_t>(sizeof(Record)));
+    }
+};
+
+template <class Record> consteval draft draft_of()
+{
+    draft plan;
+    field_plan<Record>::add(plan, 0);
+    return plan;
+}
+
+template <class Record> inline constexpr auto steps_of = [] {
+    constexpr draft plan = draft_of<Record>();
+    static_assert(plan.count <= draft::room, "the record has padding that the rule of the ABI does not give");
+    std::array<step, plan.count> steps{};
+    for (uint32_t i = 0; i < plan.count; i++)
+        steps[i] = plan.steps[i];
+    return steps;
+}();
+
+constexpr layout layout_from(const step *steps, std::size_t count, std::size_t size)
+{
+    layout made{steps, static_cast<uint32_t>(count), static_cast<uint32_t>(size), 0, false};
+    for (std::size_t i = 0; i < count; i++) {
+        made.wire += steps[i].wire;
+        made.owns |= steps[i].kind >= kind::text;
+    }
+    if (made.owns)
+        made.wire = 0;
+    return made;
+}
+
+template <class Record> struct layout_holder {
+    static constexpr layout value =
+        layout_from(steps_of<Record>.data(), steps_of<Record>.size(), sizeof(Record));
+};
+
+/** The layout by which records of this type travel. */
+template <class Record> inline constexpr const layout &layout_of = layout_holder<Record>::value;
+
+/** Bytes on the wire of a record whose size is fixed. */
+template <class Record> inline constexpr uint32_t wire_size = layout_of<Record>.wire;
+
+} // namespace wire
