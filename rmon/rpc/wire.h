@@ -142,6 +142,10 @@ constexpr uint32_t unit_size(kind k)
 
 constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
 {
+    // A vector longer than a run goes on in the next one.
+    for (constexpr uint32_t most = longest_run / 4; count > most; offset += most, count -= most)
+        add_fixed(plan, k, offset, most);
+
     const uint32_t wire = unit_size(k) * count;
     if (plan.run == draft::room || plan.steps[plan.run].wire + wire > longest_run) {
         plan.run = plan.count++;

@@ -1,0 +1,29 @@
+/* What the native tests have in common: counting checks, and an encoder of their own. */
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/** Counts a check; prints what failed. */
+void check(bool passed, const std::string &what);
+
+/* The tests of each file; main() runs them all. */
+void test_wire();
+void test_streams();
+
+/** XDR as RFC 4506 puts it, written for the tests alone. */
+struct bytes {
+    std::vector<uint8_t> all;
+
+    bytes &unit(uint32_t value);
+    bytes &hyper(uint64_t value);
+    bytes &text(const std::string &value);
+    /** A unit for each byte, zero-extended. */
+    bytes &units(const std::vector<uint8_t> &value);
+    /** A unit for each character, sign-extended. */
+    bytes &signed_units(const std::vector<uint8_t> &value);
+    /** The count, then the units. */
+    bytes &list(const std::vector<uint8_t> &value);
+    bytes &add(const bytes &other);
+};
