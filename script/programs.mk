@@ -17,7 +17,7 @@ package_libs = $(shell pkg-config --libs $(1))
 php_flags = $(patsubst -I%,-isystem %,$(shell $(PHP_CONFIG) --includes))
 
 flags := -std=c++20 -fPIC -fvisibility=hidden -I$(root) -MMD -MP \
-	-Wall -Wextra -Werror -Wshadow -Wcast-qual -Wformat=2 -Wnon-virtual-dtor
+	-Wall -Wextra -Werror -Wshadow -Wformat=2 -Wnon-virtual-dtor
 ifeq ($(SANITIZE),1)
 sanitize_flags := -fsanitize=address,undefined -fno-sanitize-recover=undefined
 flags += $(sanitize_flags) -fno-omit-frame-pointer -g -D_GLIBCXX_ASSERTIONS
