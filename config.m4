@@ -20,6 +20,13 @@ PHP_ARG_ENABLE([rmon-sanitizers],
   [no],
   [no])
 
+PHP_ARG_WITH([rmon-test-root],
+  [for a folder that stands for the appliance],
+  [AS_HELP_STRING([--with-rmon-test-root=DIR],
+    [rmon: look for the appliance's files and commands under DIR; for tests only])],
+  [no],
+  [no])
+
 if test "$PHP_RMON" != "no"; then
   if test "$PHP_THREAD_SAFETY" = "yes"; then
     AC_MSG_ERROR([rmon works in a PHP without thread safety only; this PHP is thread-safe (ZTS)])
@@ -73,6 +80,11 @@ if test "$PHP_RMON" != "no"; then
     RMON_CXXFLAGS="$RMON_CXXFLAGS -fsanitize=address,undefined -fno-sanitize-recover=undefined"
     RMON_CXXFLAGS="$RMON_CXXFLAGS -fno-omit-frame-pointer -g -D_GLIBCXX_ASSERTIONS"
   fi
+
+  AS_CASE([$PHP_RMON_TEST_ROOT],
+    [no], [],
+    [/*], [AC_DEFINE_UNQUOTED([RMON_TEST_ROOT], ["$PHP_RMON_TEST_ROOT"], [in front of the appliance's paths])],
+    [AC_MSG_ERROR([--with-rmon-test-root needs an absolute path])])
 
   dnl Every source file of the module, in an order that no locale changes.
   rmon_sources=`cd "$abs_srcdir" && LC_ALL=C && export LC_ALL && \
