@@ -332,6 +332,173 @@ function rmon_hosttime_getbulk($connid, $hostTimeIndex, $hostTimeCreationOrder, 
 
 /* ---- higher-layer hosts -------------------------------------------------------------- */
 
+/**
+ * One row of the higher-layer hosts' control table (RFC 2021, hlHostControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     hlHostControlIndex: int,
+ *     hlHostControlDataSource: int,
+ *     hlHostControlNlDroppedFrames: int,
+ *     hlHostControlNlInserts: int,
+ *     hlHostControlNlDeletes: int,
+ *     hlHostControlNlMaxDesiredEntries: int,
+ *     hlHostControlAlDroppedFrames: int,
+ *     hlHostControlAlInserts: int,
+ *     hlHostControlAlDeletes: int,
+ *     hlHostControlAlMaxDesiredEntries: int,
+ *     hlHostControlOwner: string,
+ *     hlHostControlStatus: int
+ * }|false|null 0 and status: the agent's result code. hlHostControlDataSource is an interface index; the
+ *     largest table sizes are rows (-1: as many as the agent can keep); hlHostControlStatus a RowStatus
+ *     (1 active, 2 notInService, 3 notReady). FALSE after the warning "hlhost_ctl_get: RPC: ..."
+ */
+function rmon_hlhost_ctl_get($connid, $hlHostControlIndex) {}
+
+/**
+ * The first row of the higher-layer hosts' control table behind an index (0: the first of all). See
+ * rmon_hlhost_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex
+ * @return array|false|null
+ */
+function rmon_hlhost_ctl_getnext($connid, $hlHostControlIndex) {}
+
+/**
+ * Creates or changes a row of the higher-layer hosts' control table (RFC 2021, hlHostControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex
+ * @param int $hlHostControlDataSource an interface index
+ * @param int $hlHostControlNlMaxDesiredEntries rows of the network-layer table (-1: as many as can be kept)
+ * @param int $hlHostControlAlMaxDesiredEntries rows of the application-layer table
+ * @param string $hlHostControlOwner at most 255 bytes
+ * @param int $hlHostControlStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo, 5 createAndWait,
+ *     6 destroy
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_hlhost_ctl_set: RPC: ..."
+ */
+function rmon_hlhost_ctl_set($connid, $hlHostControlIndex, $hlHostControlDataSource, $hlHostControlNlMaxDesiredEntries, $hlHostControlAlMaxDesiredEntries, $hlHostControlOwner, $hlHostControlStatus) {}
+
+/**
+ * One host of a network-layer protocol, by its address (RFC 2021, nlHostTable), with 64-bit counters.
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex the control row
+ * @param int $nlHostTimeMark only rows that changed since, in hundredths of a second (0: all)
+ * @param int $protocolDirLocalIndex the network-layer protocol
+ * @param array $nlHostAddress one integer for each byte, at most 255 ("too many (...) elements in addr!" and
+ *     FALSE); other elements are converted to integers in the caller's array. Anything but an array is an
+ *     empty address.
+ * @prefer-ref $nlHostAddress
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     nlHostTimeMark: int,
+ *     nlHostAddress: list<int>|int,
+ *     nlHostInPkts: float,
+ *     nlHostOutPkts: float,
+ *     nlHostInOctets: float,
+ *     nlHostOutOctets: float,
+ *     nlHostOutMacNonUnicastPkts: float,
+ *     nlHostCreateTime: int,
+ *     hlHostControlIndex: int,
+ *     protocolDirLocalIndex: int
+ * }|false|null 0 and status: the agent's result code; an empty nlHostAddress is the integer 0;
+ *     nlHostTimeMark and nlHostCreateTime in hundredths of a second. FALSE without a message when the agent
+ *     has no such row, after the warning "hlhost_get: RPC: ..." when the call failed
+ */
+function rmon_nlhost_get($connid, $hlHostControlIndex, $nlHostTimeMark, $protocolDirLocalIndex, $nlHostAddress) {}
+
+/**
+ * The first host of a network-layer protocol behind an address (an empty one: the first of all). See
+ * rmon_nlhost_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex
+ * @param int $nlHostTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $nlHostAddress
+ * @prefer-ref $nlHostAddress
+ * @return array|false|null
+ */
+function rmon_nlhost_getnext($connid, $hlHostControlIndex, $nlHostTimeMark, $protocolDirLocalIndex, $nlHostAddress) {}
+
+/**
+ * Several hosts behind an address. See rmon_nlhost_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex
+ * @param int $nlHostTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $nlHostAddress
+ * @prefer-ref $nlHostAddress
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_nlhost_getbulk($connid, $hlHostControlIndex, $nlHostTimeMark, $protocolDirLocalIndex, $nlHostAddress, $count) {}
+
+/**
+ * One host of an application-layer protocol, by its address (RFC 2021, alHostTable), with 64-bit counters.
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex the control row
+ * @param int $alHostTimeMark only rows that changed since, in hundredths of a second (0: all)
+ * @param int $protocolDirLocalIndex the network-layer protocol that the address belongs to
+ * @param array $nlHostAddress as in rmon_nlhost_get()
+ * @prefer-ref $nlHostAddress
+ * @param int $protocolDirLocalIndex2 the application-layer protocol
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     alHostTimeMark: int,
+ *     nlHostAddress: list<int>|int,
+ *     alHostInPkts: float,
+ *     alHostOutPkts: float,
+ *     alHostInOctets: float,
+ *     alHostOutOctets: float,
+ *     alHostCreateTime: int,
+ *     hlHostControlIndex: int,
+ *     protocolDirLocalIndex: int,
+ *     protocolDirLocalIndex2: int
+ * }|false|null 0 and status: the agent's result code; an empty nlHostAddress is the integer 0;
+ *     alHostTimeMark and alHostCreateTime in hundredths of a second. FALSE without a message when the agent
+ *     has no such row, after the warning "hlhost_get: RPC: ..." when the call failed
+ */
+function rmon_alhost_get($connid, $hlHostControlIndex, $alHostTimeMark, $protocolDirLocalIndex, $nlHostAddress, $protocolDirLocalIndex2) {}
+
+/**
+ * The first host of an application-layer protocol behind an address and that protocol. See rmon_alhost_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex
+ * @param int $alHostTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $nlHostAddress
+ * @prefer-ref $nlHostAddress
+ * @param int $protocolDirLocalIndex2
+ * @return array|false|null
+ */
+function rmon_alhost_getnext($connid, $hlHostControlIndex, $alHostTimeMark, $protocolDirLocalIndex, $nlHostAddress, $protocolDirLocalIndex2) {}
+
+/**
+ * Several hosts behind an address and an application-layer protocol. See rmon_alhost_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlHostControlIndex
+ * @param int $alHostTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $nlHostAddress
+ * @prefer-ref $nlHostAddress
+ * @param int $protocolDirLocalIndex2
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_alhost_getbulk($connid, $hlHostControlIndex, $alHostTimeMark, $protocolDirLocalIndex, $nlHostAddress, $protocolDirLocalIndex2, $count) {}
+
 /* ---- higher-layer matrix ------------------------------------------------------------- */
 
 /* ---- alarms, events and log ---------------------------------------------------------- */

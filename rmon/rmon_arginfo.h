@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 4da8abd999dd56dcaa30358795a1feb1351cb304 */
+ * Stub hash: 64f63d74bca40c892483ba98bfea3333bed5853f */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
@@ -89,6 +89,63 @@ ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hosttime_getbulk, 0, 0, 4)
 	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hlhost_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_hlhost_ctl_getnext arginfo_rmon_hlhost_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hlhost_ctl_set, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, hlHostControlDataSource)
+	ZEND_ARG_INFO(0, hlHostControlNlMaxDesiredEntries)
+	ZEND_ARG_INFO(0, hlHostControlAlMaxDesiredEntries)
+	ZEND_ARG_INFO(0, hlHostControlOwner)
+	ZEND_ARG_INFO(0, hlHostControlStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nlhost_get, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, nlHostTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nlhost_getnext arginfo_rmon_nlhost_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nlhost_getbulk, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, nlHostTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_alhost_get, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, alHostTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex2)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_alhost_getnext arginfo_rmon_alhost_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_alhost_getbulk, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, alHostTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex2)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
 ZEND_BEGIN_ARG_INFO_EX(arginfo_confirm_rmon_compiled, 0, 0, 1)
 	ZEND_ARG_INFO(0, arg)
 ZEND_END_ARG_INFO()
@@ -113,6 +170,15 @@ ZEND_FUNCTION(rmon_host_getbulk);
 ZEND_FUNCTION(rmon_hosttime_get);
 ZEND_FUNCTION(rmon_hosttime_getnext);
 ZEND_FUNCTION(rmon_hosttime_getbulk);
+ZEND_FUNCTION(rmon_hlhost_ctl_get);
+ZEND_FUNCTION(rmon_hlhost_ctl_getnext);
+ZEND_FUNCTION(rmon_hlhost_ctl_set);
+ZEND_FUNCTION(rmon_nlhost_get);
+ZEND_FUNCTION(rmon_nlhost_getnext);
+ZEND_FUNCTION(rmon_nlhost_getbulk);
+ZEND_FUNCTION(rmon_alhost_get);
+ZEND_FUNCTION(rmon_alhost_getnext);
+ZEND_FUNCTION(rmon_alhost_getbulk);
 ZEND_FUNCTION(confirm_rmon_compiled);
 
 
@@ -136,6 +202,15 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_hosttime_get, arginfo_rmon_hosttime_get)
 	ZEND_FE(rmon_hosttime_getnext, arginfo_rmon_hosttime_getnext)
 	ZEND_FE(rmon_hosttime_getbulk, arginfo_rmon_hosttime_getbulk)
+	ZEND_FE(rmon_hlhost_ctl_get, arginfo_rmon_hlhost_ctl_get)
+	ZEND_FE(rmon_hlhost_ctl_getnext, arginfo_rmon_hlhost_ctl_getnext)
+	ZEND_FE(rmon_hlhost_ctl_set, arginfo_rmon_hlhost_ctl_set)
+	ZEND_FE(rmon_nlhost_get, arginfo_rmon_nlhost_get)
+	ZEND_FE(rmon_nlhost_getnext, arginfo_rmon_nlhost_getnext)
+	ZEND_FE(rmon_nlhost_getbulk, arginfo_rmon_nlhost_getbulk)
+	ZEND_FE(rmon_alhost_get, arginfo_rmon_alhost_get)
+	ZEND_FE(rmon_alhost_getnext, arginfo_rmon_alhost_getnext)
+	ZEND_FE(rmon_alhost_getbulk, arginfo_rmon_alhost_getbulk)
 	ZEND_FE(confirm_rmon_compiled, arginfo_confirm_rmon_compiled)
 	ZEND_FE_END
 };

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "rmon/rpc/rmonrpc_rmon1.h"
+#include "rmon/rpc/rmonrpc_rmon2.h"
 #include "rmon/rpc/rmonrpc_xdr.h"
 
 #include <sys/time.h>
@@ -77,6 +78,34 @@ inline constexpr procedure<11, rmonrpc_host_key_t, rmonrpc_host_arr_t> host_get_
 inline constexpr procedure<12, rmonrpc_row_key4_t, rmonrpc_hosttime_arr_t> hosttime_get_1;
 
 /* ---- RMON2 -------------------------------------------------------------------- */
+
+inline constexpr procedure<19, rmonrpc_pdir_key_t, rmonrpc_pdir_arr_t> pdir_get_1;
+inline constexpr procedure<20, rmonrpc_row_key2_t, rmonrpc_pdir_t> pdir_byidx_get_1;
+inline constexpr procedure<21, rmonrpc_pdir_key_t, rmonrpc_pdir_t> pdir_getnext_modified_1;
+inline constexpr procedure<22, rmonrpc_pdir_t, int32_t> pdir_set_1;
+inline constexpr procedure<23, wire::none, int32_t> pdir_lastchange_get_1;
+inline constexpr procedure<24, rmonrpc_row_key2_t, rmonrpc_pdist_ctl_t> pdist_ctl_get_1;
+inline constexpr procedure<25, rmonrpc_pdist_ctl_t, int32_t> pdist_ctl_set_1;
+inline constexpr procedure<26, rmonrpc_row_key4_t, rmonrpc_pdist_stats_arr_t> pdist_stats_get_1;
+inline constexpr procedure<27, wire::none, rmonrpc_addrmap_scalars_t> addrmap_scalars_get_1;
+inline constexpr procedure<28, rmonrpc_addrmap_scalars_t, int32_t> addrmap_scalars_set_1;
+inline constexpr procedure<29, rmonrpc_row_key2_t, rmonrpc_addrmap_ctl_t> addrmap_ctl_get_1;
+inline constexpr procedure<30, rmonrpc_addrmap_ctl_t, int32_t> addrmap_ctl_set_1;
+inline constexpr procedure<31, rmonrpc_addrmap_key_t, rmonrpc_addrmap_arr_t> addrmap_entry_get_1;
+inline constexpr procedure<32, rmonrpc_row_key2_t, rmonrpc_hlhost_ctl_t> hlhost_ctl_get_1;
+inline constexpr procedure<33, rmonrpc_hlhost_ctl_t, int32_t> hlhost_ctl_set_1;
+inline constexpr procedure<34, rmonrpc_hlhost_key_t, rmonrpc_hlhost_arr_t> hlhost_get_1;
+inline constexpr procedure<35, rmonrpc_row_key2_t, rmonrpc_hlmatrix_ctl_t> hlmatrix_ctl_get_1;
+inline constexpr procedure<36, rmonrpc_hlmatrix_ctl_t, int32_t> hlmatrix_ctl_set_1;
+inline constexpr procedure<37, rmonrpc_hlmatrix_key_t, rmonrpc_hlmatrix_arr_t> hlmatrix_get_1;
+inline constexpr procedure<169, wire::none, int32_t> pdir_destroy_all_autolearned_1;
+inline constexpr procedure<171, rmonrpc_hlhost_key_t, int32_t> nlhost_make_persistent_1;
+inline constexpr procedure<172, rmonrpc_hlhost_key_t, int32_t> nlhost_make_nonpersistent_1;
+inline constexpr procedure<173, rmonrpc_hlmatrix_key_t, int32_t> nlmatrix_make_persistent_1;
+inline constexpr procedure<174, rmonrpc_hlmatrix_key_t, int32_t> nlmatrix_make_nonpersistent_1;
+inline constexpr procedure<175, rmonrpc_row_key4_t, int32_t> pdist_make_persistent_1;
+inline constexpr procedure<176, rmonrpc_row_key4_t, int32_t> pdist_make_nonpersistent_1;
+inline constexpr procedure<184, rmonrpc_row_key1_t, rmonrpc_others_counters_t> pdist_get_others_1;
 
 /* ---- DSMON -------------------------------------------------------------------- */
 
