@@ -109,14 +109,15 @@ template <uint32_t N> struct key_text {
     consteval key_text(const char (&text)[N]) { std::copy_n(text, N, value); }
 };
 
-/** The name of a record's member, from its pointer as the compiler spells it: "&record::member". */
+/** The name of a record's member, from its pointer as the compiler spells it: "Member = &record::member". */
 template <auto Member> consteval std::string_view member_name()
 {
     std::string_view name = __PRETTY_FUNCTION__;
-    const size_t end = name.find_first_of("];)", name.rfind("::"));
-    name = name.substr(0, end);
+    name = name.substr(name.find("Member = "));
+    name = name.substr(0, name.find_first_of(";])"));
     return name.substr(name.rfind(':') + 1);
 }
+static_assert(member_name<&script_call::return_value>() == "return_value");
 
 template <auto Member> struct member_key {
     static constexpr std::string_view view = member_name<Member>();
@@ -319,7 +320,9 @@ template <class Shape, class Record> zend_array *make_row(const Record &record)
     const zend_array *prototype = Shape::prototype.table;
     auto *row = static_cast<zend_array *>(emalloc(sizeof(zend_array)));
     *row = *prototype;
-    void *data = emalloc(table_bytes(count));
+    constexpr size_t size =
+        table_bytes(count); // a constant of its own: the engine picks the bin while compiling
+    void *data = emalloc(size);
     std::memcpy(data, HT_GET_DATA_ADDR(prototype), used_bytes(count));
     HT_SET_DATA_ADDR(row, data);
     Shape::put(row->arData, record);

@@ -92,29 +92,11 @@ bool put(XDR *xdrs, const uint8_t *filled, const uint8_t *spare, uint32_t size)
     return filled != spare || XDR_PUTBYTES(xdrs, reinterpret_cast<const char *>(spare), size);
 }
 
-bool take_count(XDR *xdrs, uint32_t &count)
-{
-    int32_t word;
-    if (!XDR_GETINT32(xdrs, &word))
-        return false;
-    count = static_cast<uint32_t>(word);
-    return true;
-}
-
-bool put_count(XDR *xdrs, uint32_t count)
-{
-    int32_t word = static_cast<int32_t>(count);
-    return XDR_PUTINT32(xdrs, &word);
-}
-
 /* ---- runs of fields of fixed size ---------------------------------------- */
 
-bool decode_run(XDR *xdrs, uint8_t *record, const step &run)
+/** Unpacks the fields of a run; what stands behind them, an open field's count if anything. */
+const uint8_t *decode_fields(uint8_t *record, const step &run, const uint8_t *in)
 {
-    uint8_t spare[longest_run];
-    const uint8_t *in = take(xdrs, spare, run.wire);
-    if (!in)
-        return false;
     for (const step *s = &run + 1; s <= &run + run.count; s++) {
         uint8_t *field = record + s->offset;
         switch (s->kind) {
@@ -130,14 +112,11 @@ bool decode_run(XDR *xdrs, uint8_t *record, const step &run)
         }
         in += s->count * unit_size(s->kind);
     }
-    return true;
+    return in;
 }
 
-bool encode_run(XDR *xdrs, const uint8_t *record, const step &run)
+uint8_t *encode_fields(const uint8_t *record, const step &run, uint8_t *out)
 {
-    uint8_t spare[longest_run];
-    uint8_t *const start = room(xdrs, spare, run.wire);
-    uint8_t *out = start;
     for (const step *s = &run + 1; s <= &run + run.count; s++) {
         const uint8_t *field = record + s->offset;
         switch (s->kind) {
@@ -153,8 +132,13 @@ bool encode_run(XDR *xdrs, const uint8_t *record, const step &run)
         }
         out += s->count * unit_size(s->kind);
     }
-    return put(xdrs, start, spare, run.wire);
+    return out;
 }
+
+/*
+ * The open fields: texts, byte lists and rows. Their count has travelled with
+ * the run in front of them.
+ */
 
 /* ---- texts --------------------------------------------------------------- */
 
@@ -170,12 +154,10 @@ void free_text(any_text &field)
 /** What arrives in one piece before more memory is asked for. */
 constexpr uint32_t first_piece = 4096;
 
-bool decode_text(XDR *xdrs, any_text &field, uint32_t bound)
+bool decode_text(XDR *xdrs, any_text &field, uint32_t length, uint32_t bound)
 {
-    uint32_t length;
-    if (!take_count(xdrs, length) || length > bound)
+    if (length > bound)
         return false;
-
     // The padding to a whole unit comes along into the block, behind the text.
     const uint64_t padded = (uint64_t{length} + 3) / 4 * 4;
     uint64_t have = 0;
@@ -196,16 +178,16 @@ bool decode_text(XDR *xdrs, any_text &field, uint32_t bound)
     return true;
 }
 
-bool encode_text(XDR *xdrs, const any_text &field, uint32_t bound)
+uint64_t length_of(const any_text &field)
 {
-    const char *value = field.value ? field.value : "";
-    const std::size_t length = std::strlen(value);
+    return field.value ? std::strlen(field.value) : 0;
+}
+
+bool encode_text(XDR *xdrs, const any_text &field, uint32_t length)
+{
     static const char padding[3] = {};
-    if (length > bound || length > unbounded - 3)
-        return false;
-    const auto size = static_cast<u_int>(length);
-    return put_count(xdrs, size) && (size == 0 || XDR_PUTBYTES(xdrs, value, size))
-           && (size % 4 == 0 || XDR_PUTBYTES(xdrs, padding, 4 - size % 4));
+    return (length == 0 || XDR_PUTBYTES(xdrs, field.value, length))
+           && (length % 4 == 0 || XDR_PUTBYTES(xdrs, padding, 4 - length % 4));
 }
 
 /* ---- byte lists ---------------------------------------------------------- */
@@ -228,11 +210,8 @@ bool take_bytes(XDR *xdrs, uint8_t *to, uint32_t count)
     return in != nullptr;
 }
 
-bool decode_bytes(XDR *xdrs, byte_list &list)
+bool decode_bytes(XDR *xdrs, byte_list &list, uint32_t length)
 {
-    uint32_t length;
-    if (!take_count(xdrs, length))
-        return false;
     if (length <= byte_list::inside) {
         if (length && !take_bytes(xdrs, list.small, length))
             return false;
@@ -266,8 +245,6 @@ bool decode_bytes(XDR *xdrs, byte_list &list)
 
 bool encode_bytes(XDR *xdrs, const byte_list &list)
 {
-    if (!put_count(xdrs, list.length))
-        return false;
     const uint8_t *bytes = bytes_of(list);
     for (uint32_t have = 0; have < list.length;) {
         const uint32_t piece = std::min(list.length - have, units_in_spare);
@@ -285,79 +262,91 @@ bool encode_bytes(XDR *xdrs, const byte_list &list)
 
 using any_rows = rows<uint8_t>;
 
+void release_records(uint8_t *records, uint32_t length, const layout &plan);
+bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan);
+bool encode_record(XDR *xdrs, uint8_t *record, const layout &plan);
+
 void free_rows(any_rows &field, const layout &row)
 {
     if (row.owns)
-        for (uint32_t i = 0; i < field.length; i++)
-            release_layout(field.value + std::size_t{i} * row.size, row);
+        release_records(field.value, field.length, row);
     std::free(field.value);
     field = {};
 }
 
-bool decode_rows(XDR *xdrs, any_rows &field, const layout &row)
+bool decode_rows(XDR *xdrs, any_rows &field, uint32_t length, const layout &row)
 {
-    uint32_t length;
-    if (!take_count(xdrs, length))
-        return false;
-    // No array has more rows than fit memory, and an agent's word for it is not enough.
-    uint64_t room = std::max<uint64_t>(1, first_piece / row.size);
-    uint64_t have = 0;
+    field = {};
+    uint64_t room = 0;
     while (field.length < length) {
-        if (field.length == have) {
-            have = std::min<uint64_t>(length, have ? 2 * have : room);
-            auto *larger = static_cast<uint8_t *>(std::realloc(field.value, have * row.size));
+        if (field.length == room) {
+            room =
+                std::min<uint64_t>(length, room ? 2 * room : std::max<uint64_t>(1, first_piece / row.size));
+            auto *larger = static_cast<uint8_t *>(std::realloc(field.value, room * row.size));
             if (!larger)
-                return false;
+                break;
             field.value = larger;
         }
-        uint8_t *next = field.value + std::size_t{field.length} * row.size;
-        if (row.owns)
-            std::memset(next, 0, row.size);
+        if (!decode_record(xdrs, field.value + std::size_t{field.length} * row.size, row))
+            break;
         field.length++;
-        if (!xdr_layout(xdrs, next, row))
-            return false;
     }
-    return true;
+    if (field.length == length)
+        return true;
+    free_rows(field, row);
+    return false;
 }
 
 bool encode_rows(XDR *xdrs, const any_rows &field, const layout &row)
 {
-    if (!put_count(xdrs, field.length))
-        return false;
     for (uint32_t i = 0; i < field.length; i++)
-        if (!xdr_layout(xdrs, field.value + std::size_t{i} * row.size, row))
+        if (!encode_record(xdrs, field.value + std::size_t{i} * row.size, row))
             return false;
     return true;
 }
 
 /* ---- whole records --------------------------------------------------------- */
 
-template <class Field> Field &at(void *record, const step &s)
+template <class Field> Field &at(uint8_t *record, const step &s)
 {
-    return *reinterpret_cast<Field *>(static_cast<uint8_t *>(record) + s.offset);
+    return *reinterpret_cast<Field *>(record + s.offset);
 }
 
-bool decode(XDR *xdrs, void *record, const step &s)
+bool is_open(const step &s)
+{
+    return s.kind >= kind::text;
+}
+
+bool decode_open(XDR *xdrs, uint8_t *record, const step &s, uint32_t count)
 {
     switch (s.kind) {
-    case kind::run:
-        return decode_run(xdrs, static_cast<uint8_t *>(record), s);
     case kind::text:
-        return decode_text(xdrs, at<any_text>(record, s), s.count);
+        return decode_text(xdrs, at<any_text>(record, s), count, s.count);
     case kind::bytes:
-        return decode_bytes(xdrs, at<byte_list>(record, s));
+        return decode_bytes(xdrs, at<byte_list>(record, s), count);
     default:
-        return decode_rows(xdrs, at<any_rows>(record, s), *s.element);
+        return decode_rows(xdrs, at<any_rows>(record, s), count, *s.element);
     }
 }
 
-bool encode(XDR *xdrs, void *record, const step &s)
+/** The count of an open field, more than its bound when it is not to be sent. */
+uint64_t count_of(uint8_t *record, const step &s)
 {
     switch (s.kind) {
-    case kind::run:
-        return encode_run(xdrs, static_cast<const uint8_t *>(record), s);
     case kind::text:
-        return encode_text(xdrs, at<any_text>(record, s), s.count);
+        return length_of(at<any_text>(record, s));
+    case kind::bytes:
+        return at<byte_list>(record, s).length;
+    default:
+        return at<any_rows>(record, s).length;
+    }
+}
+
+bool encode_open(XDR *xdrs, uint8_t *record, const step &s, uint32_t count)
+{
+    switch (s.kind) {
+    case kind::text:
+        return encode_text(xdrs, at<any_text>(record, s), count);
     case kind::bytes:
         return encode_bytes(xdrs, at<byte_list>(record, s));
     default:
@@ -365,36 +354,95 @@ bool encode(XDR *xdrs, void *record, const step &s)
     }
 }
 
-/** The step after s; a run's fields are part of it. */
-const step *after(const step *s)
+/** Releases the open fields in steps up to end, of length records one behind the other. */
+void release_fields(uint8_t *records, uint32_t length, const layout &plan, const step *end)
 {
-    return s + 1 + (s->kind == kind::run ? s->count : 0);
+    for (const step *s = plan.steps; s < end; s++) {
+        uint8_t *record = records;
+        for (uint32_t i = 0; is_open(*s) && i < length; i++, record += plan.size) {
+            if (s->kind == kind::text)
+                free_text(at<any_text>(record, *s));
+            else if (s->kind == kind::bytes)
+                free_bytes(at<byte_list>(record, *s));
+            else
+                free_rows(at<any_rows>(record, *s), *s->element);
+        }
+    }
+}
+
+void release_records(uint8_t *records, uint32_t length, const layout &plan)
+{
+    release_fields(records, length, plan, plan.steps + plan.count);
+}
+
+/** All of a record, or nothing: what a failure leaves holds no pointers. */
+bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan)
+{
+    const step *const end = plan.steps + plan.count;
+    for (const step *run = plan.steps; run < end;) {
+        uint8_t spare[longest_run];
+        const step *next = run + 1 + run->count;
+        const uint8_t *in = take(xdrs, spare, run->wire);
+        bool decoded = in != nullptr;
+        if (decoded) {
+            in = decode_fields(record, *run, in);
+            if (next < end && is_open(*next)) {
+                uint32_t count;
+                swap_words<uint32_t>(&count, in, 1);
+                decoded = decode_open(xdrs, record, *next++, count);
+            }
+        }
+        if (!decoded) {
+            release_fields(record, 1, plan, run);
+            std::memset(record, 0, plan.size);
+            return false;
+        }
+        run = next;
+    }
+    return true;
+}
+
+bool encode_record(XDR *xdrs, uint8_t *record, const layout &plan)
+{
+    const step *const end = plan.steps + plan.count;
+    for (const step *run = plan.steps; run < end;) {
+        uint8_t spare[longest_run];
+        const step *next = run + 1 + run->count;
+        const step *open = next < end && is_open(*next) ? next++ : nullptr;
+        const uint64_t count = open ? count_of(record, *open) : 0;
+        if (open && count > open->count)
+            return false;
+        uint8_t *const start = room(xdrs, spare, run->wire);
+        uint8_t *out = encode_fields(record, *run, start);
+        const auto word = static_cast<uint32_t>(count);
+        if (open)
+            swap_words<uint32_t>(out, &word, 1);
+        if (!put(xdrs, start, spare, run->wire) || (open && !encode_open(xdrs, record, *open, word)))
+            return false;
+        run = next;
+    }
+    return true;
 }
 
 } // namespace
 
 void release_layout(void *record, const layout &plan)
 {
-    for (const step *s = plan.steps; s < plan.steps + plan.count; s = after(s)) {
-        if (s->kind == kind::text)
-            free_text(at<any_text>(record, *s));
-        else if (s->kind == kind::bytes)
-            free_bytes(at<byte_list>(record, *s));
-        else if (s->kind == kind::rows)
-            free_rows(at<any_rows>(record, *s), *s->element);
-    }
+    release_records(static_cast<uint8_t *>(record), 1, plan);
 }
 
 bool_t xdr_layout(XDR *xdrs, void *record, const layout &plan)
 {
-    if (xdrs->x_op == XDR_FREE) {
+    auto *bytes = static_cast<uint8_t *>(record);
+    switch (xdrs->x_op) {
+    case XDR_ENCODE:
+        return encode_record(xdrs, bytes, plan);
+    case XDR_DECODE:
+        return decode_record(xdrs, bytes, plan);
+    default:
         release_layout(record, plan);
         return TRUE;
     }
-    for (const step *s = plan.steps; s < plan.steps + plan.count; s = after(s))
-        if (!(xdrs->x_op == XDR_DECODE ? decode(xdrs, record, *s) : encode(xdrs, record, *s)))
-            return FALSE;
-    return TRUE;
 }
 
 } // namespace wire

@@ -19,10 +19,9 @@ namespace wire {
  * Encodes, decodes or frees one record; the first field that fails ends it
  * with FALSE.
  *
- * Decoding expects a zeroed record. A count or a length in a reply is a claim
- * of the agent's: memory grows with the bytes that arrive. Whatever decoding
- * left behind, whole or broken off, freeing releases; a freed record holds no
- * pointers and may be freed again.
+ * A count or a length in a reply is a claim of the agent's: memory grows with
+ * the bytes that arrive. A record that could not be decoded whole is zeroed and
+ * owns nothing; a freed one owns nothing and may be freed again.
  */
 bool_t xdr_layout(XDR *xdrs, void *record, const layout &plan);
 

@@ -92,14 +92,15 @@ template <class Record, uint32_t N> struct repeated {
 struct none {};
 
 enum class kind : uint8_t {
-    run,   // the next `count` steps are of fixed size and take `wire` bytes together
+    run,   // the next `count` steps are of fixed size; `wire` bytes, the count of an open field behind them
+           // included
     word,  // `count` neighbouring 32-bit integers
     hyper, // `count` neighbouring 64-bit integers
     uchars,
     chars, // `count` units
-    text,  // at most `count` bytes
-    bytes,
-    rows, // records of layout `element`
+    text,  // the open fields: a count, then at most `count` bytes;
+    bytes, // any number of units;
+    rows,  // any number of records of layout `element`
 };
 
 struct layout;
@@ -140,18 +141,22 @@ constexpr uint32_t unit_size(kind k)
     return k == kind::hyper ? 8 : 4;
 }
 
+constexpr void add_to_run(draft &plan, uint32_t wire)
+{
+    if (plan.run == draft::room || plan.steps[plan.run].wire + wire > longest_run) {
+        plan.run = plan.count++;
+        plan.steps[plan.run] = {kind::run, 0, 0, 0, nullptr};
+    }
+    plan.steps[plan.run].wire += wire;
+}
+
 constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
 {
     // A vector longer than a run goes on in the next one.
     for (constexpr uint32_t most = longest_run / 4; count > most; offset += most, count -= most)
         add_fixed(plan, k, offset, most);
 
-    const uint32_t wire = unit_size(k) * count;
-    if (plan.run == draft::room || plan.steps[plan.run].wire + wire > longest_run) {
-        plan.run = plan.count++;
-        plan.steps[plan.run] = {kind::run, offset, 0, 0, nullptr};
-    }
-    plan.steps[plan.run].wire += wire;
+    add_to_run(plan, unit_size(k) * count);
 
     step &last = plan.steps[plan.count - 1];
     const bool scalar = k == kind::word || k == kind::hyper;
@@ -165,6 +170,7 @@ constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
 
 constexpr void add_open(draft &plan, kind k, uint32_t offset, uint32_t count, const layout *element = nullptr)
 {
+    add_to_run(plan, unit_size(kind::word));
     plan.run = draft::room;
     plan.steps[plan.count++] = {k, offset, count, 0, element};
 }
