@@ -1,0 +1,33 @@
+<?php
+require __DIR__ . '/../agent.inc';
+require __DIR__ . '/../process.inc';
+
+/** Whether a connect reaches the listener; a host of its own keeps other agents' ports out of the way. */
+function reaches(int $port, array $directives, array $environment, string $before = ''): bool
+{
+    $listener = stream_socket_server("tcp://127.0.9.11:$port", $error, $text)
+        ?: throw new RuntimeException("127.0.9.11:$port: $text");
+    [$output] = run_php("$before echo (int)is_resource(rmon_connect('127.0.9.11'));", $directives, $environment);
+    return $output === '1' && stream_socket_accept($listener, 5) !== false;
+}
+
+putenv('RMONRPC_PORT');
+$services = ['LD_PRELOAD' => trim(getenv('RMON_TEST_SERVICES') . ' ' . getenv('LD_PRELOAD'))];
+expect_same(true, reaches(9911, [], []), 'nothing configured');
+expect_same(true, reaches(17000, [], ['RMONRPC_PORT' => '17000']), 'the environment');
+expect_same(true, reaches(19000, [], $services), 'the services database');
+expect_same(true, reaches(17000, [], $services + ['RMONRPC_PORT' => '17000']), 'the environment before the services');
+expect_same(true, reaches(18000, ['rmon.default_port' => 18000], $services + ['RMONRPC_PORT' => '17000']),
+    'the directive before all');
+expect_same(true, reaches(18001, ['rmon.default_port' => 18000], [], "ini_set('rmon.default_port', '18001');"),
+    'changed by the script');
+expect_same(true, reaches(17001, [], ['RMONRPC_PORT' => '17001 and more']), 'a number with something behind it');
+
+[$output] = run_php("var_dump(rmon_connect('127.0.9.11'));", ['rmon.default_port' => 'none']);
+expect_same(true, str_contains($output, "Warning: RMON: RPC connection failed!") && str_contains($output, 'bool(false)'),
+    'a port that is no number is 0');
+foreach (['rmon.allow_persistent', 'rmon.max_persistent', 'rmon.max_links'] as $directive) {
+    expect_same(false, @ini_set($directive, '5'), "$directive is the system's to set");
+}
+done();
+?>
