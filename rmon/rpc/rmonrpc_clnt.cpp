@@ -18,10 +18,10 @@ bool_t xdr_planned(XDR *xdrs, planned *what)
 constinit reply_buffer *used_buffers = nullptr;
 
 /**
- * A write to an agent that went away raises SIGPIPE, which by default ends the
- * process. The disposition belongs to the host program (most ignore the signal
- * already); where it is the default, the signal is kept from this thread for
- * the length of a call.
+ * A write to an agent that went away raises SIGPIPE, which may end the process:
+ * by the signal's default, or by a handler that falls back on it, as the
+ * engine's own does. Most host programs ignore the signal; elsewhere it is kept
+ * from this thread for the length of a call.
  */
 struct pipe_signal {
     sigset_t mask;
@@ -32,7 +32,7 @@ pipe_signal hold_pipe_signal()
 {
     pipe_signal state{};
     struct sigaction action;
-    if (sigaction(SIGPIPE, nullptr, &action) != 0 || action.sa_handler != SIG_DFL)
+    if (sigaction(SIGPIPE, nullptr, &action) != 0 || action.sa_handler == SIG_IGN)
         return state;
     sigset_t pending;
     if (sigpending(&pending) == 0 && sigismember(&pending, SIGPIPE))

@@ -86,6 +86,7 @@ $recursive = ['3'];
 $recursive[] = &$recursive;
 rmon_host_get($link, 9, $recursive);
 expect_sent([3, 1]);
+$recursive = null; // the array holds itself
 $nested = ['a' => ['b' => ['8', '9']]];
 rmon_host_get($link, 9, $nested['a']['b']);
 expect_sent([8, 9]);
