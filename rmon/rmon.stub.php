@@ -180,6 +180,103 @@ function rmon_etherstats_set($connid, $etherStatsIndex, $etherStatsDataSource, $
 
 /* ---- history ------------------------------------------------------------------------- */
 
+/**
+ * One row of the history control table (RFC 2819, historyControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $historyControlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     historyControlIndex: int,
+ *     historyControlDataSource: int,
+ *     historyControlBucketsRequested: int,
+ *     historyControlBucketsGranted: int,
+ *     historyControlInterval: int,
+ *     historyControlOwner: string,
+ *     historyControlStatus: int
+ * }|false|null 0 and status: the agent's result code. historyControlDataSource is an interface index,
+ *     historyControlInterval in seconds, historyControlStatus an EntryStatus. FALSE after the warning
+ *     "rmon_ifentry_get: RPC: ..."
+ */
+function rmon_history_ctl_get($connid, $historyControlIndex) {}
+
+/**
+ * The first row of the history control table behind an index (0: the first of all). See
+ * rmon_history_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $historyControlIndex
+ * @return array|false|null
+ */
+function rmon_history_ctl_getnext($connid, $historyControlIndex) {}
+
+/**
+ * Creates or changes a row of the history control table (RFC 2819, historyControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $historyControlIndex
+ * @param int $historyControlDataSource an interface index
+ * @param int $historyControlBucketsRequested
+ * @param int $historyControlInterval in seconds
+ * @param string $historyControlOwner at most 255 bytes
+ * @param int $historyControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_histroy_ctl_set: RPC: ...",
+ *     spelled so
+ */
+function rmon_history_ctl_set($connid, $historyControlIndex, $historyControlDataSource, $historyControlBucketsRequested, $historyControlInterval, $historyControlOwner, $historyControlStatus) {}
+
+/**
+ * One sample of the Ethernet history (RFC 2819, etherHistoryTable), with 64-bit counters.
+ *
+ * @param resource|int $connid
+ * @param int $etherHistoryIndex the control row
+ * @param int $etherHistorySampleIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     etherHistoryIndex: int,
+ *     etherHistorySampleIndex: int,
+ *     etherHistoryIntervalStart: int,
+ *     etherHistoryDropEvents: float,
+ *     etherHistoryOctets: float,
+ *     etherHistoryPkts: float,
+ *     etherHistoryBroadcastPkts: float,
+ *     etherHistoryMulticastPkts: float,
+ *     etherHistoryCRCAlignErrors: float,
+ *     etherHistoryUndersizePkts: float,
+ *     etherHistoryOversizePkts: float,
+ *     etherHistoryJabbers: float,
+ *     etherHistoryFragments: float,
+ *     etherHistoryCollisions: float,
+ *     etherHistoryUtilization: int
+ * }|false|null 0 and status: the agent's result code. etherHistoryIntervalStart in hundredths of a second,
+ *     etherHistoryUtilization in hundredths of a percent. FALSE without a message when the agent has no
+ *     such row, after the warning "rmon_etherhistory_getbulk: RPC: ..." when the call failed
+ */
+function rmon_etherhistory_get($connid, $etherHistoryIndex, $etherHistorySampleIndex) {}
+
+/**
+ * The first sample behind a sample index (0: the first of all). See rmon_etherhistory_get().
+ *
+ * @param resource|int $connid
+ * @param int $etherHistoryIndex
+ * @param int $etherHistorySampleIndex
+ * @return array|false|null
+ */
+function rmon_etherhistory_getnext($connid, $etherHistoryIndex, $etherHistorySampleIndex) {}
+
+/**
+ * Several samples behind a sample index. See rmon_etherhistory_get().
+ *
+ * @param resource|int $connid
+ * @param int $etherHistoryIndex
+ * @param int $etherHistorySampleIndex
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_etherhistory_getbulk($connid, $etherHistoryIndex, $etherHistorySampleIndex, $count) {}
+
 /* ---- hosts --------------------------------------------------------------------------- */
 
 /**
@@ -322,7 +419,244 @@ function rmon_hosttime_getbulk($connid, $hostTimeIndex, $hostTimeCreationOrder, 
 
 /* ---- host Top-N ---------------------------------------------------------------------- */
 
+/**
+ * One row of the Top-N control table (RFC 2819, hostTopNControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $hostTopNControlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     hostTopNControlIndex: int,
+ *     hostTopNHostIndex: int,
+ *     hostTopNRateBase: int,
+ *     hostTopNTimeRemaining: int,
+ *     hostTopNDuration: int,
+ *     hostTopNRequestedSize: int,
+ *     hostTopNGrantedSize: int,
+ *     hostTopNStartTime: int,
+ *     hostTopNOwner: string,
+ *     hostTopNStatus: int
+ * }|false|null 0 and status: the agent's result code. hostTopNHostIndex is a row of the hosts' control
+ *     table, hostTopNTimeRemaining and hostTopNDuration in seconds, hostTopNStartTime in hundredths of a
+ *     second, hostTopNStatus an EntryStatus. FALSE after the warning "hosttopn_ctl_get: RPC: ..."
+ */
+function rmon_hosttopn_ctl_get($connid, $hostTopNControlIndex) {}
+
+/**
+ * The first row of the Top-N control table behind an index (0: the first of all). See
+ * rmon_hosttopn_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $hostTopNControlIndex
+ * @return array|false|null
+ */
+function rmon_hosttopn_ctl_getnext($connid, $hostTopNControlIndex) {}
+
+/**
+ * Creates or changes a row of the Top-N control table (RFC 2819, hostTopNControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $hostTopNControlIndex
+ * @param int $hostTopNHostIndex a row of the hosts' control table
+ * @param int $hostTopNRateBase 1 InPkts, 2 OutPkts, 3 InOctets, 4 OutOctets, 5 OutErrors, 6 OutBroadcastPkts,
+ *     7 OutMulticastPkts
+ * @param int $hostTopNTimeRemaining in seconds
+ * @param int $hostTopNRequestedSize rows wanted in the report
+ * @param string $hostTopNOwner at most 255 bytes
+ * @param int $hostTopNStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_hosttopn_ctl_set: RPC: ..."
+ */
+function rmon_hosttopn_ctl_set($connid, $hostTopNControlIndex, $hostTopNHostIndex, $hostTopNRateBase, $hostTopNTimeRemaining, $hostTopNRequestedSize, $hostTopNOwner, $hostTopNStatus) {}
+
+/**
+ * One place of a Top-N report (RFC 2819, hostTopNTable), with a 64-bit rate.
+ *
+ * @param resource|int $connid
+ * @param int $hostTopNReport the control row
+ * @param int $hostTopNIndex the rank
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     hostTopNReport: int,
+ *     hostTopNIndex: int,
+ *     hostTopNAddress: list<int>,
+ *     hostTopNRate: float
+ * }|false|null 0 and status: the agent's result code. hostTopNAddress has one integer for each byte,
+ *     hostTopNRate is how much the statistic grew during the report. FALSE without a message when the agent
+ *     has no such row, after the warning "rmon_hosttopn_getbulk: RPC: ..." when the call failed
+ */
+function rmon_hosttopn_get($connid, $hostTopNReport, $hostTopNIndex) {}
+
+/**
+ * The first place of a Top-N report behind a rank (0: the first of all). See rmon_hosttopn_get().
+ *
+ * @param resource|int $connid
+ * @param int $hostTopNReport
+ * @param int $hostTopNIndex
+ * @return array|false|null
+ */
+function rmon_hosttopn_getnext($connid, $hostTopNReport, $hostTopNIndex) {}
+
+/**
+ * Several places of a Top-N report behind a rank. See rmon_hosttopn_get().
+ *
+ * @param resource|int $connid
+ * @param int $hostTopNReport
+ * @param int $hostTopNIndex
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_hosttopn_getbulk($connid, $hostTopNReport, $hostTopNIndex, $count) {}
+
 /* ---- matrix -------------------------------------------------------------------------- */
+
+/**
+ * One row of the matrix control table (RFC 2819, matrixControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $matrixControlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     matrixControlIndex: int,
+ *     matrixControlDataSource: int,
+ *     matrixControlTableSize: int,
+ *     matrixControlLastDeleteTime: int,
+ *     matrixControlOwner: string,
+ *     matrixControlStatus: int
+ * }|false|null 0 and status: the agent's result code. matrixControlDataSource is an interface index,
+ *     matrixControlLastDeleteTime in hundredths of a second, matrixControlStatus an EntryStatus. FALSE
+ *     after the warning "matrix_ctl_get: RPC: ..."
+ */
+function rmon_matrix_ctl_get($connid, $matrixControlIndex) {}
+
+/**
+ * The first row of the matrix control table behind an index (0: the first of all). See rmon_matrix_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $matrixControlIndex
+ * @return array|false|null
+ */
+function rmon_matrix_ctl_getnext($connid, $matrixControlIndex) {}
+
+/**
+ * Creates or changes a row of the matrix control table (RFC 2819, matrixControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $matrixControlIndex
+ * @param int $matrixControlDataSource an interface index
+ * @param string $matrixControlOwner at most 255 bytes
+ * @param int $matrixControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_matrix_ctl_set: RPC: ..."
+ */
+function rmon_matrix_ctl_set($connid, $matrixControlIndex, $matrixControlDataSource, $matrixControlOwner, $matrixControlStatus) {}
+
+/**
+ * One conversation, by its addresses, in the view by source (RFC 2819, matrixSDTable), with
+ * 64-bit counters.
+ *
+ * @param resource|int $connid
+ * @param int $matrixSDIndex the control row
+ * @param array $matrixSDSourceAddress one integer for each byte, at most 255 ("too many (...) elements in
+ *     addr!" and FALSE); other elements are converted to integers in the caller's array. Anything but an
+ *     array is an empty address.
+ * @prefer-ref $matrixSDSourceAddress
+ * @param array $matrixSDDestAddress likewise
+ * @prefer-ref $matrixSDDestAddress
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     matrixSDSourceAddress: list<int>|int,
+ *     matrixSDDestAddress: list<int>|int,
+ *     matrixSDIndex: int,
+ *     matrixSDPkts: float,
+ *     matrixSDOctets: float,
+ *     matrixSDErrors: float
+ * }|false|null 0 and status: the agent's result code; an empty address is the integer 0. FALSE without a
+ *     message when the agent has no such row, after the warning "matrix_getbulk: RPC: ..." when the call
+ *     failed
+ */
+function rmon_matrix_sd_get($connid, $matrixSDIndex, $matrixSDSourceAddress, $matrixSDDestAddress) {}
+
+/**
+ * The first conversation behind a pair of addresses (empty ones: the first of all). See rmon_matrix_sd_get().
+ *
+ * @param resource|int $connid
+ * @param int $matrixSDIndex
+ * @param array $matrixSDSourceAddress
+ * @prefer-ref $matrixSDSourceAddress
+ * @param array $matrixSDDestAddress
+ * @prefer-ref $matrixSDDestAddress
+ * @return array|false|null
+ */
+function rmon_matrix_sd_getnext($connid, $matrixSDIndex, $matrixSDSourceAddress, $matrixSDDestAddress) {}
+
+/**
+ * Several conversations behind a pair of addresses. See rmon_matrix_sd_get().
+ *
+ * @param resource|int $connid
+ * @param int $matrixSDIndex
+ * @param array $matrixSDSourceAddress
+ * @prefer-ref $matrixSDSourceAddress
+ * @param array $matrixSDDestAddress
+ * @prefer-ref $matrixSDDestAddress
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_matrix_sd_getbulk($connid, $matrixSDIndex, $matrixSDSourceAddress, $matrixSDDestAddress, $count) {}
+
+/**
+ * One conversation, by its addresses, in the view by destination (RFC 2819, matrixDSTable), with
+ * 64-bit counters.
+ *
+ * @param resource|int $connid
+ * @param int $matrixDSIndex the control row
+ * @param array $matrixDSSourceAddress as in rmon_matrix_sd_get()
+ * @prefer-ref $matrixDSSourceAddress
+ * @param array $matrixDSDestAddress likewise
+ * @prefer-ref $matrixDSDestAddress
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     matrixDSSourceAddress: list<int>|int,
+ *     matrixDSDestAddress: list<int>|int,
+ *     matrixDSIndex: int,
+ *     matrixDSPkts: float,
+ *     matrixDSOctets: float,
+ *     matrixDSErrors: float
+ * }|false|null 0 and status: the agent's result code; an empty address is the integer 0. FALSE without a
+ *     message when the agent has no such row, after the warning "matrix_getbulk: RPC: ..." when the call
+ *     failed
+ */
+function rmon_matrix_ds_get($connid, $matrixDSIndex, $matrixDSSourceAddress, $matrixDSDestAddress) {}
+
+/**
+ * The first conversation behind a pair of addresses (empty ones: the first of all). See rmon_matrix_ds_get().
+ *
+ * @param resource|int $connid
+ * @param int $matrixDSIndex
+ * @param array $matrixDSSourceAddress
+ * @prefer-ref $matrixDSSourceAddress
+ * @param array $matrixDSDestAddress
+ * @prefer-ref $matrixDSDestAddress
+ * @return array|false|null
+ */
+function rmon_matrix_ds_getnext($connid, $matrixDSIndex, $matrixDSSourceAddress, $matrixDSDestAddress) {}
+
+/**
+ * Several conversations behind a pair of addresses. See rmon_matrix_ds_get().
+ *
+ * @param resource|int $connid
+ * @param int $matrixDSIndex
+ * @param array $matrixDSSourceAddress
+ * @prefer-ref $matrixDSSourceAddress
+ * @param array $matrixDSDestAddress
+ * @prefer-ref $matrixDSDestAddress
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_matrix_ds_getbulk($connid, $matrixDSIndex, $matrixDSSourceAddress, $matrixDSDestAddress, $count) {}
 
 /* ---- protocol directory -------------------------------------------------------------- */
 
@@ -503,6 +837,132 @@ function rmon_alhost_getbulk($connid, $hlHostControlIndex, $alHostTimeMark, $pro
 
 /* ---- alarms, events and log ---------------------------------------------------------- */
 
+/**
+ * One alarm: a variable that the agent samples, and its thresholds (RFC 2819, alarmTable).
+ *
+ * @param resource|int $connid
+ * @param int $alarmIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     alarmIndex: int,
+ *     alarmInterval: int,
+ *     alarmVariable: string,
+ *     alarmSampleType: int,
+ *     alarmValue: int,
+ *     alarmStartupAlarm: int,
+ *     alarmRisingThreshold: int,
+ *     alarmFallingThreshold: int,
+ *     alarmRisingEventIndex: int,
+ *     alarmFallingEventIndex: int,
+ *     alarmOwner: string,
+ *     alarmStatus: int
+ * }|false|null 0 and status: the agent's result code. alarmInterval in seconds, alarmVariable an object
+ *     identifier as dotted text, alarmSampleType 1 absoluteValue or 2 deltaValue, alarmStartupAlarm 1 rising,
+ *     2 falling or 3 either, alarmStatus an EntryStatus. FALSE after the warning "host_ctl_get: RPC: ..."
+ */
+function rmon_alarm_get($connid, $alarmIndex) {}
+
+/**
+ * The first alarm behind an index (0: the first of all). See rmon_alarm_get().
+ *
+ * @param resource|int $connid
+ * @param int $alarmIndex
+ * @return array|false|null
+ */
+function rmon_alarm_getnext($connid, $alarmIndex) {}
+
+/**
+ * Creates or changes an alarm (RFC 2819, alarmTable).
+ *
+ * @param resource|int $connid
+ * @param int $alarmIndex
+ * @param int $alarmInterval in seconds
+ * @param string $alarmVariable an object identifier as dotted text, of any length
+ * @param int $alarmSampleType 1 absoluteValue, 2 deltaValue
+ * @param int $alarmStartupAlarm 1 rising, 2 falling, 3 either
+ * @param int $alarmRisingThreshold
+ * @param int $alarmFallingThreshold
+ * @param int $alarmRisingEventIndex an event; 0 for none
+ * @param int $alarmFallingEventIndex an event; 0 for none
+ * @param string $alarmOwner at most 255 bytes
+ * @param int $alarmStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_host_ctl_set: RPC: ..."
+ */
+function rmon_alarm_set($connid, $alarmIndex, $alarmInterval, $alarmVariable, $alarmSampleType, $alarmStartupAlarm, $alarmRisingThreshold, $alarmFallingThreshold, $alarmRisingEventIndex, $alarmFallingEventIndex, $alarmOwner, $alarmStatus) {}
+
+/**
+ * One event: what the agent does when an alarm or a channel fires it (RFC 2819, eventTable).
+ *
+ * @param resource|int $connid
+ * @param int $eventIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     eventIndex: int,
+ *     eventDescription: string,
+ *     eventType: int,
+ *     eventCommunity: string,
+ *     eventLastTimeSent: int,
+ *     eventOwner: string,
+ *     eventStatus: int
+ * }|false|null 0 and status: the agent's result code. eventType 1 none, 2 log, 3 trap or 4 log and trap,
+ *     eventLastTimeSent in hundredths of a second, eventStatus an EntryStatus. FALSE after the warning
+ *     "host_ctl_get: RPC: ..."
+ */
+function rmon_event_get($connid, $eventIndex) {}
+
+/**
+ * The first event behind an index (0: the first of all). See rmon_event_get().
+ *
+ * @param resource|int $connid
+ * @param int $eventIndex
+ * @return array|false|null
+ */
+function rmon_event_getnext($connid, $eventIndex) {}
+
+/**
+ * Creates or changes an event (RFC 2819, eventTable).
+ *
+ * @param resource|int $connid
+ * @param int $eventIndex
+ * @param string $eventDescription at most 255 bytes, like the other texts
+ * @param int $eventType 1 none, 2 log, 3 trap, 4 log and trap
+ * @param string $eventCommunity to which traps are sent
+ * @param string $eventOwner
+ * @param int $eventStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_host_ctl_set: RPC: ..."
+ */
+function rmon_event_set($connid, $eventIndex, $eventDescription, $eventType, $eventCommunity, $eventOwner, $eventStatus) {}
+
+/**
+ * One entry of an event's log (RFC 2819, logTable).
+ *
+ * @param resource|int $connid
+ * @param int $logEventIndex the event
+ * @param int $logIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     logEventIndex: int,
+ *     logIndex: int,
+ *     logTime: int,
+ *     logDescription: string
+ * }|false|null 0 and status: the agent's result code; logTime in hundredths of a second. FALSE after the
+ *     warning "host_ctl_get: RPC: ..."
+ */
+function rmon_log_get($connid, $logEventIndex, $logIndex) {}
+
+/**
+ * The first log entry behind an event and an index (0: the first of all). See rmon_log_get().
+ *
+ * @param resource|int $connid
+ * @param int $logEventIndex
+ * @param int $logIndex
+ * @return array|false|null
+ */
+function rmon_log_getnext($connid, $logEventIndex, $logIndex) {}
+
 /* ---- trap destinations and MIB variables --------------------------------------------- */
 
 /* ---- local host name ----------------------------------------------------------------- */
@@ -523,7 +983,233 @@ function rmon_alhost_getbulk($connid, $hlHostControlIndex, $alHostTimeMark, $pro
 
 /* ---- filters and channels ------------------------------------------------------------ */
 
+/**
+ * One filter, by which a channel picks packets (RFC 2819, filterTable, with the protocol indexes of
+ * RFC 2021).
+ *
+ * @param resource|int $connid
+ * @param int $filterIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     filterIndex: int,
+ *     filterChannelIndex: int,
+ *     filterPktDataOffset: int,
+ *     filterPktStatus: int,
+ *     filterPktStatusMask: int,
+ *     filterPktStatusNotMask: int,
+ *     filterOwner: string,
+ *     filterStatus: int,
+ *     filterProtocolDirDataLocalIndex: int,
+ *     filterProtocolDirLocalIndex: int,
+ *     filterPktData: list<int>,
+ *     filterPktDataMask: list<int>,
+ *     filterPktDataNotMask: list<int>
+ * }|false|null 0 and status: the agent's result code. filterPktDataOffset in bytes, filterStatus an
+ *     EntryStatus; the byte lists have one integer for each byte. FALSE after the warning
+ *     "filter_get: RPC: ..."
+ */
+function rmon_filter_get($connid, $filterIndex) {}
+
+/**
+ * The first filter behind an index (0: the first of all). See rmon_filter_get().
+ *
+ * @param resource|int $connid
+ * @param int $filterIndex
+ * @return array|false|null
+ */
+function rmon_filter_getnext($connid, $filterIndex) {}
+
+/**
+ * Creates or changes a filter (RFC 2819, filterTable, with the protocol indexes of RFC 2021).
+ *
+ * @param resource|int $connid
+ * @param int $filterIndex
+ * @param int $filterChannelIndex the channel
+ * @param int $filterPktDataOffset in bytes
+ * @param array $filterPktData one integer for each byte, any number of them; an element of another type is
+ *     refused with "addr element not a LONG (...)!", which shows its type (0 null, 2 float, 3 string,
+ *     4 array, 5 object, 6 bool, 7 resource), and FALSE. Anything but an array is an empty list.
+ * @param array $filterPktDataMask likewise, with "dataMask element not a LONG (...)!"
+ * @param array $filterPktDataNotMask likewise, with "dataNotMask element not a LONG (...)!"
+ * @param int $filterPktStatus
+ * @param int $filterPktStatusMask
+ * @param int $filterPktStatusNotMask
+ * @param string $filterOwner at most 255 bytes
+ * @param int $filterStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @param int $filterProtocolDirDataLocalIndex
+ * @param int $filterProtocolDirLocalIndex
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_filter_set: RPC: ..."
+ */
+function rmon_filter_set($connid, $filterIndex, $filterChannelIndex, $filterPktDataOffset, $filterPktData, $filterPktDataMask, $filterPktDataNotMask, $filterPktStatus, $filterPktStatusMask, $filterPktStatusNotMask, $filterOwner, $filterStatus, $filterProtocolDirDataLocalIndex, $filterProtocolDirLocalIndex) {}
+
+/**
+ * One channel: the packets that its filters let through (RFC 2819, channelTable).
+ *
+ * @param resource|int $connid
+ * @param int $channelIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     channelIndex: int,
+ *     channelIfIndex: int,
+ *     channelAcceptType: int,
+ *     channelDataControl: int,
+ *     channelTurnOnEventIndex: int,
+ *     channelTurnOffEventIndex: int,
+ *     channelEventIndex: int,
+ *     channelEventStatus: int,
+ *     channelMatches: int,
+ *     channelDescription: string,
+ *     channelOwner: string,
+ *     channelStatus: int,
+ *     channelCreateTime: int,
+ *     channelDroppedFrames: int
+ * }|false|null 0 and status: the agent's result code. channelAcceptType 1 acceptMatched or 2 acceptFailed,
+ *     channelDataControl 1 on or 2 off, channelEventStatus 1 ready, 2 fired or 3 always ready, channelStatus
+ *     an EntryStatus, channelCreateTime in hundredths of a second. FALSE after the warning
+ *     "channel_get: RPC: ..."
+ */
+function rmon_channel_get($connid, $channelIndex) {}
+
+/**
+ * The first channel behind an index (0: the first of all). See rmon_channel_get().
+ *
+ * @param resource|int $connid
+ * @param int $channelIndex
+ * @return array|false|null
+ */
+function rmon_channel_getnext($connid, $channelIndex) {}
+
+/**
+ * Creates or changes a channel (RFC 2819, channelTable).
+ *
+ * @param resource|int $connid
+ * @param int $channelIndex
+ * @param int $channelIfIndex the interface
+ * @param int $channelAcceptType 1 acceptMatched, 2 acceptFailed
+ * @param int $channelDataControl 1 on, 2 off
+ * @param int $channelTurnOnEventIndex an event; 0 for none, like the others
+ * @param int $channelTurnOffEventIndex
+ * @param int $channelEventIndex the event fired by a packet that matches
+ * @param int $channelEventStatus 1 ready, 2 fired, 3 always ready
+ * @param string $channelDescription of any length
+ * @param string $channelOwner at most 255 bytes
+ * @param int $channelStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_channel_set: RPC: ..."
+ */
+function rmon_channel_set($connid, $channelIndex, $channelIfIndex, $channelAcceptType, $channelDataControl, $channelTurnOnEventIndex, $channelTurnOffEventIndex, $channelEventIndex, $channelEventStatus, $channelDescription, $channelOwner, $channelStatus) {}
+
 /* ---- packet capture ------------------------------------------------------------------ */
+
+/**
+ * One row of the capture buffers' control table (RFC 2819, bufferControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $bufferControlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     bufferControlIndex: int,
+ *     bufferControlChannelIndex: int,
+ *     bufferControlFullStatus: int,
+ *     bufferControlFullAction: int,
+ *     bufferControlCaptureSliceSize: int,
+ *     bufferControlDownloadSliceSize: int,
+ *     bufferControlDownloadOffset: int,
+ *     bufferControlMaxOctetsRequested: int,
+ *     bufferControlMaxOctetsGranted: int,
+ *     bufferControlCapturedPackets: int,
+ *     bufferControlTurnOnTime: int,
+ *     bufferControlOwner: string,
+ *     bufferControlStatus: int
+ * }|false|null 0 and status: the agent's result code. bufferControlFullStatus 1 spaceAvailable or 2 full,
+ *     bufferControlFullAction 1 lockWhenFull or 2 wrapWhenFull, sizes and offset in bytes,
+ *     bufferControlTurnOnTime in hundredths of a second, bufferControlStatus an EntryStatus. FALSE after
+ *     the warning "buffer_ctl_get: RPC: ..."
+ */
+function rmon_buffer_ctl_get($connid, $bufferControlIndex) {}
+
+/**
+ * The first row of the capture buffers' control table behind an index (0: the first of all). See
+ * rmon_buffer_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $bufferControlIndex
+ * @return array|false|null
+ */
+function rmon_buffer_ctl_getnext($connid, $bufferControlIndex) {}
+
+/**
+ * Creates or changes a row of the capture buffers' control table (RFC 2819, bufferControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $bufferControlIndex
+ * @param int $bufferControlChannelIndex the channel whose packets are captured
+ * @param int $bufferControlFullAction 1 lockWhenFull, 2 wrapWhenFull
+ * @param int $bufferControlCaptureSliceSize bytes saved of each packet; 0 for all
+ * @param int $bufferControlDownloadSliceSize bytes returned of each packet
+ * @param int $bufferControlDownloadOffset the first of them
+ * @param int $bufferControlMaxOctetsRequested size of the buffer in bytes; -1 for as many as possible
+ * @param string $bufferControlOwner at most 255 bytes
+ * @param int $bufferControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_buffer_ctl_set: RPC: ..."
+ */
+function rmon_buffer_ctl_set($connid, $bufferControlIndex, $bufferControlChannelIndex, $bufferControlFullAction, $bufferControlCaptureSliceSize, $bufferControlDownloadSliceSize, $bufferControlDownloadOffset, $bufferControlMaxOctetsRequested, $bufferControlOwner, $bufferControlStatus) {}
+
+/**
+ * One captured packet (RFC 2819, captureBufferTable).
+ *
+ * @param resource|int $connid
+ * @param int $captureBufferControlIndex the control row
+ * @param int $captureBufferIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     captureBufferControlIndex: int,
+ *     captureBufferIndex: int,
+ *     captureBufferPacketID: int,
+ *     captureBufferPacketTime: int,
+ *     captureBufferPacketLength: int,
+ *     captureBufferPacketStatus: int,
+ *     captureBufferPacketHighCapacityTime: int,
+ *     captureBufferPacketData: list<int>
+ * }|false|null 0 and status: the agent's result code. captureBufferPacketTime in milliseconds since the
+ *     capture was turned on, captureBufferPacketLength in bytes of the packet on its network, of which
+ *     captureBufferPacketData has those that are returned, one integer each. FALSE after the warning
+ *     "capture_buf_get: RPC: ..."
+ */
+function rmon_capture_buf_get($connid, $captureBufferControlIndex, $captureBufferIndex) {}
+
+/**
+ * The first captured packet behind a control row and an index (0: the first of all). See
+ * rmon_capture_buf_get().
+ *
+ * @param resource|int $connid
+ * @param int $captureBufferControlIndex
+ * @param int $captureBufferIndex
+ * @return array|false|null
+ */
+function rmon_capture_buf_getnext($connid, $captureBufferControlIndex, $captureBufferIndex) {}
+
+/**
+ * Asks the agent to save captured packets to a file of its own. Waits for up to 60 seconds.
+ *
+ * @param resource|int $connid
+ * @param string $fileName at most 255 bytes
+ * @param int $saveValue1 which packets of which buffer, in the agent's terms, like the others
+ * @param int $saveValue2
+ * @param int $saveValue3
+ * @param int $saveOption the file's format, in the agent's terms
+ * @return array{
+ *     0: int,
+ *     totalPktsSaved: int,
+ *     1: int,
+ *     lastPktIndex: int
+ * }|false|null 0 and totalPktsSaved: packets saved; 1 and lastPktIndex: the last of them. FALSE after the
+ *     warning "rmon_capture_save_file: RPC: ..."
+ */
+function rmon_capture_save_file($connid, $fileName, $saveValue1, $saveValue2, $saveValue3, $saveOption) {}
 
 /* ---- application response time ------------------------------------------------------- */
 

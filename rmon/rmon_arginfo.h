@@ -1,154 +1,399 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 64f63d74bca40c892483ba98bfea3333bed5853f */
+ * Stub hash: 0c8e4b59f90ffbc2ac8bb0a14574adec80deb1fe */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
-ZEND_ARG_INFO(0, host)
+	ZEND_ARG_INFO(0, host)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_pconnect arginfo_rmon_connect
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_close, 0, 0, 0)
-ZEND_ARG_INFO(0, link)
+	ZEND_ARG_INFO(0, link)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_system_get, 0, 0, 1)
-ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, connid)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_system_set, 0, 0, 4)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, sysContact)
-ZEND_ARG_INFO(0, sysName)
-ZEND_ARG_INFO(0, sysLocation)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, sysContact)
+	ZEND_ARG_INFO(0, sysName)
+	ZEND_ARG_INFO(0, sysLocation)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_ifentry_get, 0, 0, 2)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, ifIndex)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ifIndex)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_ifentry_getnext arginfo_rmon_ifentry_get
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_etherstats_get, 0, 0, 2)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, etherStatsIndex)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, etherStatsIndex)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_etherstats_getnext arginfo_rmon_etherstats_get
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_etherstats_set, 0, 0, 5)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, etherStatsIndex)
-ZEND_ARG_INFO(0, etherStatsDataSource)
-ZEND_ARG_INFO(0, etherStatsOwner)
-ZEND_ARG_INFO(0, etherStatsStatus)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, etherStatsIndex)
+	ZEND_ARG_INFO(0, etherStatsDataSource)
+	ZEND_ARG_INFO(0, etherStatsOwner)
+	ZEND_ARG_INFO(0, etherStatsStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_history_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, historyControlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_history_ctl_getnext arginfo_rmon_history_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_history_ctl_set, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, historyControlIndex)
+	ZEND_ARG_INFO(0, historyControlDataSource)
+	ZEND_ARG_INFO(0, historyControlBucketsRequested)
+	ZEND_ARG_INFO(0, historyControlInterval)
+	ZEND_ARG_INFO(0, historyControlOwner)
+	ZEND_ARG_INFO(0, historyControlStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_etherhistory_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, etherHistoryIndex)
+	ZEND_ARG_INFO(0, etherHistorySampleIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_etherhistory_getnext arginfo_rmon_etherhistory_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_etherhistory_getbulk, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, etherHistoryIndex)
+	ZEND_ARG_INFO(0, etherHistorySampleIndex)
+	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_host_ctl_get, 0, 0, 2)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hostControlIndex)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostControlIndex)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_host_ctl_getnext arginfo_rmon_host_ctl_get
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_host_ctl_set, 0, 0, 5)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hostControlIndex)
-ZEND_ARG_INFO(0, hostControlDataSource)
-ZEND_ARG_INFO(0, hostControlOwner)
-ZEND_ARG_INFO(0, hostControlStatus)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostControlIndex)
+	ZEND_ARG_INFO(0, hostControlDataSource)
+	ZEND_ARG_INFO(0, hostControlOwner)
+	ZEND_ARG_INFO(0, hostControlStatus)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_host_get, 0, 0, 3)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hostIndex)
-ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, hostAddress)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, hostAddress)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_host_getnext arginfo_rmon_host_get
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_host_getbulk, 0, 0, 4)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hostIndex)
-ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, hostAddress)
-ZEND_ARG_INFO(0, count)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, hostAddress)
+	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hosttime_get, 0, 0, 3)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hostTimeIndex)
-ZEND_ARG_INFO(0, hostTimeCreationOrder)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostTimeIndex)
+	ZEND_ARG_INFO(0, hostTimeCreationOrder)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_hosttime_getnext arginfo_rmon_hosttime_get
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hosttime_getbulk, 0, 0, 4)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hostTimeIndex)
-ZEND_ARG_INFO(0, hostTimeCreationOrder)
-ZEND_ARG_INFO(0, count)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostTimeIndex)
+	ZEND_ARG_INFO(0, hostTimeCreationOrder)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hosttopn_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostTopNControlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_hosttopn_ctl_getnext arginfo_rmon_hosttopn_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hosttopn_ctl_set, 0, 0, 8)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostTopNControlIndex)
+	ZEND_ARG_INFO(0, hostTopNHostIndex)
+	ZEND_ARG_INFO(0, hostTopNRateBase)
+	ZEND_ARG_INFO(0, hostTopNTimeRemaining)
+	ZEND_ARG_INFO(0, hostTopNRequestedSize)
+	ZEND_ARG_INFO(0, hostTopNOwner)
+	ZEND_ARG_INFO(0, hostTopNStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hosttopn_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostTopNReport)
+	ZEND_ARG_INFO(0, hostTopNIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_hosttopn_getnext arginfo_rmon_hosttopn_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hosttopn_getbulk, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostTopNReport)
+	ZEND_ARG_INFO(0, hostTopNIndex)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_matrix_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, matrixControlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_matrix_ctl_getnext arginfo_rmon_matrix_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_matrix_ctl_set, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, matrixControlIndex)
+	ZEND_ARG_INFO(0, matrixControlDataSource)
+	ZEND_ARG_INFO(0, matrixControlOwner)
+	ZEND_ARG_INFO(0, matrixControlStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_matrix_sd_get, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, matrixSDIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, matrixSDSourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, matrixSDDestAddress)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_matrix_sd_getnext arginfo_rmon_matrix_sd_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_matrix_sd_getbulk, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, matrixSDIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, matrixSDSourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, matrixSDDestAddress)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_matrix_ds_get, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, matrixDSIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, matrixDSSourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, matrixDSDestAddress)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_matrix_ds_getnext arginfo_rmon_matrix_ds_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_matrix_ds_getbulk, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, matrixDSIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, matrixDSSourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, matrixDSDestAddress)
+	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hlhost_ctl_get, 0, 0, 2)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_hlhost_ctl_getnext arginfo_rmon_hlhost_ctl_get
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hlhost_ctl_set, 0, 0, 7)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hlHostControlIndex)
-ZEND_ARG_INFO(0, hlHostControlDataSource)
-ZEND_ARG_INFO(0, hlHostControlNlMaxDesiredEntries)
-ZEND_ARG_INFO(0, hlHostControlAlMaxDesiredEntries)
-ZEND_ARG_INFO(0, hlHostControlOwner)
-ZEND_ARG_INFO(0, hlHostControlStatus)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, hlHostControlDataSource)
+	ZEND_ARG_INFO(0, hlHostControlNlMaxDesiredEntries)
+	ZEND_ARG_INFO(0, hlHostControlAlMaxDesiredEntries)
+	ZEND_ARG_INFO(0, hlHostControlOwner)
+	ZEND_ARG_INFO(0, hlHostControlStatus)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nlhost_get, 0, 0, 5)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hlHostControlIndex)
-ZEND_ARG_INFO(0, nlHostTimeMark)
-ZEND_ARG_INFO(0, protocolDirLocalIndex)
-ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, nlHostTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_nlhost_getnext arginfo_rmon_nlhost_get
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nlhost_getbulk, 0, 0, 6)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hlHostControlIndex)
-ZEND_ARG_INFO(0, nlHostTimeMark)
-ZEND_ARG_INFO(0, protocolDirLocalIndex)
-ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
-ZEND_ARG_INFO(0, count)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, nlHostTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
+	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_alhost_get, 0, 0, 6)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hlHostControlIndex)
-ZEND_ARG_INFO(0, alHostTimeMark)
-ZEND_ARG_INFO(0, protocolDirLocalIndex)
-ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
-ZEND_ARG_INFO(0, protocolDirLocalIndex2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, alHostTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex2)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_alhost_getnext arginfo_rmon_alhost_get
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_alhost_getbulk, 0, 0, 7)
-ZEND_ARG_INFO(0, connid)
-ZEND_ARG_INFO(0, hlHostControlIndex)
-ZEND_ARG_INFO(0, alHostTimeMark)
-ZEND_ARG_INFO(0, protocolDirLocalIndex)
-ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
-ZEND_ARG_INFO(0, protocolDirLocalIndex2)
-ZEND_ARG_INFO(0, count)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlHostControlIndex)
+	ZEND_ARG_INFO(0, alHostTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, nlHostAddress)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex2)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_alarm_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, alarmIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_alarm_getnext arginfo_rmon_alarm_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_alarm_set, 0, 0, 12)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, alarmIndex)
+	ZEND_ARG_INFO(0, alarmInterval)
+	ZEND_ARG_INFO(0, alarmVariable)
+	ZEND_ARG_INFO(0, alarmSampleType)
+	ZEND_ARG_INFO(0, alarmStartupAlarm)
+	ZEND_ARG_INFO(0, alarmRisingThreshold)
+	ZEND_ARG_INFO(0, alarmFallingThreshold)
+	ZEND_ARG_INFO(0, alarmRisingEventIndex)
+	ZEND_ARG_INFO(0, alarmFallingEventIndex)
+	ZEND_ARG_INFO(0, alarmOwner)
+	ZEND_ARG_INFO(0, alarmStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_event_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, eventIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_event_getnext arginfo_rmon_event_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_event_set, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, eventIndex)
+	ZEND_ARG_INFO(0, eventDescription)
+	ZEND_ARG_INFO(0, eventType)
+	ZEND_ARG_INFO(0, eventCommunity)
+	ZEND_ARG_INFO(0, eventOwner)
+	ZEND_ARG_INFO(0, eventStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_log_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, logEventIndex)
+	ZEND_ARG_INFO(0, logIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_log_getnext arginfo_rmon_log_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_filter_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, filterIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_filter_getnext arginfo_rmon_filter_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_filter_set, 0, 0, 14)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, filterIndex)
+	ZEND_ARG_INFO(0, filterChannelIndex)
+	ZEND_ARG_INFO(0, filterPktDataOffset)
+	ZEND_ARG_INFO(0, filterPktData)
+	ZEND_ARG_INFO(0, filterPktDataMask)
+	ZEND_ARG_INFO(0, filterPktDataNotMask)
+	ZEND_ARG_INFO(0, filterPktStatus)
+	ZEND_ARG_INFO(0, filterPktStatusMask)
+	ZEND_ARG_INFO(0, filterPktStatusNotMask)
+	ZEND_ARG_INFO(0, filterOwner)
+	ZEND_ARG_INFO(0, filterStatus)
+	ZEND_ARG_INFO(0, filterProtocolDirDataLocalIndex)
+	ZEND_ARG_INFO(0, filterProtocolDirLocalIndex)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_channel_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, channelIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_channel_getnext arginfo_rmon_channel_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_channel_set, 0, 0, 12)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, channelIndex)
+	ZEND_ARG_INFO(0, channelIfIndex)
+	ZEND_ARG_INFO(0, channelAcceptType)
+	ZEND_ARG_INFO(0, channelDataControl)
+	ZEND_ARG_INFO(0, channelTurnOnEventIndex)
+	ZEND_ARG_INFO(0, channelTurnOffEventIndex)
+	ZEND_ARG_INFO(0, channelEventIndex)
+	ZEND_ARG_INFO(0, channelEventStatus)
+	ZEND_ARG_INFO(0, channelDescription)
+	ZEND_ARG_INFO(0, channelOwner)
+	ZEND_ARG_INFO(0, channelStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_buffer_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, bufferControlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_buffer_ctl_getnext arginfo_rmon_buffer_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_buffer_ctl_set, 0, 0, 10)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, bufferControlIndex)
+	ZEND_ARG_INFO(0, bufferControlChannelIndex)
+	ZEND_ARG_INFO(0, bufferControlFullAction)
+	ZEND_ARG_INFO(0, bufferControlCaptureSliceSize)
+	ZEND_ARG_INFO(0, bufferControlDownloadSliceSize)
+	ZEND_ARG_INFO(0, bufferControlDownloadOffset)
+	ZEND_ARG_INFO(0, bufferControlMaxOctetsRequested)
+	ZEND_ARG_INFO(0, bufferControlOwner)
+	ZEND_ARG_INFO(0, bufferControlStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_capture_buf_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, captureBufferControlIndex)
+	ZEND_ARG_INFO(0, captureBufferIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_capture_buf_getnext arginfo_rmon_capture_buf_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_capture_save_file, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, fileName)
+	ZEND_ARG_INFO(0, saveValue1)
+	ZEND_ARG_INFO(0, saveValue2)
+	ZEND_ARG_INFO(0, saveValue3)
+	ZEND_ARG_INFO(0, saveOption)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_confirm_rmon_compiled, 0, 0, 1)
-ZEND_ARG_INFO(0, arg)
+	ZEND_ARG_INFO(0, arg)
 ZEND_END_ARG_INFO()
+
 
 ZEND_FUNCTION(rmon_connect);
 ZEND_FUNCTION(rmon_pconnect);
@@ -160,6 +405,12 @@ ZEND_FUNCTION(rmon_ifentry_getnext);
 ZEND_FUNCTION(rmon_etherstats_get);
 ZEND_FUNCTION(rmon_etherstats_getnext);
 ZEND_FUNCTION(rmon_etherstats_set);
+ZEND_FUNCTION(rmon_history_ctl_get);
+ZEND_FUNCTION(rmon_history_ctl_getnext);
+ZEND_FUNCTION(rmon_history_ctl_set);
+ZEND_FUNCTION(rmon_etherhistory_get);
+ZEND_FUNCTION(rmon_etherhistory_getnext);
+ZEND_FUNCTION(rmon_etherhistory_getbulk);
 ZEND_FUNCTION(rmon_host_ctl_get);
 ZEND_FUNCTION(rmon_host_ctl_getnext);
 ZEND_FUNCTION(rmon_host_ctl_set);
@@ -169,6 +420,21 @@ ZEND_FUNCTION(rmon_host_getbulk);
 ZEND_FUNCTION(rmon_hosttime_get);
 ZEND_FUNCTION(rmon_hosttime_getnext);
 ZEND_FUNCTION(rmon_hosttime_getbulk);
+ZEND_FUNCTION(rmon_hosttopn_ctl_get);
+ZEND_FUNCTION(rmon_hosttopn_ctl_getnext);
+ZEND_FUNCTION(rmon_hosttopn_ctl_set);
+ZEND_FUNCTION(rmon_hosttopn_get);
+ZEND_FUNCTION(rmon_hosttopn_getnext);
+ZEND_FUNCTION(rmon_hosttopn_getbulk);
+ZEND_FUNCTION(rmon_matrix_ctl_get);
+ZEND_FUNCTION(rmon_matrix_ctl_getnext);
+ZEND_FUNCTION(rmon_matrix_ctl_set);
+ZEND_FUNCTION(rmon_matrix_sd_get);
+ZEND_FUNCTION(rmon_matrix_sd_getnext);
+ZEND_FUNCTION(rmon_matrix_sd_getbulk);
+ZEND_FUNCTION(rmon_matrix_ds_get);
+ZEND_FUNCTION(rmon_matrix_ds_getnext);
+ZEND_FUNCTION(rmon_matrix_ds_getbulk);
 ZEND_FUNCTION(rmon_hlhost_ctl_get);
 ZEND_FUNCTION(rmon_hlhost_ctl_getnext);
 ZEND_FUNCTION(rmon_hlhost_ctl_set);
@@ -178,34 +444,99 @@ ZEND_FUNCTION(rmon_nlhost_getbulk);
 ZEND_FUNCTION(rmon_alhost_get);
 ZEND_FUNCTION(rmon_alhost_getnext);
 ZEND_FUNCTION(rmon_alhost_getbulk);
+ZEND_FUNCTION(rmon_alarm_get);
+ZEND_FUNCTION(rmon_alarm_getnext);
+ZEND_FUNCTION(rmon_alarm_set);
+ZEND_FUNCTION(rmon_event_get);
+ZEND_FUNCTION(rmon_event_getnext);
+ZEND_FUNCTION(rmon_event_set);
+ZEND_FUNCTION(rmon_log_get);
+ZEND_FUNCTION(rmon_log_getnext);
+ZEND_FUNCTION(rmon_filter_get);
+ZEND_FUNCTION(rmon_filter_getnext);
+ZEND_FUNCTION(rmon_filter_set);
+ZEND_FUNCTION(rmon_channel_get);
+ZEND_FUNCTION(rmon_channel_getnext);
+ZEND_FUNCTION(rmon_channel_set);
+ZEND_FUNCTION(rmon_buffer_ctl_get);
+ZEND_FUNCTION(rmon_buffer_ctl_getnext);
+ZEND_FUNCTION(rmon_buffer_ctl_set);
+ZEND_FUNCTION(rmon_capture_buf_get);
+ZEND_FUNCTION(rmon_capture_buf_getnext);
+ZEND_FUNCTION(rmon_capture_save_file);
 ZEND_FUNCTION(confirm_rmon_compiled);
 
+
 static const zend_function_entry ext_functions[] = {
-    ZEND_FE(rmon_connect, arginfo_rmon_connect) ZEND_FE(rmon_pconnect, arginfo_rmon_pconnect)
-        ZEND_FE(rmon_close, arginfo_rmon_close) ZEND_FE(rmon_system_get, arginfo_rmon_system_get) ZEND_FE(
-            rmon_system_set, arginfo_rmon_system_set) ZEND_FE(rmon_ifentry_get, arginfo_rmon_ifentry_get)
-            ZEND_FE(rmon_ifentry_getnext, arginfo_rmon_ifentry_getnext) ZEND_FE(
-                rmon_etherstats_get,
-                arginfo_rmon_etherstats_get) ZEND_FE(rmon_etherstats_getnext, arginfo_rmon_etherstats_getnext)
-                ZEND_FE(rmon_etherstats_set, arginfo_rmon_etherstats_set) ZEND_FE(
-                    rmon_host_ctl_get,
-                    arginfo_rmon_host_ctl_get) ZEND_FE(rmon_host_ctl_getnext, arginfo_rmon_host_ctl_getnext)
-                    ZEND_FE(rmon_host_ctl_set, arginfo_rmon_host_ctl_set) ZEND_FE(
-                        rmon_host_get,
-                        arginfo_rmon_host_get) ZEND_FE(rmon_host_getnext, arginfo_rmon_host_getnext)
-                        ZEND_FE(rmon_host_getbulk, arginfo_rmon_host_getbulk)
-                            ZEND_FE(rmon_hosttime_get, arginfo_rmon_hosttime_get)
-                                ZEND_FE(rmon_hosttime_getnext, arginfo_rmon_hosttime_getnext) ZEND_FE(
-                                    rmon_hosttime_getbulk, arginfo_rmon_hosttime_getbulk)
-                                    ZEND_FE(rmon_hlhost_ctl_get, arginfo_rmon_hlhost_ctl_get) ZEND_FE(
-                                        rmon_hlhost_ctl_getnext, arginfo_rmon_hlhost_ctl_getnext)
-                                        ZEND_FE(rmon_hlhost_ctl_set, arginfo_rmon_hlhost_ctl_set) ZEND_FE(
-                                            rmon_nlhost_get, arginfo_rmon_nlhost_get)
-                                            ZEND_FE(rmon_nlhost_getnext, arginfo_rmon_nlhost_getnext) ZEND_FE(
-                                                rmon_nlhost_getbulk, arginfo_rmon_nlhost_getbulk)
-                                                ZEND_FE(rmon_alhost_get, arginfo_rmon_alhost_get) ZEND_FE(
-                                                    rmon_alhost_getnext, arginfo_rmon_alhost_getnext)
-                                                    ZEND_FE(rmon_alhost_getbulk, arginfo_rmon_alhost_getbulk)
-                                                        ZEND_FE(
-                                                            confirm_rmon_compiled,
-                                                            arginfo_confirm_rmon_compiled) ZEND_FE_END};
+	ZEND_FE(rmon_connect, arginfo_rmon_connect)
+	ZEND_FE(rmon_pconnect, arginfo_rmon_pconnect)
+	ZEND_FE(rmon_close, arginfo_rmon_close)
+	ZEND_FE(rmon_system_get, arginfo_rmon_system_get)
+	ZEND_FE(rmon_system_set, arginfo_rmon_system_set)
+	ZEND_FE(rmon_ifentry_get, arginfo_rmon_ifentry_get)
+	ZEND_FE(rmon_ifentry_getnext, arginfo_rmon_ifentry_getnext)
+	ZEND_FE(rmon_etherstats_get, arginfo_rmon_etherstats_get)
+	ZEND_FE(rmon_etherstats_getnext, arginfo_rmon_etherstats_getnext)
+	ZEND_FE(rmon_etherstats_set, arginfo_rmon_etherstats_set)
+	ZEND_FE(rmon_history_ctl_get, arginfo_rmon_history_ctl_get)
+	ZEND_FE(rmon_history_ctl_getnext, arginfo_rmon_history_ctl_getnext)
+	ZEND_FE(rmon_history_ctl_set, arginfo_rmon_history_ctl_set)
+	ZEND_FE(rmon_etherhistory_get, arginfo_rmon_etherhistory_get)
+	ZEND_FE(rmon_etherhistory_getnext, arginfo_rmon_etherhistory_getnext)
+	ZEND_FE(rmon_etherhistory_getbulk, arginfo_rmon_etherhistory_getbulk)
+	ZEND_FE(rmon_host_ctl_get, arginfo_rmon_host_ctl_get)
+	ZEND_FE(rmon_host_ctl_getnext, arginfo_rmon_host_ctl_getnext)
+	ZEND_FE(rmon_host_ctl_set, arginfo_rmon_host_ctl_set)
+	ZEND_FE(rmon_host_get, arginfo_rmon_host_get)
+	ZEND_FE(rmon_host_getnext, arginfo_rmon_host_getnext)
+	ZEND_FE(rmon_host_getbulk, arginfo_rmon_host_getbulk)
+	ZEND_FE(rmon_hosttime_get, arginfo_rmon_hosttime_get)
+	ZEND_FE(rmon_hosttime_getnext, arginfo_rmon_hosttime_getnext)
+	ZEND_FE(rmon_hosttime_getbulk, arginfo_rmon_hosttime_getbulk)
+	ZEND_FE(rmon_hosttopn_ctl_get, arginfo_rmon_hosttopn_ctl_get)
+	ZEND_FE(rmon_hosttopn_ctl_getnext, arginfo_rmon_hosttopn_ctl_getnext)
+	ZEND_FE(rmon_hosttopn_ctl_set, arginfo_rmon_hosttopn_ctl_set)
+	ZEND_FE(rmon_hosttopn_get, arginfo_rmon_hosttopn_get)
+	ZEND_FE(rmon_hosttopn_getnext, arginfo_rmon_hosttopn_getnext)
+	ZEND_FE(rmon_hosttopn_getbulk, arginfo_rmon_hosttopn_getbulk)
+	ZEND_FE(rmon_matrix_ctl_get, arginfo_rmon_matrix_ctl_get)
+	ZEND_FE(rmon_matrix_ctl_getnext, arginfo_rmon_matrix_ctl_getnext)
+	ZEND_FE(rmon_matrix_ctl_set, arginfo_rmon_matrix_ctl_set)
+	ZEND_FE(rmon_matrix_sd_get, arginfo_rmon_matrix_sd_get)
+	ZEND_FE(rmon_matrix_sd_getnext, arginfo_rmon_matrix_sd_getnext)
+	ZEND_FE(rmon_matrix_sd_getbulk, arginfo_rmon_matrix_sd_getbulk)
+	ZEND_FE(rmon_matrix_ds_get, arginfo_rmon_matrix_ds_get)
+	ZEND_FE(rmon_matrix_ds_getnext, arginfo_rmon_matrix_ds_getnext)
+	ZEND_FE(rmon_matrix_ds_getbulk, arginfo_rmon_matrix_ds_getbulk)
+	ZEND_FE(rmon_hlhost_ctl_get, arginfo_rmon_hlhost_ctl_get)
+	ZEND_FE(rmon_hlhost_ctl_getnext, arginfo_rmon_hlhost_ctl_getnext)
+	ZEND_FE(rmon_hlhost_ctl_set, arginfo_rmon_hlhost_ctl_set)
+	ZEND_FE(rmon_nlhost_get, arginfo_rmon_nlhost_get)
+	ZEND_FE(rmon_nlhost_getnext, arginfo_rmon_nlhost_getnext)
+	ZEND_FE(rmon_nlhost_getbulk, arginfo_rmon_nlhost_getbulk)
+	ZEND_FE(rmon_alhost_get, arginfo_rmon_alhost_get)
+	ZEND_FE(rmon_alhost_getnext, arginfo_rmon_alhost_getnext)
+	ZEND_FE(rmon_alhost_getbulk, arginfo_rmon_alhost_getbulk)
+	ZEND_FE(rmon_alarm_get, arginfo_rmon_alarm_get)
+	ZEND_FE(rmon_alarm_getnext, arginfo_rmon_alarm_getnext)
+	ZEND_FE(rmon_alarm_set, arginfo_rmon_alarm_set)
+	ZEND_FE(rmon_event_get, arginfo_rmon_event_get)
+	ZEND_FE(rmon_event_getnext, arginfo_rmon_event_getnext)
+	ZEND_FE(rmon_event_set, arginfo_rmon_event_set)
+	ZEND_FE(rmon_log_get, arginfo_rmon_log_get)
+	ZEND_FE(rmon_log_getnext, arginfo_rmon_log_getnext)
+	ZEND_FE(rmon_filter_get, arginfo_rmon_filter_get)
+	ZEND_FE(rmon_filter_getnext, arginfo_rmon_filter_getnext)
+	ZEND_FE(rmon_filter_set, arginfo_rmon_filter_set)
+	ZEND_FE(rmon_channel_get, arginfo_rmon_channel_get)
+	ZEND_FE(rmon_channel_getnext, arginfo_rmon_channel_getnext)
+	ZEND_FE(rmon_channel_set, arginfo_rmon_channel_set)
+	ZEND_FE(rmon_buffer_ctl_get, arginfo_rmon_buffer_ctl_get)
+	ZEND_FE(rmon_buffer_ctl_getnext, arginfo_rmon_buffer_ctl_getnext)
+	ZEND_FE(rmon_buffer_ctl_set, arginfo_rmon_buffer_ctl_set)
+	ZEND_FE(rmon_capture_buf_get, arginfo_rmon_capture_buf_get)
+	ZEND_FE(rmon_capture_buf_getnext, arginfo_rmon_capture_buf_getnext)
+	ZEND_FE(rmon_capture_save_file, arginfo_rmon_capture_save_file)
+	ZEND_FE(confirm_rmon_compiled, arginfo_confirm_rmon_compiled)
+	ZEND_FE_END
+};

@@ -18,6 +18,8 @@
 
 /** How long a call waits for its reply. */
 inline constexpr timeval TIMEOUT{25, 0};
+/** How long a capture save waits: writing a large buffer to a file can take longer. */
+inline constexpr timeval CAPTURE_SAVE_TIMEOUT{60, 0};
 
 /** A procedure's only reply. It stays valid until the procedure is called again. */
 struct reply_buffer {
@@ -72,10 +74,39 @@ inline constexpr procedure<3, rmonrpc_row_key2_t, rmonrpc_ifentry_t> ifentry_get
 
 inline constexpr procedure<4, rmonrpc_row_key2_t, rmonrpc_etherstats_t> etherstats_get_1;
 inline constexpr procedure<5, rmonrpc_etherstats_t, int32_t> etherstats_set_1;
+inline constexpr procedure<6, rmonrpc_row_key2_t, rmonrpc_history_ctl_t> history_ctl_get_1;
+inline constexpr procedure<7, rmonrpc_history_ctl_t, int32_t> history_ctl_set_1;
+inline constexpr procedure<8, rmonrpc_row_key4_t, rmonrpc_etherhistory_arr_t> etherhistory_get_1;
 inline constexpr procedure<9, rmonrpc_row_key2_t, rmonrpc_host_ctl_t> host_ctl_get_1;
 inline constexpr procedure<10, rmonrpc_host_ctl_t, int32_t> host_ctl_set_1;
 inline constexpr procedure<11, rmonrpc_host_key_t, rmonrpc_host_arr_t> host_get_1;
 inline constexpr procedure<12, rmonrpc_row_key4_t, rmonrpc_hosttime_arr_t> hosttime_get_1;
+inline constexpr procedure<13, rmonrpc_row_key2_t, rmonrpc_hosttopn_ctl_t> hosttopn_ctl_get_1;
+inline constexpr procedure<14, rmonrpc_hosttopn_ctl_t, int32_t> hosttopn_ctl_set_1;
+inline constexpr procedure<15, rmonrpc_row_key4_t, rmonrpc_hosttopn_arr_t> hosttopn_get_1;
+inline constexpr procedure<16, rmonrpc_row_key2_t, rmonrpc_matrix_ctl_t> matrix_ctl_get_1;
+inline constexpr procedure<17, rmonrpc_matrix_ctl_t, int32_t> matrix_ctl_set_1;
+inline constexpr procedure<18, rmonrpc_matrix_key_t, rmonrpc_matrix_arr_t> matrix_get_1;
+inline constexpr procedure<38, rmonrpc_row_key2_t, rmonrpc_alarm_t> alarm_get_1;
+inline constexpr procedure<39, rmonrpc_alarm_t, int32_t> alarm_set_1;
+inline constexpr procedure<40, rmonrpc_row_key2_t, rmonrpc_event_t> event_get_1;
+inline constexpr procedure<41, rmonrpc_event_t, int32_t> event_set_1;
+inline constexpr procedure<42, rmonrpc_row_key3_t, rmonrpc_log_t> log_get_1;
+inline constexpr procedure<43, rmonrpc_row_key2_t, rmonrpc_filter_t> filter_get_1;
+inline constexpr procedure<44, rmonrpc_filter_t, int32_t> filter_set_1;
+inline constexpr procedure<45, rmonrpc_row_key2_t, rmonrpc_channel_t> channel_get_1;
+inline constexpr procedure<46, rmonrpc_channel_t, int32_t> channel_set_1;
+inline constexpr procedure<47, rmonrpc_row_key2_t, rmonrpc_buffer_ctl_t> buffer_ctl_get_1;
+inline constexpr procedure<48, rmonrpc_buffer_ctl_t, int32_t> buffer_ctl_set_1;
+inline constexpr procedure<49, rmonrpc_row_key3_t, rmonrpc_capturebuf_t> capture_buf_get_1;
+inline constexpr procedure<50, rmonrpc_capture_save_key_t, rmonrpc_capture_save_result_t> capture_save_file_1;
+/** The same call with more patience and a reply of its own: the one that scripts make. */
+inline constexpr procedure<
+    50,
+    rmonrpc_capture_save_key_t,
+    rmonrpc_capture_save_result_t,
+    CAPTURE_SAVE_TIMEOUT>
+    capture_save_file_2;
 
 /* ---- RMON2 -------------------------------------------------------------------- */
 
