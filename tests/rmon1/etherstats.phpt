@@ -1,0 +1,88 @@
+--TEST--
+Ethernet statistics: rows and their control
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+$fields = [
+    'status' => 'int',
+    'etherStatsIndex' => 'int',
+    'etherStatsDataSource' => 'int',
+    'etherStatsDropEvents' => 'counter',
+    'etherStatsOctets' => 'counter',
+    'etherStatsPkts' => 'counter',
+    'etherStatsBroadcastPkts' => 'counter',
+    'etherStatsMulticastPkts' => 'counter',
+    'etherStatsCRCAlignErrors' => 'counter',
+    'etherStatsUndersizePkts' => 'counter',
+    'etherStatsOversizePkts' => 'counter',
+    'etherStatsFragments' => 'counter',
+    'etherStatsJabbers' => 'counter',
+    'etherStatsCollisions' => 'counter',
+    'etherStatsPkts64Octets' => 'counter',
+    'etherStatsPkts65to127Octets' => 'counter',
+    'etherStatsPkts128to255Octets' => 'counter',
+    'etherStatsPkts256to511Octets' => 'counter',
+    'etherStatsPkts512to1023Octets' => 'counter',
+    'etherStatsPkts1024to1518Octets' => 'counter',
+    'etherStatsOwner' => 'text',
+    'etherStatsStatus' => 'int',
+    'etherStatsDroppedFrames' => 'counter',
+    'etherStatsCreateTime' => 'unsigned',
+];
+check_row_readers('rmon_etherstats', 4, 'rmon_ifentry_get', $fields);
+
+// Counters are floats that are never negative.
+$values = [
+    '0x0' => 0.0,
+    '0x1' => 1.0,
+    '0x20000000000001' => 9007199254740992.0, // 2^53 + 1 has no float of its own
+    '0x7fffffffffffffff' => 9223372036854775808.0,
+    '0x8000000000000000' => 9223372036854775808.0,
+    '0x8000000000000005' => 9223372036854775808.0,
+    '0x8000000000000401' => 9223372036854777856.0, // just over half way to the next float
+    '0xffffffffffffffff' => 18446744073709551616.0,
+];
+foreach ($values as $bits => $float) {
+    $row = array_replace(sample($fields), ['etherStatsOctets' => [u64($bits), $float]]);
+    check_call('rmon_etherstats_get', [1], 4, key_of(1, 1), reply(wire($row)), shown($row));
+}
+
+$row = array_replace(sample($fields), ['etherStatsOwner' => [text(str_repeat('o', 256)), '']]);
+check_call('rmon_etherstats_get', [1], 4, key_of(1, 1), reply(wire($row)), false, ["rmon_ifentry_get: RPC: Can't decode result"]);
+
+// Set: counters and the time of creation are the agent's.
+$request = fn(int $index, int $source, string $owner, int $status) => record(
+    status: i32(0),
+    etherStatsIndex: i32($index),
+    etherStatsDataSource: i32($source),
+    etherStatsDropEvents: u64(0),
+    etherStatsOctets: u64(0),
+    etherStatsPkts: u64(0),
+    etherStatsBroadcastPkts: u64(0),
+    etherStatsMulticastPkts: u64(0),
+    etherStatsCRCAlignErrors: u64(0),
+    etherStatsUndersizePkts: u64(0),
+    etherStatsOversizePkts: u64(0),
+    etherStatsFragments: u64(0),
+    etherStatsJabbers: u64(0),
+    etherStatsCollisions: u64(0),
+    etherStatsPkts64Octets: u64(0),
+    etherStatsPkts65to127Octets: u64(0),
+    etherStatsPkts128to255Octets: u64(0),
+    etherStatsPkts256to511Octets: u64(0),
+    etherStatsPkts512to1023Octets: u64(0),
+    etherStatsPkts1024to1518Octets: u64(0),
+    etherStatsOwner: text($owner),
+    etherStatsStatus: i32($status),
+    etherStatsDroppedFrames: u64(0),
+    etherStatsCreateTime: u32(0),
+);
+check_writer('rmon_etherstats_set', 5, 'rmon_etherstats_set', [21, 22, 'an owner', 24], $request, false);
+
+done();
+--EXPECT--
+OK

@@ -1,0 +1,64 @@
+--TEST--
+The system group: read, and its three texts that can be set
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+// Read: no status, no key.
+$fields = [
+    'sysDescr' => 'text',
+    'sysUpTime' => 'unsigned',
+    'sysContact' => 'text',
+    'sysName' => 'text',
+    'sysLocation' => 'text',
+    'sysObjectID' => 'text',
+    'sysServices' => 'int',
+];
+$sample = sample($fields);
+check_common('rmon_system_get', [], 1, '', 'rmon_system_get', wire($sample), shown($sample));
+check_conversions('rmon_system_get', ['int'], [1]);
+
+$reply = record(
+    sysDescr: text('probe'),
+    sysUpTime: u32(4294967295),
+    sysContact: text(''),
+    sysName: text("p1\0p2"),
+    sysLocation: text(str_repeat('x', 255)),
+    sysObjectID: text('1.3.6.1.4.1.9'),
+    sysServices: i32(72),
+);
+$row = [
+    'sysDescr' => 'probe',
+    'sysUpTime' => 4294967295,
+    'sysContact' => '',
+    'sysName' => 'p1',
+    'sysLocation' => str_repeat('x', 255),
+    'sysObjectID' => '1.3.6.1.4.1.9',
+    'sysServices' => 72,
+];
+check_call('rmon_system_get', [], 1, '', reply($reply), $row);
+
+// No text of a reply is longer than 255 bytes.
+foreach (array_keys($fields, 'text') as $name) {
+    $long = wire(array_replace($sample, [$name => [text(str_repeat('x', 256)), '']]));
+    check_call('rmon_system_get', [], 1, '', reply($long), false, ["rmon_system_get: RPC: Can't decode result"]);
+}
+
+// Set: what an operator may not set travels empty.
+$request = fn(string $sysContact, string $sysName, string $sysLocation) => record(
+    sysDescr: text(''),
+    sysUpTime: u32(0),
+    sysContact: text($sysContact),
+    sysName: text($sysName),
+    sysLocation: text($sysLocation),
+    sysObjectID: text(''),
+    sysServices: i32(0),
+);
+check_writer('rmon_system_set', 2, 'rmon_system_set', ['ops@example.net', 'probe-7', 'rack 4'], $request, false);
+
+done();
+--EXPECT--
+OK
