@@ -1,0 +1,67 @@
+--TEST--
+Alarms: rows, and creating or changing one
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+$fields = [
+    'status' => 'int',
+    'alarmIndex' => 'unsigned',
+    'alarmInterval' => 'unsigned',
+    'alarmVariable' => 'text',
+    'alarmSampleType' => 'int',
+    'alarmValue' => 'unsigned',
+    'alarmStartupAlarm' => 'int',
+    'alarmRisingThreshold' => 'unsigned',
+    'alarmFallingThreshold' => 'unsigned',
+    'alarmRisingEventIndex' => 'unsigned',
+    'alarmFallingEventIndex' => 'unsigned',
+    'alarmOwner' => 'text',
+    'alarmStatus' => 'int',
+];
+check_row_readers('rmon_alarm', 38, 'host_ctl_get', $fields);
+
+// The variable has no bound, in a reply either; the owner has.
+$variable = '1.3.6.1.2.1.2.2.1.10' . str_repeat('.4294967295', 2000);
+$row = array_replace(sample($fields), ['alarmVariable' => [text($variable), $variable]]);
+check_call('rmon_alarm_get', [1], 38, key_of(1, 1), reply(wire($row)), shown($row));
+$row = array_replace(sample($fields), ['alarmOwner' => [text(str_repeat('o', 256)), '']]);
+check_call('rmon_alarm_get', [1], 38, key_of(1, 1), reply(wire($row)), false, ["host_ctl_get: RPC: Can't decode result"]);
+
+// The value is the agent's.
+$request = fn(
+    int $index,
+    int $interval,
+    string $variable,
+    int $sampleType,
+    int $startup,
+    int $rising,
+    int $falling,
+    int $risingEvent,
+    int $fallingEvent,
+    string $owner,
+    int $status,
+) => record(
+    status: i32(0),
+    alarmIndex: u32($index),
+    alarmInterval: u32($interval),
+    alarmVariable: text($variable),
+    alarmSampleType: i32($sampleType),
+    alarmValue: u32(0),
+    alarmStartupAlarm: i32($startup),
+    alarmRisingThreshold: u32($rising),
+    alarmFallingThreshold: u32($falling),
+    alarmRisingEventIndex: u32($risingEvent),
+    alarmFallingEventIndex: u32($fallingEvent),
+    alarmOwner: text($owner),
+    alarmStatus: i32($status),
+);
+$arguments = [21, 22, '1.3.6.1.2.1.2.2.1.10.3', 24, 25, 4294967295, 27, 28, 29, 'an owner', 31];
+check_writer('rmon_alarm_set', 39, 'rmon_host_ctl_set', $arguments, $request, true, [2]);
+
+done();
+--EXPECT--
+OK

@@ -1,0 +1,71 @@
+--TEST--
+Channels: rows, and creating or changing one
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+$fields = [
+    'status' => 'int',
+    'channelIndex' => 'unsigned',
+    'channelIfIndex' => 'unsigned',
+    'channelAcceptType' => 'int',
+    'channelDataControl' => 'int',
+    'channelTurnOnEventIndex' => 'unsigned',
+    'channelTurnOffEventIndex' => 'unsigned',
+    'channelEventIndex' => 'unsigned',
+    'channelEventStatus' => 'int',
+    'channelMatches' => 'unsigned',
+    'channelDescription' => 'text',
+    'channelOwner' => 'text',
+    'channelStatus' => 'int',
+    'channelCreateTime' => 'unsigned',
+    'channelDroppedFrames' => 'unsigned',
+];
+check_row_readers('rmon_channel', 45, 'channel_get', $fields);
+
+// The description has no bound, in a reply either; the owner has.
+$description = str_repeat('what this channel lets through, ', 1000);
+$row = array_replace(sample($fields), ['channelDescription' => [text($description), $description]]);
+check_call('rmon_channel_get', [1], 45, key_of(1, 1), reply(wire($row)), shown($row));
+$row = array_replace(sample($fields), ['channelOwner' => [text(str_repeat('o', 256)), '']]);
+check_call('rmon_channel_get', [1], 45, key_of(1, 1), reply(wire($row)), false, ["channel_get: RPC: Can't decode result"]);
+
+// Matches, time of creation and dropped frames are the agent's.
+$request = fn(
+    int $index,
+    int $interface,
+    int $acceptType,
+    int $dataControl,
+    int $turnOnEvent,
+    int $turnOffEvent,
+    int $event,
+    int $eventStatus,
+    string $description,
+    string $owner,
+    int $status,
+) => record(
+    status: i32(0),
+    channelIndex: u32($index),
+    channelIfIndex: u32($interface),
+    channelAcceptType: i32($acceptType),
+    channelDataControl: i32($dataControl),
+    channelTurnOnEventIndex: u32($turnOnEvent),
+    channelTurnOffEventIndex: u32($turnOffEvent),
+    channelEventIndex: u32($event),
+    channelEventStatus: i32($eventStatus),
+    channelMatches: u32(0),
+    channelDescription: text($description),
+    channelOwner: text($owner),
+    channelStatus: i32($status),
+    channelCreateTime: u32(0),
+    channelDroppedFrames: u32(0),
+);
+$arguments = [21, 22, 23, 24, 25, 26, 4294967295, 28, 'a description', 'an owner', 31];
+check_writer('rmon_channel_set', 46, 'rmon_channel_set', $arguments, $request, true, [8]);
+
+done();
+--EXPECT--
+OK

@@ -1,0 +1,25 @@
+--TEST--
+The log of events
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+$fields = [
+    'status' => 'int',
+    'logEventIndex' => 'unsigned',
+    'logIndex' => 'unsigned',
+    'logTime' => 'unsigned',
+    'logDescription' => 'text',
+];
+check_row_readers('rmon_log', 42, 'host_ctl_get', $fields, indexes: 2);
+
+$key = record(eventIndex: i32(3), logIndex: i32(9), getType: i32(2));
+$row = array_replace(sample($fields), ['logDescription' => [text(''), '']]);
+check_call('rmon_log_getnext', [3, 9], 42, $key, reply(wire($row)), shown($row));
+
+done();
+--EXPECT--
+OK

@@ -1,0 +1,76 @@
+--TEST--
+Matrix: conversations in both views
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+foreach (['SD' => 0, 'DS' => 1] as $view => $direction) {
+    $table = 'rmon_matrix_' . strtolower($view);
+    $fields = [
+        'status' => 'int',
+        "matrix{$view}SourceAddress" => 'bytes',
+        "matrix{$view}DestAddress" => 'bytes',
+        "matrix{$view}Index" => 'int',
+        "matrix{$view}Pkts" => 'counter',
+        "matrix{$view}Octets" => 'counter',
+        "matrix{$view}Errors" => 'counter',
+    ];
+    // The count stands before the getType. The source is the first address in both views.
+    $key = fn(array|string $source, array|string $dest, int $getType = 1, int $count = 1) => record(
+        index: i32(71),
+        sourceAddress: byte_list($source),
+        destAddress: byte_list($dest),
+        count: i32($count),
+        getType: i32($getType),
+        direction: i32($direction),
+    );
+    $source = [10, 0, 255, 7];
+    $dest = [0, 26, 43, 60, 77, 94];
+    check_rows_readers(
+        $table,
+        18,
+        'matrix_getbulk',
+        $fields,
+        null,
+        [71, $source, $dest],
+        fn(int $getType, int $count) => $key($source, $dest, $getType, $count),
+        ['int', 'int', 'address', 'address'],
+    );
+
+    // Four arguments are too few for the bulk form.
+    check_refused("{$table}_getbulk", [agent_link(), 71, $source, $dest], null, ["Wrong parameter count for {$table}_getbulk()"]);
+
+    $row = sample($fields);
+    $reply = rows(wire($row));
+    $asSource = fn(mixed $address, array|string $bytes, array $messages = []) =>
+        check_call("{$table}_get", [71, $address, $dest], 18, $key($bytes, $dest), reply($reply), shown($row), $messages);
+    check_address_argument($asSource, "{$table}_get", [71], [$dest]);
+    $asDest = fn(mixed $address, array|string $bytes, array $messages = []) =>
+        check_call("{$table}_get", [71, $source, $address], 18, $key($source, $bytes), reply($reply), shown($row), $messages);
+    check_address_argument($asDest, "{$table}_get", [71, $source]);
+
+    // Anything but an array isn't looked at, be it an object.
+    $asSource(new ArrayObject([1]), '');
+    $asDest(new ArrayObject([1]), '');
+
+    // The source is converted before the destination.
+    $objects = [[new Argument1(), 1], [2, new Argument2()]];
+    check_call("{$table}_get", [71, ...$objects], 18, $key([1, 1], [2, 1]), reply($reply), shown($row), [
+        'Object of class Argument1 could not be converted to int',
+        'Object of class Argument2 could not be converted to int',
+    ]);
+
+    // An empty address in a row is the integer 0.
+    $names = ["matrix{$view}SourceAddress", "matrix{$view}DestAddress"];
+    foreach ([[$names[0]], [$names[1]], $names] as $empty) {
+        $row = array_replace(sample($fields), array_fill_keys($empty, [byte_list(''), 0]));
+        check_call("{$table}_get", [71, '', ''], 18, $key('', ''), reply(rows(wire($row))), shown($row));
+    }
+}
+
+done();
+--EXPECT--
+OK

@@ -1,0 +1,34 @@
+--TEST--
+Matrix control: rows, and creating or changing one
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+check_row_readers('rmon_matrix_ctl', 16, 'matrix_ctl_get', [
+    'status' => 'int',
+    'matrixControlIndex' => 'int',
+    'matrixControlDataSource' => 'int',
+    'matrixControlTableSize' => 'int',
+    'matrixControlLastDeleteTime' => 'unsigned',
+    'matrixControlOwner' => 'text',
+    'matrixControlStatus' => 'int',
+]);
+
+// The table's size and the time of the last deletion are the agent's.
+$request = fn(int $index, int $source, string $owner, int $status) => record(
+    status: i32(0),
+    matrixControlIndex: i32($index),
+    matrixControlDataSource: i32($source),
+    matrixControlTableSize: i32(0),
+    matrixControlLastDeleteTime: u32(0),
+    matrixControlOwner: text($owner),
+    matrixControlStatus: i32($status),
+);
+check_writer('rmon_matrix_ctl_set', 17, 'rmon_matrix_ctl_set', [21, 22, 'an owner', 24], $request, false);
+
+done();
+--EXPECT--
+OK
