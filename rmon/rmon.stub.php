@@ -660,9 +660,343 @@ function rmon_matrix_ds_getbulk($connid, $matrixDSIndex, $matrixDSSourceAddress,
 
 /* ---- protocol directory -------------------------------------------------------------- */
 
+/**
+ * When the protocol directory changed last (RFC 2021, protocolDirLastChange).
+ *
+ * @param resource|int $connid
+ * @return int|false|null in hundredths of a second; FALSE without a message when the call failed
+ */
+function rmon_pdir_lastchange_get($connid) {}
+
+/**
+ * One protocol, by its identifier and parameters (RFC 2021, protocolDirTable).
+ *
+ * @param resource|int $connid
+ * @param array $protocolDirID one integer for each byte, at most 255 ("too many (...) elements in addr!" and
+ *     FALSE); an element that is no integer is refused ("addr element not a LONG (...)!" with the number of
+ *     its type, and FALSE). Anything but an array is an empty identifier.
+ * @param array $protocolDirParameters likewise
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     protocolDirID: list<int>,
+ *     protocolDirParameters: list<int>,
+ *     protocolDirLocalIndex: int,
+ *     protocolDirDescr: string,
+ *     protocolDirType: int,
+ *     protocolDirAddressMapConfig: int,
+ *     protocolDirHostConfig: int,
+ *     protocolDirMatrixConfig: int,
+ *     protocolDirOwner: string,
+ *     protocolDirStatus: int,
+ *     protocolDirArtConfig: int,
+ *     is_leaf: int,
+ *     is_network: int,
+ *     flags: int
+ * }|false|null 0 and status: the agent's result code. protocolDirLocalIndex names the protocol in all other
+ *     tables; the four Config fields are 1 notSupported, 2 supportedOff or 3 supportedOn; protocolDirStatus
+ *     is a RowStatus (1 active, 2 notInService, 3 notReady), flags a set of the PDIR_FLAG_ constants. FALSE
+ *     without a message when the agent has no such row, after the warning "addrmap_entry_get: RPC: ..." when
+ *     the call failed
+ */
+function rmon_pdir_get($connid, $protocolDirID, $protocolDirParameters) {}
+
+/**
+ * The first protocol behind an identifier and parameters (empty ones: the first of all). See rmon_pdir_get().
+ *
+ * @param resource|int $connid
+ * @param array $protocolDirID
+ * @param array $protocolDirParameters
+ * @return array|false|null
+ */
+function rmon_pdir_getnext($connid, $protocolDirID, $protocolDirParameters) {}
+
+/**
+ * Several protocols behind an identifier and parameters. See rmon_pdir_get().
+ *
+ * @param resource|int $connid
+ * @param array $protocolDirID
+ * @param array $protocolDirParameters
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_pdir_getbulk($connid, $protocolDirID, $protocolDirParameters, $count) {}
+
+/**
+ * Creates or changes a row of the protocol directory (RFC 2021, protocolDirTable). An identifier that is
+ * refused is reported before a link that is not open.
+ *
+ * @param resource|int $connid
+ * @param array $protocolDirID as in rmon_pdir_get()
+ * @param array $protocolDirParameters
+ * @param string $protocolDirDescr at most 255 bytes
+ * @param int $protocolDirAddressMapConfig 2 supportedOff or 3 supportedOn, like the next three
+ * @param int $protocolDirHostConfig
+ * @param int $protocolDirMatrixConfig
+ * @param int $protocolDirArtConfig
+ * @param string $protocolDirOwner at most 255 bytes
+ * @param int $protocolDirStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo, 5 createAndWait,
+ *     6 destroy
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_pdir_set: RPC: ..."
+ */
+function rmon_pdir_set($connid, $protocolDirID, $protocolDirParameters, $protocolDirDescr, $protocolDirAddressMapConfig, $protocolDirHostConfig, $protocolDirMatrixConfig, $protocolDirArtConfig, $protocolDirOwner, $protocolDirStatus) {}
+
+/**
+ * One protocol, by its local index (RFC 2021, protocolDirTable). The row has no protocolDirType,
+ * protocolDirOwner and protocolDirStatus.
+ *
+ * @param resource|int $connid
+ * @param int $protocolDirLocalIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     protocolDirID: list<int>,
+ *     protocolDirParameters: list<int>,
+ *     protocolDirLocalIndex: int,
+ *     protocolDirDescr: string,
+ *     protocolDirAddressMapConfig: int,
+ *     protocolDirHostConfig: int,
+ *     protocolDirMatrixConfig: int,
+ *     protocolDirArtConfig: int,
+ *     is_leaf: int,
+ *     is_network: int,
+ *     flags: int
+ * }|false|null as in rmon_pdir_get(); FALSE without a message when the call failed
+ */
+function rmon_pdir_byidx_get($connid, $protocolDirLocalIndex) {}
+
+/**
+ * The first protocol behind a local index (0: the first of all). See rmon_pdir_byidx_get().
+ *
+ * @param resource|int $connid
+ * @param int $protocolDirLocalIndex
+ * @return array|false|null
+ */
+function rmon_pdir_byidx_getnext($connid, $protocolDirLocalIndex) {}
+
 /* ---- protocol distribution ----------------------------------------------------------- */
 
+/**
+ * One row of the protocol distribution's control table (RFC 2021, protocolDistControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $protocolDistControlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     protocolDistControlIndex: int,
+ *     protocolDistControlDataSource: int,
+ *     protocolDistControlDroppedFrames: int,
+ *     protocolDistControlCreateTime: int,
+ *     protocolDistControlOwner: string,
+ *     protocolDistControlStatus: int
+ * }|false|null 0 and status: the agent's result code. protocolDistControlDataSource is an interface index,
+ *     protocolDistControlCreateTime in hundredths of a second, protocolDistControlStatus a RowStatus. A
+ *     reply without an owner shows "" after the user notice "owner ptr is NULL!". FALSE after the warning
+ *     "rmon_pdist_ctl_get: RPC: ..."
+ */
+function rmon_pdist_ctl_get($connid, $protocolDistControlIndex) {}
+
+/**
+ * The first row of the protocol distribution's control table behind an index (0: the first of all). See
+ * rmon_pdist_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $protocolDistControlIndex
+ * @return array|false|null
+ */
+function rmon_pdist_ctl_getnext($connid, $protocolDistControlIndex) {}
+
+/**
+ * Creates or changes a row of the protocol distribution's control table (RFC 2021, protocolDistControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $protocolDistControlIndex
+ * @param int $protocolDistControlDataSource an interface index
+ * @param string $protocolDistControlOwner at most 255 bytes
+ * @param int $protocolDistControlStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo,
+ *     5 createAndWait, 6 destroy
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_pdist_ctl_set: RPC: ..."
+ */
+function rmon_pdist_ctl_set($connid, $protocolDistControlIndex, $protocolDistControlDataSource, $protocolDistControlOwner, $protocolDistControlStatus) {}
+
+/**
+ * The traffic of one protocol on one data source (RFC 2021, protocolDistStatsTable), with 64-bit counters.
+ *
+ * @param resource|int $connid
+ * @param int $protocolDistControlIndex the control row
+ * @param int $protocolDirLocalIndex the protocol
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     1: int,
+ *     pd_flags: int,
+ *     protocolDistControlIndex: int,
+ *     protocolDirLocalIndex: int,
+ *     protocolDistStatsPkts: float,
+ *     protocolDistStatsOctets: float
+ * }|false|null 0 and status: the agent's result code; 1: protocolDistControlIndex once more; pd_flags a set
+ *     of the PDIR_FLAG_ constants. FALSE without a message when the agent has no such row, after the warning
+ *     "rmon_pdist_ctl_get: RPC: ..." when the call failed
+ */
+function rmon_pdist_stats_get($connid, $protocolDistControlIndex, $protocolDirLocalIndex) {}
+
+/**
+ * The traffic of the first protocol behind a local index (0: the first of all). See rmon_pdist_stats_get().
+ *
+ * @param resource|int $connid
+ * @param int $protocolDistControlIndex
+ * @param int $protocolDirLocalIndex
+ * @return array|false|null
+ */
+function rmon_pdist_stats_getnext($connid, $protocolDistControlIndex, $protocolDirLocalIndex) {}
+
+/**
+ * The traffic of several protocols behind a local index. See rmon_pdist_stats_get().
+ *
+ * @param resource|int $connid
+ * @param int $protocolDistControlIndex
+ * @param int $protocolDirLocalIndex
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_pdist_stats_getbulk($connid, $protocolDistControlIndex, $protocolDirLocalIndex, $count) {}
+
+/**
+ * The traffic on one data source that belongs to no protocol of the directory. An extension of this agent.
+ *
+ * @param resource|int $connid
+ * @param int $protocolDistControlIndex the control row
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     packets: float,
+ *     octets: float
+ * }|false|null 0 and status: always 0; FALSE after the warning "rmon_pdist_stats_getothers: RPC: ..." when
+ *     the call failed or the agent's result code is another
+ */
+function rmon_pdist_stats_getothers($connid, $protocolDistControlIndex) {}
+
 /* ---- address map --------------------------------------------------------------------- */
+
+/**
+ * The scalars of the address map (RFC 2021, addressMapInserts and its neighbours).
+ *
+ * @param resource|int $connid
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     addressMapInserts: int,
+ *     addressMapDeletes: int,
+ *     addressMapMaxDesiredEntries: int
+ * }|false|null 0 and status: the agent's result code. addressMapMaxDesiredEntries in rows (-1: as many as
+ *     the agent can keep). FALSE after the warning "rmon_addrmap_scalars_get: RPC: ..."
+ */
+function rmon_addrmap_scalars_get($connid) {}
+
+/**
+ * Sets the largest size of the address map (RFC 2021, addressMapMaxDesiredEntries).
+ *
+ * @param resource|int $connid
+ * @param int $addressMapMaxDesiredEntries rows (-1: as many as the agent can keep)
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_addrmap_scalars_set: RPC: ..."
+ */
+function rmon_addrmap_scalars_set($connid, $addressMapMaxDesiredEntries) {}
+
+/**
+ * One row of the address map's control table (RFC 2021, addressMapControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $addressMapControlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     addressMapControlIndex: int,
+ *     addressMapControlDataSource: int,
+ *     addressMapControlDroppedFrames: int,
+ *     addressMapControlOwner: string,
+ *     addressMapControlStatus: int
+ * }|false|null 0 and status: the agent's result code. addressMapControlDataSource is an interface index,
+ *     addressMapControlStatus a RowStatus. FALSE after the warning "addrmap_ctl_get: RPC: ..."
+ */
+function rmon_addrmap_ctl_get($connid, $addressMapControlIndex) {}
+
+/**
+ * The first row of the address map's control table behind an index (0: the first of all). See
+ * rmon_addrmap_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $addressMapControlIndex
+ * @return array|false|null
+ */
+function rmon_addrmap_ctl_getnext($connid, $addressMapControlIndex) {}
+
+/**
+ * Creates or changes a row of the address map's control table (RFC 2021, addressMapControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $addressMapControlIndex
+ * @param int $addressMapControlDataSource an interface index
+ * @param string $addressMapControlOwner at most 255 bytes
+ * @param int $addressMapControlStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo, 5 createAndWait,
+ *     6 destroy
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_addrmap_ctl_set: RPC: ..."
+ */
+function rmon_addrmap_ctl_set($connid, $addressMapControlIndex, $addressMapControlDataSource, $addressMapControlOwner, $addressMapControlStatus) {}
+
+/**
+ * The MAC address that a network address was last seen with (RFC 2021, addressMapTable).
+ *
+ * @param resource|int $connid
+ * @param int $addressMapTimeMark only rows that changed since, in hundredths of a second (0: all)
+ * @param int $protocolDirLocalIndex the network-layer protocol
+ * @param array $addressMapNetworkAddress one integer for each byte, at most 255 ("too many (...) elements in
+ *     addr!" and FALSE); other elements are converted to integers in the caller's array. Anything but an
+ *     array is an empty address.
+ * @prefer-ref $addressMapNetworkAddress
+ * @param int $addressMapSource the interface that the address was seen on
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     addressMapTimeMark: int,
+ *     addressMapNetworkAddress: list<int>|int,
+ *     addressMapSource: int,
+ *     addressMapPhysicalAddress: list<int>|int,
+ *     addressMapLastChange: int,
+ *     protocolDirLocalIndex: int
+ * }|false|null 0 and status: the agent's result code; an empty address is the integer 0; addressMapTimeMark
+ *     and addressMapLastChange in hundredths of a second. FALSE without a message when the agent has no such
+ *     row, after the warning "addrmap_entry_get: RPC: ..." when the call failed
+ */
+function rmon_addrmap_entry_get($connid, $addressMapTimeMark, $protocolDirLocalIndex, $addressMapNetworkAddress, $addressMapSource) {}
+
+/**
+ * The first row of the address map behind an address and an interface (an empty one and 0: the first of all).
+ * See rmon_addrmap_entry_get().
+ *
+ * @param resource|int $connid
+ * @param int $addressMapTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $addressMapNetworkAddress
+ * @prefer-ref $addressMapNetworkAddress
+ * @param int $addressMapSource
+ * @return array|false|null
+ */
+function rmon_addrmap_entry_getnext($connid, $addressMapTimeMark, $protocolDirLocalIndex, $addressMapNetworkAddress, $addressMapSource) {}
+
+/**
+ * Several rows of the address map behind an address and an interface. See rmon_addrmap_entry_get().
+ *
+ * @param resource|int $connid
+ * @param int $addressMapTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $addressMapNetworkAddress
+ * @prefer-ref $addressMapNetworkAddress
+ * @param int $addressMapSource
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_addrmap_entry_getbulk($connid, $addressMapTimeMark, $protocolDirLocalIndex, $addressMapNetworkAddress, $addressMapSource, $count) {}
 
 /* ---- higher-layer hosts -------------------------------------------------------------- */
 
@@ -835,6 +1169,311 @@ function rmon_alhost_getbulk($connid, $hlHostControlIndex, $alHostTimeMark, $pro
 
 /* ---- higher-layer matrix ------------------------------------------------------------- */
 
+/**
+ * One row of the higher-layer matrix's control table (RFC 2021, hlMatrixControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     hlMatrixControlIndex: int,
+ *     hlMatrixControlDataSource: int,
+ *     hlMatrixControlNlDroppedFrames: int,
+ *     hlMatrixControlNlInserts: int,
+ *     hlMatrixControlNlDeletes: int,
+ *     hlMatrixControlNlMaxDesiredEntries: int,
+ *     hlMatrixControlAlDroppedFrames: int,
+ *     hlMatrixControlAlInserts: int,
+ *     hlMatrixControlAlDeletes: int,
+ *     hlMatrixControlAlMaxDesiredEntries: int,
+ *     hlMatrixControlOwner: string,
+ *     hlMatrixControlStatus: int
+ * }|false|null 0 and status: the agent's result code. hlMatrixControlDataSource is an interface index; the
+ *     largest table sizes are rows (-1: as many as the agent can keep); hlMatrixControlStatus a RowStatus
+ *     (1 active, 2 notInService, 3 notReady). FALSE after the warning "hlmatrix_ctl_get: RPC: ..."
+ */
+function rmon_hlmatrix_ctl_get($connid, $hlMatrixControlIndex) {}
+
+/**
+ * The first row of the higher-layer matrix's control table behind an index (0: the first of all). See
+ * rmon_hlmatrix_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @return array|false|null
+ */
+function rmon_hlmatrix_ctl_getnext($connid, $hlMatrixControlIndex) {}
+
+/**
+ * Creates or changes a row of the higher-layer matrix's control table (RFC 2021, hlMatrixControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $hlMatrixControlDataSource an interface index
+ * @param int $hlMatrixControlNlMaxDesiredEntries rows of the network-layer matrix (-1: all that fit)
+ * @param int $hlMatrixControlAlMaxDesiredEntries rows of the application-layer matrix
+ * @param string $hlMatrixControlOwner at most 255 bytes
+ * @param int $hlMatrixControlStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo, 5 createAndWait,
+ *     6 destroy
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_hlmatrix_ctl_set: RPC: ..."
+ */
+function rmon_hlmatrix_ctl_set($connid, $hlMatrixControlIndex, $hlMatrixControlDataSource, $hlMatrixControlNlMaxDesiredEntries, $hlMatrixControlAlMaxDesiredEntries, $hlMatrixControlOwner, $hlMatrixControlStatus) {}
+
+/**
+ * The traffic of a network-layer protocol from one host to another, with 64-bit counters; in this table
+ * pairs are ordered by source, then destination (RFC 2021, nlMatrixSDTable).
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex the control row
+ * @param int $nlMatrixSDTimeMark only rows that changed since, in hundredths of a second (0: all)
+ * @param int $protocolDirLocalIndex the network-layer protocol
+ * @param array $sourceAddress one integer for each byte, at most 255 ("too many (...) elements in addr!" and
+ *     FALSE); other elements are converted to integers in the caller's array. Anything but an array is an
+ *     empty address.
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress likewise
+ * @prefer-ref $destAddress
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     nlMatrixSDTimeMark: int,
+ *     nlMatrixSDSourceAddress: list<int>|int,
+ *     nlMatrixSDDestAddress: list<int>|int,
+ *     nlMatrixSDPkts: float,
+ *     nlMatrixSDOctets: float,
+ *     nlMatrixSDCreateTime: float,
+ *     hlMatrixControlIndex: int,
+ *     protocolDirLocalIndex: int
+ * }|false|null 0 and status: the agent's result code; an empty address is the integer 0;
+ *     nlMatrixSDTimeMark and nlMatrixSDCreateTime in hundredths of a second. FALSE without a message when
+ *     the agent has no such row, after the warning "nlmatrix_get: RPC: ..." when the call failed
+ */
+function rmon_nlmatrix_sd_get($connid, $hlMatrixControlIndex, $nlMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress) {}
+
+/**
+ * The first pair behind a pair of addresses (empty ones: the first of all). See
+ * rmon_nlmatrix_sd_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $nlMatrixSDTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @return array|false|null
+ */
+function rmon_nlmatrix_sd_getnext($connid, $hlMatrixControlIndex, $nlMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress) {}
+
+/**
+ * Several pairs behind a pair of addresses. See rmon_nlmatrix_sd_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $nlMatrixSDTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_nlmatrix_sd_getbulk($connid, $hlMatrixControlIndex, $nlMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $count) {}
+
+/**
+ * The traffic of a network-layer protocol from one host to another, with 64-bit counters; in this table
+ * pairs are ordered by destination, then source (RFC 2021, nlMatrixDSTable).
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex the control row
+ * @param int $nlMatrixDSTimeMark only rows that changed since, in hundredths of a second (0: all)
+ * @param int $protocolDirLocalIndex the network-layer protocol
+ * @param array $sourceAddress as in rmon_nlmatrix_sd_get()
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     nlMatrixDSTimeMark: int,
+ *     nlMatrixDSSourceAddress: list<int>|int,
+ *     nlMatrixDSDestAddress: list<int>|int,
+ *     nlMatrixDSPkts: float,
+ *     nlMatrixDSOctets: float,
+ *     nlMatrixDSCreateTime: float,
+ *     hlMatrixControlIndex: int,
+ *     protocolDirLocalIndex: int
+ * }|false|null 0 and status: the agent's result code; an empty address is the integer 0;
+ *     nlMatrixDSTimeMark and nlMatrixDSCreateTime in hundredths of a second. FALSE without a message when
+ *     the agent has no such row, after the warning "nlmatrix_get: RPC: ..." when the call failed
+ */
+function rmon_nlmatrix_ds_get($connid, $hlMatrixControlIndex, $nlMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress) {}
+
+/**
+ * The first pair behind a pair of addresses (empty ones: the first of all). See
+ * rmon_nlmatrix_ds_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $nlMatrixDSTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @return array|false|null
+ */
+function rmon_nlmatrix_ds_getnext($connid, $hlMatrixControlIndex, $nlMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress) {}
+
+/**
+ * Several pairs behind a pair of addresses. See rmon_nlmatrix_ds_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $nlMatrixDSTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_nlmatrix_ds_getbulk($connid, $hlMatrixControlIndex, $nlMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $count) {}
+
+/**
+ * The traffic of an application-layer protocol from one host to another, with 64-bit counters; in this table
+ * pairs are ordered by source, then destination (RFC 2021, alMatrixSDTable).
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex the control row
+ * @param int $alMatrixSDTimeMark only rows that changed since, in hundredths of a second (0: all)
+ * @param int $protocolDirLocalIndex the network-layer protocol that the addresses belong to
+ * @param array $sourceAddress as in rmon_nlmatrix_sd_get()
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @param int $protocolDirLocalIndex2 the application-layer protocol
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     alMatrixSDTimeMark: int,
+ *     nlMatrixSDSourceAddress: list<int>|int,
+ *     nlMatrixSDDestAddress: list<int>|int,
+ *     alMatrixSDPkts: float,
+ *     alMatrixSDOctets: float,
+ *     alMatrixSDCreateTime: float,
+ *     hlMatrixControlIndex: int,
+ *     protocolDirLocalIndex: int,
+ *     protocolDirLocalIndex2: int
+ * }|false|null 0 and status: the agent's result code; an empty address is the integer 0;
+ *     alMatrixSDTimeMark and alMatrixSDCreateTime in hundredths of a second. FALSE without a message when
+ *     the agent has no such row, after the warning "nlmatrix_get: RPC: ..." when the call failed
+ */
+function rmon_almatrix_sd_get($connid, $hlMatrixControlIndex, $alMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2) {}
+
+/**
+ * The first pair behind a pair of addresses and that protocol. See
+ * rmon_almatrix_sd_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $alMatrixSDTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @param int $protocolDirLocalIndex2
+ * @return array|false|null
+ */
+function rmon_almatrix_sd_getnext($connid, $hlMatrixControlIndex, $alMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2) {}
+
+/**
+ * Several pairs behind a pair of addresses and that protocol. See rmon_almatrix_sd_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $alMatrixSDTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @param int $protocolDirLocalIndex2
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_almatrix_sd_getbulk($connid, $hlMatrixControlIndex, $alMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2, $count) {}
+
+/**
+ * The traffic of an application-layer protocol from one host to another, with 64-bit counters; in this table
+ * pairs are ordered by destination, then source (RFC 2021, alMatrixDSTable).
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex the control row
+ * @param int $alMatrixDSTimeMark only rows that changed since, in hundredths of a second (0: all)
+ * @param int $protocolDirLocalIndex the network-layer protocol that the addresses belong to
+ * @param array $sourceAddress as in rmon_nlmatrix_sd_get()
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @param int $protocolDirLocalIndex2 the application-layer protocol
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     alMatrixDSTimeMark: int,
+ *     nlMatrixDSSourceAddress: list<int>|int,
+ *     nlMatrixDSDestAddress: list<int>|int,
+ *     alMatrixDSPkts: float,
+ *     alMatrixDSOctets: float,
+ *     alMatrixDSCreateTime: float,
+ *     hlMatrixControlIndex: int,
+ *     protocolDirLocalIndex: int,
+ *     protocolDirLocalIndex2: int
+ * }|false|null 0 and status: the agent's result code; an empty address is the integer 0;
+ *     alMatrixDSTimeMark and alMatrixDSCreateTime in hundredths of a second. FALSE without a message when
+ *     the agent has no such row, after the warning "nlmatrix_get: RPC: ..." when the call failed
+ */
+function rmon_almatrix_ds_get($connid, $hlMatrixControlIndex, $alMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2) {}
+
+/**
+ * The first pair behind a pair of addresses and that protocol. See
+ * rmon_almatrix_ds_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $alMatrixDSTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @param int $protocolDirLocalIndex2
+ * @return array|false|null
+ */
+function rmon_almatrix_ds_getnext($connid, $hlMatrixControlIndex, $alMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2) {}
+
+/**
+ * Several pairs behind a pair of addresses and that protocol. See rmon_almatrix_ds_get().
+ *
+ * @param resource|int $connid
+ * @param int $hlMatrixControlIndex
+ * @param int $alMatrixDSTimeMark
+ * @param int $protocolDirLocalIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @param int $protocolDirLocalIndex2
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_almatrix_ds_getbulk($connid, $hlMatrixControlIndex, $alMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2, $count) {}
+
 /* ---- alarms, events and log ---------------------------------------------------------- */
 
 /**
@@ -968,6 +1607,16 @@ function rmon_log_getnext($connid, $logEventIndex, $logIndex) {}
 /* ---- local host name ----------------------------------------------------------------- */
 
 /* ---- protocol descriptions ----------------------------------------------------------- */
+
+/**
+ * What a protocol is, in words: the description in its macro (RFC 2895, PROTOCOL-IDENTIFIER) in the
+ * appliance's file of protocols.
+ *
+ * @param string $name the macro's name, such as "ip"
+ * @return string|false|null the text, line breaks left out and runs of spaces shrunk to one, at most 1023
+ *     bytes; FALSE without a message when there is none
+ */
+function rmon_getprotdesc($name) {}
 
 /* ---- network configuration ----------------------------------------------------------- */
 

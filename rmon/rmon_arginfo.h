@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 0c8e4b59f90ffbc2ac8bb0a14574adec80deb1fe */
+ * Stub hash: 5aaff9b2a9edb83dc8f7abf5e4b2ce4d9e098ed0 */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
@@ -203,6 +203,116 @@ ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_matrix_ds_getbulk, 0, 0, 5)
 	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
+#define arginfo_rmon_pdir_lastchange_get arginfo_rmon_system_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_pdir_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, protocolDirID)
+	ZEND_ARG_INFO(0, protocolDirParameters)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_pdir_getnext arginfo_rmon_pdir_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_pdir_getbulk, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, protocolDirID)
+	ZEND_ARG_INFO(0, protocolDirParameters)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_pdir_set, 0, 0, 10)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, protocolDirID)
+	ZEND_ARG_INFO(0, protocolDirParameters)
+	ZEND_ARG_INFO(0, protocolDirDescr)
+	ZEND_ARG_INFO(0, protocolDirAddressMapConfig)
+	ZEND_ARG_INFO(0, protocolDirHostConfig)
+	ZEND_ARG_INFO(0, protocolDirMatrixConfig)
+	ZEND_ARG_INFO(0, protocolDirArtConfig)
+	ZEND_ARG_INFO(0, protocolDirOwner)
+	ZEND_ARG_INFO(0, protocolDirStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_pdir_byidx_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_pdir_byidx_getnext arginfo_rmon_pdir_byidx_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_pdist_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, protocolDistControlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_pdist_ctl_getnext arginfo_rmon_pdist_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_pdist_ctl_set, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, protocolDistControlIndex)
+	ZEND_ARG_INFO(0, protocolDistControlDataSource)
+	ZEND_ARG_INFO(0, protocolDistControlOwner)
+	ZEND_ARG_INFO(0, protocolDistControlStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_pdist_stats_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, protocolDistControlIndex)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_pdist_stats_getnext arginfo_rmon_pdist_stats_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_pdist_stats_getbulk, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, protocolDistControlIndex)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_pdist_stats_getothers arginfo_rmon_pdist_ctl_get
+
+#define arginfo_rmon_addrmap_scalars_get arginfo_rmon_system_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_addrmap_scalars_set, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, addressMapMaxDesiredEntries)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_addrmap_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, addressMapControlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_addrmap_ctl_getnext arginfo_rmon_addrmap_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_addrmap_ctl_set, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, addressMapControlIndex)
+	ZEND_ARG_INFO(0, addressMapControlDataSource)
+	ZEND_ARG_INFO(0, addressMapControlOwner)
+	ZEND_ARG_INFO(0, addressMapControlStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_addrmap_entry_get, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, addressMapTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, addressMapNetworkAddress)
+	ZEND_ARG_INFO(0, addressMapSource)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_addrmap_entry_getnext arginfo_rmon_addrmap_entry_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_addrmap_entry_getbulk, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, addressMapTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, addressMapNetworkAddress)
+	ZEND_ARG_INFO(0, addressMapSource)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hlhost_ctl_get, 0, 0, 2)
 	ZEND_ARG_INFO(0, connid)
 	ZEND_ARG_INFO(0, hlHostControlIndex)
@@ -260,6 +370,111 @@ ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_alhost_getbulk, 0, 0, 7)
 	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hlmatrix_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_hlmatrix_ctl_getnext arginfo_rmon_hlmatrix_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_hlmatrix_ctl_set, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, hlMatrixControlDataSource)
+	ZEND_ARG_INFO(0, hlMatrixControlNlMaxDesiredEntries)
+	ZEND_ARG_INFO(0, hlMatrixControlAlMaxDesiredEntries)
+	ZEND_ARG_INFO(0, hlMatrixControlOwner)
+	ZEND_ARG_INFO(0, hlMatrixControlStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nlmatrix_sd_get, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, nlMatrixSDTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nlmatrix_sd_getnext arginfo_rmon_nlmatrix_sd_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nlmatrix_sd_getbulk, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, nlMatrixSDTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nlmatrix_ds_get, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, nlMatrixDSTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nlmatrix_ds_getnext arginfo_rmon_nlmatrix_ds_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nlmatrix_ds_getbulk, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, nlMatrixDSTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_almatrix_sd_get, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, alMatrixSDTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex2)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_almatrix_sd_getnext arginfo_rmon_almatrix_sd_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_almatrix_sd_getbulk, 0, 0, 8)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, alMatrixSDTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex2)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_almatrix_ds_get, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, alMatrixDSTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex2)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_almatrix_ds_getnext arginfo_rmon_almatrix_ds_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_almatrix_ds_getbulk, 0, 0, 8)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hlMatrixControlIndex)
+	ZEND_ARG_INFO(0, alMatrixDSTimeMark)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex2)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_alarm_get, 0, 0, 2)
 	ZEND_ARG_INFO(0, connid)
 	ZEND_ARG_INFO(0, alarmIndex)
@@ -306,6 +521,10 @@ ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_log_get, 0, 0, 3)
 ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_log_getnext arginfo_rmon_log_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_getprotdesc, 0, 0, 1)
+	ZEND_ARG_INFO(0, name)
+ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_filter_get, 0, 0, 2)
 	ZEND_ARG_INFO(0, connid)
@@ -435,6 +654,28 @@ ZEND_FUNCTION(rmon_matrix_sd_getbulk);
 ZEND_FUNCTION(rmon_matrix_ds_get);
 ZEND_FUNCTION(rmon_matrix_ds_getnext);
 ZEND_FUNCTION(rmon_matrix_ds_getbulk);
+ZEND_FUNCTION(rmon_pdir_lastchange_get);
+ZEND_FUNCTION(rmon_pdir_get);
+ZEND_FUNCTION(rmon_pdir_getnext);
+ZEND_FUNCTION(rmon_pdir_getbulk);
+ZEND_FUNCTION(rmon_pdir_set);
+ZEND_FUNCTION(rmon_pdir_byidx_get);
+ZEND_FUNCTION(rmon_pdir_byidx_getnext);
+ZEND_FUNCTION(rmon_pdist_ctl_get);
+ZEND_FUNCTION(rmon_pdist_ctl_getnext);
+ZEND_FUNCTION(rmon_pdist_ctl_set);
+ZEND_FUNCTION(rmon_pdist_stats_get);
+ZEND_FUNCTION(rmon_pdist_stats_getnext);
+ZEND_FUNCTION(rmon_pdist_stats_getbulk);
+ZEND_FUNCTION(rmon_pdist_stats_getothers);
+ZEND_FUNCTION(rmon_addrmap_scalars_get);
+ZEND_FUNCTION(rmon_addrmap_scalars_set);
+ZEND_FUNCTION(rmon_addrmap_ctl_get);
+ZEND_FUNCTION(rmon_addrmap_ctl_getnext);
+ZEND_FUNCTION(rmon_addrmap_ctl_set);
+ZEND_FUNCTION(rmon_addrmap_entry_get);
+ZEND_FUNCTION(rmon_addrmap_entry_getnext);
+ZEND_FUNCTION(rmon_addrmap_entry_getbulk);
 ZEND_FUNCTION(rmon_hlhost_ctl_get);
 ZEND_FUNCTION(rmon_hlhost_ctl_getnext);
 ZEND_FUNCTION(rmon_hlhost_ctl_set);
@@ -444,6 +685,21 @@ ZEND_FUNCTION(rmon_nlhost_getbulk);
 ZEND_FUNCTION(rmon_alhost_get);
 ZEND_FUNCTION(rmon_alhost_getnext);
 ZEND_FUNCTION(rmon_alhost_getbulk);
+ZEND_FUNCTION(rmon_hlmatrix_ctl_get);
+ZEND_FUNCTION(rmon_hlmatrix_ctl_getnext);
+ZEND_FUNCTION(rmon_hlmatrix_ctl_set);
+ZEND_FUNCTION(rmon_nlmatrix_sd_get);
+ZEND_FUNCTION(rmon_nlmatrix_sd_getnext);
+ZEND_FUNCTION(rmon_nlmatrix_sd_getbulk);
+ZEND_FUNCTION(rmon_nlmatrix_ds_get);
+ZEND_FUNCTION(rmon_nlmatrix_ds_getnext);
+ZEND_FUNCTION(rmon_nlmatrix_ds_getbulk);
+ZEND_FUNCTION(rmon_almatrix_sd_get);
+ZEND_FUNCTION(rmon_almatrix_sd_getnext);
+ZEND_FUNCTION(rmon_almatrix_sd_getbulk);
+ZEND_FUNCTION(rmon_almatrix_ds_get);
+ZEND_FUNCTION(rmon_almatrix_ds_getnext);
+ZEND_FUNCTION(rmon_almatrix_ds_getbulk);
 ZEND_FUNCTION(rmon_alarm_get);
 ZEND_FUNCTION(rmon_alarm_getnext);
 ZEND_FUNCTION(rmon_alarm_set);
@@ -452,6 +708,7 @@ ZEND_FUNCTION(rmon_event_getnext);
 ZEND_FUNCTION(rmon_event_set);
 ZEND_FUNCTION(rmon_log_get);
 ZEND_FUNCTION(rmon_log_getnext);
+ZEND_FUNCTION(rmon_getprotdesc);
 ZEND_FUNCTION(rmon_filter_get);
 ZEND_FUNCTION(rmon_filter_getnext);
 ZEND_FUNCTION(rmon_filter_set);
@@ -508,6 +765,28 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_matrix_ds_get, arginfo_rmon_matrix_ds_get)
 	ZEND_FE(rmon_matrix_ds_getnext, arginfo_rmon_matrix_ds_getnext)
 	ZEND_FE(rmon_matrix_ds_getbulk, arginfo_rmon_matrix_ds_getbulk)
+	ZEND_FE(rmon_pdir_lastchange_get, arginfo_rmon_pdir_lastchange_get)
+	ZEND_FE(rmon_pdir_get, arginfo_rmon_pdir_get)
+	ZEND_FE(rmon_pdir_getnext, arginfo_rmon_pdir_getnext)
+	ZEND_FE(rmon_pdir_getbulk, arginfo_rmon_pdir_getbulk)
+	ZEND_FE(rmon_pdir_set, arginfo_rmon_pdir_set)
+	ZEND_FE(rmon_pdir_byidx_get, arginfo_rmon_pdir_byidx_get)
+	ZEND_FE(rmon_pdir_byidx_getnext, arginfo_rmon_pdir_byidx_getnext)
+	ZEND_FE(rmon_pdist_ctl_get, arginfo_rmon_pdist_ctl_get)
+	ZEND_FE(rmon_pdist_ctl_getnext, arginfo_rmon_pdist_ctl_getnext)
+	ZEND_FE(rmon_pdist_ctl_set, arginfo_rmon_pdist_ctl_set)
+	ZEND_FE(rmon_pdist_stats_get, arginfo_rmon_pdist_stats_get)
+	ZEND_FE(rmon_pdist_stats_getnext, arginfo_rmon_pdist_stats_getnext)
+	ZEND_FE(rmon_pdist_stats_getbulk, arginfo_rmon_pdist_stats_getbulk)
+	ZEND_FE(rmon_pdist_stats_getothers, arginfo_rmon_pdist_stats_getothers)
+	ZEND_FE(rmon_addrmap_scalars_get, arginfo_rmon_addrmap_scalars_get)
+	ZEND_FE(rmon_addrmap_scalars_set, arginfo_rmon_addrmap_scalars_set)
+	ZEND_FE(rmon_addrmap_ctl_get, arginfo_rmon_addrmap_ctl_get)
+	ZEND_FE(rmon_addrmap_ctl_getnext, arginfo_rmon_addrmap_ctl_getnext)
+	ZEND_FE(rmon_addrmap_ctl_set, arginfo_rmon_addrmap_ctl_set)
+	ZEND_FE(rmon_addrmap_entry_get, arginfo_rmon_addrmap_entry_get)
+	ZEND_FE(rmon_addrmap_entry_getnext, arginfo_rmon_addrmap_entry_getnext)
+	ZEND_FE(rmon_addrmap_entry_getbulk, arginfo_rmon_addrmap_entry_getbulk)
 	ZEND_FE(rmon_hlhost_ctl_get, arginfo_rmon_hlhost_ctl_get)
 	ZEND_FE(rmon_hlhost_ctl_getnext, arginfo_rmon_hlhost_ctl_getnext)
 	ZEND_FE(rmon_hlhost_ctl_set, arginfo_rmon_hlhost_ctl_set)
@@ -517,6 +796,21 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_alhost_get, arginfo_rmon_alhost_get)
 	ZEND_FE(rmon_alhost_getnext, arginfo_rmon_alhost_getnext)
 	ZEND_FE(rmon_alhost_getbulk, arginfo_rmon_alhost_getbulk)
+	ZEND_FE(rmon_hlmatrix_ctl_get, arginfo_rmon_hlmatrix_ctl_get)
+	ZEND_FE(rmon_hlmatrix_ctl_getnext, arginfo_rmon_hlmatrix_ctl_getnext)
+	ZEND_FE(rmon_hlmatrix_ctl_set, arginfo_rmon_hlmatrix_ctl_set)
+	ZEND_FE(rmon_nlmatrix_sd_get, arginfo_rmon_nlmatrix_sd_get)
+	ZEND_FE(rmon_nlmatrix_sd_getnext, arginfo_rmon_nlmatrix_sd_getnext)
+	ZEND_FE(rmon_nlmatrix_sd_getbulk, arginfo_rmon_nlmatrix_sd_getbulk)
+	ZEND_FE(rmon_nlmatrix_ds_get, arginfo_rmon_nlmatrix_ds_get)
+	ZEND_FE(rmon_nlmatrix_ds_getnext, arginfo_rmon_nlmatrix_ds_getnext)
+	ZEND_FE(rmon_nlmatrix_ds_getbulk, arginfo_rmon_nlmatrix_ds_getbulk)
+	ZEND_FE(rmon_almatrix_sd_get, arginfo_rmon_almatrix_sd_get)
+	ZEND_FE(rmon_almatrix_sd_getnext, arginfo_rmon_almatrix_sd_getnext)
+	ZEND_FE(rmon_almatrix_sd_getbulk, arginfo_rmon_almatrix_sd_getbulk)
+	ZEND_FE(rmon_almatrix_ds_get, arginfo_rmon_almatrix_ds_get)
+	ZEND_FE(rmon_almatrix_ds_getnext, arginfo_rmon_almatrix_ds_getnext)
+	ZEND_FE(rmon_almatrix_ds_getbulk, arginfo_rmon_almatrix_ds_getbulk)
 	ZEND_FE(rmon_alarm_get, arginfo_rmon_alarm_get)
 	ZEND_FE(rmon_alarm_getnext, arginfo_rmon_alarm_getnext)
 	ZEND_FE(rmon_alarm_set, arginfo_rmon_alarm_set)
@@ -525,6 +819,7 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_event_set, arginfo_rmon_event_set)
 	ZEND_FE(rmon_log_get, arginfo_rmon_log_get)
 	ZEND_FE(rmon_log_getnext, arginfo_rmon_log_getnext)
+	ZEND_FE(rmon_getprotdesc, arginfo_rmon_getprotdesc)
 	ZEND_FE(rmon_filter_get, arginfo_rmon_filter_get)
 	ZEND_FE(rmon_filter_getnext, arginfo_rmon_filter_getnext)
 	ZEND_FE(rmon_filter_set, arginfo_rmon_filter_set)

@@ -170,8 +170,8 @@ struct rmonrpc_hlmatrix_ctl_t {
 };
 
 /** The order in which a matrix view lists the pairs: a key's direction. */
-inline constexpr int32_t SOURCE_TO_DESTINATION = 0;
-inline constexpr int32_t DESTINATION_TO_SOURCE = 1;
+inline constexpr int32_t HLMATRIX_SD = 0; // by source, then destination
+inline constexpr int32_t HLMATRIX_DS = 1; // by destination, then source
 
 struct rmonrpc_hlmatrix_key_t {
     int32_t hlMatrixControlIndex;
