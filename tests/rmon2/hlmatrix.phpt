@@ -1,0 +1,179 @@
+--TEST--
+The four views of the higher-layer matrix
+--FILE--
+<?php
+require __DIR__ . '/calls.inc';
+
+const PROCEDURE = 37;
+// All views report under one label.
+const LABEL = 'nlmatrix_get';
+
+/** The addresses of row $i: the second row has no source, the third no destination. */
+function source(int $i): array
+{
+    return $i === 1 ? [] : [10, 0, 255, $i];
+}
+
+function dest(int $i): array
+{
+    return $i === 2 ? [] : [172, 16, 128, $i, 1, 2];
+}
+
+function pair_bytes(int $i): string
+{
+    return record(
+        status: i32(100 + $i),
+        timeMark: u32(0xffffff00 + $i),
+        sourceAddress: byte_list(source($i)),
+        destAddress: byte_list(dest($i)),
+        pkts: u64('0xffffffffffffffff'),
+        octets: u64(0x600000000 + $i),
+        createTime: u32(0xffffffff - $i),
+        hlMatrixControlIndex: i32(-800 - $i),
+        protocolDirLocalIndex: i32(900 + $i),
+        protocolDirLocalIndex2: i32(1000 + $i),
+    );
+}
+
+/** What the views show a row under; their addresses keep the network-layer names. */
+function nlmatrix_sd_row(int $i): array
+{
+    return [
+        0 => 100 + $i,
+        'status' => 100 + $i,
+        'nlMatrixSDTimeMark' => 0xffffff00 + $i,
+        'nlMatrixSDSourceAddress' => source($i) ?: 0,
+        'nlMatrixSDDestAddress' => dest($i) ?: 0,
+        'nlMatrixSDPkts' => 18446744073709551616.0,
+        'nlMatrixSDOctets' => 25769803776.0 + $i,
+        'nlMatrixSDCreateTime' => 4294967295.0 - $i,
+        'hlMatrixControlIndex' => -800 - $i,
+        'protocolDirLocalIndex' => 900 + $i,
+    ];
+}
+
+function nlmatrix_ds_row(int $i): array
+{
+    return [
+        0 => 100 + $i,
+        'status' => 100 + $i,
+        'nlMatrixDSTimeMark' => 0xffffff00 + $i,
+        'nlMatrixDSSourceAddress' => source($i) ?: 0,
+        'nlMatrixDSDestAddress' => dest($i) ?: 0,
+        'nlMatrixDSPkts' => 18446744073709551616.0,
+        'nlMatrixDSOctets' => 25769803776.0 + $i,
+        'nlMatrixDSCreateTime' => 4294967295.0 - $i,
+        'hlMatrixControlIndex' => -800 - $i,
+        'protocolDirLocalIndex' => 900 + $i,
+    ];
+}
+
+function almatrix_sd_row(int $i): array
+{
+    return [
+        0 => 100 + $i,
+        'status' => 100 + $i,
+        'alMatrixSDTimeMark' => 0xffffff00 + $i,
+        'nlMatrixSDSourceAddress' => source($i) ?: 0,
+        'nlMatrixSDDestAddress' => dest($i) ?: 0,
+        'alMatrixSDPkts' => 18446744073709551616.0,
+        'alMatrixSDOctets' => 25769803776.0 + $i,
+        'alMatrixSDCreateTime' => 4294967295.0 - $i,
+        'hlMatrixControlIndex' => -800 - $i,
+        'protocolDirLocalIndex' => 900 + $i,
+        'protocolDirLocalIndex2' => 1000 + $i,
+    ];
+}
+
+function almatrix_ds_row(int $i): array
+{
+    return [
+        0 => 100 + $i,
+        'status' => 100 + $i,
+        'alMatrixDSTimeMark' => 0xffffff00 + $i,
+        'nlMatrixDSSourceAddress' => source($i) ?: 0,
+        'nlMatrixDSDestAddress' => dest($i) ?: 0,
+        'alMatrixDSPkts' => 18446744073709551616.0,
+        'alMatrixDSOctets' => 25769803776.0 + $i,
+        'alMatrixDSCreateTime' => 4294967295.0 - $i,
+        'hlMatrixControlIndex' => -800 - $i,
+        'protocolDirLocalIndex' => 900 + $i,
+        'protocolDirLocalIndex2' => 1000 + $i,
+    ];
+}
+
+function request(
+    int $index,
+    int $timeMark,
+    int $protocol,
+    array $source,
+    array $dest,
+    int $application,
+    int $getType,
+    int $applicationLayer,
+    int $direction,
+    int $count,
+): string {
+    return record(
+        hlMatrixControlIndex: i32($index),
+        timeMark: u32($timeMark),
+        protocolDirLocalIndex: i32($protocol),
+        protocolDirLocalIndex2: i32($application),
+        sourceAddress: byte_list($source),
+        destAddress: byte_list($dest),
+        getType: i32($getType),
+        applicationLayer: i32($applicationLayer),
+        direction: i32($direction),
+        count: i32($count),
+    );
+}
+
+$source = [192, 168, 0, 7];
+$dest = range(230, 245);
+$views = ['nlmatrix_sd' => [0, 0], 'nlmatrix_ds' => [0, 1], 'almatrix_sd' => [1, 0], 'almatrix_ds' => [1, 1]];
+foreach ($views as $view => [$layer, $direction]) {
+    // The application-layer protocol stands behind the addresses, before the number of rows.
+    $application = $layer ? [-9] : [];
+    $arguments = [5, 0xfffffffe, 7, $source, $dest, ...$application];
+    $bytes = fn(int $getType, int $count)
+        => request(5, 0xfffffffe, 7, $source, $dest, $application[0] ?? 0, $getType, $layer, $direction, $count);
+    $row = "{$view}_row";
+    check_first_row(["rmon_{$view}_get", $arguments, PROCEDURE, $bytes(1, 1)], pair_bytes(...), $row, LABEL);
+    check_first_row(["rmon_{$view}_getnext", $arguments, PROCEDURE, $bytes(2, 1)], pair_bytes(...), $row, LABEL);
+    check_all_rows(["rmon_{$view}_getbulk", [...$arguments, 40], PROCEDURE, $bytes(3, 40)], pair_bytes(...), $row, LABEL);
+
+    foreach ([3, 4] as $position) {
+        $addresses = fn(array $address) => array_replace([$source, $dest], [$position - 3 => $address]);
+        check_addresses(
+            ["rmon_{$view}_getnext", $arguments, PROCEDURE, null],
+            $position,
+            fn(array $address) => request(
+                5, 0xfffffffe, 7, ...$addresses($address), application: $application[0] ?? 0,
+                getType: 2, applicationLayer: $layer, direction: $direction, count: 1,
+            ),
+            LABEL,
+        );
+    }
+
+    $ones = fn(int $getType) => request(1, 1, 1, [1], [1], $layer, $getType, $layer, $direction, 1);
+    [$kinds, $first] = $layer ? ['iiiiaai', [1, 2, 3, 4, 7]] : ['iiiiaa', [1, 2, 3, 4]];
+    $last = strlen($kinds) + 1;
+    check_order(["rmon_{$view}_get", [], PROCEDURE, $ones(1)], $kinds, $first, [5, 6], LABEL);
+    check_order(["rmon_{$view}_getbulk", [], PROCEDURE, $ones(3)], $kinds . 'i', [$last, ...$first], [5, 6], LABEL);
+}
+
+// One array given twice is converted once and sent twice.
+[, $link] = agent_and_link();
+$both = ['1', '2'];
+expect_exchange(
+    reply(rows()),
+    function () use ($link, &$both) {
+        return rmon_nlmatrix_sd_get($link, 3, 4, 5, $both, $both);
+    },
+    false, [], PROCEDURE, request(3, 4, 5, [1, 2], [1, 2], 0, 1, 0, 0, 1),
+);
+expect_same([1, 2], $both, 'an array given twice');
+done();
+?>
+--EXPECT--
+OK
