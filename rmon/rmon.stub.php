@@ -1622,13 +1622,688 @@ function rmon_getprotdesc($name) {}
 
 /* ---- DSMON statistics ---------------------------------------------------------------- */
 
+/**
+ * The traffic of one aggregation group of a data source (RFC 3287, dsmonStatsTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the control row
+ * @param int $groupIndex a group of the control row's aggregation profile
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonStatsControlIndex: int,
+ *     dsmonAggGroupIndex: int,
+ *     dsmonStatsInHCPkts: float,
+ *     dsmonStatsInHCOctets: float,
+ *     dsmonStatsOutHCPkts: float,
+ *     dsmonStatsOutHCOctets: float
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. In: received by the data
+ *     source, Out: sent by it. [0 => -1, "status" => -1], without a message, when the agent has no such
+ *     row or the call failed; FALSE after the warning "... is not a RMON/RPC conn id!"
+ */
+function dsmon_stats_get($connid, $ctlIndex, $groupIndex) {}
+
+/**
+ * The traffic of the first aggregation group behind one. See dsmon_stats_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $groupIndex
+ * @return array|false|null
+ */
+function dsmon_stats_getnext($connid, $ctlIndex, $groupIndex) {}
+
+/**
+ * One control row of the statistics of aggregation groups (RFC 3287, dsmonStatsControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonStatsControlIndex: int,
+ *     dsmonStatsControlDataSource_ifIndex: int,
+ *     dsmonStatsControlAggProfile: int,
+ *     dsmonStatsControlDroppedFrames: int,
+ *     dsmonStatsControlOwner: string,
+ *     dsmonStatsControlStatus: int
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
+ *     dsmonStatsControlDataSource_ifIndex is an interface index, dsmonStatsControlAggProfile the index of a
+ *     control row that dsmon_aggctl_get() reads, dsmonStatsControlDroppedFrames in frames,
+ *     dsmonStatsControlStatus a RowStatus (1 active, 2 notInService,
+ *     3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). [0 => -1, "status" => -1],
+ *     without a message, when the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_statsctl_get($connid, $ctlIndex) {}
+
+/**
+ * The first control row of the statistics behind an index (0: the first of all). See dsmon_statsctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array|false|null
+ */
+function dsmon_statsctl_getnext($connid, $ctlIndex) {}
+
+/**
+ * Creates or changes a control row of the statistics (RFC 3287, dsmonStatsControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $dataSource_ifIndex an interface index
+ * @param int $aggProfile the index of an aggregation profile's control row
+ * @param string $owner at most 255 bytes
+ * @param int $rowStatus a RowStatus: 1 active, 2 notInService, 3 notReady, 4 createAndGo,
+ *     5 createAndWait, 6 destroy
+ * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ */
+function dsmon_statsctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus) {}
+
 /* ---- DSMON aggregation --------------------------------------------------------------- */
+
+/**
+ * One control row of the aggregation profiles (RFC 3287, dsmonAggControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonAggControlIndex: int,
+ *     dsmonAggControlDescr: string,
+ *     dsmonAggControlOwner: string,
+ *     dsmonAggControlStatus: int
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonAggControlStatus
+ *     is a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy).
+ *     [0 => -1, "status" => -1], without a message, when
+ *     the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_aggctl_get($connid, $ctlIndex) {}
+
+/**
+ * The first control row of the aggregation profiles behind an index (0: the first of all). See
+ * dsmon_aggctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array|false|null
+ */
+function dsmon_aggctl_getnext($connid, $ctlIndex) {}
+
+/**
+ * Creates or changes a control row of the aggregation profiles (RFC 3287, dsmonAggControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param string $owner at most 255 bytes
+ * @param string $descr at most 64 bytes
+ * @param int $rowStatus a RowStatus, see dsmon_aggctl_get()
+ * @return int|false|null the agent's answer; FALSE, without a message, when the call failed or a text is
+ *     too long
+ */
+function dsmon_aggctl_set($connid, $ctlIndex, $owner, $descr, $rowStatus) {}
+
+/**
+ * One group of an aggregation profile (RFC 3287, dsmonAggGroupTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the profile's control row
+ * @param int $groupIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonAggControlIndex: int,
+ *     dsmonAggGroupIndex: int,
+ *     dsmonAggGroupDescr: string
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
+ *     [0 => -1, "status" => -1], without a message, when
+ *     the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_aggrp_get($connid, $ctlIndex, $groupIndex) {}
+
+/**
+ * The first group of an aggregation profile behind one. See dsmon_aggrp_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $groupIndex
+ * @return array|false|null
+ */
+function dsmon_aggrp_getnext($connid, $ctlIndex, $groupIndex) {}
+
+/**
+ * Creates or changes a group of an aggregation profile (RFC 3287, dsmonAggGroupTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the profile's control row
+ * @param int $groupIndex
+ * @param string $descr at most 64 bytes
+ * @param int $groupStatus a RowStatus, see dsmon_aggctl_get()
+ * @return int|false|null the agent's answer; FALSE, without a message, when the call failed or the text is
+ *     too long
+ */
+function dsmon_aggrp_set($connid, $ctlIndex, $groupIndex, $descr, $groupStatus) {}
+
+/**
+ * An aggregation profile: the groups to which it maps the DSCP values (RFC 3287, dsmonAggProfileTable).
+ * Makes 64 calls, one after another, whatever becomes of each.
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the profile's control row
+ * @return array<int, int>|false|null group indexes under the DSCP values, 0 to 63, in their order. A value
+ *     is left out, without a message, when the agent has no such row or its call failed. FALSE after the
+ *     warning "... is not a RMON/RPC conn id!"
+ */
+function dsmon_aggprofs_get($connid, $ctlIndex) {}
+
+/**
+ * Maps a DSCP value to a group of an aggregation profile (RFC 3287, dsmonAggProfileTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the profile's control row
+ * @param int $dscp 0 to 63
+ * @param int $groupIndex
+ * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ */
+function dsmon_aggprof_set($connid, $ctlIndex, $dscp, $groupIndex) {}
+
+/**
+ * Whether the aggregation profiles are locked against changes (RFC 3287, dsmonAggControlLocked).
+ *
+ * @param resource|int $connid
+ * @return int|false|null the lock as the agent has it; FALSE, without a message, when the call failed
+ */
+function dsmon_aggctl_locked($connid) {}
+
+/**
+ * Locks the aggregation profiles against changes, or unlocks them (RFC 3287, dsmonAggControlLocked).
+ *
+ * @param resource|int $connid
+ * @param int $lock
+ * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ */
+function dsmon_aggctl_set_lock($connid, $lock) {}
 
 /* ---- DSMON protocol distribution and hosts ------------------------------------------- */
 
+/**
+ * One control row of the protocol distribution of aggregation groups (RFC 3287, dsmonPdistCtlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonPdistCtlIndex: int,
+ *     dsmonPdistCtlDataSource_ifIndex: int,
+ *     dsmonPdistAggProfile: int,
+ *     dsmonPdistDroppedFrames: int,
+ *     dsmonPdistCtlInserts: int,
+ *     dsmonPdistCtlDeletes: int,
+ *     dsmonPdistCtlOwner: string,
+ *     dsmonPdistCtlStatus: int,
+ *     dsmonPdistCtlMaxDesiredEntries: int
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
+ *     dsmonPdistCtlDataSource_ifIndex is an interface index, dsmonPdistAggProfile the index of a control row
+ *     that dsmon_aggctl_get() reads; dsmonPdistDroppedFrames in frames, the inserts and deletes in rows of the
+ *     table; dsmonPdistCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
+ *     5 createAndWait, 6 destroy); dsmonPdistCtlMaxDesiredEntries in rows, -1 for no limit.
+ *     [0 => -1, "status" => -1], without a message, when
+ *     the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_pdistctl_get($connid, $ctlIndex) {}
+
+/**
+ * The first control row of the protocol distribution of aggregation groups behind an index (0: the first of
+ * all). See dsmon_pdistctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array|false|null
+ */
+function dsmon_pdistctl_getnext($connid, $ctlIndex) {}
+
+/**
+ * Creates or changes a control row of the protocol distribution of aggregation groups (RFC 3287,
+ * dsmonPdistCtlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $dataSource_ifIndex an interface index
+ * @param int $aggProfile the index of an aggregation profile's control row
+ * @param string $owner at most 255 bytes
+ * @param int $rowStatus a RowStatus, see dsmon_pdistctl_get()
+ * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
+ * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ */
+function dsmon_pdistctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus, $maxDesiredEntries) {}
+
+/**
+ * One control row of the hosts of aggregation groups (RFC 3287, dsmonHostCtlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonHostCtlIndex: int,
+ *     dsmonHostCtlDataSource_ifIndex: int,
+ *     dsmonHostAggProfile: int,
+ *     dsmonHostDroppedFrames: int,
+ *     dsmonHostCtlInserts: int,
+ *     dsmonHostCtlDeletes: int,
+ *     dsmonHostCtlOwner: string,
+ *     dsmonHostCtlStatus: int,
+ *     dsmonHostCtlMaxDesiredEntries: int
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
+ *     dsmonHostCtlDataSource_ifIndex is an interface index, dsmonHostAggProfile the index of a control row
+ *     that dsmon_aggctl_get() reads; dsmonHostDroppedFrames in frames, the inserts and deletes in rows of the
+ *     table; dsmonHostCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
+ *     5 createAndWait, 6 destroy); dsmonHostCtlMaxDesiredEntries in rows, -1 for no limit.
+ *     [0 => -1, "status" => -1], without a message, when
+ *     the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_hostctl_get($connid, $ctlIndex) {}
+
+/**
+ * The first control row of the hosts of aggregation groups behind an index (0: the first of
+ * all). See dsmon_hostctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array|false|null
+ */
+function dsmon_hostctl_getnext($connid, $ctlIndex) {}
+
+/**
+ * Creates or changes a control row of the hosts of aggregation groups (RFC 3287,
+ * dsmonHostCtlTable). Hosts are told apart by their whole addresses: the prefix lengths are always 32 and 128.
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $dataSource_ifIndex an interface index
+ * @param int $aggProfile the index of an aggregation profile's control row
+ * @param string $owner at most 255 bytes
+ * @param int $rowStatus a RowStatus, see dsmon_hostctl_get()
+ * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
+ * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ */
+function dsmon_hostctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus, $maxDesiredEntries) {}
+
+/**
+ * The traffic of one protocol in an aggregation group (RFC 3287, dsmonPdistStatsTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the control row
+ * @param int $timeMark only rows changed since then, in hundredths of a second; 0 for all
+ * @param int $groupIndex a group of the control row's aggregation profile
+ * @param int $protocolDirLocalIndex a protocol of the protocol directory
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonPdistCtlIndex: int,
+ *     dsmonAggGroupIndex: int,
+ *     protocolDirLocalIndex: int,
+ *     dsmonPdistTimeMark: int,
+ *     dsmonPdistStatsHCPkts: float,
+ *     dsmonPdistStatsHCOctets: float
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonPdistTimeMark in
+ *     hundredths of a second. [0 => -1, "status" => -1], without a message, when
+ *     the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_pdstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $protocolDirLocalIndex) {}
+
+/**
+ * The traffic of the first protocol behind one. See dsmon_pdstats_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $timeMark
+ * @param int $groupIndex
+ * @param int $protocolDirLocalIndex
+ * @return array|false|null
+ */
+function dsmon_pdstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $protocolDirLocalIndex) {}
+
+/**
+ * The traffic of one host in an aggregation group (RFC 3287, dsmonHostTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the control row
+ * @param int $timeMark only rows changed since then, in hundredths of a second; 0 for all
+ * @param int $groupIndex a group of the control row's aggregation profile
+ * @param int $protocolDirLocalIndex the network protocol, of the protocol directory, to which the address belongs
+ * @param array $address one integer for each byte; the first 20 are sent. At most 255 ("too many (...)
+ *     elements in addr!" and FALSE); other elements are converted to integers in the caller's array. Anything
+ *     but an array is an empty address.
+ * @prefer-ref $address
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonHostCtlIndex: int,
+ *     dsmonAggGroupIndex: int,
+ *     protocolDirLocalIndex: int,
+ *     dsmonHostTimeMark: int,
+ *     dsmonHostInHCPkts: float,
+ *     dsmonHostInHCOctets: float,
+ *     dsmonHostOutHCPkts: float,
+ *     dsmonHostOutHCOctets: float,
+ *     dsmonHostAddress: list<int>|int
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonHostTimeMark in
+ *     hundredths of a second; In: received by the host, Out: sent by it; an empty dsmonHostAddress is the
+ *     integer 0. [0 => -1, "status" => -1], without a message, when
+ *     the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_hoststats_get($connid, $ctlIndex, $timeMark, $groupIndex, $protocolDirLocalIndex, $address) {}
+
+/**
+ * The traffic of the first host behind one. See dsmon_hoststats_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $timeMark
+ * @param int $groupIndex
+ * @param int $protocolDirLocalIndex
+ * @param array $address
+ * @prefer-ref $address
+ * @return array|false|null
+ */
+function dsmon_hoststats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $protocolDirLocalIndex, $address) {}
+
 /* ---- DSMON matrix -------------------------------------------------------------------- */
 
+/**
+ * One control row of the host pairs of aggregation groups (RFC 3287, dsmonMatrixCtlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonMatrixCtlIndex: int,
+ *     dsmonMatrixCtlDataSource_ifIndex: int,
+ *     dsmonMatrixAggProfile: int,
+ *     dsmonMatrixDroppedFrames: int,
+ *     dsmonMatrixCtlInserts: int,
+ *     dsmonMatrixCtlDeletes: int,
+ *     dsmonMatrixCtlOwner: string,
+ *     dsmonMatrixCtlStatus: int,
+ *     dsmonMatrixCtlMaxDesiredEntries: int
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
+ *     dsmonMatrixCtlDataSource_ifIndex is an interface index, dsmonMatrixAggProfile the index of a control row
+ *     that dsmon_aggctl_get() reads; dsmonMatrixDroppedFrames in frames, the inserts and deletes in rows of the
+ *     table; dsmonMatrixCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
+ *     5 createAndWait, 6 destroy); dsmonMatrixCtlMaxDesiredEntries in rows, -1 for no limit.
+ *     [0 => -1, "status" => -1], without a message, when
+ *     the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_matrixctl_get($connid, $ctlIndex) {}
+
+/**
+ * The first control row of the host pairs of aggregation groups behind an index (0: the first of
+ * all). See dsmon_matrixctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array|false|null
+ */
+function dsmon_matrixctl_getnext($connid, $ctlIndex) {}
+
+/**
+ * Creates or changes a control row of the host pairs of aggregation groups (RFC 3287,
+ * dsmonMatrixCtlTable).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $dataSource_ifIndex an interface index
+ * @param int $aggProfile the index of an aggregation profile's control row
+ * @param string $owner at most 255 bytes
+ * @param int $rowStatus a RowStatus, see dsmon_matrixctl_get()
+ * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
+ * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ */
+function dsmon_matrixctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus, $maxDesiredEntries) {}
+
+/**
+ * The traffic from one host to another in an aggregation group (RFC 3287, dsmonMatrixSDTable: the view
+ * ordered by source).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the control row
+ * @param int $timeMark only rows changed since then, in hundredths of a second; 0 for all
+ * @param int $groupIndex a group of the control row's aggregation profile
+ * @param int $nlIndex the network protocol, of the protocol directory, to which the addresses belong
+ * @param int $alIndex the application protocol, of the protocol directory
+ * @param array $sourceAddress one integer for each byte; the first 20 are sent. At most 255 ("too many (...)
+ *     elements in addr!" and FALSE); other elements are converted to integers in the caller's array. Anything
+ *     but an array is an empty address.
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress likewise
+ * @prefer-ref $destAddress
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     dsmonMatrixCtlIndex: int,
+ *     dsmonAggGroupIndex: int,
+ *     dsmonMatrixTimeMark: int,
+ *     dsmonMatrixNLIndex: int,
+ *     dsmonMatrixALIndex: int,
+ *     dsmonMatrixSDHCPkts: float,
+ *     dsmonMatrixSDHCOctets: float,
+ *     dsmonMatrixSourceAddress: list<int>|int,
+ *     dsmonMatrixDestAddress: list<int>|int
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonMatrixTimeMark in
+ *     hundredths of a second; an empty address is the integer 0.
+ *     [0 => -1, "status" => -1], without a message, when
+ *     the agent has no such row or the call failed; FALSE after the warning
+ *     "... is not a RMON/RPC conn id!"
+ */
+function dsmon_matrixsdstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $nlIndex, $alIndex, $sourceAddress, $destAddress) {}
+
+/**
+ * The traffic of the first host pair behind one, ordered by source. See dsmon_matrixsdstats_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $timeMark
+ * @param int $groupIndex
+ * @param int $nlIndex
+ * @param int $alIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @return array|false|null
+ */
+function dsmon_matrixsdstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $nlIndex, $alIndex, $sourceAddress, $destAddress) {}
+
+/**
+ * The traffic from one host to another in an aggregation group (RFC 3287, dsmonMatrixDSTable: the view
+ * ordered by destination).
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $timeMark
+ * @param int $groupIndex
+ * @param int $nlIndex
+ * @param int $alIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @return array|false|null a row with the keys of dsmon_matrixsdstats_get(), dsmonMatrixSDHCPkts and
+ *     dsmonMatrixSDHCOctets included
+ */
+function dsmon_matrixdsstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $nlIndex, $alIndex, $sourceAddress, $destAddress) {}
+
+/**
+ * The traffic of the first host pair behind one, ordered by destination. See dsmon_matrixdsstats_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $timeMark
+ * @param int $groupIndex
+ * @param int $nlIndex
+ * @param int $alIndex
+ * @param array $sourceAddress
+ * @prefer-ref $sourceAddress
+ * @param array $destAddress
+ * @prefer-ref $destAddress
+ * @return array|false|null
+ */
+function dsmon_matrixdsstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $nlIndex, $alIndex, $sourceAddress, $destAddress) {}
+
 /* ---- SMON VLAN and priority statistics ----------------------------------------------- */
+
+/**
+ * One control row of the VLAN statistics (RFC 2613, smonVlanStatsControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     smonVlanStatsControlIndex: int,
+ *     smonVlanStatsControlDataSource: int,
+ *     smonVlanStatsControlCreateTime: int,
+ *     smonVlanStatsControlOwner: string,
+ *     smonVlanStatsControlStatus: int
+ * }|false|null 0 and status: the agent's result code. smonVlanStatsControlDataSource is an interface
+ *     index, smonVlanStatsControlCreateTime in hundredths of a second, smonVlanStatsControlStatus a
+ *     RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). FALSE
+ *     after the warning "vlan_ctl_get: RPC: ..."
+ */
+function rmon_vlan_ctl_get($connid, $index) {}
+
+/**
+ * The first control row of the VLAN statistics behind an index (0: the first of all). See
+ * rmon_vlan_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function rmon_vlan_ctl_getnext($connid, $index) {}
+
+/**
+ * Creates or changes a control row of the VLAN statistics (RFC 2613, smonVlanStatsControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $dataSource an interface index
+ * @param string $owner at most 255 bytes
+ * @param int $status a RowStatus, see rmon_vlan_ctl_get()
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_vlan_ctl_set: RPC: ..."
+ */
+function rmon_vlan_ctl_set($connid, $index, $dataSource, $owner, $status) {}
+
+/**
+ * The traffic of one VLAN of a data source (RFC 2613, smonVlanIdStatsTable).
+ *
+ * @param resource|int $connid
+ * @param int $controlIndex the control row
+ * @param int $vlanId 1 to 4094
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     smonVlanIdStatsId: int,
+ *     smonVlanIdStatsTotalPkts: float,
+ *     smonVlanIdStatsTotalOctets: float,
+ *     smonVlanIdStatsNUcastPkts: float,
+ *     smonVlanIdStatsNUcastOctets: float,
+ *     smonVlanIdStatsCreateTime: int,
+ *     smonVlanStatsControlIndex: int
+ * }|false|null 0 and status: the agent's result code. NUcast: broadcast and multicast packets;
+ *     smonVlanIdStatsCreateTime in hundredths of a second. FALSE after the warning "vlan_get: RPC: ..."
+ */
+function rmon_vlan_get($connid, $controlIndex, $vlanId) {}
+
+/**
+ * The traffic of the first VLAN behind one. See rmon_vlan_get().
+ *
+ * @param resource|int $connid
+ * @param int $controlIndex
+ * @param int $vlanId
+ * @return array|false|null
+ */
+function rmon_vlan_getnext($connid, $controlIndex, $vlanId) {}
+
+/**
+ * One control row of the priority statistics (RFC 2613, smonPrioStatsControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     smonPrioStatsControlIndex: int,
+ *     smonPrioStatsControlDataSource: int,
+ *     smonPrioStatsControlCreateTime: int,
+ *     smonPrioStatsControlOwner: string,
+ *     smonPrioStatsControlStatus: int
+ * }|false|null 0 and status: the agent's result code. smonPrioStatsControlDataSource is an interface
+ *     index, smonPrioStatsControlCreateTime in hundredths of a second, smonPrioStatsControlStatus a
+ *     RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). FALSE
+ *     after the warning "prio_ctl_get: RPC: ..."
+ */
+function rmon_prio_ctl_get($connid, $index) {}
+
+/**
+ * The first control row of the priority statistics behind an index (0: the first of all). See
+ * rmon_prio_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function rmon_prio_ctl_getnext($connid, $index) {}
+
+/**
+ * Creates or changes a control row of the priority statistics (RFC 2613, smonPrioStatsControlTable).
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $dataSource an interface index
+ * @param string $owner at most 255 bytes
+ * @param int $status a RowStatus, see rmon_prio_ctl_get()
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_prio_ctl_set: RPC: ..."
+ */
+function rmon_prio_ctl_set($connid, $index, $dataSource, $owner, $status) {}
+
+/**
+ * The traffic of one user priority of a data source (RFC 2613, smonPrioStatsTable).
+ *
+ * @param resource|int $connid
+ * @param int $controlIndex the control row
+ * @param int $priority 0 to 7
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     smonPrioStatsId: int,
+ *     smonPrioStatsPkts: float,
+ *     smonPrioStatsOctets: float,
+ *     smonPrioStatsControlIndex: int
+ * }|false|null 0 and status: the agent's result code. FALSE after the warning "prio_get: RPC: ..."
+ */
+function rmon_prio_get($connid, $controlIndex, $priority) {}
+
+/**
+ * The traffic of the first user priority behind one. See rmon_prio_get().
+ *
+ * @param resource|int $connid
+ * @param int $controlIndex
+ * @param int $priority
+ * @return array|false|null
+ */
+function rmon_prio_getnext($connid, $controlIndex, $priority) {}
 
 /* ---- filters and channels ------------------------------------------------------------ */
 
@@ -1861,6 +2536,206 @@ function rmon_capture_buf_getnext($connid, $captureBufferControlIndex, $captureB
 function rmon_capture_save_file($connid, $fileName, $saveValue1, $saveValue2, $saveValue3, $saveOption) {}
 
 /* ---- application response time ------------------------------------------------------- */
+
+/**
+ * One control row of the response time reports.
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     artControlIndex: int,
+ *     artControlDataSource: int,
+ *     artControlTimeRemaining: int,
+ *     artControlDuration: int,
+ *     artControlRspTime1: int,
+ *     artControlRspTime2: int,
+ *     artControlRspTime3: int,
+ *     artControlRspTime4: int,
+ *     artControlRspTime5: int,
+ *     artControlRspTime6: int,
+ *     artControlRspTimeout: int,
+ *     artControlRptStartTime: int,
+ *     artControlRequestedSize: int,
+ *     artControlGrantedSize: int,
+ *     artControlGeneratedRpts: int,
+ *     artControlDroppedFrames: int,
+ *     artControlOwner: string,
+ *     artControlStatus: int
+ * }|false|null 0 and status: the agent's result code. artControlDataSource is an interface index;
+ *     artControlTimeRemaining (of the running report) and artControlDuration (of each) in seconds;
+ *     artControlRspTime1 to 6: the boundaries, ascending, of the seven ranges in which responses are
+ *     counted; artControlRptStartTime in hundredths of a second; the sizes in rows. The unit of response
+ *     times is the agent's. FALSE after the warning "art_ctl_get: RPC: ..."
+ */
+function rmon_art_ctl_get($connid, $ctlIndex) {}
+
+/**
+ * The first control row of the response time reports behind an index (0: the first of all). See
+ * rmon_art_ctl_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @return array|false|null
+ */
+function rmon_art_ctl_getnext($connid, $ctlIndex) {}
+
+/**
+ * Creates or changes a control row of the response time reports. The duration, the start time, the granted
+ * size and the counters are the agent's to set.
+ *
+ * @param resource|int $connid
+ * @param int $artControlIndex
+ * @param int $artControlDataSource an interface index
+ * @param int $artControlTimeRemaining in seconds
+ * @param int $artControlRspTime1 the lowest boundary between two ranges of response times
+ * @param int $artControlRspTime2
+ * @param int $artControlRspTime3
+ * @param int $artControlRspTime4
+ * @param int $artControlRspTime5
+ * @param int $artControlRspTime6 the highest boundary
+ * @param int $artControlRspTimeout from when on a response doesn't count any more
+ * @param int $artControlRequestedSize rows wanted at the most
+ * @param string $artControlOwner at most 255 bytes
+ * @param int $artControlStatus
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_art_ctl_set: RPC: ..."
+ */
+function rmon_art_ctl_set($connid, $artControlIndex, $artControlDataSource, $artControlTimeRemaining, $artControlRspTime1, $artControlRspTime2, $artControlRspTime3, $artControlRspTime4, $artControlRspTime5, $artControlRspTime6, $artControlRspTimeout, $artControlRequestedSize, $artControlOwner, $artControlStatus) {}
+
+/**
+ * The response times of one server to one client in an application protocol.
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the control row
+ * @param int $protocolDirLocalIndex the application protocol, of the protocol directory
+ * @param array $serverAddress one integer for each byte, at most 255 ("too many (...) elements in addr!"
+ *     and FALSE); other elements are converted to integers in the caller's array. Anything but an array is an
+ *     empty address.
+ * @prefer-ref $serverAddress
+ * @param array $clientAddress likewise
+ * @prefer-ref $clientAddress
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     artServerAddress: list<int>,
+ *     artClientAddress: list<int>,
+ *     artAvgRspTime: int,
+ *     artMinRspTime: int,
+ *     artMaxRspTime: int,
+ *     artTotalResponses: int,
+ *     artRsps1: int,
+ *     artRsps2: int,
+ *     artRsps3: int,
+ *     artRsps4: int,
+ *     artRsps5: int,
+ *     artRsps6: int,
+ *     artRsps7: int,
+ *     artClientOctets: float,
+ *     artServerOctets: float,
+ *     artRetries: int,
+ *     artTimeouts: int,
+ *     artControlIndex: int,
+ *     protocolDirLocalIndex: int
+ * }|array{}|false|null 0 and status: the agent's result code. artRsps1 to artRsps7 are the responses in
+ *     each range between the control row's boundaries, artTotalResponses all of them. An empty address is an
+ *     empty array. An empty array when the agent has no such row; FALSE after the warning
+ *     "art_rpt_get: RPC: ..."
+ */
+function rmon_art_rpt_get($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress, $clientAddress) {}
+
+/**
+ * The first server and client behind a pair of addresses. See rmon_art_rpt_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $protocolDirLocalIndex
+ * @param array $serverAddress
+ * @prefer-ref $serverAddress
+ * @param array $clientAddress
+ * @prefer-ref $clientAddress
+ * @return array|false|null
+ */
+function rmon_art_rpt_getnext($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress, $clientAddress) {}
+
+/**
+ * Several servers and clients behind a pair of addresses, in the order of the table. See rmon_art_rpt_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $protocolDirLocalIndex
+ * @param array $serverAddress
+ * @prefer-ref $serverAddress
+ * @param array $clientAddress
+ * @prefer-ref $clientAddress
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows, none of them included
+ */
+function rmon_art_rpt_getbulk($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress, $clientAddress, $count) {}
+
+/**
+ * The response times of one server to all of its clients in an application protocol.
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex the control row
+ * @param int $protocolDirLocalIndex the application protocol, of the protocol directory
+ * @param array $serverAddress one integer for each byte, at most 255 ("too many (...) elements in addr!"
+ *     and FALSE); other elements are converted to integers in the caller's array. Anything but an array is an
+ *     empty address.
+ * @prefer-ref $serverAddress
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     artSummaryServerAddress: list<int>,
+ *     artSummaryClients: int,
+ *     artSummaryAvgRspTime: int,
+ *     artSummaryMinRspTime: int,
+ *     artSummaryMaxRspTime: int,
+ *     artSummaryTotalResponses: int,
+ *     artSummaryRsps1: int,
+ *     artSummaryRsps2: int,
+ *     artSummaryRsps3: int,
+ *     artSummaryRsps4: int,
+ *     artSummaryRsps5: int,
+ *     artSummaryRsps6: int,
+ *     artSummaryRsps7: int,
+ *     artSummaryClientOctets: float,
+ *     artSummaryServerOctets: float,
+ *     artSummaryRetries: int,
+ *     artSummaryTimeouts: int,
+ *     artControlIndex: int,
+ *     protocolDirLocalIndex: int
+ * }|array{}|false|null 0 and status: the agent's result code. artSummaryClients: how many clients;
+ *     artSummaryRsps1 to artSummaryRsps7 are the responses in each range between the control row's boundaries,
+ *     artSummaryTotalResponses all of them. An empty address is an empty array. An empty array when the agent
+ *     has no such row; FALSE after the warning "art_sum_get: RPC: ..."
+ */
+function rmon_art_sum_get($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress) {}
+
+/**
+ * The first server behind an address (an empty one: the first of all). See rmon_art_sum_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $protocolDirLocalIndex
+ * @param array $serverAddress
+ * @prefer-ref $serverAddress
+ * @return array|false|null
+ */
+function rmon_art_sum_getnext($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress) {}
+
+/**
+ * Several servers behind an address, in the order of the table. See rmon_art_sum_get().
+ *
+ * @param resource|int $connid
+ * @param int $ctlIndex
+ * @param int $protocolDirLocalIndex
+ * @param array $serverAddress
+ * @prefer-ref $serverAddress
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows, none of them included
+ */
+function rmon_art_sum_getbulk($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress, $count) {}
 
 /* ---- self-test -------------------------------------------------------------------------- */
 

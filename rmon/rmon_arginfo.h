@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 5aaff9b2a9edb83dc8f7abf5e4b2ce4d9e098ed0 */
+ * Stub hash: 598d7f027b23bb99e1410ffce33a3635b9520b0d */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
@@ -526,6 +526,171 @@ ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_getprotdesc, 0, 0, 1)
 	ZEND_ARG_INFO(0, name)
 ZEND_END_ARG_INFO()
 
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_stats_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, groupIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_stats_getnext arginfo_dsmon_stats_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_statsctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_statsctl_getnext arginfo_dsmon_statsctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_statsctl_set, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, dataSource_ifIndex)
+	ZEND_ARG_INFO(0, aggProfile)
+	ZEND_ARG_INFO(0, owner)
+	ZEND_ARG_INFO(0, rowStatus)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_aggctl_get arginfo_dsmon_statsctl_get
+
+#define arginfo_dsmon_aggctl_getnext arginfo_dsmon_statsctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_aggctl_set, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, owner)
+	ZEND_ARG_INFO(0, descr)
+	ZEND_ARG_INFO(0, rowStatus)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_aggrp_get arginfo_dsmon_stats_get
+
+#define arginfo_dsmon_aggrp_getnext arginfo_dsmon_stats_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_aggrp_set, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, groupIndex)
+	ZEND_ARG_INFO(0, descr)
+	ZEND_ARG_INFO(0, groupStatus)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_aggprofs_get arginfo_dsmon_statsctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_aggprof_set, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, dscp)
+	ZEND_ARG_INFO(0, groupIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_aggctl_locked arginfo_rmon_system_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_aggctl_set_lock, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, lock)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_pdistctl_get arginfo_dsmon_statsctl_get
+
+#define arginfo_dsmon_pdistctl_getnext arginfo_dsmon_statsctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_pdistctl_set, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, dataSource_ifIndex)
+	ZEND_ARG_INFO(0, aggProfile)
+	ZEND_ARG_INFO(0, owner)
+	ZEND_ARG_INFO(0, rowStatus)
+	ZEND_ARG_INFO(0, maxDesiredEntries)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_hostctl_get arginfo_dsmon_statsctl_get
+
+#define arginfo_dsmon_hostctl_getnext arginfo_dsmon_statsctl_get
+
+#define arginfo_dsmon_hostctl_set arginfo_dsmon_pdistctl_set
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_pdstats_get, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, timeMark)
+	ZEND_ARG_INFO(0, groupIndex)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_pdstats_getnext arginfo_dsmon_pdstats_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_hoststats_get, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, timeMark)
+	ZEND_ARG_INFO(0, groupIndex)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_hoststats_getnext arginfo_dsmon_hoststats_get
+
+#define arginfo_dsmon_matrixctl_get arginfo_dsmon_statsctl_get
+
+#define arginfo_dsmon_matrixctl_getnext arginfo_dsmon_statsctl_get
+
+#define arginfo_dsmon_matrixctl_set arginfo_dsmon_pdistctl_set
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_matrixsdstats_get, 0, 0, 8)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, timeMark)
+	ZEND_ARG_INFO(0, groupIndex)
+	ZEND_ARG_INFO(0, nlIndex)
+	ZEND_ARG_INFO(0, alIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, sourceAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, destAddress)
+ZEND_END_ARG_INFO()
+
+#define arginfo_dsmon_matrixsdstats_getnext arginfo_dsmon_matrixsdstats_get
+
+#define arginfo_dsmon_matrixdsstats_get arginfo_dsmon_matrixsdstats_get
+
+#define arginfo_dsmon_matrixdsstats_getnext arginfo_dsmon_matrixsdstats_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_vlan_ctl_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, index)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_vlan_ctl_getnext arginfo_rmon_vlan_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_vlan_ctl_set, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, index)
+	ZEND_ARG_INFO(0, dataSource)
+	ZEND_ARG_INFO(0, owner)
+	ZEND_ARG_INFO(0, status)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_vlan_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, controlIndex)
+	ZEND_ARG_INFO(0, vlanId)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_vlan_getnext arginfo_rmon_vlan_get
+
+#define arginfo_rmon_prio_ctl_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_rmon_prio_ctl_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_rmon_prio_ctl_set arginfo_rmon_vlan_ctl_set
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_prio_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, controlIndex)
+	ZEND_ARG_INFO(0, priority)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_prio_getnext arginfo_rmon_prio_get
+
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_filter_get, 0, 0, 2)
 	ZEND_ARG_INFO(0, connid)
 	ZEND_ARG_INFO(0, filterIndex)
@@ -607,6 +772,63 @@ ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_capture_save_file, 0, 0, 6)
 	ZEND_ARG_INFO(0, saveValue2)
 	ZEND_ARG_INFO(0, saveValue3)
 	ZEND_ARG_INFO(0, saveOption)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_art_ctl_get arginfo_dsmon_statsctl_get
+
+#define arginfo_rmon_art_ctl_getnext arginfo_dsmon_statsctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_art_ctl_set, 0, 0, 14)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, artControlIndex)
+	ZEND_ARG_INFO(0, artControlDataSource)
+	ZEND_ARG_INFO(0, artControlTimeRemaining)
+	ZEND_ARG_INFO(0, artControlRspTime1)
+	ZEND_ARG_INFO(0, artControlRspTime2)
+	ZEND_ARG_INFO(0, artControlRspTime3)
+	ZEND_ARG_INFO(0, artControlRspTime4)
+	ZEND_ARG_INFO(0, artControlRspTime5)
+	ZEND_ARG_INFO(0, artControlRspTime6)
+	ZEND_ARG_INFO(0, artControlRspTimeout)
+	ZEND_ARG_INFO(0, artControlRequestedSize)
+	ZEND_ARG_INFO(0, artControlOwner)
+	ZEND_ARG_INFO(0, artControlStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_art_rpt_get, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, serverAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, clientAddress)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_art_rpt_getnext arginfo_rmon_art_rpt_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_art_rpt_getbulk, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, serverAddress)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, clientAddress)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_art_sum_get, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, serverAddress)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_art_sum_getnext arginfo_rmon_art_sum_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_art_sum_getbulk, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ctlIndex)
+	ZEND_ARG_INFO(0, protocolDirLocalIndex)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, serverAddress)
+	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_confirm_rmon_compiled, 0, 0, 1)
@@ -709,6 +931,48 @@ ZEND_FUNCTION(rmon_event_set);
 ZEND_FUNCTION(rmon_log_get);
 ZEND_FUNCTION(rmon_log_getnext);
 ZEND_FUNCTION(rmon_getprotdesc);
+ZEND_FUNCTION(dsmon_stats_get);
+ZEND_FUNCTION(dsmon_stats_getnext);
+ZEND_FUNCTION(dsmon_statsctl_get);
+ZEND_FUNCTION(dsmon_statsctl_getnext);
+ZEND_FUNCTION(dsmon_statsctl_set);
+ZEND_FUNCTION(dsmon_aggctl_get);
+ZEND_FUNCTION(dsmon_aggctl_getnext);
+ZEND_FUNCTION(dsmon_aggctl_set);
+ZEND_FUNCTION(dsmon_aggrp_get);
+ZEND_FUNCTION(dsmon_aggrp_getnext);
+ZEND_FUNCTION(dsmon_aggrp_set);
+ZEND_FUNCTION(dsmon_aggprofs_get);
+ZEND_FUNCTION(dsmon_aggprof_set);
+ZEND_FUNCTION(dsmon_aggctl_locked);
+ZEND_FUNCTION(dsmon_aggctl_set_lock);
+ZEND_FUNCTION(dsmon_pdistctl_get);
+ZEND_FUNCTION(dsmon_pdistctl_getnext);
+ZEND_FUNCTION(dsmon_pdistctl_set);
+ZEND_FUNCTION(dsmon_hostctl_get);
+ZEND_FUNCTION(dsmon_hostctl_getnext);
+ZEND_FUNCTION(dsmon_hostctl_set);
+ZEND_FUNCTION(dsmon_pdstats_get);
+ZEND_FUNCTION(dsmon_pdstats_getnext);
+ZEND_FUNCTION(dsmon_hoststats_get);
+ZEND_FUNCTION(dsmon_hoststats_getnext);
+ZEND_FUNCTION(dsmon_matrixctl_get);
+ZEND_FUNCTION(dsmon_matrixctl_getnext);
+ZEND_FUNCTION(dsmon_matrixctl_set);
+ZEND_FUNCTION(dsmon_matrixsdstats_get);
+ZEND_FUNCTION(dsmon_matrixsdstats_getnext);
+ZEND_FUNCTION(dsmon_matrixdsstats_get);
+ZEND_FUNCTION(dsmon_matrixdsstats_getnext);
+ZEND_FUNCTION(rmon_vlan_ctl_get);
+ZEND_FUNCTION(rmon_vlan_ctl_getnext);
+ZEND_FUNCTION(rmon_vlan_ctl_set);
+ZEND_FUNCTION(rmon_vlan_get);
+ZEND_FUNCTION(rmon_vlan_getnext);
+ZEND_FUNCTION(rmon_prio_ctl_get);
+ZEND_FUNCTION(rmon_prio_ctl_getnext);
+ZEND_FUNCTION(rmon_prio_ctl_set);
+ZEND_FUNCTION(rmon_prio_get);
+ZEND_FUNCTION(rmon_prio_getnext);
 ZEND_FUNCTION(rmon_filter_get);
 ZEND_FUNCTION(rmon_filter_getnext);
 ZEND_FUNCTION(rmon_filter_set);
@@ -721,6 +985,15 @@ ZEND_FUNCTION(rmon_buffer_ctl_set);
 ZEND_FUNCTION(rmon_capture_buf_get);
 ZEND_FUNCTION(rmon_capture_buf_getnext);
 ZEND_FUNCTION(rmon_capture_save_file);
+ZEND_FUNCTION(rmon_art_ctl_get);
+ZEND_FUNCTION(rmon_art_ctl_getnext);
+ZEND_FUNCTION(rmon_art_ctl_set);
+ZEND_FUNCTION(rmon_art_rpt_get);
+ZEND_FUNCTION(rmon_art_rpt_getnext);
+ZEND_FUNCTION(rmon_art_rpt_getbulk);
+ZEND_FUNCTION(rmon_art_sum_get);
+ZEND_FUNCTION(rmon_art_sum_getnext);
+ZEND_FUNCTION(rmon_art_sum_getbulk);
 ZEND_FUNCTION(confirm_rmon_compiled);
 
 
@@ -820,6 +1093,48 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_log_get, arginfo_rmon_log_get)
 	ZEND_FE(rmon_log_getnext, arginfo_rmon_log_getnext)
 	ZEND_FE(rmon_getprotdesc, arginfo_rmon_getprotdesc)
+	ZEND_FE(dsmon_stats_get, arginfo_dsmon_stats_get)
+	ZEND_FE(dsmon_stats_getnext, arginfo_dsmon_stats_getnext)
+	ZEND_FE(dsmon_statsctl_get, arginfo_dsmon_statsctl_get)
+	ZEND_FE(dsmon_statsctl_getnext, arginfo_dsmon_statsctl_getnext)
+	ZEND_FE(dsmon_statsctl_set, arginfo_dsmon_statsctl_set)
+	ZEND_FE(dsmon_aggctl_get, arginfo_dsmon_aggctl_get)
+	ZEND_FE(dsmon_aggctl_getnext, arginfo_dsmon_aggctl_getnext)
+	ZEND_FE(dsmon_aggctl_set, arginfo_dsmon_aggctl_set)
+	ZEND_FE(dsmon_aggrp_get, arginfo_dsmon_aggrp_get)
+	ZEND_FE(dsmon_aggrp_getnext, arginfo_dsmon_aggrp_getnext)
+	ZEND_FE(dsmon_aggrp_set, arginfo_dsmon_aggrp_set)
+	ZEND_FE(dsmon_aggprofs_get, arginfo_dsmon_aggprofs_get)
+	ZEND_FE(dsmon_aggprof_set, arginfo_dsmon_aggprof_set)
+	ZEND_FE(dsmon_aggctl_locked, arginfo_dsmon_aggctl_locked)
+	ZEND_FE(dsmon_aggctl_set_lock, arginfo_dsmon_aggctl_set_lock)
+	ZEND_FE(dsmon_pdistctl_get, arginfo_dsmon_pdistctl_get)
+	ZEND_FE(dsmon_pdistctl_getnext, arginfo_dsmon_pdistctl_getnext)
+	ZEND_FE(dsmon_pdistctl_set, arginfo_dsmon_pdistctl_set)
+	ZEND_FE(dsmon_hostctl_get, arginfo_dsmon_hostctl_get)
+	ZEND_FE(dsmon_hostctl_getnext, arginfo_dsmon_hostctl_getnext)
+	ZEND_FE(dsmon_hostctl_set, arginfo_dsmon_hostctl_set)
+	ZEND_FE(dsmon_pdstats_get, arginfo_dsmon_pdstats_get)
+	ZEND_FE(dsmon_pdstats_getnext, arginfo_dsmon_pdstats_getnext)
+	ZEND_FE(dsmon_hoststats_get, arginfo_dsmon_hoststats_get)
+	ZEND_FE(dsmon_hoststats_getnext, arginfo_dsmon_hoststats_getnext)
+	ZEND_FE(dsmon_matrixctl_get, arginfo_dsmon_matrixctl_get)
+	ZEND_FE(dsmon_matrixctl_getnext, arginfo_dsmon_matrixctl_getnext)
+	ZEND_FE(dsmon_matrixctl_set, arginfo_dsmon_matrixctl_set)
+	ZEND_FE(dsmon_matrixsdstats_get, arginfo_dsmon_matrixsdstats_get)
+	ZEND_FE(dsmon_matrixsdstats_getnext, arginfo_dsmon_matrixsdstats_getnext)
+	ZEND_FE(dsmon_matrixdsstats_get, arginfo_dsmon_matrixdsstats_get)
+	ZEND_FE(dsmon_matrixdsstats_getnext, arginfo_dsmon_matrixdsstats_getnext)
+	ZEND_FE(rmon_vlan_ctl_get, arginfo_rmon_vlan_ctl_get)
+	ZEND_FE(rmon_vlan_ctl_getnext, arginfo_rmon_vlan_ctl_getnext)
+	ZEND_FE(rmon_vlan_ctl_set, arginfo_rmon_vlan_ctl_set)
+	ZEND_FE(rmon_vlan_get, arginfo_rmon_vlan_get)
+	ZEND_FE(rmon_vlan_getnext, arginfo_rmon_vlan_getnext)
+	ZEND_FE(rmon_prio_ctl_get, arginfo_rmon_prio_ctl_get)
+	ZEND_FE(rmon_prio_ctl_getnext, arginfo_rmon_prio_ctl_getnext)
+	ZEND_FE(rmon_prio_ctl_set, arginfo_rmon_prio_ctl_set)
+	ZEND_FE(rmon_prio_get, arginfo_rmon_prio_get)
+	ZEND_FE(rmon_prio_getnext, arginfo_rmon_prio_getnext)
 	ZEND_FE(rmon_filter_get, arginfo_rmon_filter_get)
 	ZEND_FE(rmon_filter_getnext, arginfo_rmon_filter_getnext)
 	ZEND_FE(rmon_filter_set, arginfo_rmon_filter_set)
@@ -832,6 +1147,15 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_capture_buf_get, arginfo_rmon_capture_buf_get)
 	ZEND_FE(rmon_capture_buf_getnext, arginfo_rmon_capture_buf_getnext)
 	ZEND_FE(rmon_capture_save_file, arginfo_rmon_capture_save_file)
+	ZEND_FE(rmon_art_ctl_get, arginfo_rmon_art_ctl_get)
+	ZEND_FE(rmon_art_ctl_getnext, arginfo_rmon_art_ctl_getnext)
+	ZEND_FE(rmon_art_ctl_set, arginfo_rmon_art_ctl_set)
+	ZEND_FE(rmon_art_rpt_get, arginfo_rmon_art_rpt_get)
+	ZEND_FE(rmon_art_rpt_getnext, arginfo_rmon_art_rpt_getnext)
+	ZEND_FE(rmon_art_rpt_getbulk, arginfo_rmon_art_rpt_getbulk)
+	ZEND_FE(rmon_art_sum_get, arginfo_rmon_art_sum_get)
+	ZEND_FE(rmon_art_sum_getnext, arginfo_rmon_art_sum_getnext)
+	ZEND_FE(rmon_art_sum_getbulk, arginfo_rmon_art_sum_getbulk)
 	ZEND_FE(confirm_rmon_compiled, arginfo_confirm_rmon_compiled)
 	ZEND_FE_END
 };

@@ -7,8 +7,10 @@
  */
 #pragma once
 
+#include "rmon/rpc/rmonrpc_dsmon.h"
 #include "rmon/rpc/rmonrpc_rmon1.h"
 #include "rmon/rpc/rmonrpc_rmon2.h"
+#include "rmon/rpc/rmonrpc_smon_art.h"
 #include "rmon/rpc/rmonrpc_xdr.h"
 
 #include <sys/time.h>
@@ -140,7 +142,48 @@ inline constexpr procedure<184, rmonrpc_row_key1_t, rmonrpc_others_counters_t> p
 
 /* ---- DSMON -------------------------------------------------------------------- */
 
+inline constexpr procedure<72, rmonrpc_row_key2_t, rmonrpc_dsmon_stats_ctl_t> dsmon_stats_ctl_get_1;
+inline constexpr procedure<73, rmonrpc_row_key2_t, rmonrpc_dsmon_aggctl_t> dsmon_aggctl_get_1;
+inline constexpr procedure<74, rmonrpc_row_key3_t, rmonrpc_dsmon_stats_t> dsmon_stats_get_1;
+inline constexpr procedure<75, rmonrpc_row_key3_t, rmonrpc_dsmon_agggrp_t> dsmon_agggrp_get_1;
+inline constexpr procedure<103, rmonrpc_row_key3_t, rmonrpc_dsmon_aggprof_t> dsmon_aggprofile_get_1;
+inline constexpr procedure<104, rmonrpc_dsmon_aggctl_t, int32_t> dsmon_aggctl_set_1;
+inline constexpr procedure<105, rmonrpc_dsmon_agggrp_t, int32_t> dsmon_agggrp_set_1;
+inline constexpr procedure<106, rmonrpc_dsmon_aggprof_t, int32_t> dsmon_aggprofile_set_1;
+inline constexpr procedure<107, wire::none, int32_t> dsmon_aggctl_locked_1;
+inline constexpr procedure<108, int32_t, int32_t> dsmon_aggctl_set_lock_1;
+inline constexpr procedure<109, rmonrpc_dsmon_stats_ctl_t, int32_t> dsmon_stats_ctl_set_1;
+inline constexpr procedure<133, rmonrpc_row_key2_t, rmonrpc_dsmon_pdctl_t> dsmon_pdistctl_get_1;
+inline constexpr procedure<134, rmonrpc_dsmon_pdctl_t, int32_t> dsmon_pdistctl_set_1;
+inline constexpr procedure<135, rmonrpc_row_key2_t, rmonrpc_dsmon_hostctl_t> dsmon_hostctl_get_1;
+inline constexpr procedure<136, rmonrpc_dsmon_hostctl_t, int32_t> dsmon_hostctl_set_1;
+inline constexpr procedure<137, rmonrpc_dsmon_pdist_key_t, rmonrpc_dsmon_pdstats_t> dsmon_pdstats_get_1;
+inline constexpr procedure<138, rmonrpc_dsmon_host_key_t, rmonrpc_dsmon_hoststats_t> dsmon_hoststats_get_1;
+inline constexpr procedure<139, rmonrpc_row_key2_t, rmonrpc_dsmon_matrixctl_t> dsmon_matrixctl_get_1;
+inline constexpr procedure<140, rmonrpc_dsmon_matrixctl_t, int32_t> dsmon_matrixctl_set_1;
+inline constexpr procedure<141, rmonrpc_dsmon_matrix_key_t, rmonrpc_dsmon_matrixstats_t>
+    dsmon_matrixsdstats_get_1;
+inline constexpr procedure<142, rmonrpc_dsmon_matrix_key_t, rmonrpc_dsmon_matrixstats_t>
+    dsmon_matrixdsstats_get_1;
+inline constexpr procedure<177, rmonrpc_dsmon_host_key_t, int32_t> dshost_make_persistent_1;
+inline constexpr procedure<178, rmonrpc_dsmon_host_key_t, int32_t> dshost_make_nonpersistent_1;
+inline constexpr procedure<179, rmonrpc_dsmon_matrix_key_t, int32_t> dsmatrix_make_persistent_1;
+inline constexpr procedure<180, rmonrpc_dsmon_matrix_key_t, int32_t> dsmatrix_make_nonpersistent_1;
+inline constexpr procedure<181, rmonrpc_dsmon_pdist_key_t, int32_t> dspdist_make_persistent_1;
+inline constexpr procedure<182, rmonrpc_dsmon_pdist_key_t, int32_t> dspdist_make_nonpersistent_1;
+
 /* ---- SMON and application response time --------------------------------------- */
+
+inline constexpr procedure<76, rmonrpc_row_key2_t, rmonrpc_smon_vlan_ctl_t> smon_vlan_ctl_get_1;
+inline constexpr procedure<77, rmonrpc_smon_vlan_ctl_t, int32_t> smon_vlan_ctl_set_1;
+inline constexpr procedure<78, rmonrpc_row_key3_t, rmonrpc_smon_vlan_t> smon_vlan_get_1;
+inline constexpr procedure<79, rmonrpc_row_key2_t, rmonrpc_smon_prio_ctl_t> smon_prio_ctl_get_1;
+inline constexpr procedure<80, rmonrpc_smon_prio_ctl_t, int32_t> smon_prio_ctl_set_1;
+inline constexpr procedure<81, rmonrpc_row_key3_t, rmonrpc_smon_prio_t> smon_prio_get_1;
+inline constexpr procedure<99, rmonrpc_row_key2_t, rmonrpc_art_ctl_t> art_ctl_get_1;
+inline constexpr procedure<100, rmonrpc_art_ctl_t, int32_t> art_ctl_set_1;
+inline constexpr procedure<101, rmonrpc_art_rpt_key_t, rmonrpc_art_rpt_arr_t> art_rpt_get_1;
+inline constexpr procedure<102, rmonrpc_art_sum_key_t, rmonrpc_art_sum_arr_t> art_sum_get_1;
 
 /* ---- voice -------------------------------------------------------------------- */
 
