@@ -1638,8 +1638,8 @@ function rmon_getprotdesc($name) {}
  *     dsmonStatsOutHCPkts: float,
  *     dsmonStatsOutHCOctets: float
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. In: received by the data
- *     source, Out: sent by it. [0 => -1, "status" => -1], without a message, when the agent has no such
- *     row or the call failed; FALSE after the warning "... is not a RMON/RPC conn id!"
+ *     source, Out: sent by it. [0 => -1, "status" => -1], without a message, when the agent has no such row or
+ *     the call failed; FALSE after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_stats_get($connid, $ctlIndex, $groupIndex) {}
 
@@ -1670,10 +1670,9 @@ function dsmon_stats_getnext($connid, $ctlIndex, $groupIndex) {}
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
  *     dsmonStatsControlDataSource_ifIndex is an interface index, dsmonStatsControlAggProfile the index of a
  *     control row that dsmon_aggctl_get() reads, dsmonStatsControlDroppedFrames in frames,
- *     dsmonStatsControlStatus a RowStatus (1 active, 2 notInService,
- *     3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). [0 => -1, "status" => -1],
- *     without a message, when the agent has no such row or the call failed; FALSE after the warning
- *     "... is not a RMON/RPC conn id!"
+ *     dsmonStatsControlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
+ *     5 createAndWait, 6 destroy). [0 => -1, "status" => -1], without a message, when the agent has no such row
+ *     or the call failed; FALSE after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_statsctl_get($connid, $ctlIndex) {}
 
@@ -1694,8 +1693,7 @@ function dsmon_statsctl_getnext($connid, $ctlIndex) {}
  * @param int $dataSource_ifIndex an interface index
  * @param int $aggProfile the index of an aggregation profile's control row
  * @param string $owner at most 255 bytes
- * @param int $rowStatus a RowStatus: 1 active, 2 notInService, 3 notReady, 4 createAndGo,
- *     5 createAndWait, 6 destroy
+ * @param int $rowStatus a RowStatus, see dsmon_statsctl_get()
  * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
  */
 function dsmon_statsctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus) {}
@@ -1714,11 +1712,10 @@ function dsmon_statsctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile
  *     dsmonAggControlDescr: string,
  *     dsmonAggControlOwner: string,
  *     dsmonAggControlStatus: int
- * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonAggControlStatus
- *     is a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy).
- *     [0 => -1, "status" => -1], without a message, when
- *     the agent has no such row or the call failed; FALSE after the warning
- *     "... is not a RMON/RPC conn id!"
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonAggControlStatus is a
+ *     RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy).
+ *     [0 => -1, "status" => -1], without a message, when the agent has no such row or the call failed; FALSE
+ *     after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_aggctl_get($connid, $ctlIndex) {}
 
@@ -1757,9 +1754,8 @@ function dsmon_aggctl_set($connid, $ctlIndex, $owner, $descr, $rowStatus) {}
  *     dsmonAggControlIndex: int,
  *     dsmonAggGroupIndex: int,
  *     dsmonAggGroupDescr: string
- * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
- *     [0 => -1, "status" => -1], without a message, when
- *     the agent has no such row or the call failed; FALSE after the warning
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. [0 => -1, "status" => -1],
+ *     without a message, when the agent has no such row or the call failed; FALSE after the warning
  *     "... is not a RMON/RPC conn id!"
  */
 function dsmon_aggrp_get($connid, $ctlIndex, $groupIndex) {}
@@ -1851,9 +1847,8 @@ function dsmon_aggctl_set_lock($connid, $lock) {}
  *     that dsmon_aggctl_get() reads; dsmonPdistDroppedFrames in frames, the inserts and deletes in rows of the
  *     table; dsmonPdistCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
  *     5 createAndWait, 6 destroy); dsmonPdistCtlMaxDesiredEntries in rows, -1 for no limit.
- *     [0 => -1, "status" => -1], without a message, when
- *     the agent has no such row or the call failed; FALSE after the warning
- *     "... is not a RMON/RPC conn id!"
+ *     [0 => -1, "status" => -1], without a message, when the agent has no such row or the call failed; FALSE
+ *     after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_pdistctl_get($connid, $ctlIndex) {}
 
@@ -1900,19 +1895,18 @@ function dsmon_pdistctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile
  *     dsmonHostCtlStatus: int,
  *     dsmonHostCtlMaxDesiredEntries: int
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
- *     dsmonHostCtlDataSource_ifIndex is an interface index, dsmonHostAggProfile the index of a control row
- *     that dsmon_aggctl_get() reads; dsmonHostDroppedFrames in frames, the inserts and deletes in rows of the
- *     table; dsmonHostCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
- *     5 createAndWait, 6 destroy); dsmonHostCtlMaxDesiredEntries in rows, -1 for no limit.
- *     [0 => -1, "status" => -1], without a message, when
- *     the agent has no such row or the call failed; FALSE after the warning
+ *     dsmonHostCtlDataSource_ifIndex is an interface index, dsmonHostAggProfile the index of a control row that
+ *     dsmon_aggctl_get() reads; dsmonHostDroppedFrames in frames, the inserts and deletes in rows of the table;
+ *     dsmonHostCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait,
+ *     6 destroy); dsmonHostCtlMaxDesiredEntries in rows, -1 for no limit. [0 => -1, "status" => -1], without a
+ *     message, when the agent has no such row or the call failed; FALSE after the warning
  *     "... is not a RMON/RPC conn id!"
  */
 function dsmon_hostctl_get($connid, $ctlIndex) {}
 
 /**
- * The first control row of the hosts of aggregation groups behind an index (0: the first of
- * all). See dsmon_hostctl_get().
+ * The first control row of the hosts of aggregation groups behind an index (0: the first of all). See
+ * dsmon_hostctl_get().
  *
  * @param resource|int $connid
  * @param int $ctlIndex
@@ -1921,8 +1915,8 @@ function dsmon_hostctl_get($connid, $ctlIndex) {}
 function dsmon_hostctl_getnext($connid, $ctlIndex) {}
 
 /**
- * Creates or changes a control row of the hosts of aggregation groups (RFC 3287,
- * dsmonHostCtlTable). Hosts are told apart by their whole addresses: the prefix lengths are always 32 and 128.
+ * Creates or changes a control row of the hosts of aggregation groups (RFC 3287, dsmonHostCtlTable). Hosts
+ * are told apart by their whole addresses: the prefix lengths are always 32 and 128.
  *
  * @param resource|int $connid
  * @param int $ctlIndex
@@ -1940,7 +1934,7 @@ function dsmon_hostctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile,
  *
  * @param resource|int $connid
  * @param int $ctlIndex the control row
- * @param int $timeMark only rows changed since then, in hundredths of a second; 0 for all
+ * @param int $timeMark a TimeFilter (RFC 2021): rows changed since then, in hundredths of a second; 0 for all
  * @param int $groupIndex a group of the control row's aggregation profile
  * @param int $protocolDirLocalIndex a protocol of the protocol directory
  * @return array{
@@ -1953,9 +1947,8 @@ function dsmon_hostctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile,
  *     dsmonPdistStatsHCPkts: float,
  *     dsmonPdistStatsHCOctets: float
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonPdistTimeMark in
- *     hundredths of a second. [0 => -1, "status" => -1], without a message, when
- *     the agent has no such row or the call failed; FALSE after the warning
- *     "... is not a RMON/RPC conn id!"
+ *     hundredths of a second. [0 => -1, "status" => -1], without a message, when the agent has no such row or
+ *     the call failed; FALSE after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_pdstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $protocolDirLocalIndex) {}
 
@@ -1976,9 +1969,10 @@ function dsmon_pdstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $prot
  *
  * @param resource|int $connid
  * @param int $ctlIndex the control row
- * @param int $timeMark only rows changed since then, in hundredths of a second; 0 for all
+ * @param int $timeMark a TimeFilter (RFC 2021): rows changed since then, in hundredths of a second; 0 for all
  * @param int $groupIndex a group of the control row's aggregation profile
- * @param int $protocolDirLocalIndex the network protocol, of the protocol directory, to which the address belongs
+ * @param int $protocolDirLocalIndex the network protocol, of the protocol directory, to which the address
+ *     belongs
  * @param array $address one integer for each byte; the first 20 are sent. At most 255 ("too many (...)
  *     elements in addr!" and FALSE); other elements are converted to integers in the caller's array. Anything
  *     but an array is an empty address.
@@ -1997,9 +1991,8 @@ function dsmon_pdstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $prot
  *     dsmonHostAddress: list<int>|int
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonHostTimeMark in
  *     hundredths of a second; In: received by the host, Out: sent by it; an empty dsmonHostAddress is the
- *     integer 0. [0 => -1, "status" => -1], without a message, when
- *     the agent has no such row or the call failed; FALSE after the warning
- *     "... is not a RMON/RPC conn id!"
+ *     integer 0. [0 => -1, "status" => -1], without a message, when the agent has no such row or the call
+ *     failed; FALSE after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_hoststats_get($connid, $ctlIndex, $timeMark, $groupIndex, $protocolDirLocalIndex, $address) {}
 
@@ -2041,15 +2034,14 @@ function dsmon_hoststats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $pr
  *     that dsmon_aggctl_get() reads; dsmonMatrixDroppedFrames in frames, the inserts and deletes in rows of the
  *     table; dsmonMatrixCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
  *     5 createAndWait, 6 destroy); dsmonMatrixCtlMaxDesiredEntries in rows, -1 for no limit.
- *     [0 => -1, "status" => -1], without a message, when
- *     the agent has no such row or the call failed; FALSE after the warning
- *     "... is not a RMON/RPC conn id!"
+ *     [0 => -1, "status" => -1], without a message, when the agent has no such row or the call failed; FALSE
+ *     after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_matrixctl_get($connid, $ctlIndex) {}
 
 /**
- * The first control row of the host pairs of aggregation groups behind an index (0: the first of
- * all). See dsmon_matrixctl_get().
+ * The first control row of the host pairs of aggregation groups behind an index (0: the first of all). See
+ * dsmon_matrixctl_get().
  *
  * @param resource|int $connid
  * @param int $ctlIndex
@@ -2058,8 +2050,7 @@ function dsmon_matrixctl_get($connid, $ctlIndex) {}
 function dsmon_matrixctl_getnext($connid, $ctlIndex) {}
 
 /**
- * Creates or changes a control row of the host pairs of aggregation groups (RFC 3287,
- * dsmonMatrixCtlTable).
+ * Creates or changes a control row of the host pairs of aggregation groups (RFC 3287, dsmonMatrixCtlTable).
  *
  * @param resource|int $connid
  * @param int $ctlIndex
@@ -2078,7 +2069,7 @@ function dsmon_matrixctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfil
  *
  * @param resource|int $connid
  * @param int $ctlIndex the control row
- * @param int $timeMark only rows changed since then, in hundredths of a second; 0 for all
+ * @param int $timeMark a TimeFilter (RFC 2021): rows changed since then, in hundredths of a second; 0 for all
  * @param int $groupIndex a group of the control row's aggregation profile
  * @param int $nlIndex the network protocol, of the protocol directory, to which the addresses belong
  * @param int $alIndex the application protocol, of the protocol directory
@@ -2101,9 +2092,8 @@ function dsmon_matrixctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfil
  *     dsmonMatrixSourceAddress: list<int>|int,
  *     dsmonMatrixDestAddress: list<int>|int
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonMatrixTimeMark in
- *     hundredths of a second; an empty address is the integer 0.
- *     [0 => -1, "status" => -1], without a message, when
- *     the agent has no such row or the call failed; FALSE after the warning
+ *     hundredths of a second; an empty address is the integer 0. [0 => -1, "status" => -1], without a message,
+ *     when the agent has no such row or the call failed; FALSE after the warning
  *     "... is not a RMON/RPC conn id!"
  */
 function dsmon_matrixsdstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $nlIndex, $alIndex, $sourceAddress, $destAddress) {}
@@ -2176,10 +2166,10 @@ function dsmon_matrixdsstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex,
  *     smonVlanStatsControlCreateTime: int,
  *     smonVlanStatsControlOwner: string,
  *     smonVlanStatsControlStatus: int
- * }|false|null 0 and status: the agent's result code. smonVlanStatsControlDataSource is an interface
- *     index, smonVlanStatsControlCreateTime in hundredths of a second, smonVlanStatsControlStatus a
- *     RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). FALSE
- *     after the warning "vlan_ctl_get: RPC: ..."
+ * }|false|null 0 and status: the agent's result code. smonVlanStatsControlDataSource is an interface index,
+ *     smonVlanStatsControlCreateTime in hundredths of a second, smonVlanStatsControlStatus a RowStatus
+ *     (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). FALSE after the
+ *     warning "vlan_ctl_get: RPC: ..."
  */
 function rmon_vlan_ctl_get($connid, $index) {}
 
@@ -2249,10 +2239,10 @@ function rmon_vlan_getnext($connid, $controlIndex, $vlanId) {}
  *     smonPrioStatsControlCreateTime: int,
  *     smonPrioStatsControlOwner: string,
  *     smonPrioStatsControlStatus: int
- * }|false|null 0 and status: the agent's result code. smonPrioStatsControlDataSource is an interface
- *     index, smonPrioStatsControlCreateTime in hundredths of a second, smonPrioStatsControlStatus a
- *     RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). FALSE
- *     after the warning "prio_ctl_get: RPC: ..."
+ * }|false|null 0 and status: the agent's result code. smonPrioStatsControlDataSource is an interface index,
+ *     smonPrioStatsControlCreateTime in hundredths of a second, smonPrioStatsControlStatus a RowStatus
+ *     (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). FALSE after the
+ *     warning "prio_ctl_get: RPC: ..."
  */
 function rmon_prio_ctl_get($connid, $index) {}
 
@@ -2565,9 +2555,9 @@ function rmon_capture_save_file($connid, $fileName, $saveValue1, $saveValue2, $s
  *     artControlStatus: int
  * }|false|null 0 and status: the agent's result code. artControlDataSource is an interface index;
  *     artControlTimeRemaining (of the running report) and artControlDuration (of each) in seconds;
- *     artControlRspTime1 to 6: the boundaries, ascending, of the seven ranges in which responses are
- *     counted; artControlRptStartTime in hundredths of a second; the sizes in rows. The unit of response
- *     times is the agent's. FALSE after the warning "art_ctl_get: RPC: ..."
+ *     artControlRspTime1 to 6: the boundaries, ascending, of the seven ranges in which responses are counted;
+ *     artControlRptStartTime in hundredths of a second; the sizes in rows. The unit of response times is the
+ *     agent's. FALSE after the warning "art_ctl_get: RPC: ..."
  */
 function rmon_art_ctl_get($connid, $ctlIndex) {}
 
@@ -2637,10 +2627,9 @@ function rmon_art_ctl_set($connid, $artControlIndex, $artControlDataSource, $art
  *     artTimeouts: int,
  *     artControlIndex: int,
  *     protocolDirLocalIndex: int
- * }|array{}|false|null 0 and status: the agent's result code. artRsps1 to artRsps7 are the responses in
- *     each range between the control row's boundaries, artTotalResponses all of them. An empty address is an
- *     empty array. An empty array when the agent has no such row; FALSE after the warning
- *     "art_rpt_get: RPC: ..."
+ * }|array{}|false|null 0 and status: the agent's result code. artRsps1 to artRsps7 are the responses in each
+ *     range between the control row's boundaries, artTotalResponses all of them. An empty address is an empty
+ *     array. An empty array when the agent has no such row; FALSE after the warning "art_rpt_get: RPC: ..."
  */
 function rmon_art_rpt_get($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress, $clientAddress) {}
 
