@@ -1,0 +1,193 @@
+--TEST--
+DSMON addresses: 255 elements are taken, 20 bytes travel, and a reply's length is not believed
+--EXTENSIONS--
+rmon
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+/*
+ * Every place of an address: procedure, arguments (the address is null in
+ * them), and the request with the address field and its length in their places.
+ */
+$places = [
+    ['dsmon_hoststats_get', 138, [1, 2, 3, 4, null], fn(string $field, string $length) => record(
+        dsmonHostCtlIndex: i32(1),
+        dsmonHostTimeMark: u32(2),
+        dsmonAggGroupIndex: u32(3),
+        protocolDirLocalIndex: i32(4),
+        dsmonHostAddress: $field,
+        dsmonHostAddressLength: $length,
+        getType: i32(1),
+    )],
+    ['dsmon_matrixsdstats_getnext', 141, [1, 2, 3, 4, 5, null, [7, 8, 9]], fn(string $field, string $length) => record(
+        dsmonMatrixCtlIndex: i32(1),
+        dsmonMatrixTimeMark: u32(2),
+        dsmonAggGroupIndex: u32(3),
+        dsmonMatrixNLIndex: i32(4),
+        dsmonMatrixSourceAddress: $field,
+        dsmonMatrixDestAddress: address([7, 8, 9]),
+        dsmonMatrixALIndex: i32(5),
+        dsmonMatrixSourceAddressLength: $length,
+        dsmonMatrixDestAddressLength: i32(3),
+        getType: i32(2),
+    )],
+    ['dsmon_matrixdsstats_get', 142, [1, 2, 3, 4, 5, [7, 8, 9], null], fn(string $field, string $length) => record(
+        dsmonMatrixCtlIndex: i32(1),
+        dsmonMatrixTimeMark: u32(2),
+        dsmonAggGroupIndex: u32(3),
+        dsmonMatrixNLIndex: i32(4),
+        dsmonMatrixSourceAddress: address([7, 8, 9]),
+        dsmonMatrixDestAddress: $field,
+        dsmonMatrixALIndex: i32(5),
+        dsmonMatrixSourceAddressLength: i32(3),
+        dsmonMatrixDestAddressLength: $length,
+        getType: i32(1),
+    )],
+];
+
+/** What a script passes, the bytes that travel (the rest of the field is zero), and what the script holds then. */
+$numbers = range(1, 255);
+$texts = array_map(strval(...), $numbers);
+$object = new stdClass();
+$passed = [
+    'none' => [[], [], []],
+    'IPv4' => [[10, 200, 0, 255], [10, 200, 0, 255], [10, 200, 0, 255]],
+    'all of the field' => [range(231, 250), range(231, 250), range(231, 250)],
+    'one more' => [array_slice($texts, 0, 21), range(1, 20), range(1, 21)],
+    'as many as are taken' => [$texts, range(1, 20), $numbers],
+    'low bytes of what becomes an integer' => [
+        ['10', 300, -1, 1.9, true, null, 'x', '7 apples', 4294967299],
+        [10, 44, 255, 1, 1, 0, 0, 7, 3],
+        [10, 300, -1, 1, 1, 0, 0, 7, 4294967299],
+    ],
+    'in the order of the array, not of its keys' => [
+        [3 => '1', 1 => '2', 'last' => '3'],
+        [1, 2, 3],
+        [3 => 1, 1 => 2, 'last' => 3],
+    ],
+    'a text' => ['10', [], '10'],
+    'an integer' => [10, [], 10],
+    'null' => [null, [], null],
+    'an object' => [$object, [], $object],
+];
+
+foreach ($places as [$function, $procedure, $arguments, $request]) {
+    $place = array_search(null, $arguments, true);
+    foreach ($passed as $case => [$address, $bytes, $held]) {
+        in_case($case, function () use ($function, $procedure, $arguments, $request, $place, $address, $bytes, $held) {
+            $arguments[$place] = &$address;
+            $record = $request(address($bytes), i32(count($bytes)));
+            check_call($function, $arguments, $procedure, $record, reply(i32(1)), FAILED_READ);
+            expect_same($held, $address, 'what the script holds');
+        });
+    }
+
+    in_case('one element too many', function () use ($function, $arguments, $place): void {
+        $address = $before = [...array_map(strval(...), range(1, 255)), '256'];
+        $arguments[$place] = &$address;
+        check_no_call($function, $arguments, false, ['too many (256) elements in addr!']);
+        expect_same($before, $address, 'what the script holds');
+    });
+
+    // The link is looked at before the addresses are.
+    foreach ([array_fill(0, 256, '1'), ['1']] as $address) {
+        in_case('a bad link', function () use ($function, $arguments, $place, $address): void {
+            $before = $address;
+            $arguments[$place] = &$address;
+            expect_result(fn() => $function(4711, ...$arguments), false, ['4711 is not a RMON/RPC conn id!']);
+            expect_same($before, $address, 'what the script holds');
+        });
+    }
+
+    check_closed_meanwhile($function, $arguments, $place);
+}
+
+// Of two addresses that are too long the first one is named.
+check_no_call(
+    'dsmon_matrixsdstats_get',
+    [1, 2, 3, 4, 5, range(1, 257), range(1, 256)],
+    false,
+    ['too many (257) elements in addr!'],
+);
+
+// A literal is never written to.
+in_case('a literal array', function (): void {
+    for ($round = 0; $round < 2; $round++) {
+        $before = count(agent()->calls());
+        agent()->add(reply(i32(1)));
+        on_link(fn($link) => dsmon_hoststats_get($link, 1, 2, 3, 4, ['10', '20', ['30']]));
+        expect_call(agent(), $before + 1, 138, record(
+            dsmonHostCtlIndex: i32(1),
+            dsmonHostTimeMark: u32(2),
+            dsmonAggGroupIndex: u32(3),
+            protocolDirLocalIndex: i32(4),
+            dsmonHostAddress: address([10, 20, 1]),
+            dsmonHostAddressLength: i32(3),
+            getType: i32(1),
+        ));
+    }
+});
+
+// ---- Replies -------------------------------------------------------------------
+
+/** Lengths that an agent may claim, and how many of the twenty bytes are shown. */
+$claims = [
+    0 => 0, 1 => 1, 4 => 4, 16 => 16, 17 => 17, 20 => 20, 21 => 20, 255 => 20, 0x7fffffff => 20,
+    -1 => 0, -20 => 0, -0x80000000 => 0,
+];
+$source = range(236, 255);
+$destination = range(1, 20);
+$host = fn(int $length) => record(
+    status: i32(0),
+    dsmonHostCtlIndex: i32(1),
+    dsmonHostTimeMark: u32(2),
+    dsmonAggGroupIndex: u32(3),
+    protocolDirLocalIndex: i32(4),
+    dsmonHostAddress: address($source),
+    dsmonHostAddressLength: i32($length),
+    dsmonHostInHCPkts: u64('0x7878787878787878'),
+    dsmonHostInHCOctets: u64(0),
+    dsmonHostOutHCPkts: u64(0),
+    dsmonHostOutHCOctets: u64(0),
+);
+$pair = fn(int $source_length, int $destination_length) => record(
+    status: i32(0),
+    dsmonMatrixCtlIndex: i32(1),
+    dsmonMatrixTimeMark: u32(2),
+    dsmonAggGroupIndex: u32(3),
+    dsmonMatrixNLIndex: i32(4),
+    dsmonMatrixSourceAddress: address($source),
+    dsmonMatrixDestAddress: address($destination),
+    dsmonMatrixALIndex: i32(5),
+    dsmonMatrixSourceAddressLength: i32($source_length),
+    dsmonMatrixDestAddressLength: i32($destination_length),
+    hcPkts: u64('0x7878787878787878'),
+    hcOctets: u64(0),
+);
+/** The bytes that a claim makes of an address; an address of none is the integer 0. */
+$shown = fn(array $address, int $count) => array_slice($address, 0, $count) ?: 0;
+
+foreach ($claims as $claim => $count) {
+    in_case("a length of $claim", function () use ($claim, $count, $host, $pair, $shown, $source, $destination): void {
+        agent()->add(reply($host($claim)), reply($pair($claim, 3)), reply($pair(2, $claim)));
+        on_link(function ($link) use ($count, $shown, $source, $destination): void {
+            $row = dsmon_hoststats_get($link, 1, 2, 3, 4, []);
+            expect_same($shown($source, $count), $row['dsmonHostAddress']);
+            $row = dsmon_matrixsdstats_get($link, 1, 2, 3, 4, 5, [], []);
+            expect_same($shown($source, $count), $row['dsmonMatrixSourceAddress']);
+            expect_same([1, 2, 3], $row['dsmonMatrixDestAddress']);
+            $row = dsmon_matrixdsstats_get($link, 1, 2, 3, 4, 5, [], []);
+            expect_same([236, 237], $row['dsmonMatrixSourceAddress']);
+            expect_same($shown($destination, $count), $row['dsmonMatrixDestAddress']);
+        });
+    });
+}
+
+done();
+?>
+--EXPECT--
+OK

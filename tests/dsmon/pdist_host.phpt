@@ -1,0 +1,185 @@
+--TEST--
+DSMON protocol distribution and hosts: control rows and counters
+--EXTENSIONS--
+rmon
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+$pdist_control = [
+    'status' => ['i32', 0],
+    'dsmonPdistCtlIndex' => ['i32', -1001],
+    'dsmonPdistAggProfile' => ['u32', 4000000001],
+    'dsmonPdistCtlMaxDesiredEntries' => ['i32', -1],
+    'dsmonPdistDroppedFrames' => ['u32', 4000000002],
+    'dsmonPdistCtlOwner' => ['text', 'ops', 255],
+    'dsmonPdistCtlDataSource_ifIndex' => ['u32', 4000000003],
+    'dsmonPdistCtlInserts' => ['u32', 4000000004],
+    'dsmonPdistCtlDeletes' => ['u32', 4000000005],
+    'dsmonPdistCtlStatus' => ['i32', -4],
+];
+check_readers(
+    'dsmon_pdistctl',
+    133,
+    ['index' => ['i32', 3]],
+    ['index'],
+    $pdist_control,
+    [
+        'dsmonPdistCtlIndex',
+        'dsmonPdistCtlDataSource_ifIndex',
+        'dsmonPdistAggProfile',
+        'dsmonPdistDroppedFrames',
+        'dsmonPdistCtlInserts',
+        'dsmonPdistCtlDeletes',
+        'dsmonPdistCtlOwner',
+        'dsmonPdistCtlStatus',
+        'dsmonPdistCtlMaxDesiredEntries',
+    ],
+);
+// The table's size comes last.
+check_writer(
+    'dsmon_pdistctl_set',
+    134,
+    array_replace($pdist_control, [
+        'dsmonPdistDroppedFrames' => ['u32', 0],
+        'dsmonPdistCtlInserts' => ['u32', 0],
+        'dsmonPdistCtlDeletes' => ['u32', 0],
+    ]),
+    [
+        'dsmonPdistCtlIndex',
+        'dsmonPdistCtlDataSource_ifIndex',
+        'dsmonPdistAggProfile',
+        'dsmonPdistCtlOwner',
+        'dsmonPdistCtlStatus',
+        'dsmonPdistCtlMaxDesiredEntries',
+    ],
+);
+
+check_readers(
+    'dsmon_pdstats',
+    137,
+    [
+        'dsmonPdistCtlIndex' => ['i32', -11],
+        'dsmonPdistTimeMark' => ['u32', 4100000001],
+        'dsmonAggGroupIndex' => ['u32', 4100000002],
+        'protocolDirLocalIndex' => ['i32', -12],
+    ],
+    ['dsmonPdistCtlIndex', 'dsmonPdistTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex'],
+    [
+        'status' => ['i32', 0],
+        'dsmonPdistCtlIndex' => ['u32', 4000000001],
+        'dsmonPdistTimeMark' => ['u32', 4000000002],
+        'dsmonAggGroupIndex' => ['u32', 4000000003],
+        'protocolDirLocalIndex' => ['i32', -13],
+        'dsmonPdistStatsHCPkts' => ['u64', 0x100000006],
+        'dsmonPdistStatsHCOctets' => ['u64', 0x200000007],
+    ],
+    [
+        'dsmonPdistCtlIndex',
+        'dsmonAggGroupIndex',
+        'protocolDirLocalIndex',
+        'dsmonPdistTimeMark',
+        'dsmonPdistStatsHCPkts',
+        'dsmonPdistStatsHCOctets',
+    ],
+);
+
+$host_control = [
+    'status' => ['i32', 0],
+    'dsmonHostCtlIndex' => ['i32', -1001],
+    'dsmonHostCtlDataSource_ifIndex' => ['u32', 4000000001],
+    'dsmonHostAggProfile' => ['u32', 4000000002],
+    'dsmonHostCtlMaxDesiredEntries' => ['i32', -1],
+    'dsmonHostCtlIPv4PrefixLen' => ['i32', 24],
+    'dsmonHostCtlIPv6PrefixLen' => ['i32', 64],
+    'dsmonHostDroppedFrames' => ['u32', 4000000003],
+    'dsmonHostCtlInserts' => ['u32', 4000000004],
+    'dsmonHostCtlDeletes' => ['u32', 4000000005],
+    'dsmonHostCtlOwner' => ['text', 'ops', 255],
+    'dsmonHostCtlStatus' => ['i32', -4],
+];
+// The prefix lengths are never shown.
+check_readers(
+    'dsmon_hostctl',
+    135,
+    ['index' => ['i32', 3]],
+    ['index'],
+    $host_control,
+    [
+        'dsmonHostCtlIndex',
+        'dsmonHostCtlDataSource_ifIndex',
+        'dsmonHostAggProfile',
+        'dsmonHostDroppedFrames',
+        'dsmonHostCtlInserts',
+        'dsmonHostCtlDeletes',
+        'dsmonHostCtlOwner',
+        'dsmonHostCtlStatus',
+        'dsmonHostCtlMaxDesiredEntries',
+    ],
+);
+// They are sent as those of whole addresses; the table's size comes last.
+check_writer(
+    'dsmon_hostctl_set',
+    136,
+    array_replace($host_control, [
+        'dsmonHostCtlIPv4PrefixLen' => ['i32', 32],
+        'dsmonHostCtlIPv6PrefixLen' => ['i32', 128],
+        'dsmonHostDroppedFrames' => ['u32', 0],
+        'dsmonHostCtlInserts' => ['u32', 0],
+        'dsmonHostCtlDeletes' => ['u32', 0],
+    ]),
+    [
+        'dsmonHostCtlIndex',
+        'dsmonHostCtlDataSource_ifIndex',
+        'dsmonHostAggProfile',
+        'dsmonHostCtlOwner',
+        'dsmonHostCtlStatus',
+        'dsmonHostCtlMaxDesiredEntries',
+    ],
+);
+
+check_readers(
+    'dsmon_hoststats',
+    138,
+    [
+        'dsmonHostCtlIndex' => ['i32', -11],
+        'dsmonHostTimeMark' => ['u32', 4100000001],
+        'dsmonAggGroupIndex' => ['u32', 4100000002],
+        'protocolDirLocalIndex' => ['i32', -12],
+        'dsmonHostAddress' => ['address', [10, 200, 0, 255]],
+        'dsmonHostAddressLength' => ['i32', 4],
+    ],
+    ['dsmonHostCtlIndex', 'dsmonHostTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex', 'dsmonHostAddress'],
+    [
+        'status' => ['i32', 0],
+        'dsmonHostCtlIndex' => ['i32', -1001],
+        'dsmonHostTimeMark' => ['u32', 4000000002],
+        'dsmonAggGroupIndex' => ['u32', 4000000003],
+        'protocolDirLocalIndex' => ['i32', -13],
+        'dsmonHostAddress' => ['address', [192, 168, 1, 254, 5]],
+        'dsmonHostAddressLength' => ['i32', 5],
+        'dsmonHostInHCPkts' => ['u64', 0x100000006],
+        'dsmonHostInHCOctets' => ['u64', 0x200000007],
+        'dsmonHostOutHCPkts' => ['u64', 0x300000008],
+        'dsmonHostOutHCOctets' => ['u64', 0x400000009],
+    ],
+    [
+        'dsmonHostCtlIndex',
+        'dsmonAggGroupIndex',
+        'protocolDirLocalIndex',
+        'dsmonHostTimeMark',
+        'dsmonHostInHCPkts',
+        'dsmonHostInHCOctets',
+        'dsmonHostOutHCPkts',
+        'dsmonHostOutHCOctets',
+        'dsmonHostAddress',
+    ],
+);
+
+done();
+?>
+--EXPECT--
+OK

@@ -1,0 +1,85 @@
+--TEST--
+DSMON statistics: control rows and counters of the aggregation groups
+--EXTENSIONS--
+rmon
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/tables.inc';
+
+$control = [
+    'status' => ['i32', 0],
+    'dsmonStatsControlIndex' => ['u32', 4000000001],
+    'dsmonStatsControlAggProfile' => ['u32', 4000000002],
+    'dsmonStatsControlDroppedFrames' => ['u32', 4000000003],
+    'dsmonStatsControlStatus' => ['i32', -4],
+    'dsmonStatsControlOwner' => ['text', 'ops', 255],
+    'dsmonStatsControlDataSource_ifIndex' => ['i32', -7],
+];
+check_readers(
+    'dsmon_statsctl',
+    72,
+    ['index' => ['i32', 3]],
+    ['index'],
+    $control,
+    [
+        'dsmonStatsControlIndex',
+        'dsmonStatsControlDataSource_ifIndex',
+        'dsmonStatsControlAggProfile',
+        'dsmonStatsControlDroppedFrames',
+        'dsmonStatsControlOwner',
+        'dsmonStatsControlStatus',
+    ],
+);
+check_writer(
+    'dsmon_statsctl_set',
+    109,
+    array_replace($control, ['dsmonStatsControlDroppedFrames' => ['u32', 0]]),
+    [
+        'dsmonStatsControlIndex',
+        'dsmonStatsControlDataSource_ifIndex',
+        'dsmonStatsControlAggProfile',
+        'dsmonStatsControlOwner',
+        'dsmonStatsControlStatus',
+    ],
+);
+
+$key = ['index1' => ['i32', 3], 'index2' => ['i32', 4]];
+$stats = [
+    'status' => ['i32', 0],
+    'dsmonAggGroupIndex' => ['u32', 4000000004],
+    'dsmonStatsControlIndex' => ['u32', 4000000005],
+    'dsmonStatsInHCPkts' => ['u64', 0x100000006],
+    'dsmonStatsInHCOctets' => ['u64', 0x200000007],
+    'dsmonStatsOutHCPkts' => ['u64', 0x300000008],
+    'dsmonStatsOutHCOctets' => ['u64', 0x400000009],
+];
+$keys = [
+    'dsmonStatsControlIndex',
+    'dsmonAggGroupIndex',
+    'dsmonStatsInHCPkts',
+    'dsmonStatsInHCOctets',
+    'dsmonStatsOutHCPkts',
+    'dsmonStatsOutHCOctets',
+];
+check_readers('dsmon_stats', 74, $key, ['index1', 'index2'], $stats, $keys);
+
+// Counters above 2^63, as the nearest floats: all bits set shows 2^64.
+check_call(
+    'dsmon_stats_get',
+    [3, 4],
+    74,
+    record(index1: i32(3), index2: i32(4), getType: i32(1)),
+    reply(bytes_of($stats, dsmonStatsInHCPkts: '0x8000000000000005', dsmonStatsInHCOctets: '0xffffffffffffffff')),
+    array_replace(row_of($stats, $keys), [
+        'dsmonStatsInHCPkts' => 9223372036854775808.0,
+        'dsmonStatsInHCOctets' => 18446744073709551616.0,
+    ]),
+);
+
+done();
+?>
+--EXPECT--
+OK

@@ -1,0 +1,210 @@
+--TEST--
+Application response time: report and summary rows
+--EXTENSIONS--
+rmon
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/../dsmon/tables.inc';
+
+/** Both tables: key, row (as tables.inc has them) and label. Rows are shown in wire order. */
+$tables = [
+    'rmon_art_rpt' => [
+        101,
+        [
+            'artControlIndex' => ['i32', -11],
+            'protocolDirLocalIndex' => ['i32', -12],
+            'artServerAddress' => ['byte_list', [10, 200, 0, 255]],
+            'artClientAddress' => ['byte_list', range(100, 119)],
+        ],
+        [
+            'status' => ['i32', 0],
+            'artServerAddress' => ['byte_list', [192, 168, 1, 254]],
+            'artClientAddress' => ['byte_list', range(220, 236)],
+            'artAvgRspTime' => ['i32', -1001],
+            'artMinRspTime' => ['i32', -1002],
+            'artMaxRspTime' => ['i32', -1003],
+            'artTotalResponses' => ['u32', 4000000000],
+            'artRsps1' => ['u32', 4000000001],
+            'artRsps2' => ['u32', 4000000002],
+            'artRsps3' => ['u32', 4000000003],
+            'artRsps4' => ['u32', 4000000004],
+            'artRsps5' => ['u32', 4000000005],
+            'artRsps6' => ['u32', 4000000006],
+            'artRsps7' => ['u32', 4000000007],
+            'artClientOctets' => ['u64', 0x100000008],
+            'artServerOctets' => ['u64', 0x200000009],
+            'artRetries' => ['u32', 4000000010],
+            'artTimeouts' => ['u32', 4000000011],
+            'artControlIndex' => ['i32', -1004],
+            'protocolDirLocalIndex' => ['i32', -1005],
+        ],
+        'art_rpt_get',
+    ],
+    'rmon_art_sum' => [
+        102,
+        [
+            'artControlIndex' => ['i32', -11],
+            'protocolDirLocalIndex' => ['i32', -12],
+            'artSummaryServerAddress' => ['byte_list', [10, 200, 0, 255]],
+        ],
+        [
+            'status' => ['i32', 0],
+            'artSummaryServerAddress' => ['byte_list', [192, 168, 1, 254]],
+            'artSummaryClients' => ['i32', -1000],
+            'artSummaryAvgRspTime' => ['i32', -1001],
+            'artSummaryMinRspTime' => ['i32', -1002],
+            'artSummaryMaxRspTime' => ['i32', -1003],
+            'artSummaryTotalResponses' => ['u32', 4000000000],
+            'artSummaryRsps1' => ['u32', 4000000001],
+            'artSummaryRsps2' => ['u32', 4000000002],
+            'artSummaryRsps3' => ['u32', 4000000003],
+            'artSummaryRsps4' => ['u32', 4000000004],
+            'artSummaryRsps5' => ['u32', 4000000005],
+            'artSummaryRsps6' => ['u32', 4000000006],
+            'artSummaryRsps7' => ['u32', 4000000007],
+            'artSummaryClientOctets' => ['u64', 0x100000008],
+            'artSummaryServerOctets' => ['u64', 0x200000009],
+            'artSummaryRetries' => ['u32', 4000000010],
+            'artSummaryTimeouts' => ['u32', 4000000011],
+            'artControlIndex' => ['i32', -1004],
+            'protocolDirLocalIndex' => ['i32', -1005],
+        ],
+        'art_sum_get',
+    ],
+];
+
+foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
+    $names = array_keys($key); // the functions take the key's fields in wire order
+    $keys = array_slice(array_keys($fields), 1);
+    $address = array_key_last($key);
+    $reply_address = $keys[0];
+    $octets = current(preg_grep('/ServerOctets$/', $keys));
+
+    /** The row with this number, which differs from the others in its status, an address and a counter. */
+    $of_row = fn(int $number) => [
+        'status' => 100 + $number,
+        $reply_address => array_fill(0, $number, 200 + $number % 50),
+        $octets => $number,
+    ];
+    $rows = fn(int $count) => many_rows($count, fn(int $number) => bytes_of($fields, ...$of_row($number)));
+    $row = fn(int $number) => row_of($fields, $keys, ...$of_row($number));
+
+    foreach (['_get' => 1, '_getnext' => 2, '_getbulk' => 3] as $ending => $getType) {
+        $function = $name . $ending;
+        $bulk = $getType === 3;
+        $more = fn(int|string $count) => $bulk ? [$count] : [];
+        $request = fn(int $count, mixed ...$values) =>
+            bytes_of($key, ...$values) . record(getType: i32($getType), count: i32($bulk ? $count : 1));
+        $check = fn(Step $answer, mixed $result, array $messages = []) => check_call(
+            $function,
+            [...arguments_of($key, $names), ...$more(40)],
+            $procedure,
+            $request(40),
+            $answer,
+            $result,
+            $messages,
+        );
+
+        $plain = row_of($fields, $keys);
+        $check(reply(rows(bytes_of($fields))), $bulk ? [$plain] : $plain);
+        foreach ([1, 3, 40] as $count) {
+            $check(reply($rows($count)), $bulk ? array_map($row, range(0, $count - 1)) : $row(0));
+        }
+        // No rows are no failure.
+        $check(reply(rows()), []);
+        // Rows that a script gets are its own, whatever their number; so is an empty array.
+        in_case("$function, written to", function () use ($function, $key, $names, $more): void {
+            for ($round = 0; $round < 2; $round++) {
+                agent()->add(reply(rows()));
+                $got = on_link(fn($link) => $function($link, ...arguments_of($key, $names), ...$more(1)));
+                $got[] = 'mine';
+                expect_same(['mine'], $got);
+            }
+        });
+
+        // Counters above 2^63 are the nearest floats, never negative.
+        $highest = row_of($fields, $keys, ...[$octets => 18446744073709551616.0]);
+        $check(reply(rows(bytes_of($fields, ...[$octets => '0xffffffffffffffff']))), $bulk ? [$highest] : $highest);
+
+        // An address of any length; an empty one is an empty array.
+        foreach ([0, 1, 16, 17, 300] as $length) {
+            $bytes = [$reply_address => array_fill(0, $length, 255)];
+            $shown = row_of($fields, $keys, ...$bytes);
+            $check(reply(rows(bytes_of($fields, ...$bytes))), $bulk ? [$shown] : $shown);
+        }
+
+        $undecoded = ["$label: RPC: Can't decode result"];
+        $check(reply(u32(4) . substr($rows(3), 4)), false, $undecoded);
+        $check(reply(u32(0xffffffff) . substr($rows(3), 4)), false, $undecoded);
+        $check(reply(rows(bytes_of($fields), substr(bytes_of($fields), 0, 4) . u32(0xffffffff))), false, $undecoded);
+        foreach (failures($label, $rows(3)) as [$answer, $messages]) {
+            $check($answer, false, $messages);
+        }
+        check_arguments($function, [...arguments_of($key, $names), ...$more(40)]);
+
+        if ($bulk) {
+            foreach (['7' => 7, '-1' => -1, '4294967299' => 3, '0' => 0] as $count => $sent) {
+                $arguments = [...arguments_of($key, $names), (string) $count];
+                check_call($function, $arguments, $procedure, $request($sent), reply(rows()), []);
+            }
+        }
+
+        // ---- Addresses that a script passes: what travels, and what it holds then.
+        $texts = array_map(strval(...), range(1, 255));
+        $passed = [
+            'none' => [[], [], []],
+            'as many as are taken' => [$texts, range(1, 255), range(1, 255)],
+            'low bytes of what becomes an integer' => [
+                ['10', 300, -1, 1.9, true, null, 'x', '7 apples', ['a']],
+                [10, 44, 255, 1, 1, 0, 0, 7, 1],
+                [10, 300, -1, 1, 1, 0, 0, 7, 1],
+            ],
+            'in the order of the array' => [[3 => '1', 1 => '2', 'a' => '3'], [1, 2, 3], [3 => 1, 1 => 2, 'a' => 3]],
+            'a text' => ['10', [], '10'],
+            'null' => [null, [], null],
+        ];
+        foreach (array_filter($names, fn(string $field) => $key[$field][0] === 'byte_list') as $place => $field) {
+            foreach ($passed as $case => [$given, $bytes, $held]) {
+                $arguments = [...arguments_of($key, $names), ...$more(1)];
+                $arguments[$place] = &$given;
+                $check_call = fn() => check_call(
+                    $function,
+                    $arguments,
+                    $procedure,
+                    $request(1, ...[$field => $bytes]),
+                    reply(rows()),
+                    [],
+                );
+                in_case("$field: $case", $check_call);
+                expect_same($held, $given, "what the script holds of $field ($case)");
+                unset($given);
+            }
+
+            $many = $before = array_map(strval(...), range(1, 256));
+            $arguments = [...arguments_of($key, $names), ...$more(1)];
+            $arguments[$place] = &$many;
+            check_no_call($function, $arguments, false, ['too many (256) elements in addr!']);
+            // The link comes first.
+            expect_result(fn() => $function(4711, ...$arguments), false, ['4711 is not a RMON/RPC conn id!']);
+            expect_same($before, $many, "what the script holds of $field");
+            unset($many);
+
+            $convertible = ['1', '2'];
+            $arguments[$place] = &$convertible;
+            expect_result(fn() => $function(4711, ...$arguments), false, ['4711 is not a RMON/RPC conn id!']);
+            expect_same(['1', '2'], $convertible, "what the script holds of $field");
+            unset($convertible);
+        }
+
+        $place = array_search($address, $names, true);
+        check_closed_meanwhile($function, [...arguments_of($key, $names), ...$more(1)], $place);
+    }
+}
+
+done();
+?>
+--EXPECT--
+OK
