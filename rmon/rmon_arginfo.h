@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 598d7f027b23bb99e1410ffce33a3635b9520b0d */
+ * Stub hash: dd99b8d38949283a0267253361385c82059eba80 */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
