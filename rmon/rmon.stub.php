@@ -2740,6 +2740,217 @@ function confirm_rmon_compiled($arg) {}
 
 /* ---- H.323 voice --------------------------------------------------------------------- */
 
+/**
+ * One phone of the H.323 monitor, with the quality of its last calls.
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{phone_rec: list<array{
+ *     vers: int,
+ *     index: int,
+ *     forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int,
+ *     forward_q931_ipAddr: string,
+ *     forward_num: string,
+ *     forward_alias: string,
+ *     flag: int,
+ *     num_call_mon: int,
+ *     avg_pkt_lost: int,
+ *     avg_jitter: int,
+ *     worst_pkt_lost: int,
+ *     worst_jitter: int,
+ *     num_hist_row: int,
+ *     history?: list<array>
+ * }>}|false|null forward_q931_ipAddr as "10.1.200.7"; history holds at most five calls, each with the keys of
+ *     h323_call_rec_get() from f_q931_ipAddr_length on, and is absent when num_hist_row is not positive.
+ *     Integers from 2147483648 on show as negative ones. FALSE without a message when the agent has no such
+ *     row and when the call failed
+ */
+function h323_phone_rec_get($connid, $index) {}
+
+/**
+ * The first phone behind an index (0: the first of all). See h323_phone_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function h323_phone_rec_getnext($connid, $index) {}
+
+/**
+ * Several phones from an index on. See h323_phone_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function h323_phone_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One call of the H.323 monitor (RTCP figures as in RFC 3550). "forward" is the direction from the calling
+ * endpoint, "reverse" the one back.
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{call_rec: list<array{
+ *     vers: int,
+ *     index: int,
+ *     forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int,
+ *     forward_q931_ipAddr: string,
+ *     forward_num: string,
+ *     forward_alias: string,
+ *     f_q931_ipAddr_length: int,
+ *     f_q931_port: int,
+ *     f_q931_ipAddr: string,
+ *     f_num: string,
+ *     f_alias: string,
+ *     reverse_q931_ipAddr_length: int,
+ *     reverse_q931_port: int,
+ *     reverse_q931_ipAddr: string,
+ *     reverse_num: string,
+ *     reverse_alias: string,
+ *     call_state: int,
+ *     call_status: int,
+ *     call_reference: int,
+ *     call_id: string,
+ *     conference_id: string,
+ *     conference_goal: int,
+ *     faststart: int,
+ *     tunneling: int,
+ *     call_type: int,
+ *     forward_product_id: string,
+ *     reverse_product_id: string,
+ *     forward_version_id: string,
+ *     reverse_version_id: string,
+ *     forward_session_id: int,
+ *     forward_logical_channel_num: int,
+ *     reverse_session_id: int,
+ *     reverse_logical_channel_num: int,
+ *     forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int,
+ *     forward_h245_ipAddr: string,
+ *     forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int,
+ *     forward_rtp_ipAddr: string,
+ *     forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int,
+ *     forward_rtcp_sr_port: int,
+ *     forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int,
+ *     forward_rtcp_rr_port: int,
+ *     forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int,
+ *     reverse_h245_port: int,
+ *     reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int,
+ *     reverse_rtp_port: int,
+ *     reverse_rtp_ipAddr: string,
+ *     reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int,
+ *     reverse_rtcp_sr_port: int,
+ *     reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int,
+ *     reverse_rtcp_rr_port: int,
+ *     reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int,
+ *     end_time: int,
+ *     forward_ssrc: float,
+ *     forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int,
+ *     forward_sr_pkt_lost: int,
+ *     forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int,
+ *     reverse_ssrc: float,
+ *     reverse_sr_pkt_sent: int,
+ *     reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int,
+ *     reverse_sr_fraction_lost: int,
+ *     reverse_sr_jitter: int,
+ *     flag: int
+ * }>}|false|null addresses as "10.1.200.7", call_id and conference_id as eight groups of four hexadecimal
+ *     digits; fraction_lost and jitter are averages over the call's samples, rounded down, and 0 without
+ *     samples. Integers from 2147483648 on show as negative ones, the ssrc alone never. FALSE without a
+ *     message when the agent has no such row and when the call failed
+ */
+function h323_call_rec_get($connid, $index) {}
+
+/**
+ * The first call behind an index (0: the first of all). See h323_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function h323_call_rec_getnext($connid, $index) {}
+
+/**
+ * Several calls from an index on. See h323_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function h323_call_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One of the worst calls by jitter, by its place: a row of h323_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function h323_top_jitter_rec_get($connid, $index) {}
+
+/**
+ * The first of the worst calls by jitter behind an index (0: the first of all). See h323_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function h323_top_jitter_rec_getnext($connid, $index) {}
+
+/**
+ * Several of the worst calls by jitter from an index on. See h323_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function h323_top_jitter_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One of the worst calls by packet loss, by its place: a row of h323_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function h323_top_pkt_lost_rec_get($connid, $index) {}
+
+/**
+ * The first of the worst calls by packet loss behind an index (0: the first of all). See h323_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function h323_top_pkt_lost_rec_getnext($connid, $index) {}
+
+/**
+ * Several of the worst calls by packet loss from an index on. See h323_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function h323_top_pkt_lost_rec_getbulk($connid, $index, $count) {}
+
 /* ---- MGCP voice ---------------------------------------------------------------------- */
 
 /* ---- SNMP communities ---------------------------------------------------------------- */

@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: dd99b8d38949283a0267253361385c82059eba80 */
+ * Stub hash: 60b05627f37de7a3a0ac41f3484e5a28b7cdbb49 */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
@@ -835,6 +835,34 @@ ZEND_BEGIN_ARG_INFO_EX(arginfo_confirm_rmon_compiled, 0, 0, 1)
 	ZEND_ARG_INFO(0, arg)
 ZEND_END_ARG_INFO()
 
+#define arginfo_h323_phone_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_phone_rec_getnext arginfo_rmon_vlan_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_h323_phone_rec_getbulk, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, index)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+#define arginfo_h323_call_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_call_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_call_rec_getbulk arginfo_h323_phone_rec_getbulk
+
+#define arginfo_h323_top_jitter_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_top_jitter_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_top_jitter_rec_getbulk arginfo_h323_phone_rec_getbulk
+
+#define arginfo_h323_top_pkt_lost_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_top_pkt_lost_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_top_pkt_lost_rec_getbulk arginfo_h323_phone_rec_getbulk
+
 
 ZEND_FUNCTION(rmon_connect);
 ZEND_FUNCTION(rmon_pconnect);
@@ -995,6 +1023,18 @@ ZEND_FUNCTION(rmon_art_sum_get);
 ZEND_FUNCTION(rmon_art_sum_getnext);
 ZEND_FUNCTION(rmon_art_sum_getbulk);
 ZEND_FUNCTION(confirm_rmon_compiled);
+ZEND_FUNCTION(h323_phone_rec_get);
+ZEND_FUNCTION(h323_phone_rec_getnext);
+ZEND_FUNCTION(h323_phone_rec_getbulk);
+ZEND_FUNCTION(h323_call_rec_get);
+ZEND_FUNCTION(h323_call_rec_getnext);
+ZEND_FUNCTION(h323_call_rec_getbulk);
+ZEND_FUNCTION(h323_top_jitter_rec_get);
+ZEND_FUNCTION(h323_top_jitter_rec_getnext);
+ZEND_FUNCTION(h323_top_jitter_rec_getbulk);
+ZEND_FUNCTION(h323_top_pkt_lost_rec_get);
+ZEND_FUNCTION(h323_top_pkt_lost_rec_getnext);
+ZEND_FUNCTION(h323_top_pkt_lost_rec_getbulk);
 
 
 static const zend_function_entry ext_functions[] = {
@@ -1157,5 +1197,17 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_art_sum_getnext, arginfo_rmon_art_sum_getnext)
 	ZEND_FE(rmon_art_sum_getbulk, arginfo_rmon_art_sum_getbulk)
 	ZEND_FE(confirm_rmon_compiled, arginfo_confirm_rmon_compiled)
+	ZEND_FE(h323_phone_rec_get, arginfo_h323_phone_rec_get)
+	ZEND_FE(h323_phone_rec_getnext, arginfo_h323_phone_rec_getnext)
+	ZEND_FE(h323_phone_rec_getbulk, arginfo_h323_phone_rec_getbulk)
+	ZEND_FE(h323_call_rec_get, arginfo_h323_call_rec_get)
+	ZEND_FE(h323_call_rec_getnext, arginfo_h323_call_rec_getnext)
+	ZEND_FE(h323_call_rec_getbulk, arginfo_h323_call_rec_getbulk)
+	ZEND_FE(h323_top_jitter_rec_get, arginfo_h323_top_jitter_rec_get)
+	ZEND_FE(h323_top_jitter_rec_getnext, arginfo_h323_top_jitter_rec_getnext)
+	ZEND_FE(h323_top_jitter_rec_getbulk, arginfo_h323_top_jitter_rec_getbulk)
+	ZEND_FE(h323_top_pkt_lost_rec_get, arginfo_h323_top_pkt_lost_rec_get)
+	ZEND_FE(h323_top_pkt_lost_rec_getnext, arginfo_h323_top_pkt_lost_rec_getnext)
+	ZEND_FE(h323_top_pkt_lost_rec_getbulk, arginfo_h323_top_pkt_lost_rec_getbulk)
 	ZEND_FE_END
 };

@@ -11,6 +11,7 @@
 #include "rmon/rpc/rmonrpc_rmon1.h"
 #include "rmon/rpc/rmonrpc_rmon2.h"
 #include "rmon/rpc/rmonrpc_smon_art.h"
+#include "rmon/rpc/rmonrpc_voice.h"
 #include "rmon/rpc/rmonrpc_xdr.h"
 
 #include <sys/time.h>
@@ -186,6 +187,65 @@ inline constexpr procedure<101, rmonrpc_art_rpt_key_t, rmonrpc_art_rpt_arr_t> ar
 inline constexpr procedure<102, rmonrpc_art_sum_key_t, rmonrpc_art_sum_arr_t> art_sum_get_1;
 
 /* ---- voice -------------------------------------------------------------------- */
+
+inline constexpr procedure<82, rmonrpc_row_key3_t, rmonrpc_sccp_call_row_arr_t> call_rec_get_1;
+inline constexpr procedure<83, rmonrpc_row_key3_t, rmonrpc_sccp_phone_row_arr_t> phone_rec_get_1;
+inline constexpr procedure<84, rmonrpc_row_key3_t, rmonrpc_sccp_top_row_arr_t> top_jitter_rec_get_1;
+inline constexpr procedure<85, rmonrpc_row_key3_t, rmonrpc_sccp_top_row_arr_t> top_pkt_lost_rec_get_1;
+inline constexpr procedure<86, rmonrpc_row_key3_t, rmonrpc_sccp_top_row_arr_t> top_latency_rec_get_1;
+inline constexpr procedure<87, wire::none, voice_config_params_t> get_sccp_voice_coll_params_1;
+inline constexpr procedure<88, rmonrpc_voice_table_sizes_t, int32_t> set_sccp_voice_coll_table_sizes_1;
+inline constexpr procedure<89, wire::none, int32_t> enable_sccp_voice_coll_1;
+inline constexpr procedure<90, wire::none, int32_t> disable_sccp_voice_coll_1;
+inline constexpr procedure<91, wire::none, rmonrpc_sccp_aggregate_t> get_sccp_aggregate_1;
+inline constexpr procedure<92, rmonrpc_voice_thresholds_t, int32_t> set_sccp_voice_coll_thresholds_1;
+inline constexpr procedure<93, wire::none, int32_t> enable_sccp_voice_coll_jitter_alarm_1;
+inline constexpr procedure<94, wire::none, int32_t> disable_sccp_voice_coll_jitter_alarm_1;
+inline constexpr procedure<95, wire::none, int32_t> enable_sccp_voice_coll_pkt_lost_alarm_1;
+inline constexpr procedure<96, wire::none, int32_t> disable_sccp_voice_coll_pkt_lost_alarm_1;
+inline constexpr procedure<97, wire::none, int32_t> enable_sccp_voice_coll_latency_alarm_1;
+inline constexpr procedure<98, wire::none, int32_t> disable_sccp_voice_coll_latency_alarm_1;
+inline constexpr procedure<110, wire::none, int32_t> clear_sccp_phone_table_1;
+inline constexpr procedure<111, wire::none, int32_t> clear_sccp_call_table_1;
+inline constexpr procedure<112, wire::none, int32_t> clear_sccp_top_jitter_table_1;
+inline constexpr procedure<113, wire::none, int32_t> clear_sccp_top_pkt_lost_table_1;
+inline constexpr procedure<114, wire::none, int32_t> clear_sccp_top_latency_table_1;
+inline constexpr procedure<115, rmonrpc_row_key3_t, rmonrpc_h323_call_row_arr_t> h323_call_rec_get_1;
+inline constexpr procedure<116, rmonrpc_row_key3_t, rmonrpc_h323_phone_row_arr_t> h323_phone_rec_get_1;
+inline constexpr procedure<117, rmonrpc_row_key3_t, rmonrpc_h323_call_row_arr_t> h323_top_jitter_rec_get_1;
+inline constexpr procedure<118, rmonrpc_row_key3_t, rmonrpc_h323_call_row_arr_t> h323_top_pkt_lost_rec_get_1;
+inline constexpr procedure<119, wire::none, rmonrpc_h323_config_params_t> get_h323_voice_coll_params_1;
+inline constexpr procedure<120, rmonrpc_h323_config_table_sizes_t, int32_t> set_h323_voice_coll_table_sizes_1;
+inline constexpr procedure<121, wire::none, int32_t> enable_h323_voice_coll_1;
+inline constexpr procedure<122, wire::none, int32_t> disable_h323_voice_coll_1;
+inline constexpr procedure<123, wire::none, rmonrpc_h323_aggregate_t> get_h323_aggregate_1;
+inline constexpr procedure<124, rmonrpc_h323_threshold_params_t, int32_t> set_h323_voice_coll_thresholds_1;
+inline constexpr procedure<125, wire::none, int32_t> enable_h323_voice_coll_jitter_alarm_1;
+inline constexpr procedure<126, wire::none, int32_t> disable_h323_voice_coll_jitter_alarm_1;
+inline constexpr procedure<127, wire::none, int32_t> enable_h323_voice_coll_pkt_lost_alarm_1;
+inline constexpr procedure<128, wire::none, int32_t> disable_h323_voice_coll_pkt_lost_alarm_1;
+inline constexpr procedure<129, wire::none, int32_t> clear_h323_phone_table_1;
+inline constexpr procedure<130, wire::none, int32_t> clear_h323_call_table_1;
+inline constexpr procedure<131, wire::none, int32_t> clear_h323_top_jitter_table_1;
+inline constexpr procedure<132, wire::none, int32_t> clear_h323_top_pkt_lost_table_1;
+inline constexpr procedure<185, rmonrpc_row_key3_t, rmonrpc_mgcp_call_arr_t> mgcp_call_rec_get_1;
+inline constexpr procedure<186, rmonrpc_row_key3_t, rmonrpc_mgcp_phone_arr_t> mgcp_phone_rec_get_1;
+inline constexpr procedure<187, rmonrpc_row_key3_t, rmonrpc_mgcp_call_arr_t> mgcp_top_jitter_rec_get_1;
+inline constexpr procedure<188, rmonrpc_row_key3_t, rmonrpc_mgcp_call_arr_t> mgcp_top_pkt_lost_rec_get_1;
+inline constexpr procedure<189, wire::none, rmonrpc_mgcp_config_params_t> get_mgcp_voice_coll_params_1;
+inline constexpr procedure<190, rmonrpc_mgcp_config_table_sizes_t, int32_t> set_mgcp_voice_coll_table_sizes_1;
+inline constexpr procedure<191, wire::none, int32_t> enable_mgcp_voice_coll_1;
+inline constexpr procedure<192, wire::none, int32_t> disable_mgcp_voice_coll_1;
+inline constexpr procedure<193, wire::none, rmonrpc_mgcp_aggregate_t> get_mgcp_aggregate_1;
+inline constexpr procedure<194, rmonrpc_mgcp_threshold_params_t, int32_t> set_mgcp_voice_coll_thresholds_1;
+inline constexpr procedure<195, wire::none, int32_t> enable_mgcp_voice_coll_jitter_alarm_1;
+inline constexpr procedure<196, wire::none, int32_t> disable_mgcp_voice_coll_jitter_alarm_1;
+inline constexpr procedure<197, wire::none, int32_t> enable_mgcp_voice_coll_pkt_lost_alarm_1;
+inline constexpr procedure<198, wire::none, int32_t> disable_mgcp_voice_coll_pkt_lost_alarm_1;
+inline constexpr procedure<199, wire::none, int32_t> clear_mgcp_phone_table_1;
+inline constexpr procedure<200, wire::none, int32_t> clear_mgcp_call_table_1;
+inline constexpr procedure<201, wire::none, int32_t> clear_mgcp_top_jitter_table_1;
+inline constexpr procedure<202, wire::none, int32_t> clear_mgcp_top_pkt_lost_table_1;
 
 /* ---- NetFlow ------------------------------------------------------------------ */
 
