@@ -2738,7 +2738,636 @@ function confirm_rmon_compiled($arg) {}
 
 /* ---- SCCP voice ---------------------------------------------------------------------- */
 
+/**
+ * The settings of the SCCP monitor: collection on or off, rows of each table, and its alarms.
+ *
+ * @param resource|int $connid
+ * @return array{
+ *     enable: int,
+ *     num_phone_tbl_row: int,
+ *     num_call_tbl_row: int,
+ *     num_top_jitter_row: int,
+ *     num_top_pkt_lost_row: int,
+ *     num_top_latency_row: int,
+ *     jitter_threshold: int,
+ *     pkt_lost_threshold: int,
+ *     latency_threshold: int,
+ *     jitter_alarm_enable: int,
+ *     pkt_lost_alarm_enable: int,
+ *     latency_alarm_enable: int
+ * }|false|null enable and the alarms: not 0 when on. Integers from 2147483648 on show as negative ones.
+ *     FALSE without a message when the call failed
+ */
+function sccp_config_params_get($connid) {}
+
+/**
+ * Figures over all calls that the SCCP monitor saw.
+ *
+ * @param resource|int $connid
+ * @return array{
+ *     flag: int,
+ *     num_call_mon: int,
+ *     avg_pkt_lost: int,
+ *     avg_jitter: int,
+ *     worst_pkt_lost: int,
+ *     worst_jitter: int
+ * }|false|null Integers from 2147483648 on show as negative ones. FALSE without a message when the call
+ *     failed
+ */
+function sccp_aggregate_data_get($connid) {}
+
+/**
+ * Sets how many rows the tables of the SCCP monitor have. The table of the worst calls by
+ * latency is made as long as the one by packet loss.
+ *
+ * @param resource|int $connid
+ * @param int $num_phone_tbl_row
+ * @param int $num_call_tbl_row
+ * @param int $num_top_jitter_row
+ * @param int $num_top_pkt_lost_row
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_coll_table_sizes_set: RPC: ..."
+ */
+function sccp_voice_coll_table_sizes_set(
+    $connid,
+    $num_phone_tbl_row,
+    $num_call_tbl_row,
+    $num_top_jitter_row,
+    $num_top_pkt_lost_row
+) {}
+
+/**
+ * Sets the thresholds from which the SCCP monitor raises its alarms. Its latency threshold
+ * is always set to 1000.
+ *
+ * @param resource|int $connid
+ * @param int $jitter_threshold
+ * @param int $pkt_lost_threshold
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_coll_thresholds_set: RPC: ..."
+ */
+function sccp_voice_coll_thresholds_set($connid, $jitter_threshold, $pkt_lost_threshold) {}
+
+/**
+ * Starts the SCCP monitor.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning "sccp_voice_coll_enable: RPC: ..."
+ */
+function sccp_voice_coll_enable($connid) {}
+
+/**
+ * Stops the SCCP monitor.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning "sccp_voice_coll_disable: RPC: ..."
+ */
+function sccp_voice_coll_disable($connid) {}
+
+/**
+ * Switches the jitter alarm of the SCCP monitor on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_jitter_alarm_enable: RPC: ..."
+ */
+function sccp_voice_jitter_alarm_enable($connid) {}
+
+/**
+ * Switches the jitter alarm of the SCCP monitor off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_jitter_alarm_disable: RPC: ..."
+ */
+function sccp_voice_jitter_alarm_disable($connid) {}
+
+/**
+ * Switches the packet loss alarm of the SCCP monitor on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_pkt_lost_alarm_enable: RPC: ..."
+ */
+function sccp_voice_pkt_lost_alarm_enable($connid) {}
+
+/**
+ * Switches the packet loss alarm of the SCCP monitor off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_pkt_lost_alarm_disable: RPC: ..."
+ */
+function sccp_voice_pkt_lost_alarm_disable($connid) {}
+
+/**
+ * Switches the latency alarm of the SCCP monitor on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_latency_alarm_enable: RPC: ..."
+ */
+function sccp_voice_latency_alarm_enable($connid) {}
+
+/**
+ * Switches the latency alarm of the SCCP monitor off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_latency_alarm_disable: RPC: ..."
+ */
+function sccp_voice_latency_alarm_disable($connid) {}
+
+/**
+ * Empties the SCCP monitor's phone table.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_phone_table_clear: RPC: ..."
+ */
+function sccp_voice_phone_table_clear($connid) {}
+
+/**
+ * Empties the SCCP monitor's call table.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_call_table_clear: RPC: ..."
+ */
+function sccp_voice_call_table_clear($connid) {}
+
+/**
+ * Empties the SCCP monitor's table of the worst calls by jitter.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_top_jitter_table_clear: RPC: ..."
+ */
+function sccp_voice_top_jitter_table_clear($connid) {}
+
+/**
+ * Empties the SCCP monitor's table of the worst calls by packet loss.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_top_pkt_lost_table_clear: RPC: ..."
+ */
+function sccp_voice_top_pkt_lost_table_clear($connid) {}
+
+/**
+ * Empties the SCCP monitor's table of the worst calls by latency.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "sccp_voice_top_latency_table_clear: RPC: ..."
+ */
+function sccp_voice_top_latency_table_clear($connid) {}
+
+/**
+ * One phone of the SCCP monitor, with the quality of its last calls.
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{phone_rec: list<array{
+ *     vers: int,
+ *     index: int,
+ *     phone_ipAddr_length: int,
+ *     phone_ipAddr: string,
+ *     phone_num: string,
+ *     phone_model: string,
+ *     phone_owner: string,
+ *     if_name: string,
+ *     flag: int,
+ *     num_call_mon: int,
+ *     avg_pkt_lost: int,
+ *     avg_jitter: int,
+ *     worst_pkt_lost: int,
+ *     worst_jitter: int,
+ *     num_hist_row: int,
+ *     history?: list<array{
+ *         call_state: int,
+ *         call_status: int,
+ *         call_direction: int,
+ *         peer_ipAddr: string,
+ *         peer_num: string,
+ *         peer_owner: string,
+ *         call_reference: int,
+ *         line_instance: int,
+ *         conference_id: int,
+ *         pass_thru_party_id: int,
+ *         local_rtp_port: int,
+ *         remote_rtp_port: int,
+ *         rtp_sampling_period: int,
+ *         payload_type: int,
+ *         rtp_pre_value: int,
+ *         silence_sup: int,
+ *         max_frames_per_pkt: int,
+ *         g723_bit_rate: int,
+ *         start_time: int,
+ *         end_time: int,
+ *         pkt_sent: int,
+ *         oct_sent: int,
+ *         pkt_recv: int,
+ *         oct_recv: int,
+ *         pkt_lost: int,
+ *         jitter: int,
+ *         latency: int,
+ *         flag: int
+ *     }>
+ * }>}|false|null addresses as "10.1.200.7"; history holds at most five calls and is absent when
+ *     num_hist_row is not positive. Integers from 2147483648 on show as negative ones. FALSE without a
+ *     message when the agent has no such row and when the call failed
+ */
+function sccp_phone_rec_get($connid, $index) {}
+
+/**
+ * The first phone behind an index (0: the first of all). See sccp_phone_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function sccp_phone_rec_getnext($connid, $index) {}
+
+/**
+ * Several phones from an index on. See sccp_phone_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function sccp_phone_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One call of the SCCP monitor, with the figures of the caller and of the called party ("callee_").
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{call_rec: list<array{
+ *     vers: int,
+ *     index: int,
+ *     phone_ipAddr_length: int,
+ *     phone_ipAddr: string,
+ *     phone_num: string,
+ *     callee_phone_ipAddr_length: int,
+ *     callee_phone_ipAddr: string,
+ *     callee_phone_num: string,
+ *     phone_model: string,
+ *     callee_phone_model: string,
+ *     phone_owner: string,
+ *     callee_phone_owner: string,
+ *     if_name: string,
+ *     callee_if_name: string,
+ *     call_state: int,
+ *     callee_call_state: int,
+ *     call_status: int,
+ *     callee_call_status: int,
+ *     call_direction: int,
+ *     callee_direction: int,
+ *     call_reference: int,
+ *     callee_reference: int,
+ *     line_instance: int,
+ *     callee_line_instance: int,
+ *     conference_id: int,
+ *     callee_conference_id: int,
+ *     pass_thru_party_id: int,
+ *     callee_pass_thru_party_id: int,
+ *     rtp_port: int,
+ *     callee_rtp_port: int,
+ *     rtp_sampling_period: int,
+ *     callee_rtp_sampling_period: int,
+ *     payload_type: int,
+ *     callee_payload_type: int,
+ *     rtp_pre_value: int,
+ *     callee_rtp_pre_value: int,
+ *     silence_sup: int,
+ *     callee_silence_sup: int,
+ *     max_frames_per_pkt: int,
+ *     callee_max_frames_per_pkt: int,
+ *     g723_bit_rate: int,
+ *     callee_g723_bit_rate: int,
+ *     start_time: int,
+ *     callee_start_time: int,
+ *     end_time: int,
+ *     callee_end_time: int,
+ *     pkt_sent: int,
+ *     oct_sent: int,
+ *     pkt_recv: int,
+ *     oct_recv: int,
+ *     pkt_lost: int,
+ *     jitter: int,
+ *     latency: int,
+ *     flag: int,
+ *     callee_pkt_sent: int,
+ *     callee_oct_sent: int,
+ *     callee_pkt_recv: int,
+ *     callee_oct_recv: int,
+ *     callee_pkt_lost: int,
+ *     callee_jitter: int,
+ *     callee_latency: int,
+ *     callee_flag: int
+ * }>}|false|null addresses as "10.1.200.7"; callee_rtp_port is the far end's port as the caller saw it.
+ *     Integers from 2147483648 on show as negative ones. FALSE without a message when the agent has no such
+ *     row and when the call failed
+ */
+function sccp_call_rec_get($connid, $index) {}
+
+/**
+ * The first call behind an index (0: the first of all). See sccp_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function sccp_call_rec_getnext($connid, $index) {}
+
+/**
+ * Several calls from an index on. See sccp_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function sccp_call_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One of the worst calls by jitter, as one party saw it.
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{top_rec: list<array{
+ *     vers: int,
+ *     index: int,
+ *     phone_ipAddr_length: int,
+ *     phone_ipAddr: string,
+ *     peer_ipAddr: string,
+ *     phone_num: string,
+ *     phone_model: string,
+ *     phone_owner: string,
+ *     if_name: string,
+ *     call_state: int,
+ *     call_status: int,
+ *     call_direction: int,
+ *     peer_num: string,
+ *     peer_owner: string,
+ *     call_reference: int,
+ *     line_instance: int,
+ *     conference_id: int,
+ *     pass_thru_party_id: int,
+ *     local_rtp_port: int,
+ *     remote_rtp_port: int,
+ *     rtp_sampling_period: int,
+ *     payload_type: int,
+ *     rtp_pre_value: int,
+ *     silence_sup: int,
+ *     max_frames_per_pkt: int,
+ *     g723_bit_rate: int,
+ *     start_time: int,
+ *     end_time: int,
+ *     pkt_sent: int,
+ *     oct_sent: int,
+ *     pkt_recv: int,
+ *     oct_recv: int,
+ *     pkt_lost: int,
+ *     jitter: int,
+ *     latency: int,
+ *     flag: int
+ * }>}|false|null addresses as "10.1.200.7". Integers from 2147483648 on show as negative ones. FALSE
+ *     without a message when the agent has no such row and when the call failed
+ */
+function sccp_top_jitter_rec_get($connid, $index) {}
+
+/**
+ * The first such call behind an index (0: the first of all). See sccp_top_jitter_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function sccp_top_jitter_rec_getnext($connid, $index) {}
+
+/**
+ * Several such calls from an index on. See sccp_top_jitter_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function sccp_top_jitter_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One of the worst calls by packet loss: a row of sccp_top_jitter_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function sccp_top_pkt_lost_rec_get($connid, $index) {}
+
+/**
+ * The first such call behind an index (0: the first of all). See sccp_top_pkt_lost_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function sccp_top_pkt_lost_rec_getnext($connid, $index) {}
+
+/**
+ * Several such calls from an index on. See sccp_top_pkt_lost_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function sccp_top_pkt_lost_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One of the worst calls by latency: a row of sccp_top_jitter_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function sccp_top_latency_rec_get($connid, $index) {}
+
+/**
+ * The first such call behind an index (0: the first of all). See sccp_top_latency_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function sccp_top_latency_rec_getnext($connid, $index) {}
+
+/**
+ * Several such calls from an index on. See sccp_top_latency_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function sccp_top_latency_rec_getbulk($connid, $index, $count) {}
+
 /* ---- H.323 voice --------------------------------------------------------------------- */
+
+/**
+ * The settings of the H.323 monitor: collection on or off, rows of each table, and its alarms.
+ *
+ * @param resource|int $connid
+ * @return array{
+ *     enable: int,
+ *     num_phone_tbl_row: int,
+ *     num_call_tbl_row: int,
+ *     num_top_jitter_row: int,
+ *     num_top_pkt_lost_row: int,
+ *     jitter_threshold: int,
+ *     pkt_lost_threshold: int,
+ *     jitter_alarm_enable: int,
+ *     pkt_lost_alarm_enable: int
+ * }|false|null enable and the alarms: not 0 when on. Integers from 2147483648 on show as negative ones.
+ *     FALSE without a message when the call failed
+ */
+function h323_config_params_get($connid) {}
+
+/**
+ * Figures over all calls that the H.323 monitor saw.
+ *
+ * @param resource|int $connid
+ * @return array{
+ *     flag: int,
+ *     num_call_mon: int,
+ *     avg_pkt_lost: int,
+ *     avg_jitter: int,
+ *     worst_pkt_lost: int,
+ *     worst_jitter: int
+ * }|false|null the averages are over all samples, rounded down, and 0 without samples. Integers from
+ *     2147483648 on show as negative ones. FALSE without a message when the call failed
+ */
+function h323_aggregate_data_get($connid) {}
+
+/**
+ * Sets how many rows the tables of the H.323 monitor have.
+ *
+ * @param resource|int $connid
+ * @param int $num_phone_tbl_row
+ * @param int $num_call_tbl_row
+ * @param int $num_top_jitter_row
+ * @param int $num_top_pkt_lost_row
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_coll_table_sizes_set: RPC: ..."
+ */
+function h323_voice_coll_table_sizes_set(
+    $connid,
+    $num_phone_tbl_row,
+    $num_call_tbl_row,
+    $num_top_jitter_row,
+    $num_top_pkt_lost_row
+) {}
+
+/**
+ * Sets the thresholds from which the H.323 monitor raises its alarms.
+ *
+ * @param resource|int $connid
+ * @param int $jitter_threshold
+ * @param int $pkt_lost_threshold
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_coll_thresholds_set: RPC: ..."
+ */
+function h323_voice_coll_thresholds_set($connid, $jitter_threshold, $pkt_lost_threshold) {}
+
+/**
+ * Starts the H.323 monitor.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning "h323_voice_coll_enable: RPC: ..."
+ */
+function h323_voice_coll_enable($connid) {}
+
+/**
+ * Stops the H.323 monitor.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning "h323_voice_coll_disable: RPC: ..."
+ */
+function h323_voice_coll_disable($connid) {}
+
+/**
+ * Switches the jitter alarm of the H.323 monitor on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_jitter_alarm_enable: RPC: ..."
+ */
+function h323_voice_jitter_alarm_enable($connid) {}
+
+/**
+ * Switches the jitter alarm of the H.323 monitor off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_jitter_alarm_disable: RPC: ..."
+ */
+function h323_voice_jitter_alarm_disable($connid) {}
+
+/**
+ * Switches the packet loss alarm of the H.323 monitor on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_pkt_lost_alarm_enable: RPC: ..."
+ */
+function h323_voice_pkt_lost_alarm_enable($connid) {}
+
+/**
+ * Switches the packet loss alarm of the H.323 monitor off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_pkt_lost_alarm_disable: RPC: ..."
+ */
+function h323_voice_pkt_lost_alarm_disable($connid) {}
+
+/**
+ * Empties the H.323 monitor's phone table.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_phone_table_clear: RPC: ..."
+ */
+function h323_voice_phone_table_clear($connid) {}
+
+/**
+ * Empties the H.323 monitor's call table.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_call_table_clear: RPC: ..."
+ */
+function h323_voice_call_table_clear($connid) {}
+
+/**
+ * Empties the H.323 monitor's table of the worst calls by jitter.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_top_jitter_table_clear: RPC: ..."
+ */
+function h323_voice_top_jitter_table_clear($connid) {}
+
+/**
+ * Empties the H.323 monitor's table of the worst calls by packet loss.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning
+ *     "h323_voice_top_pkt_lost_table_clear: RPC: ..."
+ */
+function h323_voice_top_pkt_lost_table_clear($connid) {}
 
 /**
  * One phone of the H.323 monitor, with the quality of its last calls.
@@ -2896,7 +3525,7 @@ function h323_call_rec_getnext($connid, $index) {}
 function h323_call_rec_getbulk($connid, $index, $count) {}
 
 /**
- * One of the worst calls by jitter, by its place: a row of h323_call_rec_get().
+ * One of the worst calls by jitter: a row of h323_call_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
@@ -2905,7 +3534,7 @@ function h323_call_rec_getbulk($connid, $index, $count) {}
 function h323_top_jitter_rec_get($connid, $index) {}
 
 /**
- * The first of the worst calls by jitter behind an index (0: the first of all). See h323_call_rec_get().
+ * The first such call behind an index (0: the first of all). See h323_top_jitter_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
@@ -2914,7 +3543,7 @@ function h323_top_jitter_rec_get($connid, $index) {}
 function h323_top_jitter_rec_getnext($connid, $index) {}
 
 /**
- * Several of the worst calls by jitter from an index on. See h323_call_rec_get().
+ * Several such calls from an index on. See h323_top_jitter_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
@@ -2924,7 +3553,7 @@ function h323_top_jitter_rec_getnext($connid, $index) {}
 function h323_top_jitter_rec_getbulk($connid, $index, $count) {}
 
 /**
- * One of the worst calls by packet loss, by its place: a row of h323_call_rec_get().
+ * One of the worst calls by packet loss: a row of h323_call_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
@@ -2933,7 +3562,7 @@ function h323_top_jitter_rec_getbulk($connid, $index, $count) {}
 function h323_top_pkt_lost_rec_get($connid, $index) {}
 
 /**
- * The first of the worst calls by packet loss behind an index (0: the first of all). See h323_call_rec_get().
+ * The first such call behind an index (0: the first of all). See h323_top_pkt_lost_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
@@ -2942,7 +3571,7 @@ function h323_top_pkt_lost_rec_get($connid, $index) {}
 function h323_top_pkt_lost_rec_getnext($connid, $index) {}
 
 /**
- * Several of the worst calls by packet loss from an index on. See h323_call_rec_get().
+ * Several such calls from an index on. See h323_top_pkt_lost_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
@@ -2952,6 +3581,387 @@ function h323_top_pkt_lost_rec_getnext($connid, $index) {}
 function h323_top_pkt_lost_rec_getbulk($connid, $index, $count) {}
 
 /* ---- MGCP voice ---------------------------------------------------------------------- */
+
+/**
+ * The settings of the MGCP monitor: collection on or off, rows of each table, and its alarms.
+ *
+ * @param resource|int $connid
+ * @return array{
+ *     enable: int,
+ *     num_phone_tbl_row: int,
+ *     num_call_tbl_row: int,
+ *     num_top_jitter_row: int,
+ *     num_top_pkt_lost_row: int,
+ *     jitter_threshold: int,
+ *     pkt_lost_threshold: int,
+ *     jitter_alarm_enable: int,
+ *     pkt_lost_alarm_enable: int
+ * }|false|null enable and the alarms: not 0 when on. Integers from 2147483648 on show as negative ones.
+ *     FALSE without a message when the call failed
+ */
+function mgcp_config_params_get($connid) {}
+
+/**
+ * Figures over all calls that the MGCP monitor saw.
+ *
+ * @param resource|int $connid
+ * @return array{
+ *     flag: int,
+ *     num_call_mon: int,
+ *     avg_pkt_lost: int,
+ *     avg_jitter: int,
+ *     worst_pkt_lost: int,
+ *     worst_jitter: int
+ * }|false|null Integers from 2147483648 on show as negative ones. FALSE without a message when the call
+ *     failed
+ */
+function mgcp_aggregate_data_get($connid) {}
+
+/**
+ * Sets how many rows the tables of the MGCP monitor have.
+ *
+ * @param resource|int $connid
+ * @param int $num_phone_tbl_row
+ * @param int $num_call_tbl_row
+ * @param int $num_top_jitter_row
+ * @param int $num_top_pkt_lost_row
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_coll_table_sizes_set: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_coll_table_sizes_set(
+    $connid,
+    $num_phone_tbl_row,
+    $num_call_tbl_row,
+    $num_top_jitter_row,
+    $num_top_pkt_lost_row
+) {}
+
+/**
+ * Sets the thresholds from which the MGCP monitor raises its alarms.
+ *
+ * @param resource|int $connid
+ * @param int $jitter_threshold
+ * @param int $pkt_lost_threshold
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_coll_thresholds_set: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_coll_thresholds_set($connid, $jitter_threshold, $pkt_lost_threshold) {}
+
+/**
+ * Starts the MGCP monitor.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_coll_enable: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_coll_enable($connid) {}
+
+/**
+ * Stops the MGCP monitor.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_coll_disable: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_coll_disable($connid) {}
+
+/**
+ * Switches the jitter alarm of the MGCP monitor on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_jitter_alarm_enable: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_jitter_alarm_enable($connid) {}
+
+/**
+ * Switches the jitter alarm of the MGCP monitor off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_jitter_alarm_disable: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_jitter_alarm_disable($connid) {}
+
+/**
+ * Switches the packet loss alarm of the MGCP monitor on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_pkt_lost_alarm_enable: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_pkt_lost_alarm_enable($connid) {}
+
+/**
+ * Switches the packet loss alarm of the MGCP monitor off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_pkt_lost_alarm_disable: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_pkt_lost_alarm_disable($connid) {}
+
+/**
+ * Asks the agent nothing: its MGCP monitor has no latency alarm to switch on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0; FALSE when there is no such link
+ */
+function mgcp_voice_latency_alarm_enable($connid) {}
+
+/**
+ * Asks the agent nothing: its MGCP monitor has no latency alarm to switch off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0; FALSE when there is no such link
+ */
+function mgcp_voice_latency_alarm_disable($connid) {}
+
+/**
+ * Empties the MGCP monitor's phone table.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_phone_table_clear: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_phone_table_clear($connid) {}
+
+/**
+ * Empties the MGCP monitor's call table.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_call_table_clear: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_call_table_clear($connid) {}
+
+/**
+ * Empties the MGCP monitor's table of the worst calls by jitter.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_top_jitter_table_clear: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_top_jitter_table_clear($connid) {}
+
+/**
+ * Empties the MGCP monitor's table of the worst calls by packet loss.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0, whatever the agent answers; 0 too after the warning
+ *     "mgcp_voice_top_pkt_lost_table_clear: RPC: ..."; FALSE when there is no such link
+ */
+function mgcp_voice_top_pkt_lost_table_clear($connid) {}
+
+/**
+ * Asks the agent nothing: its MGCP monitor has no table of the worst calls by latency to empty.
+ *
+ * @param resource|int $connid
+ * @return int|false|null 0; FALSE when there is no such link
+ */
+function mgcp_voice_top_latency_table_clear($connid) {}
+
+/**
+ * One phone of the MGCP monitor (RFC 3435), with its last calls.
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{phone_rec: list<array{
+ *     index: int,
+ *     phone_ipAddr: string,
+ *     phone_num: string,
+ *     phone_owner: string,
+ *     phone_alias: string,
+ *     flag: int,
+ *     num_call_mon: int,
+ *     avg_pkt_lost: int,
+ *     avg_jitter: int,
+ *     worst_pkt_lost: int,
+ *     worst_jitter: int,
+ *     num_hist_row: int,
+ *     history?: list<array>
+ * }>}|false|null history holds at most five calls, each a row of mgcp_call_rec_get(), and is absent when
+ *     num_hist_row is not positive. Integers from 2147483648 on show as negative ones. FALSE without a
+ *     message when the agent has no such row and when the call failed
+ */
+function mgcp_phone_rec_get($connid, $index) {}
+
+/**
+ * The first phone behind an index (0: the first of all). See mgcp_phone_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function mgcp_phone_rec_getnext($connid, $index) {}
+
+/**
+ * Several phones from an index on. See mgcp_phone_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function mgcp_phone_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One call of the MGCP monitor (RFC 3435). Leg 1 is the calling endpoint, leg 2 the called one, each with its
+ * call agent ("ca") and its gateway ("gw").
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array{call_rec: list<array{
+ *     index: int,
+ *     caller_phone_num: string,
+ *     callee_phone_num: string,
+ *     caller_endpoint_id: string,
+ *     callee_endpoint_id: string,
+ *     caller_alias: string,
+ *     callee_alias: string,
+ *     caller_ip_addr: string,
+ *     callee_ip_addr: string,
+ *     pkt_loss: int,
+ *     jitter: int,
+ *     start_time: int,
+ *     end_time: int,
+ *     ca_address_1: string,
+ *     ca_address_2: string,
+ *     gw_address_1: string,
+ *     gw_address_2: string,
+ *     call_state: int,
+ *     call_id_1: string,
+ *     call_id_2: string,
+ *     conns_id_1: string,
+ *     conns_id_2: string,
+ *     rtp_port_1: int,
+ *     rtp_port_2: int,
+ *     audio_codec: string,
+ *     sampling_period: int,
+ *     silence_sup: int,
+ *     pkt_sent_1: int,
+ *     pkt_sent_2: int,
+ *     oct_sent_1: int,
+ *     oct_sent_2: int,
+ *     pkt_recv_1: int,
+ *     pkt_recv_2: int,
+ *     oct_recv_1: int,
+ *     oct_recv_2: int,
+ *     pkt_loss_1: int,
+ *     pkt_loss_2: int,
+ *     jitter_1: int,
+ *     jitter_2: int,
+ *     latency_1: int,
+ *     latency_2: int,
+ *     flag: int
+ * }>}|false|null pkt_loss and jitter are the larger of the two legs; ca_address and gw_address as
+ *     "10.1.200.7", or "-" when the agent gives none. Integers from 2147483648 on show as negative ones.
+ *     FALSE without a message when the agent has no such row and when the call failed
+ */
+function mgcp_call_rec_get($connid, $index) {}
+
+/**
+ * The first call behind an index (0: the first of all). See mgcp_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function mgcp_call_rec_getnext($connid, $index) {}
+
+/**
+ * Several calls from an index on. See mgcp_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function mgcp_call_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One of the worst calls by jitter: a row of mgcp_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function mgcp_top_jitter_rec_get($connid, $index) {}
+
+/**
+ * The first such call behind an index (0: the first of all). See mgcp_top_jitter_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function mgcp_top_jitter_rec_getnext($connid, $index) {}
+
+/**
+ * Several such calls from an index on. See mgcp_top_jitter_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function mgcp_top_jitter_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * One of the worst calls by packet loss: a row of mgcp_call_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function mgcp_top_pkt_lost_rec_get($connid, $index) {}
+
+/**
+ * The first such call behind an index (0: the first of all). See mgcp_top_pkt_lost_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return array|false|null
+ */
+function mgcp_top_pkt_lost_rec_getnext($connid, $index) {}
+
+/**
+ * Several such calls from an index on. See mgcp_top_pkt_lost_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count rows wanted
+ * @return array|false|null
+ */
+function mgcp_top_pkt_lost_rec_getbulk($connid, $index, $count) {}
+
+/**
+ * Asks the agent nothing: its MGCP monitor has no table of the worst calls by latency.
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return false|null
+ */
+function mgcp_top_latency_rec_get($connid, $index) {}
+
+/**
+ * See mgcp_top_latency_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @return false|null
+ */
+function mgcp_top_latency_rec_getnext($connid, $index) {}
+
+/**
+ * See mgcp_top_latency_rec_get().
+ *
+ * @param resource|int $connid
+ * @param int $index
+ * @param int $count
+ * @return false|null
+ */
+function mgcp_top_latency_rec_getbulk($connid, $index, $count) {}
 
 /* ---- SNMP communities ---------------------------------------------------------------- */
 

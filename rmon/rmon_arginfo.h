@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 60b05627f37de7a3a0ac41f3484e5a28b7cdbb49 */
+ * Stub hash: 432351d600a4ed562083de8647e142e41d8aaa46 */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
@@ -835,33 +835,199 @@ ZEND_BEGIN_ARG_INFO_EX(arginfo_confirm_rmon_compiled, 0, 0, 1)
 	ZEND_ARG_INFO(0, arg)
 ZEND_END_ARG_INFO()
 
-#define arginfo_h323_phone_rec_get arginfo_rmon_vlan_ctl_get
+#define arginfo_sccp_config_params_get arginfo_rmon_system_get
 
-#define arginfo_h323_phone_rec_getnext arginfo_rmon_vlan_ctl_get
+#define arginfo_sccp_aggregate_data_get arginfo_rmon_system_get
 
-ZEND_BEGIN_ARG_INFO_EX(arginfo_h323_phone_rec_getbulk, 0, 0, 3)
+ZEND_BEGIN_ARG_INFO_EX(arginfo_sccp_voice_coll_table_sizes_set, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, num_phone_tbl_row)
+	ZEND_ARG_INFO(0, num_call_tbl_row)
+	ZEND_ARG_INFO(0, num_top_jitter_row)
+	ZEND_ARG_INFO(0, num_top_pkt_lost_row)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_sccp_voice_coll_thresholds_set, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, jitter_threshold)
+	ZEND_ARG_INFO(0, pkt_lost_threshold)
+ZEND_END_ARG_INFO()
+
+#define arginfo_sccp_voice_coll_enable arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_coll_disable arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_jitter_alarm_enable arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_jitter_alarm_disable arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_pkt_lost_alarm_enable arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_pkt_lost_alarm_disable arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_latency_alarm_enable arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_latency_alarm_disable arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_phone_table_clear arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_call_table_clear arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_top_jitter_table_clear arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_top_pkt_lost_table_clear arginfo_rmon_system_get
+
+#define arginfo_sccp_voice_top_latency_table_clear arginfo_rmon_system_get
+
+#define arginfo_sccp_phone_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_phone_rec_getnext arginfo_rmon_vlan_ctl_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_sccp_phone_rec_getbulk, 0, 0, 3)
 	ZEND_ARG_INFO(0, connid)
 	ZEND_ARG_INFO(0, index)
 	ZEND_ARG_INFO(0, count)
 ZEND_END_ARG_INFO()
 
+#define arginfo_sccp_call_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_call_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_call_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_sccp_top_jitter_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_top_jitter_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_top_jitter_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_sccp_top_pkt_lost_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_top_pkt_lost_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_top_pkt_lost_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_sccp_top_latency_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_top_latency_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_sccp_top_latency_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_h323_config_params_get arginfo_rmon_system_get
+
+#define arginfo_h323_aggregate_data_get arginfo_rmon_system_get
+
+#define arginfo_h323_voice_coll_table_sizes_set arginfo_sccp_voice_coll_table_sizes_set
+
+#define arginfo_h323_voice_coll_thresholds_set arginfo_sccp_voice_coll_thresholds_set
+
+#define arginfo_h323_voice_coll_enable arginfo_rmon_system_get
+
+#define arginfo_h323_voice_coll_disable arginfo_rmon_system_get
+
+#define arginfo_h323_voice_jitter_alarm_enable arginfo_rmon_system_get
+
+#define arginfo_h323_voice_jitter_alarm_disable arginfo_rmon_system_get
+
+#define arginfo_h323_voice_pkt_lost_alarm_enable arginfo_rmon_system_get
+
+#define arginfo_h323_voice_pkt_lost_alarm_disable arginfo_rmon_system_get
+
+#define arginfo_h323_voice_phone_table_clear arginfo_rmon_system_get
+
+#define arginfo_h323_voice_call_table_clear arginfo_rmon_system_get
+
+#define arginfo_h323_voice_top_jitter_table_clear arginfo_rmon_system_get
+
+#define arginfo_h323_voice_top_pkt_lost_table_clear arginfo_rmon_system_get
+
+#define arginfo_h323_phone_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_phone_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_h323_phone_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
 #define arginfo_h323_call_rec_get arginfo_rmon_vlan_ctl_get
 
 #define arginfo_h323_call_rec_getnext arginfo_rmon_vlan_ctl_get
 
-#define arginfo_h323_call_rec_getbulk arginfo_h323_phone_rec_getbulk
+#define arginfo_h323_call_rec_getbulk arginfo_sccp_phone_rec_getbulk
 
 #define arginfo_h323_top_jitter_rec_get arginfo_rmon_vlan_ctl_get
 
 #define arginfo_h323_top_jitter_rec_getnext arginfo_rmon_vlan_ctl_get
 
-#define arginfo_h323_top_jitter_rec_getbulk arginfo_h323_phone_rec_getbulk
+#define arginfo_h323_top_jitter_rec_getbulk arginfo_sccp_phone_rec_getbulk
 
 #define arginfo_h323_top_pkt_lost_rec_get arginfo_rmon_vlan_ctl_get
 
 #define arginfo_h323_top_pkt_lost_rec_getnext arginfo_rmon_vlan_ctl_get
 
-#define arginfo_h323_top_pkt_lost_rec_getbulk arginfo_h323_phone_rec_getbulk
+#define arginfo_h323_top_pkt_lost_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_mgcp_config_params_get arginfo_rmon_system_get
+
+#define arginfo_mgcp_aggregate_data_get arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_coll_table_sizes_set arginfo_sccp_voice_coll_table_sizes_set
+
+#define arginfo_mgcp_voice_coll_thresholds_set arginfo_sccp_voice_coll_thresholds_set
+
+#define arginfo_mgcp_voice_coll_enable arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_coll_disable arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_jitter_alarm_enable arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_jitter_alarm_disable arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_pkt_lost_alarm_enable arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_pkt_lost_alarm_disable arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_latency_alarm_enable arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_latency_alarm_disable arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_phone_table_clear arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_call_table_clear arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_top_jitter_table_clear arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_top_pkt_lost_table_clear arginfo_rmon_system_get
+
+#define arginfo_mgcp_voice_top_latency_table_clear arginfo_rmon_system_get
+
+#define arginfo_mgcp_phone_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_phone_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_phone_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_mgcp_call_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_call_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_call_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_mgcp_top_jitter_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_top_jitter_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_top_jitter_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_mgcp_top_pkt_lost_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_top_pkt_lost_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_top_pkt_lost_rec_getbulk arginfo_sccp_phone_rec_getbulk
+
+#define arginfo_mgcp_top_latency_rec_get arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_top_latency_rec_getnext arginfo_rmon_vlan_ctl_get
+
+#define arginfo_mgcp_top_latency_rec_getbulk arginfo_sccp_phone_rec_getbulk
 
 
 ZEND_FUNCTION(rmon_connect);
@@ -1023,6 +1189,52 @@ ZEND_FUNCTION(rmon_art_sum_get);
 ZEND_FUNCTION(rmon_art_sum_getnext);
 ZEND_FUNCTION(rmon_art_sum_getbulk);
 ZEND_FUNCTION(confirm_rmon_compiled);
+ZEND_FUNCTION(sccp_config_params_get);
+ZEND_FUNCTION(sccp_aggregate_data_get);
+ZEND_FUNCTION(sccp_voice_coll_table_sizes_set);
+ZEND_FUNCTION(sccp_voice_coll_thresholds_set);
+ZEND_FUNCTION(sccp_voice_coll_enable);
+ZEND_FUNCTION(sccp_voice_coll_disable);
+ZEND_FUNCTION(sccp_voice_jitter_alarm_enable);
+ZEND_FUNCTION(sccp_voice_jitter_alarm_disable);
+ZEND_FUNCTION(sccp_voice_pkt_lost_alarm_enable);
+ZEND_FUNCTION(sccp_voice_pkt_lost_alarm_disable);
+ZEND_FUNCTION(sccp_voice_latency_alarm_enable);
+ZEND_FUNCTION(sccp_voice_latency_alarm_disable);
+ZEND_FUNCTION(sccp_voice_phone_table_clear);
+ZEND_FUNCTION(sccp_voice_call_table_clear);
+ZEND_FUNCTION(sccp_voice_top_jitter_table_clear);
+ZEND_FUNCTION(sccp_voice_top_pkt_lost_table_clear);
+ZEND_FUNCTION(sccp_voice_top_latency_table_clear);
+ZEND_FUNCTION(sccp_phone_rec_get);
+ZEND_FUNCTION(sccp_phone_rec_getnext);
+ZEND_FUNCTION(sccp_phone_rec_getbulk);
+ZEND_FUNCTION(sccp_call_rec_get);
+ZEND_FUNCTION(sccp_call_rec_getnext);
+ZEND_FUNCTION(sccp_call_rec_getbulk);
+ZEND_FUNCTION(sccp_top_jitter_rec_get);
+ZEND_FUNCTION(sccp_top_jitter_rec_getnext);
+ZEND_FUNCTION(sccp_top_jitter_rec_getbulk);
+ZEND_FUNCTION(sccp_top_pkt_lost_rec_get);
+ZEND_FUNCTION(sccp_top_pkt_lost_rec_getnext);
+ZEND_FUNCTION(sccp_top_pkt_lost_rec_getbulk);
+ZEND_FUNCTION(sccp_top_latency_rec_get);
+ZEND_FUNCTION(sccp_top_latency_rec_getnext);
+ZEND_FUNCTION(sccp_top_latency_rec_getbulk);
+ZEND_FUNCTION(h323_config_params_get);
+ZEND_FUNCTION(h323_aggregate_data_get);
+ZEND_FUNCTION(h323_voice_coll_table_sizes_set);
+ZEND_FUNCTION(h323_voice_coll_thresholds_set);
+ZEND_FUNCTION(h323_voice_coll_enable);
+ZEND_FUNCTION(h323_voice_coll_disable);
+ZEND_FUNCTION(h323_voice_jitter_alarm_enable);
+ZEND_FUNCTION(h323_voice_jitter_alarm_disable);
+ZEND_FUNCTION(h323_voice_pkt_lost_alarm_enable);
+ZEND_FUNCTION(h323_voice_pkt_lost_alarm_disable);
+ZEND_FUNCTION(h323_voice_phone_table_clear);
+ZEND_FUNCTION(h323_voice_call_table_clear);
+ZEND_FUNCTION(h323_voice_top_jitter_table_clear);
+ZEND_FUNCTION(h323_voice_top_pkt_lost_table_clear);
 ZEND_FUNCTION(h323_phone_rec_get);
 ZEND_FUNCTION(h323_phone_rec_getnext);
 ZEND_FUNCTION(h323_phone_rec_getbulk);
@@ -1035,6 +1247,38 @@ ZEND_FUNCTION(h323_top_jitter_rec_getbulk);
 ZEND_FUNCTION(h323_top_pkt_lost_rec_get);
 ZEND_FUNCTION(h323_top_pkt_lost_rec_getnext);
 ZEND_FUNCTION(h323_top_pkt_lost_rec_getbulk);
+ZEND_FUNCTION(mgcp_config_params_get);
+ZEND_FUNCTION(mgcp_aggregate_data_get);
+ZEND_FUNCTION(mgcp_voice_coll_table_sizes_set);
+ZEND_FUNCTION(mgcp_voice_coll_thresholds_set);
+ZEND_FUNCTION(mgcp_voice_coll_enable);
+ZEND_FUNCTION(mgcp_voice_coll_disable);
+ZEND_FUNCTION(mgcp_voice_jitter_alarm_enable);
+ZEND_FUNCTION(mgcp_voice_jitter_alarm_disable);
+ZEND_FUNCTION(mgcp_voice_pkt_lost_alarm_enable);
+ZEND_FUNCTION(mgcp_voice_pkt_lost_alarm_disable);
+ZEND_FUNCTION(mgcp_voice_latency_alarm_enable);
+ZEND_FUNCTION(mgcp_voice_latency_alarm_disable);
+ZEND_FUNCTION(mgcp_voice_phone_table_clear);
+ZEND_FUNCTION(mgcp_voice_call_table_clear);
+ZEND_FUNCTION(mgcp_voice_top_jitter_table_clear);
+ZEND_FUNCTION(mgcp_voice_top_pkt_lost_table_clear);
+ZEND_FUNCTION(mgcp_voice_top_latency_table_clear);
+ZEND_FUNCTION(mgcp_phone_rec_get);
+ZEND_FUNCTION(mgcp_phone_rec_getnext);
+ZEND_FUNCTION(mgcp_phone_rec_getbulk);
+ZEND_FUNCTION(mgcp_call_rec_get);
+ZEND_FUNCTION(mgcp_call_rec_getnext);
+ZEND_FUNCTION(mgcp_call_rec_getbulk);
+ZEND_FUNCTION(mgcp_top_jitter_rec_get);
+ZEND_FUNCTION(mgcp_top_jitter_rec_getnext);
+ZEND_FUNCTION(mgcp_top_jitter_rec_getbulk);
+ZEND_FUNCTION(mgcp_top_pkt_lost_rec_get);
+ZEND_FUNCTION(mgcp_top_pkt_lost_rec_getnext);
+ZEND_FUNCTION(mgcp_top_pkt_lost_rec_getbulk);
+ZEND_FUNCTION(mgcp_top_latency_rec_get);
+ZEND_FUNCTION(mgcp_top_latency_rec_getnext);
+ZEND_FUNCTION(mgcp_top_latency_rec_getbulk);
 
 
 static const zend_function_entry ext_functions[] = {
@@ -1197,6 +1441,52 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_art_sum_getnext, arginfo_rmon_art_sum_getnext)
 	ZEND_FE(rmon_art_sum_getbulk, arginfo_rmon_art_sum_getbulk)
 	ZEND_FE(confirm_rmon_compiled, arginfo_confirm_rmon_compiled)
+	ZEND_FE(sccp_config_params_get, arginfo_sccp_config_params_get)
+	ZEND_FE(sccp_aggregate_data_get, arginfo_sccp_aggregate_data_get)
+	ZEND_FE(sccp_voice_coll_table_sizes_set, arginfo_sccp_voice_coll_table_sizes_set)
+	ZEND_FE(sccp_voice_coll_thresholds_set, arginfo_sccp_voice_coll_thresholds_set)
+	ZEND_FE(sccp_voice_coll_enable, arginfo_sccp_voice_coll_enable)
+	ZEND_FE(sccp_voice_coll_disable, arginfo_sccp_voice_coll_disable)
+	ZEND_FE(sccp_voice_jitter_alarm_enable, arginfo_sccp_voice_jitter_alarm_enable)
+	ZEND_FE(sccp_voice_jitter_alarm_disable, arginfo_sccp_voice_jitter_alarm_disable)
+	ZEND_FE(sccp_voice_pkt_lost_alarm_enable, arginfo_sccp_voice_pkt_lost_alarm_enable)
+	ZEND_FE(sccp_voice_pkt_lost_alarm_disable, arginfo_sccp_voice_pkt_lost_alarm_disable)
+	ZEND_FE(sccp_voice_latency_alarm_enable, arginfo_sccp_voice_latency_alarm_enable)
+	ZEND_FE(sccp_voice_latency_alarm_disable, arginfo_sccp_voice_latency_alarm_disable)
+	ZEND_FE(sccp_voice_phone_table_clear, arginfo_sccp_voice_phone_table_clear)
+	ZEND_FE(sccp_voice_call_table_clear, arginfo_sccp_voice_call_table_clear)
+	ZEND_FE(sccp_voice_top_jitter_table_clear, arginfo_sccp_voice_top_jitter_table_clear)
+	ZEND_FE(sccp_voice_top_pkt_lost_table_clear, arginfo_sccp_voice_top_pkt_lost_table_clear)
+	ZEND_FE(sccp_voice_top_latency_table_clear, arginfo_sccp_voice_top_latency_table_clear)
+	ZEND_FE(sccp_phone_rec_get, arginfo_sccp_phone_rec_get)
+	ZEND_FE(sccp_phone_rec_getnext, arginfo_sccp_phone_rec_getnext)
+	ZEND_FE(sccp_phone_rec_getbulk, arginfo_sccp_phone_rec_getbulk)
+	ZEND_FE(sccp_call_rec_get, arginfo_sccp_call_rec_get)
+	ZEND_FE(sccp_call_rec_getnext, arginfo_sccp_call_rec_getnext)
+	ZEND_FE(sccp_call_rec_getbulk, arginfo_sccp_call_rec_getbulk)
+	ZEND_FE(sccp_top_jitter_rec_get, arginfo_sccp_top_jitter_rec_get)
+	ZEND_FE(sccp_top_jitter_rec_getnext, arginfo_sccp_top_jitter_rec_getnext)
+	ZEND_FE(sccp_top_jitter_rec_getbulk, arginfo_sccp_top_jitter_rec_getbulk)
+	ZEND_FE(sccp_top_pkt_lost_rec_get, arginfo_sccp_top_pkt_lost_rec_get)
+	ZEND_FE(sccp_top_pkt_lost_rec_getnext, arginfo_sccp_top_pkt_lost_rec_getnext)
+	ZEND_FE(sccp_top_pkt_lost_rec_getbulk, arginfo_sccp_top_pkt_lost_rec_getbulk)
+	ZEND_FE(sccp_top_latency_rec_get, arginfo_sccp_top_latency_rec_get)
+	ZEND_FE(sccp_top_latency_rec_getnext, arginfo_sccp_top_latency_rec_getnext)
+	ZEND_FE(sccp_top_latency_rec_getbulk, arginfo_sccp_top_latency_rec_getbulk)
+	ZEND_FE(h323_config_params_get, arginfo_h323_config_params_get)
+	ZEND_FE(h323_aggregate_data_get, arginfo_h323_aggregate_data_get)
+	ZEND_FE(h323_voice_coll_table_sizes_set, arginfo_h323_voice_coll_table_sizes_set)
+	ZEND_FE(h323_voice_coll_thresholds_set, arginfo_h323_voice_coll_thresholds_set)
+	ZEND_FE(h323_voice_coll_enable, arginfo_h323_voice_coll_enable)
+	ZEND_FE(h323_voice_coll_disable, arginfo_h323_voice_coll_disable)
+	ZEND_FE(h323_voice_jitter_alarm_enable, arginfo_h323_voice_jitter_alarm_enable)
+	ZEND_FE(h323_voice_jitter_alarm_disable, arginfo_h323_voice_jitter_alarm_disable)
+	ZEND_FE(h323_voice_pkt_lost_alarm_enable, arginfo_h323_voice_pkt_lost_alarm_enable)
+	ZEND_FE(h323_voice_pkt_lost_alarm_disable, arginfo_h323_voice_pkt_lost_alarm_disable)
+	ZEND_FE(h323_voice_phone_table_clear, arginfo_h323_voice_phone_table_clear)
+	ZEND_FE(h323_voice_call_table_clear, arginfo_h323_voice_call_table_clear)
+	ZEND_FE(h323_voice_top_jitter_table_clear, arginfo_h323_voice_top_jitter_table_clear)
+	ZEND_FE(h323_voice_top_pkt_lost_table_clear, arginfo_h323_voice_top_pkt_lost_table_clear)
 	ZEND_FE(h323_phone_rec_get, arginfo_h323_phone_rec_get)
 	ZEND_FE(h323_phone_rec_getnext, arginfo_h323_phone_rec_getnext)
 	ZEND_FE(h323_phone_rec_getbulk, arginfo_h323_phone_rec_getbulk)
@@ -1209,5 +1499,37 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(h323_top_pkt_lost_rec_get, arginfo_h323_top_pkt_lost_rec_get)
 	ZEND_FE(h323_top_pkt_lost_rec_getnext, arginfo_h323_top_pkt_lost_rec_getnext)
 	ZEND_FE(h323_top_pkt_lost_rec_getbulk, arginfo_h323_top_pkt_lost_rec_getbulk)
+	ZEND_FE(mgcp_config_params_get, arginfo_mgcp_config_params_get)
+	ZEND_FE(mgcp_aggregate_data_get, arginfo_mgcp_aggregate_data_get)
+	ZEND_FE(mgcp_voice_coll_table_sizes_set, arginfo_mgcp_voice_coll_table_sizes_set)
+	ZEND_FE(mgcp_voice_coll_thresholds_set, arginfo_mgcp_voice_coll_thresholds_set)
+	ZEND_FE(mgcp_voice_coll_enable, arginfo_mgcp_voice_coll_enable)
+	ZEND_FE(mgcp_voice_coll_disable, arginfo_mgcp_voice_coll_disable)
+	ZEND_FE(mgcp_voice_jitter_alarm_enable, arginfo_mgcp_voice_jitter_alarm_enable)
+	ZEND_FE(mgcp_voice_jitter_alarm_disable, arginfo_mgcp_voice_jitter_alarm_disable)
+	ZEND_FE(mgcp_voice_pkt_lost_alarm_enable, arginfo_mgcp_voice_pkt_lost_alarm_enable)
+	ZEND_FE(mgcp_voice_pkt_lost_alarm_disable, arginfo_mgcp_voice_pkt_lost_alarm_disable)
+	ZEND_FE(mgcp_voice_latency_alarm_enable, arginfo_mgcp_voice_latency_alarm_enable)
+	ZEND_FE(mgcp_voice_latency_alarm_disable, arginfo_mgcp_voice_latency_alarm_disable)
+	ZEND_FE(mgcp_voice_phone_table_clear, arginfo_mgcp_voice_phone_table_clear)
+	ZEND_FE(mgcp_voice_call_table_clear, arginfo_mgcp_voice_call_table_clear)
+	ZEND_FE(mgcp_voice_top_jitter_table_clear, arginfo_mgcp_voice_top_jitter_table_clear)
+	ZEND_FE(mgcp_voice_top_pkt_lost_table_clear, arginfo_mgcp_voice_top_pkt_lost_table_clear)
+	ZEND_FE(mgcp_voice_top_latency_table_clear, arginfo_mgcp_voice_top_latency_table_clear)
+	ZEND_FE(mgcp_phone_rec_get, arginfo_mgcp_phone_rec_get)
+	ZEND_FE(mgcp_phone_rec_getnext, arginfo_mgcp_phone_rec_getnext)
+	ZEND_FE(mgcp_phone_rec_getbulk, arginfo_mgcp_phone_rec_getbulk)
+	ZEND_FE(mgcp_call_rec_get, arginfo_mgcp_call_rec_get)
+	ZEND_FE(mgcp_call_rec_getnext, arginfo_mgcp_call_rec_getnext)
+	ZEND_FE(mgcp_call_rec_getbulk, arginfo_mgcp_call_rec_getbulk)
+	ZEND_FE(mgcp_top_jitter_rec_get, arginfo_mgcp_top_jitter_rec_get)
+	ZEND_FE(mgcp_top_jitter_rec_getnext, arginfo_mgcp_top_jitter_rec_getnext)
+	ZEND_FE(mgcp_top_jitter_rec_getbulk, arginfo_mgcp_top_jitter_rec_getbulk)
+	ZEND_FE(mgcp_top_pkt_lost_rec_get, arginfo_mgcp_top_pkt_lost_rec_get)
+	ZEND_FE(mgcp_top_pkt_lost_rec_getnext, arginfo_mgcp_top_pkt_lost_rec_getnext)
+	ZEND_FE(mgcp_top_pkt_lost_rec_getbulk, arginfo_mgcp_top_pkt_lost_rec_getbulk)
+	ZEND_FE(mgcp_top_latency_rec_get, arginfo_mgcp_top_latency_rec_get)
+	ZEND_FE(mgcp_top_latency_rec_getnext, arginfo_mgcp_top_latency_rec_getnext)
+	ZEND_FE(mgcp_top_latency_rec_getbulk, arginfo_mgcp_top_latency_rec_getbulk)
 	ZEND_FE_END
 };
