@@ -1604,7 +1604,70 @@ function rmon_log_getnext($connid, $logEventIndex, $logIndex) {}
 
 /* ---- trap destinations and MIB variables --------------------------------------------- */
 
+/**
+ * One destination of the appliance's SNMP traps.
+ *
+ * @param resource|int $connid
+ * @param int $trapDestIndex
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     trapDestIndex: int,
+ *     trapDestCommunity: string,
+ *     trapDestProtocol: int,
+ *     trapDestAddress: list<int>|int,
+ *     trapDestOwner: string,
+ *     trapDestStatus: int
+ * }|false|null 0 and status: the agent's result code; an empty trapDestAddress is the integer 0;
+ *     trapDestStatus is an EntryStatus (1 valid, 2 createRequest, 3 underCreation, 4 invalid). FALSE after
+ *     the warning "trapdest_get: RPC: ..."
+ */
+function rmon_trapdest_get($connid, $trapDestIndex) {}
+
+/**
+ * The first trap destination behind an index (0: the first of all). See rmon_trapdest_get().
+ *
+ * @param resource|int $connid
+ * @param int $trapDestIndex
+ * @return array|false|null
+ */
+function rmon_trapdest_getnext($connid, $trapDestIndex) {}
+
+/**
+ * Creates or changes a trap destination.
+ *
+ * @param resource|int $connid
+ * @param int $trapDestIndex
+ * @param string $trapDestCommunity at most 255 bytes
+ * @param int $trapDestProtocol
+ * @param array $trapDestAddress one integer for each byte, at most 255 ("too many (...) elements in addr!"
+ *     and FALSE); other elements are converted to integers in the caller's array. Anything but an array is an
+ *     empty address.
+ * @prefer-ref $trapDestAddress
+ * @param string $trapDestOwner at most 255 bytes
+ * @param int $trapDestStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_trapdest_set: RPC: ..."
+ */
+function rmon_trapdest_set($connid, $trapDestIndex, $trapDestCommunity, $trapDestProtocol, $trapDestAddress, $trapDestOwner, $trapDestStatus) {}
+
+/**
+ * The value of a MIB variable of the agent's.
+ *
+ * @param resource|int $connid
+ * @param string $name as the agent spells it, of any length
+ * @return int|false|null the low 32 bits of the value, unsigned; FALSE without a message when the agent has
+ *     no such variable or the call failed
+ */
+function rmon_get_mib_var($connid, $name) {}
+
 /* ---- local host name ----------------------------------------------------------------- */
+
+/**
+ * The name of the machine that runs PHP. Arguments are ignored.
+ *
+ * @return string|false FALSE when the system doesn't tell it
+ */
+function rmon_gethostname() {}
 
 /* ---- protocol descriptions ----------------------------------------------------------- */
 
@@ -1619,6 +1682,77 @@ function rmon_log_getnext($connid, $logEventIndex, $logIndex) {}
 function rmon_getprotdesc($name) {}
 
 /* ---- network configuration ----------------------------------------------------------- */
+
+/**
+ * The appliance's IPv4 configuration.
+ *
+ * @param resource|int $connid
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     ipAddress: string,
+ *     ipNetmask: string,
+ *     ipBroadcast: string,
+ *     ipGateway: string,
+ *     ipInterface: int
+ * }|false|null 0 and status: the agent's result code; addresses as "10.1.2.3"; ipInterface is an interface
+ *     number. FALSE after the warning "rmon_get_ipconfig: RPC: ..."
+ */
+function rmon_get_ipconfig($connid) {}
+
+/**
+ * Changes the appliance's IPv4 configuration. Once the agent has answered, the appliance's own command writes
+ * the settings out.
+ *
+ * @param resource|int $connid
+ * @param string $ipAddress dotted, like the others; the short forms of inet_aton are taken as well
+ * @param string $ipNetmask
+ * @param string $ipBroadcast
+ * @param string $ipGateway
+ * @param int $ipInterface an interface number; 0 without it
+ * @return int|false|null the agent's answer; FALSE after a warning: "rmon_set_ipconfig: RPC: ...", or the
+ *     first that applies of "rmon_set_ipconfig: invalid IP address!", "rmon_set_ipconfig: invalid IP netmask!",
+ *     "rmon_set_ipconfig: invalid IP broadcast!" and "rmon_set_ipconfig: invalid IP gateway!", which end with
+ *     a newline
+ */
+function rmon_set_ipconfig($connid, $ipAddress, $ipNetmask, $ipBroadcast, $ipGateway, $ipInterface = UNKNOWN) {}
+
+/**
+ * The name of the machine that runs PHP, at most 255 bytes. Arguments are ignored.
+ *
+ * @return string
+ */
+function rmon_get_hostname() {}
+
+/**
+ * Changes the appliance's host name. Once the agent has answered, the appliance's own command writes
+ * the settings out.
+ *
+ * @param resource|int $connid
+ * @param string $hostname at most 255 bytes
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_set_hostname: RPC: ..."
+ */
+function rmon_set_hostname($connid, $hostname) {}
+
+/**
+ * The name servers that the appliance asks.
+ *
+ * @param resource|int $connid
+ * @return list<string>|false|null FALSE after the warning "rmon_get_resolvers: RPC: ..."
+ */
+function rmon_get_resolvers($connid) {}
+
+/**
+ * Changes the name servers that the appliance asks. Once the agent has answered, the appliance's own command
+ * writes the settings out.
+ *
+ * @param resource|int $connid
+ * @param array $resolvers strings of at most 255 bytes, in their order; nothing is converted
+ * @return int|false|null the agent's answer; FALSE after a warning ("Expected array as second parameter",
+ *     "unexpected error" when an element is no string, "malloc failed!" with a newline,
+ *     "rmon_set_resolvers: RPC: ...")
+ */
+function rmon_set_resolvers($connid, $resolvers) {}
 
 /* ---- DSMON statistics ---------------------------------------------------------------- */
 
@@ -3965,8 +4099,423 @@ function mgcp_top_latency_rec_getbulk($connid, $index, $count) {}
 
 /* ---- SNMP communities ---------------------------------------------------------------- */
 
+/**
+ * One community of the appliance's SNMP agent, by its text.
+ *
+ * @param resource|int $connid
+ * @param string $communityString at most 255 bytes
+ * @return array{
+ *     0: int,
+ *     status: int,
+ *     communityString: string,
+ *     privs: int
+ * }|false|null 0 and status: the agent's result code; privs is COMM_RO or COMM_RW. FALSE without a message
+ *     when the agent has no such community, after the warning "art_rpt_get: RPC: ..." when the call failed
+ */
+function rmon_community_get($connid, $communityString) {}
+
+/**
+ * The first community behind a text (an empty one: the first of all). See rmon_community_get().
+ *
+ * @param resource|int $connid
+ * @param string $communityString
+ * @return array|false|null
+ */
+function rmon_community_getnext($connid, $communityString) {}
+
+/**
+ * Several communities behind a text. See rmon_community_get().
+ *
+ * @param resource|int $connid
+ * @param string $communityString
+ * @param int $count rows wanted
+ * @return list<array>|false|null the rows; FALSE without a message when there is none
+ */
+function rmon_community_getbulk($connid, $communityString, $count) {}
+
+/**
+ * Creates a community or changes its rights.
+ *
+ * @param resource|int $connid
+ * @param string $communityString at most 255 bytes
+ * @param int $privs COMM_RO or COMM_RW; with any other value the function is FALSE without a message
+ * @return int|false|null the agent's answer; FALSE after the warning "community_set: RPC: ..."
+ */
+function rmon_community_set($connid, $communityString, $privs) {}
+
+/**
+ * Deletes a community.
+ *
+ * @param resource|int $connid
+ * @param string $communityString at most 255 bytes
+ * @return int|false|null the agent's answer; FALSE after the warning "community_set: RPC: ..."
+ */
+function rmon_community_delete($connid, $communityString) {}
+
 /* ---- NetFlow devices, data sources and flow paths ------------------------------------ */
+
+/**
+ * One of the devices that send their NetFlow data to the agent, by its address.
+ *
+ * @param resource|int $connid
+ * @param array $address one integer for each byte, at most 16 ("too many (...) elements in addr!" and NULL);
+ *     other elements are converted to integers in the caller's array. Anything but an array is an empty
+ *     address.
+ * @prefer-ref $address
+ * @return array{devices: list<array{
+ *     address: list<int>,
+ *     addressLength: int,
+ *     deviceName: string,
+ *     commString: string,
+ *     flag: int
+ * }>}|false|null all rows that the agent answered with, none included; commString is the device's SNMP
+ *     community, flag the agent's flag word. FALSE without a message when the call failed
+ */
+function rmon_nde_device_get($connid, $address) {}
+
+/**
+ * The first device behind an address (an empty one: the first of all). See rmon_nde_device_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @return array|false|null all rows that the agent answered with, as a list under the same key
+ */
+function rmon_nde_device_getnext($connid, $address) {}
+
+/**
+ * Several devices behind an address. See rmon_nde_device_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @param int $count rows wanted
+ * @return array|false|null the rows, as a list under the same key
+ */
+function rmon_nde_device_getbulk($connid, $address, $count) {}
+
+/**
+ * Adds a device or changes its texts.
+ *
+ * @param resource|int $connid
+ * @param array $address one integer for each byte, at most 16 ("too many (...) elements in addr!" and FALSE);
+ *     other elements are converted to integers in the caller's array. It must be an array ("missing device
+ *     address!" and FALSE).
+ * @prefer-ref $address
+ * @param string $commString the device's SNMP community; at most 80 bytes, a longer text is cut
+ * @param string $deviceName at most 80 bytes, a longer text is cut
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_device_set: RPC: ..."
+ */
+function rmon_nde_device_set($connid, $address, $commString, $deviceName) {}
+
+/**
+ * Deletes a device.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_set() takes it
+ * @prefer-ref $address
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_device_del: RPC: ..."
+ */
+function rmon_nde_device_del($connid, $address) {}
+
+/**
+ * One of a device's data sources, by its number.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_get() takes it
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @return array{datasrcs: list<array{
+ *     address: list<int>,
+ *     addressLength: int,
+ *     deviceName: string,
+ *     datasrcName: string,
+ *     datasrcIndex: int,
+ *     flag: int
+ * }>}|false|null all rows that the agent answered with, none included; flag is the agent's flag word. FALSE
+ *     without a message when the call failed
+ */
+function rmon_nde_datasrc_get($connid, $address, $datasrcIndex) {}
+
+/**
+ * The first data source behind an address and a number (an empty one and 0: the first of all). See
+ * rmon_nde_datasrc_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @return array|false|null all rows that the agent answered with, as a list under the same key
+ */
+function rmon_nde_datasrc_getnext($connid, $address, $datasrcIndex) {}
+
+/**
+ * Several data sources behind an address and a number. See rmon_nde_datasrc_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @param int $count rows wanted
+ * @return array|false|null the rows, as a list under the same key
+ */
+function rmon_nde_datasrc_getbulk($connid, $address, $datasrcIndex, $count) {}
+
+/**
+ * Adds a data source to a device; the agent gives it its number.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_set() takes it
+ * @prefer-ref $address
+ * @param string $datasrcName at most 80 bytes, a longer text is cut
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_datasrc_set: RPC: ..."
+ */
+function rmon_nde_datasrc_set($connid, $address, $datasrcName) {}
+
+/**
+ * Changes the name of a data source.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_set() takes it
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @param string $datasrcName at most 80 bytes, a longer text is cut
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_datasrc_del: RPC: ..."
+ */
+function rmon_nde_datasrc_mod($connid, $address, $datasrcIndex, $datasrcName) {}
+
+/**
+ * Deletes a data source.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_set() takes it
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_datasrc_del: RPC: ..."
+ */
+function rmon_nde_datasrc_del($connid, $address, $datasrcIndex) {}
+
+/**
+ * One of a data source's flow paths: a pair of the device's interfaces.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_get() takes it
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @param int $inputIndex an interface index
+ * @param int $outputIndex an interface index
+ * @return array{flowPaths: list<array{
+ *     address: list<int>,
+ *     addressLength: int,
+ *     deviceName: string,
+ *     datasrcIndex: int,
+ *     inputIndex: int,
+ *     outputIndex: int
+ * }>}|false|null all rows that the agent answered with, none included. FALSE without a message when the call
+ *     failed
+ */
+function rmon_nde_flow_path_get($connid, $address, $datasrcIndex, $inputIndex, $outputIndex) {}
+
+/**
+ * The first flow path behind an address and three numbers (an empty one and 0: the first of all). See
+ * rmon_nde_flow_path_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @param int $inputIndex
+ * @param int $outputIndex
+ * @return array|false|null all rows that the agent answered with, as a list under the same key
+ */
+function rmon_nde_flow_path_getnext($connid, $address, $datasrcIndex, $inputIndex, $outputIndex) {}
+
+/**
+ * Several flow paths behind an address and three numbers. See rmon_nde_flow_path_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @param int $inputIndex
+ * @param int $outputIndex
+ * @param int $count rows wanted
+ * @return array|false|null the rows, as a list under the same key
+ */
+function rmon_nde_flow_path_getbulk($connid, $address, $datasrcIndex, $inputIndex, $outputIndex, $count) {}
+
+/**
+ * Adds a flow path to a data source.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_set() takes it
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @param int $inputIndex an interface index
+ * @param int $outputIndex an interface index
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_flow_path_set: RPC: ..."
+ */
+function rmon_nde_flow_path_set($connid, $address, $datasrcIndex, $inputIndex, $outputIndex) {}
+
+/**
+ * Deletes a flow path.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_set() takes it
+ * @prefer-ref $address
+ * @param int $datasrcIndex
+ * @param int $inputIndex an interface index
+ * @param int $outputIndex an interface index
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_datasrc_del: RPC: ..."
+ */
+function rmon_nde_flow_path_del($connid, $address, $datasrcIndex, $inputIndex, $outputIndex) {}
 
 /* ---- NetFlow learned devices --------------------------------------------------------- */
 
+/**
+ * One of the devices that the agent learned from the NetFlow data it receives, by its address.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_get() takes it
+ * @prefer-ref $address
+ * @return array{devices: list<array{
+ *     address: list<int>,
+ *     addressLength: int,
+ *     timeLastNdePkt: int,
+ *     numNdePkts: int
+ * }>}|false|null all rows that the agent answered with, none included; timeLastNdePkt in the agent's unit of
+ *     time. FALSE without a message when the call failed
+ */
+function rmon_nde_learned_dev_get($connid, $address) {}
+
+/**
+ * The first learned device behind an address (an empty one: the first of all). See
+ * rmon_nde_learned_dev_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @return array|false|null all rows that the agent answered with, as a list under the same key
+ */
+function rmon_nde_learned_dev_getnext($connid, $address) {}
+
+/**
+ * Several learned devices behind an address. See rmon_nde_learned_dev_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @param int $count rows wanted
+ * @return array|false|null the rows, as a list under the same key
+ */
+function rmon_nde_learned_dev_getbulk($connid, $address, $count) {}
+
+/**
+ * Switches the learning of devices on.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_learned_dev_enable: RPC: ..."
+ */
+function rmon_nde_learned_dev_enable($connid) {}
+
+/**
+ * Switches the learning of devices off.
+ *
+ * @param resource|int $connid
+ * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_learned_dev_disable: RPC: ..."
+ */
+function rmon_nde_learned_dev_disable($connid) {}
+
+/**
+ * Whether devices are learned, and since when.
+ *
+ * @param resource|int $connid
+ * @return array{state: int, startTime: int}|false|null startTime in the agent's unit of time; FALSE after the
+ *     warning "rmon_nde_learned_dev_status: RPC: ..."
+ */
+function rmon_nde_learned_dev_status($connid) {}
+
+/**
+ * One of a learned device's interfaces.
+ *
+ * @param resource|int $connid
+ * @param array $address as rmon_nde_device_get() takes it
+ * @prefer-ref $address
+ * @param int $ifIndex
+ * @return array{interfaces: list<array{ifIndex: int, dirFlag: int}>}|false|null all rows that the agent
+ *     answered with, none included. FALSE without a message when the call failed
+ */
+function rmon_nde_learned_dev_intf_get($connid, $address, $ifIndex) {}
+
+/**
+ * The first interface behind an address and an index (an empty one and 0: the first of all). See
+ * rmon_nde_learned_dev_intf_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @param int $ifIndex
+ * @return array|false|null all rows that the agent answered with, as a list under the same key
+ */
+function rmon_nde_learned_dev_intf_getnext($connid, $address, $ifIndex) {}
+
+/**
+ * Several interfaces behind an address and an index. See rmon_nde_learned_dev_intf_get().
+ *
+ * @param resource|int $connid
+ * @param array $address
+ * @prefer-ref $address
+ * @param int $ifIndex
+ * @param int $count rows wanted
+ * @return array|false|null the rows, as a list under the same key
+ */
+function rmon_nde_learned_dev_intf_getbulk($connid, $address, $ifIndex, $count) {}
+
 /* ---- address conversion and target identity ------------------------------------------ */
+
+/**
+ * The bytes of an address given as a text.
+ *
+ * @param int $family AF_INET or AF_INET6
+ * @param string $text such as "10.1.2.3" or "fe80::1"
+ * @return list<int>|false|null 4 or 16 integers in network order; FALSE after a warning ("rmon_inet_pton:
+ *     inet_pton(AF_INET, ...) failed!", "rmon_inet_pton: inet_pton(AF_INET6, ...) failed!", "rmon_inet_pton:
+ *     unsupported address family!")
+ */
+function rmon_inet_pton($family, $text) {}
+
+/**
+ * The text of an address given as bytes.
+ *
+ * @param int $family AF_INET or AF_INET6
+ * @param array $bytes at most 16 integers, of which the low bytes are taken; missing ones are 0
+ * @return string|false|null NULL after a warning ("rmon_inet_pton: addr is not array!", "rmon_inet_pton: too
+ *     many elements in array!", "rmon_inet_pton: arr el not LONG!", "rmon_inet_ntop: inet_pton(AF_INET)
+ *     failed!", "rmon_inet_ntop: inet_pton(AF_INET6) failed!"), FALSE after "rmon_inet_pton: unsupported
+ *     address family!"
+ */
+function rmon_inet_ntop($family, $bytes) {}
+
+/**
+ * The kind of appliance, one of the NORV_TARGET constants. Arguments are ignored.
+ *
+ * The appliance's settings file is read until a kind was found in it; the warning "unable to read
+ * norv_settings file!" tells that it can't be.
+ *
+ * @return int -1 when it isn't known
+ */
+function norv_target_id() {}
+
+/**
+ * The description of the product. See norv_target_id() for where it comes from.
+ *
+ * @return string empty when it isn't known
+ */
+function norv_prod_descr() {}
+
+/**
+ * The number of the product. See norv_target_id() for where it comes from.
+ *
+ * @return string empty when it isn't known
+ */
+function norv_prod_no() {}

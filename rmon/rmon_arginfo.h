@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 432351d600a4ed562083de8647e142e41d8aaa46 */
+ * Stub hash: 318c7129f9a2a8011b254cf0cf8260d5ae2a63d4 */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
@@ -522,8 +522,58 @@ ZEND_END_ARG_INFO()
 
 #define arginfo_rmon_log_getnext arginfo_rmon_log_get
 
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_trapdest_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, trapDestIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_trapdest_getnext arginfo_rmon_trapdest_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_trapdest_set, 0, 0, 7)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, trapDestIndex)
+	ZEND_ARG_INFO(0, trapDestCommunity)
+	ZEND_ARG_INFO(0, trapDestProtocol)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, trapDestAddress)
+	ZEND_ARG_INFO(0, trapDestOwner)
+	ZEND_ARG_INFO(0, trapDestStatus)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_get_mib_var, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, name)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_gethostname, 0, 0, 0)
+ZEND_END_ARG_INFO()
+
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_getprotdesc, 0, 0, 1)
 	ZEND_ARG_INFO(0, name)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_get_ipconfig arginfo_rmon_system_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_set_ipconfig, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, ipAddress)
+	ZEND_ARG_INFO(0, ipNetmask)
+	ZEND_ARG_INFO(0, ipBroadcast)
+	ZEND_ARG_INFO(0, ipGateway)
+	ZEND_ARG_INFO(0, ipInterface)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_get_hostname arginfo_rmon_gethostname
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_set_hostname, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, hostname)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_get_resolvers arginfo_rmon_system_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_set_resolvers, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, resolvers)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_dsmon_stats_get, 0, 0, 3)
@@ -1029,6 +1079,145 @@ ZEND_END_ARG_INFO()
 
 #define arginfo_mgcp_top_latency_rec_getbulk arginfo_sccp_phone_rec_getbulk
 
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_community_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, communityString)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_community_getnext arginfo_rmon_community_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_community_getbulk, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, communityString)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_community_set, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(0, communityString)
+	ZEND_ARG_INFO(0, privs)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_community_delete arginfo_rmon_community_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_device_get, 0, 0, 2)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nde_device_getnext arginfo_rmon_nde_device_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_device_getbulk, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_device_set, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, commString)
+	ZEND_ARG_INFO(0, deviceName)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nde_device_del arginfo_rmon_nde_device_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_datasrc_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, datasrcIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nde_datasrc_getnext arginfo_rmon_nde_datasrc_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_datasrc_getbulk, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, datasrcIndex)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_datasrc_set, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, datasrcName)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_datasrc_mod, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, datasrcIndex)
+	ZEND_ARG_INFO(0, datasrcName)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nde_datasrc_del arginfo_rmon_nde_datasrc_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_flow_path_get, 0, 0, 5)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, datasrcIndex)
+	ZEND_ARG_INFO(0, inputIndex)
+	ZEND_ARG_INFO(0, outputIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nde_flow_path_getnext arginfo_rmon_nde_flow_path_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_flow_path_getbulk, 0, 0, 6)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, datasrcIndex)
+	ZEND_ARG_INFO(0, inputIndex)
+	ZEND_ARG_INFO(0, outputIndex)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nde_flow_path_set arginfo_rmon_nde_flow_path_get
+
+#define arginfo_rmon_nde_flow_path_del arginfo_rmon_nde_flow_path_get
+
+#define arginfo_rmon_nde_learned_dev_get arginfo_rmon_nde_device_get
+
+#define arginfo_rmon_nde_learned_dev_getnext arginfo_rmon_nde_device_get
+
+#define arginfo_rmon_nde_learned_dev_getbulk arginfo_rmon_nde_device_getbulk
+
+#define arginfo_rmon_nde_learned_dev_enable arginfo_rmon_system_get
+
+#define arginfo_rmon_nde_learned_dev_disable arginfo_rmon_system_get
+
+#define arginfo_rmon_nde_learned_dev_status arginfo_rmon_system_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_learned_dev_intf_get, 0, 0, 3)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, ifIndex)
+ZEND_END_ARG_INFO()
+
+#define arginfo_rmon_nde_learned_dev_intf_getnext arginfo_rmon_nde_learned_dev_intf_get
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_nde_learned_dev_intf_getbulk, 0, 0, 4)
+	ZEND_ARG_INFO(0, connid)
+	ZEND_ARG_INFO(ZEND_SEND_PREFER_REF, address)
+	ZEND_ARG_INFO(0, ifIndex)
+	ZEND_ARG_INFO(0, count)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_inet_pton, 0, 0, 2)
+	ZEND_ARG_INFO(0, family)
+	ZEND_ARG_INFO(0, text)
+ZEND_END_ARG_INFO()
+
+ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_inet_ntop, 0, 0, 2)
+	ZEND_ARG_INFO(0, family)
+	ZEND_ARG_INFO(0, bytes)
+ZEND_END_ARG_INFO()
+
+#define arginfo_norv_target_id arginfo_rmon_gethostname
+
+#define arginfo_norv_prod_descr arginfo_rmon_gethostname
+
+#define arginfo_norv_prod_no arginfo_rmon_gethostname
+
 
 ZEND_FUNCTION(rmon_connect);
 ZEND_FUNCTION(rmon_pconnect);
@@ -1124,7 +1313,18 @@ ZEND_FUNCTION(rmon_event_getnext);
 ZEND_FUNCTION(rmon_event_set);
 ZEND_FUNCTION(rmon_log_get);
 ZEND_FUNCTION(rmon_log_getnext);
+ZEND_FUNCTION(rmon_trapdest_get);
+ZEND_FUNCTION(rmon_trapdest_getnext);
+ZEND_FUNCTION(rmon_trapdest_set);
+ZEND_FUNCTION(rmon_get_mib_var);
+ZEND_FUNCTION(rmon_gethostname);
 ZEND_FUNCTION(rmon_getprotdesc);
+ZEND_FUNCTION(rmon_get_ipconfig);
+ZEND_FUNCTION(rmon_set_ipconfig);
+ZEND_FUNCTION(rmon_get_hostname);
+ZEND_FUNCTION(rmon_set_hostname);
+ZEND_FUNCTION(rmon_get_resolvers);
+ZEND_FUNCTION(rmon_set_resolvers);
 ZEND_FUNCTION(dsmon_stats_get);
 ZEND_FUNCTION(dsmon_stats_getnext);
 ZEND_FUNCTION(dsmon_statsctl_get);
@@ -1279,6 +1479,41 @@ ZEND_FUNCTION(mgcp_top_pkt_lost_rec_getbulk);
 ZEND_FUNCTION(mgcp_top_latency_rec_get);
 ZEND_FUNCTION(mgcp_top_latency_rec_getnext);
 ZEND_FUNCTION(mgcp_top_latency_rec_getbulk);
+ZEND_FUNCTION(rmon_community_get);
+ZEND_FUNCTION(rmon_community_getnext);
+ZEND_FUNCTION(rmon_community_getbulk);
+ZEND_FUNCTION(rmon_community_set);
+ZEND_FUNCTION(rmon_community_delete);
+ZEND_FUNCTION(rmon_nde_device_get);
+ZEND_FUNCTION(rmon_nde_device_getnext);
+ZEND_FUNCTION(rmon_nde_device_getbulk);
+ZEND_FUNCTION(rmon_nde_device_set);
+ZEND_FUNCTION(rmon_nde_device_del);
+ZEND_FUNCTION(rmon_nde_datasrc_get);
+ZEND_FUNCTION(rmon_nde_datasrc_getnext);
+ZEND_FUNCTION(rmon_nde_datasrc_getbulk);
+ZEND_FUNCTION(rmon_nde_datasrc_set);
+ZEND_FUNCTION(rmon_nde_datasrc_mod);
+ZEND_FUNCTION(rmon_nde_datasrc_del);
+ZEND_FUNCTION(rmon_nde_flow_path_get);
+ZEND_FUNCTION(rmon_nde_flow_path_getnext);
+ZEND_FUNCTION(rmon_nde_flow_path_getbulk);
+ZEND_FUNCTION(rmon_nde_flow_path_set);
+ZEND_FUNCTION(rmon_nde_flow_path_del);
+ZEND_FUNCTION(rmon_nde_learned_dev_get);
+ZEND_FUNCTION(rmon_nde_learned_dev_getnext);
+ZEND_FUNCTION(rmon_nde_learned_dev_getbulk);
+ZEND_FUNCTION(rmon_nde_learned_dev_enable);
+ZEND_FUNCTION(rmon_nde_learned_dev_disable);
+ZEND_FUNCTION(rmon_nde_learned_dev_status);
+ZEND_FUNCTION(rmon_nde_learned_dev_intf_get);
+ZEND_FUNCTION(rmon_nde_learned_dev_intf_getnext);
+ZEND_FUNCTION(rmon_nde_learned_dev_intf_getbulk);
+ZEND_FUNCTION(rmon_inet_pton);
+ZEND_FUNCTION(rmon_inet_ntop);
+ZEND_FUNCTION(norv_target_id);
+ZEND_FUNCTION(norv_prod_descr);
+ZEND_FUNCTION(norv_prod_no);
 
 
 static const zend_function_entry ext_functions[] = {
@@ -1376,7 +1611,18 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(rmon_event_set, arginfo_rmon_event_set)
 	ZEND_FE(rmon_log_get, arginfo_rmon_log_get)
 	ZEND_FE(rmon_log_getnext, arginfo_rmon_log_getnext)
+	ZEND_FE(rmon_trapdest_get, arginfo_rmon_trapdest_get)
+	ZEND_FE(rmon_trapdest_getnext, arginfo_rmon_trapdest_getnext)
+	ZEND_FE(rmon_trapdest_set, arginfo_rmon_trapdest_set)
+	ZEND_FE(rmon_get_mib_var, arginfo_rmon_get_mib_var)
+	ZEND_FE(rmon_gethostname, arginfo_rmon_gethostname)
 	ZEND_FE(rmon_getprotdesc, arginfo_rmon_getprotdesc)
+	ZEND_FE(rmon_get_ipconfig, arginfo_rmon_get_ipconfig)
+	ZEND_FE(rmon_set_ipconfig, arginfo_rmon_set_ipconfig)
+	ZEND_FE(rmon_get_hostname, arginfo_rmon_get_hostname)
+	ZEND_FE(rmon_set_hostname, arginfo_rmon_set_hostname)
+	ZEND_FE(rmon_get_resolvers, arginfo_rmon_get_resolvers)
+	ZEND_FE(rmon_set_resolvers, arginfo_rmon_set_resolvers)
 	ZEND_FE(dsmon_stats_get, arginfo_dsmon_stats_get)
 	ZEND_FE(dsmon_stats_getnext, arginfo_dsmon_stats_getnext)
 	ZEND_FE(dsmon_statsctl_get, arginfo_dsmon_statsctl_get)
@@ -1531,5 +1777,40 @@ static const zend_function_entry ext_functions[] = {
 	ZEND_FE(mgcp_top_latency_rec_get, arginfo_mgcp_top_latency_rec_get)
 	ZEND_FE(mgcp_top_latency_rec_getnext, arginfo_mgcp_top_latency_rec_getnext)
 	ZEND_FE(mgcp_top_latency_rec_getbulk, arginfo_mgcp_top_latency_rec_getbulk)
+	ZEND_FE(rmon_community_get, arginfo_rmon_community_get)
+	ZEND_FE(rmon_community_getnext, arginfo_rmon_community_getnext)
+	ZEND_FE(rmon_community_getbulk, arginfo_rmon_community_getbulk)
+	ZEND_FE(rmon_community_set, arginfo_rmon_community_set)
+	ZEND_FE(rmon_community_delete, arginfo_rmon_community_delete)
+	ZEND_FE(rmon_nde_device_get, arginfo_rmon_nde_device_get)
+	ZEND_FE(rmon_nde_device_getnext, arginfo_rmon_nde_device_getnext)
+	ZEND_FE(rmon_nde_device_getbulk, arginfo_rmon_nde_device_getbulk)
+	ZEND_FE(rmon_nde_device_set, arginfo_rmon_nde_device_set)
+	ZEND_FE(rmon_nde_device_del, arginfo_rmon_nde_device_del)
+	ZEND_FE(rmon_nde_datasrc_get, arginfo_rmon_nde_datasrc_get)
+	ZEND_FE(rmon_nde_datasrc_getnext, arginfo_rmon_nde_datasrc_getnext)
+	ZEND_FE(rmon_nde_datasrc_getbulk, arginfo_rmon_nde_datasrc_getbulk)
+	ZEND_FE(rmon_nde_datasrc_set, arginfo_rmon_nde_datasrc_set)
+	ZEND_FE(rmon_nde_datasrc_mod, arginfo_rmon_nde_datasrc_mod)
+	ZEND_FE(rmon_nde_datasrc_del, arginfo_rmon_nde_datasrc_del)
+	ZEND_FE(rmon_nde_flow_path_get, arginfo_rmon_nde_flow_path_get)
+	ZEND_FE(rmon_nde_flow_path_getnext, arginfo_rmon_nde_flow_path_getnext)
+	ZEND_FE(rmon_nde_flow_path_getbulk, arginfo_rmon_nde_flow_path_getbulk)
+	ZEND_FE(rmon_nde_flow_path_set, arginfo_rmon_nde_flow_path_set)
+	ZEND_FE(rmon_nde_flow_path_del, arginfo_rmon_nde_flow_path_del)
+	ZEND_FE(rmon_nde_learned_dev_get, arginfo_rmon_nde_learned_dev_get)
+	ZEND_FE(rmon_nde_learned_dev_getnext, arginfo_rmon_nde_learned_dev_getnext)
+	ZEND_FE(rmon_nde_learned_dev_getbulk, arginfo_rmon_nde_learned_dev_getbulk)
+	ZEND_FE(rmon_nde_learned_dev_enable, arginfo_rmon_nde_learned_dev_enable)
+	ZEND_FE(rmon_nde_learned_dev_disable, arginfo_rmon_nde_learned_dev_disable)
+	ZEND_FE(rmon_nde_learned_dev_status, arginfo_rmon_nde_learned_dev_status)
+	ZEND_FE(rmon_nde_learned_dev_intf_get, arginfo_rmon_nde_learned_dev_intf_get)
+	ZEND_FE(rmon_nde_learned_dev_intf_getnext, arginfo_rmon_nde_learned_dev_intf_getnext)
+	ZEND_FE(rmon_nde_learned_dev_intf_getbulk, arginfo_rmon_nde_learned_dev_intf_getbulk)
+	ZEND_FE(rmon_inet_pton, arginfo_rmon_inet_pton)
+	ZEND_FE(rmon_inet_ntop, arginfo_rmon_inet_ntop)
+	ZEND_FE(norv_target_id, arginfo_norv_target_id)
+	ZEND_FE(norv_prod_descr, arginfo_norv_prod_descr)
+	ZEND_FE(norv_prod_no, arginfo_norv_prod_no)
 	ZEND_FE_END
 };

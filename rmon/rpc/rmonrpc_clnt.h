@@ -8,6 +8,8 @@
 #pragma once
 
 #include "rmon/rpc/rmonrpc_dsmon.h"
+#include "rmon/rpc/rmonrpc_admin.h"
+#include "rmon/rpc/rmonrpc_nde.h"
 #include "rmon/rpc/rmonrpc_rmon1.h"
 #include "rmon/rpc/rmonrpc_rmon2.h"
 #include "rmon/rpc/rmonrpc_smon_art.h"
@@ -249,6 +251,34 @@ inline constexpr procedure<202, wire::none, int32_t> clear_mgcp_top_pkt_lost_tab
 
 /* ---- NetFlow ------------------------------------------------------------------ */
 
+inline constexpr procedure<158, rmonrpc_row_key2_t, int32_t> data_port_config_1;
+inline constexpr procedure<159, rmonrpc_nde_device_t, rmonrpc_nde_device_arr_t> nde_device_get_1;
+inline constexpr procedure<160, rmonrpc_nde_device_t, int32_t> nde_device_set_1;
+inline constexpr procedure<161, rmonrpc_nde_datasrc_t, rmonrpc_nde_datasrc_arr_t> nde_datasrc_get_1;
+inline constexpr procedure<162, rmonrpc_nde_datasrc_t, int32_t> nde_datasrc_set_1;
+inline constexpr procedure<163, rmonrpc_nde_flow_path_t, rmonrpc_nde_flow_path_arr_t> nde_flow_path_get_1;
+inline constexpr procedure<164, rmonrpc_nde_flow_path_t, int32_t> nde_flow_path_set_1;
+inline constexpr procedure<165, rmonrpc_nde_learned_dev_t, rmonrpc_nde_learned_dev_arr_t>
+    nde_learned_dev_get_1;
+inline constexpr procedure<166, wire::none, int32_t> nde_auto_learned_enable_1;
+inline constexpr procedure<167, wire::none, int32_t> nde_auto_learned_disable_1;
+inline constexpr procedure<168, wire::none, rmonrpc_nde_learned_dev_status_t> nde_learned_dev_status_1;
+inline constexpr procedure<170, rmonrpc_nde_learned_dev_intf_t, rmonrpc_nde_learned_dev_intf_arr_t>
+    nde_learned_dev_intf_get_1;
+
 /* ---- appliance administration -------------------------------------------------- */
 
+inline constexpr procedure<61, rmonrpc_mibvar_name, rmonrpc_mibvar_t> mibvar_get_1;
+inline constexpr procedure<62, int32_t, rmonrpc_ipconfig_t> sys_ipconf_get_1;
+inline constexpr procedure<63, rmonrpc_ipconfig_t, int32_t> sys_ipconf_set_1;
+inline constexpr procedure<64, wire::none, rmonrpc_sys_hostname_t> sys_hostname_get_1;
+inline constexpr procedure<65, rmonrpc_sys_hostname_t, int32_t> sys_hostname_set_1;
+inline constexpr procedure<66, wire::none, rmonrpc_sys_resolvers_t> sys_resolvers_get_1;
+inline constexpr procedure<67, rmonrpc_sys_resolvers_t, int32_t> sys_resolvers_set_1;
+inline constexpr procedure<68, rmonrpc_row_key2_t, rmonrpc_snmp_trapdest_t> trapdest_get_1;
+inline constexpr procedure<69, rmonrpc_snmp_trapdest_t, int32_t> trapdest_set_1;
+inline constexpr procedure<70, rmonrpc_snmp_community_key_t, rmonrpc_snmp_community_arr_t> community_get_1;
+inline constexpr procedure<71, rmonrpc_snmp_community_t, int32_t> community_set_1;
 inline constexpr procedure<183, wire::none, int32_t> rmon_data_sync_completed_1;
+inline constexpr procedure<203, wire::none, int32_t> tambo_send_ip_change_1;
+inline constexpr procedure<204, wire::none, int32_t> tambo_send_time_poll_1;
