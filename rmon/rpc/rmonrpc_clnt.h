@@ -7,8 +7,8 @@
  */
 #pragma once
 
-#include "rmon/rpc/rmonrpc_dsmon.h"
 #include "rmon/rpc/rmonrpc_admin.h"
+#include "rmon/rpc/rmonrpc_dsmon.h"
 #include "rmon/rpc/rmonrpc_nde.h"
 #include "rmon/rpc/rmonrpc_rmon1.h"
 #include "rmon/rpc/rmonrpc_rmon2.h"

@@ -20,19 +20,20 @@ function html_table(array $rows, array $columns): string
     if ($rows === []) {
         return '<p class="none">The agent has no rows here.</p>';
     }
+    $titles = array_map(strval(...), array_keys($columns));
+    $lines = cells($rows, $columns);
+    $class = array_map(fn (string $text) => is_count($text) ? ' class="number"' : '', $lines[0]);
     $html = '<div class="wide"><table><thead><tr>';
-    foreach (array_keys($columns) as $title) {
-        $html .= '<th>' . escape((string) $title) . '</th>';
+    foreach ($titles as $column => $title) {
+        $html .= "<th$class[$column]>" . escape($title) . '</th>';
     }
-    $html .= '</tr></thead><tbody>';
-    foreach ($rows as $row) {
+    $html .= "</tr></thead><tbody>\n";
+    foreach ($lines as $line) {
         $html .= '<tr>';
-        foreach ($columns as $cell) {
-            $text = $cell($row);
-            $html .= preg_match('/^[\d ]+$/', $text) ? '<td class="number">' : '<td>';
-            $html .= escape($text) . '</td>';
+        foreach ($line as $column => $text) {
+            $html .= "<td$class[$column]>" . escape($text) . '</td>';
         }
-        $html .= '</tr>';
+        $html .= "</tr>\n";
     }
     return $html . '</tbody></table></div>';
 }
@@ -84,8 +85,8 @@ header('Cache-Control: no-store');
   .wide { overflow-x: auto; }
   table { border-collapse: collapse; font-variant-numeric: tabular-nums; }
   th, td { padding: .3rem .7rem; border-bottom: 1px solid var(--line); text-align: left; white-space: nowrap; }
+  th.number, td.number { text-align: right; }
   th { font-weight: 600; font-size: .85rem; }
-  .number { text-align: right; }
   .problem { border-left: 4px solid #c33; background: #c332; padding: .6rem 1rem; margin: 0 0 1rem; }
   footer { margin-top: 2rem; font-size: .85rem; }
 </style>

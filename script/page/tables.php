@@ -27,6 +27,18 @@ function ethernet_statistics(mixed $link): array
     return iterator_to_array(walk(rmon_etherstats_getnext(...), $link, 'etherStatsIndex'), false);
 }
 
+/** What a table shows: for each row the texts of its columns. */
+function cells(array $rows, array $columns): array
+{
+    return array_map(fn (array $row) => array_map(fn (callable $cell) => $cell($row), array_values($columns)), $rows);
+}
+
+/** Whether a cell's text is a number, which stands to the right. */
+function is_count(string $text): bool
+{
+    return preg_match('/^[\d ]+$/D', $text) === 1;
+}
+
 function count_of(int|float $value): string
 {
     return number_format($value, 0, '.', ' ');

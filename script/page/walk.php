@@ -12,13 +12,12 @@ $link = rmon_connect('127.0.0.1');
 if (!$link) {
     exit(1);
 }
+$rows = interfaces($link);
 $columns = interface_columns();
-$lines = [array_map('strval', array_keys($columns))];
-foreach (interfaces($link) as $row) {
-    $lines[] = array_map(fn (callable $cell) => $cell($row), array_values($columns));
-}
-$widths = array_map(fn (int $column) => max(array_map('strlen', array_column($lines, $column))), array_keys($lines[0]));
+$lines = [array_keys($columns), ...cells($rows, $columns)];
+$widths = array_map(fn (int $column) => max(array_map(strlen(...), array_column($lines, $column))), array_keys($lines[0]));
+$sides = array_map(fn (string $text) => is_count($text) ? STR_PAD_LEFT : STR_PAD_RIGHT, end($lines));
 foreach ($lines as $line) {
-    echo rtrim(implode('  ', array_map('str_pad', $line, $widths))), "\n";
+    echo rtrim(implode('  ', array_map(str_pad(...), $line, $widths, array_fill(0, count($line), ' '), $sides))), "\n";
 }
-exit(count($lines) > 1 ? 0 : 1);
+exit($rows === [] ? 1 : 0);
