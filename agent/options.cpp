@@ -1,0 +1,66 @@
+#include "agent/options.h"
+
+#include <charconv>
+#include <string_view>
+
+const char usage[] = R"(usage: rmon-agent [options]
+
+A monitoring agent (ONC RPC program 99999 version 1, TCP) that measures this machine's own interfaces.
+
+  --listen ADDRESS   address or name to listen on (127.0.0.1). There is no authentication:
+                     whoever reaches the address can read and change all of it.
+  --port NUMBER      TCP port (9911); 0 takes any free one
+  --no-capture       take Ethernet statistics from the kernel's counters, even with the right to capture
+  --help             this text
+
+When it is ready it says so on standard output: "rmon-agent: listening on ADDRESS:PORT".
+SIGINT and SIGTERM end it with exit code 0; a failed start has 1, a wrong command line 2.
+)";
+
+namespace {
+
+bool read_port(std::string_view text, uint16_t &port)
+{
+    const char *end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, port);
+    return error == std::errc{} && rest == end;
+}
+
+} // namespace
+
+std::string read_options(options &chosen, int count, char *const *words)
+{
+    for (int i = 1; i < count; i++) {
+        std::string_view name = words[i];
+        std::string_view value;
+        // A value follows as a word of its own or behind "=".
+        const std::size_t equals = name.find('=');
+        const bool joined = equals != name.npos;
+        if (joined) {
+            value = name.substr(equals + 1);
+            name = name.substr(0, equals);
+        }
+        const bool takes_value = name == "--listen" || name == "--port";
+        if (takes_value && !joined) {
+            if (++i == count)
+                return std::string(name) + " needs a value";
+            value = words[i];
+        }
+        if (joined && !takes_value)
+            return "unknown option " + std::string(words[i]);
+
+        if (name == "--listen") {
+            chosen.host = value;
+        } else if (name == "--port") {
+            if (!read_port(value, chosen.port))
+                return "no port number: " + std::string(value);
+        } else if (name == "--no-capture") {
+            chosen.capture = false;
+        } else if (name == "--help" || name == "-h") {
+            chosen.help = true;
+        } else {
+            return "unknown option " + std::string(words[i]);
+        }
+    }
+    return {};
+}

@@ -1,0 +1,19 @@
+/* The command line. */
+#pragma once
+
+#include "rmon/rpc/rmonrpc.h"
+
+#include <cstdint>
+#include <string>
+
+struct options {
+    std::string host = "127.0.0.1";
+    uint16_t port = RMONRPC_PORT;
+    bool capture = true;
+    bool help = false;
+};
+
+/** An empty text on success, else what is wrong, in one line. */
+std::string read_options(options &chosen, int count, char *const *words);
+
+extern const char usage[];

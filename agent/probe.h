@@ -1,0 +1,30 @@
+/* The probe: all that the agent knows and does, which every handler gets to work on. */
+#pragma once
+
+#include "agent/etherstats.h"
+#include "agent/interfaces.h"
+#include "agent/loop.h"
+#include "agent/sources.h"
+#include "agent/system_group.h"
+
+#include <cstdint>
+
+struct probe {
+    event_loop loop;
+    int64_t started = 0; // of the clock behind up_time(), in hundredths of a second
+    system_texts system;
+    interface_table interfaces;
+    source_table sources;
+    etherstats_table etherstats;
+};
+
+/** sysUpTime: hundredths of a second since the agent's start, modulo 2^32. */
+uint32_t up_time(const probe &agent);
+
+/**
+ * Reads the interfaces and begins to measure. False, with errno, when the
+ * kernel does not let it. The probe must not move from then on.
+ */
+bool start_probe(probe &agent, bool may_capture);
+
+void stop_probe(probe &agent);
