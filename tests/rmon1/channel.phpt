@@ -24,16 +24,9 @@ $fields = [
     'channelCreateTime' => 'unsigned',
     'channelDroppedFrames' => 'unsigned',
 ];
-check_row_readers('rmon_channel', 45, 'channel_get', $fields);
+check_row_readers('rmon_channel', 45, 'channel_get', $fields, unbounded: ['channelDescription']);
 
-// The description has no bound, in a reply either; the owner has.
-$description = str_repeat('what this channel lets through, ', 1000);
-$row = array_replace(sample($fields), ['channelDescription' => [text($description), $description]]);
-check_call('rmon_channel_get', [1], 45, key_of(1, 1), reply(wire($row)), shown($row));
-$row = array_replace(sample($fields), ['channelOwner' => [text(str_repeat('o', 256)), '']]);
-check_call('rmon_channel_get', [1], 45, key_of(1, 1), reply(wire($row)), false, ["channel_get: RPC: Can't decode result"]);
-
-// Matches, time of creation and dropped frames are the agent's.
+// Matches, time of creation and dropped frames are the agent's; the description may have any length.
 $request = fn(
     int $index,
     int $interface,

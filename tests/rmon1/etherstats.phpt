@@ -51,9 +51,6 @@ foreach ($values as $bits => $float) {
     check_call('rmon_etherstats_get', [1], 4, key_of(1, 1), reply(wire($row)), shown($row));
 }
 
-$row = array_replace(sample($fields), ['etherStatsOwner' => [text(str_repeat('o', 256)), '']]);
-check_call('rmon_etherstats_get', [1], 4, key_of(1, 1), reply(wire($row)), false, ["rmon_ifentry_get: RPC: Can't decode result"]);
-
 // Set: counters and the time of creation are the agent's.
 $request = fn(int $index, int $source, string $owner, int $status) => record(
     status: i32(0),

@@ -87,13 +87,7 @@ foreach ([0, 1, 5, 7, 8, 16, 17, 300] as $length) {
     $call($row, shown($row));
 }
 
-// Texts: none, the longest, one too long.
-foreach (['', str_repeat('d', 255)] as $text) {
-    $row = array_replace($ethernet, ['ifDescr' => [text($text), $text]]);
-    $call($row, shown($row));
-}
-$row = array_replace($ethernet, ['ifDescr' => [text(str_repeat('d', 256)), '']]);
-check_call('rmon_ifentry_get', [1], 3, key_of(1, 1), reply(wire($row)), false, ["rmon_ifentry_get: RPC: Can't decode result"]);
+check_reply_text('rmon_ifentry_get', [1], 3, key_of(1, 1), 'rmon_ifentry_get', $ethernet, null, 'ifDescr', []);
 
 done();
 --EXPECT--
