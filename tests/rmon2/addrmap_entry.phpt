@@ -81,8 +81,9 @@ check_addresses(
 );
 
 // The link is looked up before anything but the number of rows is converted.
-check_order(['rmon_addrmap_entry_get', [], PROCEDURE, request(1, 1, [1], 1, 1)], 'iiiai', [1], [2, 3, 5, 4], LABEL);
-check_order(['rmon_addrmap_entry_getbulk', [], PROCEDURE, request(1, 1, [1], 1, 3)], 'iiiaii', [6, 1], [2, 3, 5, 4], LABEL);
+$ones = fn(int $getType) => request(1, 1, [1], 1, $getType);
+check_order(['rmon_addrmap_entry_get', [], PROCEDURE, $ones(1)], 'iiiai', [1], [2, 3, 5, 4], LABEL);
+check_order(['rmon_addrmap_entry_getbulk', [], PROCEDURE, $ones(3)], 'iiiaii', [6, 1], [2, 3, 5, 4], LABEL);
 done();
 ?>
 --EXPECT--

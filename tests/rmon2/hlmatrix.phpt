@@ -35,70 +35,22 @@ function pair_bytes(int $i): string
     );
 }
 
-/** What the views show a row under; their addresses keep the network-layer names. */
-function nlmatrix_sd_row(int $i): array
+/** What a view shows of row $i; the addresses of the application-layer views keep their network-layer names. */
+function pair_row(string $layer, string $direction, int $i): array
 {
+    $view = "{$layer}Matrix{$direction}";
     return [
         0 => 100 + $i,
         'status' => 100 + $i,
-        'nlMatrixSDTimeMark' => 0xffffff00 + $i,
-        'nlMatrixSDSourceAddress' => source($i) ?: 0,
-        'nlMatrixSDDestAddress' => dest($i) ?: 0,
-        'nlMatrixSDPkts' => 18446744073709551616.0,
-        'nlMatrixSDOctets' => 25769803776.0 + $i,
-        'nlMatrixSDCreateTime' => 4294967295.0 - $i,
+        "{$view}TimeMark" => 0xffffff00 + $i,
+        "nlMatrix{$direction}SourceAddress" => source($i) ?: 0,
+        "nlMatrix{$direction}DestAddress" => dest($i) ?: 0,
+        "{$view}Pkts" => 18446744073709551616.0,
+        "{$view}Octets" => 25769803776.0 + $i,
+        "{$view}CreateTime" => 4294967295.0 - $i,
         'hlMatrixControlIndex' => -800 - $i,
         'protocolDirLocalIndex' => 900 + $i,
-    ];
-}
-
-function nlmatrix_ds_row(int $i): array
-{
-    return [
-        0 => 100 + $i,
-        'status' => 100 + $i,
-        'nlMatrixDSTimeMark' => 0xffffff00 + $i,
-        'nlMatrixDSSourceAddress' => source($i) ?: 0,
-        'nlMatrixDSDestAddress' => dest($i) ?: 0,
-        'nlMatrixDSPkts' => 18446744073709551616.0,
-        'nlMatrixDSOctets' => 25769803776.0 + $i,
-        'nlMatrixDSCreateTime' => 4294967295.0 - $i,
-        'hlMatrixControlIndex' => -800 - $i,
-        'protocolDirLocalIndex' => 900 + $i,
-    ];
-}
-
-function almatrix_sd_row(int $i): array
-{
-    return [
-        0 => 100 + $i,
-        'status' => 100 + $i,
-        'alMatrixSDTimeMark' => 0xffffff00 + $i,
-        'nlMatrixSDSourceAddress' => source($i) ?: 0,
-        'nlMatrixSDDestAddress' => dest($i) ?: 0,
-        'alMatrixSDPkts' => 18446744073709551616.0,
-        'alMatrixSDOctets' => 25769803776.0 + $i,
-        'alMatrixSDCreateTime' => 4294967295.0 - $i,
-        'hlMatrixControlIndex' => -800 - $i,
-        'protocolDirLocalIndex' => 900 + $i,
-        'protocolDirLocalIndex2' => 1000 + $i,
-    ];
-}
-
-function almatrix_ds_row(int $i): array
-{
-    return [
-        0 => 100 + $i,
-        'status' => 100 + $i,
-        'alMatrixDSTimeMark' => 0xffffff00 + $i,
-        'nlMatrixDSSourceAddress' => source($i) ?: 0,
-        'nlMatrixDSDestAddress' => dest($i) ?: 0,
-        'alMatrixDSPkts' => 18446744073709551616.0,
-        'alMatrixDSOctets' => 25769803776.0 + $i,
-        'alMatrixDSCreateTime' => 4294967295.0 - $i,
-        'hlMatrixControlIndex' => -800 - $i,
-        'protocolDirLocalIndex' => 900 + $i,
-        'protocolDirLocalIndex2' => 1000 + $i,
+        ...($layer === 'al' ? ['protocolDirLocalIndex2' => 1000 + $i] : []),
     ];
 }
 
@@ -130,17 +82,20 @@ function request(
 
 $source = [192, 168, 0, 7];
 $dest = range(230, 245);
-$views = ['nlmatrix_sd' => [0, 0], 'nlmatrix_ds' => [0, 1], 'almatrix_sd' => [1, 0], 'almatrix_ds' => [1, 1]];
-foreach ($views as $view => [$layer, $direction]) {
+$views = [['nl', 'SD', 0, 0], ['nl', 'DS', 0, 1], ['al', 'SD', 1, 0], ['al', 'DS', 1, 1]];
+foreach ($views as [$layerName, $directionName, $layer, $direction]) {
+    $view = strtolower("{$layerName}Matrix_$directionName");
     // The application-layer protocol stands behind the addresses, before the number of rows.
     $application = $layer ? [-9] : [];
     $arguments = [5, 0xfffffffe, 7, $source, $dest, ...$application];
     $bytes = fn(int $getType, int $count)
         => request(5, 0xfffffffe, 7, $source, $dest, $application[0] ?? 0, $getType, $layer, $direction, $count);
-    $row = "{$view}_row";
+    $row = fn(int $i) => pair_row($layerName, $directionName, $i);
     check_first_row(["rmon_{$view}_get", $arguments, PROCEDURE, $bytes(1, 1)], pair_bytes(...), $row, LABEL);
     check_first_row(["rmon_{$view}_getnext", $arguments, PROCEDURE, $bytes(2, 1)], pair_bytes(...), $row, LABEL);
-    check_all_rows(["rmon_{$view}_getbulk", [...$arguments, 40], PROCEDURE, $bytes(3, 40)], pair_bytes(...), $row, LABEL);
+    check_all_rows(
+        ["rmon_{$view}_getbulk", [...$arguments, 40], PROCEDURE, $bytes(3, 40)], pair_bytes(...), $row, LABEL,
+    );
 
     foreach ([3, 4] as $position) {
         $addresses = fn(array $address) => array_replace([$source, $dest], [$position - 3 => $address]);

@@ -33,7 +33,8 @@ function stats_row(int $i): array
     ];
 }
 
-$key = fn(int $getType, int $count) => record(index1: i32(5), index2: i32(-6), getType: i32($getType), count: i32($count));
+$key = fn(int $getType, int $count)
+    => record(index1: i32(5), index2: i32(-6), getType: i32($getType), count: i32($count));
 $get = ['rmon_pdist_stats_get', [5, -6], 26, $key(1, 1)];
 $getnext = ['rmon_pdist_stats_getnext', [5, -6], 26, $key(2, 1)];
 $getbulk = ['rmon_pdist_stats_getbulk', [5, -6, 10], 26, $key(3, 10)];

@@ -40,7 +40,8 @@ expect_description($ip, str_repeat('ip', 600), false);
 expect_description(macro('17 PROTOCOL-IDENTIFIER', '"number"'), 17, 'number');
 
 // The header: the name at the start of a line, blanks, the keyword; any text may follow.
-$found = ['ip PROTOCOL-IDENTIFIER', 'ipPROTOCOL-IDENTIFIER', 'ip      PROTOCOL-IDENTIFIER ::= { x }', 'ip PROTOCOL-IDENTIFIERS'];
+$found = ['ip PROTOCOL-IDENTIFIER', 'ipPROTOCOL-IDENTIFIER', 'ip      PROTOCOL-IDENTIFIER ::= { x }',
+    'ip PROTOCOL-IDENTIFIERS'];
 foreach ($found as $header) {
     expect_description(macro($header, '"text"'), 'ip', 'text');
 }
@@ -99,7 +100,9 @@ expect_description('ip' . str_repeat(' ', 1021) . "PROTOCOL-IDENTIFIER\nDESCRIPT
 expect_description('ip' . str_repeat(' ', 1002) . "PROTOCOL-IDENTIFIER\nDESCRIPTION\n\"x\"", 'ip', 'x');
 expect_description('ip' . str_repeat(' ', 1003) . "PROTOCOL-IDENTIFIER\nDESCRIPTION\n\"x\"", 'ip', false);
 expect_description("ip PROTOCOL-IDENTIFIER\n" . $filler(1020) . "DESCRIPTION\nDESCRIPTION\n\"x\"\n", 'ip', 'x');
-expect_description("ip PROTOCOL-IDENTIFIER\nDESCRIPTION" . str_repeat(' ', 1012) . "behind \"it\"\n", 'ip', 'behind it');
+expect_description(
+    "ip PROTOCOL-IDENTIFIER\nDESCRIPTION" . str_repeat(' ', 1012) . "behind \"it\"\n", 'ip', 'behind it',
+);
 $name = str_repeat('n', 1003);
 expect_description(macro("$name PROTOCOL-IDENTIFIER", '"long"'), $name, 'long');
 expect_description(macro("n$name PROTOCOL-IDENTIFIER", '"long"'), "n$name", false);
