@@ -252,27 +252,16 @@ expect_readers($link, 'h323_top_pkt_lost_rec', 118, 'call_rec', $call, $shown_ca
 /** A call whose fields differ from call 1 shows these values instead. */
 function expect_call_shown(mixed $link, array $changes, array $shown, array $common = [], array $shown_common = []): void
 {
-    expect_exchange(
-        'h323_call_rec_get',
-        [$link, 1],
-        115,
-        key3(1, 1, 1),
-        reply(rows(record(...but(common(1), $common), ...but(qual(1), $changes)))),
-        ['call_rec' => [[...but(shown_common(1), $shown_common), ...but(shown_qual(1), $shown)]]],
-    );
+    $record = record(...but(common(1), $common), ...but(qual(1), $changes));
+    $row = [...but(shown_common(1), $shown_common), ...but(shown_qual(1), $shown)];
+    expect_row($link, 'h323_call_rec', 115, 'call_rec', $record, $row);
 }
 
 /** A phone whose fields differ from phone 4, which shows three calls, shows these values instead. */
 function expect_phone_shown(mixed $link, array $changes, array $shown): void
 {
-    expect_exchange(
-        'h323_phone_rec_getnext',
-        [$link, 0],
-        116,
-        key3(0, 2, 1),
-        reply(rows(record(...but(phone(4), $changes)))),
-        ['phone_rec' => [but(shown_phone(4), $shown)]],
-    );
+    $record = record(...but(phone(4), $changes));
+    expect_row($link, 'h323_phone_rec', 116, 'phone_rec', $record, but(shown_phone(4), $shown));
 }
 
 // Without samples there is nothing to divide by, whatever the sums hold.
@@ -316,23 +305,19 @@ expect_call_shown(
 );
 
 // Integers are in the signed view, the synchronisation sources are not.
-expect_exchange(
-    'h323_call_rec_get',
-    [$link, 1],
-    115,
-    key3(1, 1, 1),
-    reply(rows(record(...with_all_ones(common(1)), ...with_all_ones(qual(1))))),
-    ['call_rec' => [[
-        ...with_minus_ones(shown_common(1)),
-        ...but(with_minus_ones(shown_qual(1)), [
-            'forward_ssrc' => 4294967295.0,
-            'forward_sr_fraction_lost' => 1, // 4294967295 / 4294967295
-            'forward_sr_jitter' => 1,        // 4294967295 / 4294967196
-            'reverse_ssrc' => 4294967295.0,
-            'reverse_sr_fraction_lost' => 1,
-            'reverse_sr_jitter' => 1,
-        ]),
-    ]]],
+expect_call_shown(
+    $link,
+    with_all_ones(qual(1)),
+    but(with_minus_ones(shown_qual(1)), [
+        'forward_ssrc' => 4294967295.0,
+        'forward_sr_fraction_lost' => 1, // 4294967295 / 4294967295
+        'forward_sr_jitter' => 1,        // 4294967295 / 4294967196
+        'reverse_ssrc' => 4294967295.0,
+        'reverse_sr_fraction_lost' => 1,
+        'reverse_sr_jitter' => 1,
+    ]),
+    with_all_ones(common(1)),
+    with_minus_ones(shown_common(1)),
 );
 expect_call_shown(
     $link,

@@ -180,14 +180,8 @@ expect_no_call('mgcp_top_latency_rec_getbulk', [$link, 1, 10], false);
 function expect_call_shown(mixed $link, array $changes, array $media, array $shown): void
 {
     $fields = but(call(1), ['media' => record(...but(media(1), $media))]);
-    expect_exchange(
-        'mgcp_call_rec_get',
-        [$link, 1],
-        185,
-        key3(1, 1, 1),
-        reply(rows(record(...but($fields, $changes)))),
-        ['call_rec' => [but(shown_call(1), $shown)]],
-    );
+    $record = record(...but($fields, $changes));
+    expect_row($link, 'mgcp_call_rec', 185, 'call_rec', $record, but(shown_call(1), $shown));
 }
 
 // An address without length is a dash; any other length says nothing about how it is shown.
@@ -268,14 +262,8 @@ expect_call_shown(
 /** A phone whose fields differ from phone 4, which shows three calls, shows these values instead. */
 function expect_phone_shown(mixed $link, array $changes, array $shown): void
 {
-    expect_exchange(
-        'mgcp_phone_rec_getnext',
-        [$link, 0],
-        186,
-        key3(0, 2, 1),
-        reply(rows(record(...but(phone(4), $changes)))),
-        ['phone_rec' => [but(shown_phone(4), $shown)]],
-    );
+    $record = record(...but(phone(4), $changes));
+    expect_row($link, 'mgcp_phone_rec', 186, 'phone_rec', $record, but(shown_phone(4), $shown));
 }
 
 $five = array_map(shown_call(...), history_numbers(4));

@@ -267,34 +267,14 @@ expect_readers($link, 'sccp_top_latency_rec', 86, 'top_rec', $top, shown_top(...
 
 // Integers are in the signed view.
 $ones = record(...with_all_ones(common(1)), ...with_all_ones(qual(1)));
-expect_exchange(
-    'sccp_top_latency_rec_get',
-    [$link, 1],
-    86,
-    key3(1, 1, 1),
-    reply(rows($ones)),
-    ['top_rec' => [with_minus_ones(shown_top(1))]],
-);
-expect_exchange(
-    'sccp_call_rec_get',
-    [$link, 1],
-    82,
-    key3(1, 1, 1),
-    reply(rows($ones . $ones)),
-    ['call_rec' => [with_minus_ones(shown_call(1, 1))]],
-);
+expect_row($link, 'sccp_top_latency_rec', 86, 'top_rec', $ones, with_minus_ones(shown_top(1)));
+expect_row($link, 'sccp_call_rec', 82, 'call_rec', $ones . $ones, with_minus_ones(shown_call(1, 1)));
 
 /** A phone whose fields differ from phone 4, which shows three calls, shows these values instead. */
 function expect_phone_shown(mixed $link, array $changes, array $shown): void
 {
-    expect_exchange(
-        'sccp_phone_rec_getnext',
-        [$link, 0],
-        83,
-        key3(0, 2, 1),
-        reply(rows(record(...but(phone(4), $changes)))),
-        ['phone_rec' => [but(shown_phone(4), $shown)]],
-    );
+    $record = record(...but(phone(4), $changes));
+    expect_row($link, 'sccp_phone_rec', 83, 'phone_rec', $record, but(shown_phone(4), $shown));
 }
 
 expect_phone_shown(
@@ -346,15 +326,23 @@ expect_phone_shown(
         ],
     ],
 );
-expect_exchange(
-    'sccp_call_rec_get',
-    [$link, 1],
+expect_row(
+    $link,
+    'sccp_call_rec',
     82,
-    key3(1, 1, 1),
-    reply(rows(
-        $top(1) . record(...but(common(2), ['if_name' => signed_units('GigEth1/22')])) . record(...qual(2)),
-    )),
-    ['call_rec' => [but(shown_call(1, 2), ['callee_if_name' => 'GigEth1/22'])]],
+    'call_rec',
+    $top(1) . record(...but(common(2), ['if_name' => signed_units('GigEth1/22')]), ...qual(2)),
+    but(shown_call(1, 2), ['callee_if_name' => 'GigEth1/22']),
+);
+// Both ports are the caller's.
+expect_row(
+    $link,
+    'sccp_call_rec',
+    82,
+    'call_rec',
+    record(...common(1), ...but(qual(1), ['local_rtp_port' => u32(16384), 'remote_rtp_port' => u32(20000)]))
+        . record(...common(2), ...but(qual(2), ['local_rtp_port' => u32(30000), 'remote_rtp_port' => u32(16386)])),
+    but(shown_call(1, 2), ['rtp_port' => 16384, 'callee_rtp_port' => 20000]),
 );
 
 done();

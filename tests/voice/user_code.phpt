@@ -24,7 +24,7 @@ function close_link(mixed $link): void
     rmon_close($link);
 }
 
-/** @return array{bool, list<string>} a handler's view: closes the link at the first report */
+/** Runs a call whose first report closes the link; its result and the texts of its reports. */
 function closing(mixed $link, callable $call): array
 {
     $texts = [];
@@ -39,6 +39,10 @@ function closing(mixed $link, callable $call): array
 }
 
 final class Thing
+{
+}
+
+final class Numbered
 {
 }
 
@@ -79,10 +83,6 @@ foreach ($calls as $call) {
 expect_calls(voice_agent(), []);
 
 // The count of a getbulk is converted first, then the others from left to right.
-$messages = [];
-final class Numbered
-{
-}
 voice_agent()->add(reply(rows()));
 $order = [];
 handling(function (int $level, string $text) use (&$order): bool {

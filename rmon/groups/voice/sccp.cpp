@@ -7,6 +7,22 @@ namespace {
 using C = rmonrpc_sccp_common_row_t;
 using Q = rmonrpc_sccp_qual_row_t;
 
+using address_columns =
+    columns<shown<&C::vers>, shown<&C::index>, shown<&C::phone_ipAddr_length>, shown<&C::phone_ipAddr>>;
+
+using owner_columns =
+    columns<shown<&C::phone_num>, shown<&C::phone_model>, shown<&C::phone_owner>, shown<&C::if_name>>;
+
+template <template <auto> class Column> using traffic_columns = columns<
+    Column<&Q::pkt_sent>,
+    Column<&Q::oct_sent>,
+    Column<&Q::pkt_recv>,
+    Column<&Q::oct_recv>,
+    Column<&Q::pkt_lost>,
+    Column<&Q::jitter>,
+    Column<&Q::latency>,
+    Column<&Q::flag>>;
+
 /** What history entries and top rows show of a call alike. */
 using figures_columns = columns<
     shown<&Q::call_reference>,
@@ -23,14 +39,7 @@ using figures_columns = columns<
     shown<&Q::g723_bit_rate>,
     shown<&Q::start_time>,
     shown<&Q::end_time>,
-    shown<&Q::pkt_sent>,
-    shown<&Q::oct_sent>,
-    shown<&Q::pkt_recv>,
-    shown<&Q::oct_recv>,
-    shown<&Q::pkt_lost>,
-    shown<&Q::jitter>,
-    shown<&Q::latency>,
-    shown<&Q::flag>>;
+    traffic_columns<shown>>;
 
 /* ---- phones ------------------------------------------------------------------------ */
 
@@ -46,16 +55,7 @@ using history_row = row_shape<
 using P = rmonrpc_sccp_phone_row_t;
 
 using phone_row = row_shape<
-    within<
-        &P::common,
-        shown<&C::vers>,
-        shown<&C::index>,
-        shown<&C::phone_ipAddr_length>,
-        shown<&C::phone_ipAddr>,
-        shown<&C::phone_num>,
-        shown<&C::phone_model>,
-        shown<&C::phone_owner>,
-        shown<&C::if_name>>,
+    within<&P::common, address_columns, owner_columns>,
     within<&P::aggregate, aggregate_columns<rmonrpc_sccp_aggregate_t>>,
     shown<&P::num_hist_row>,
     only_if<has_history<P>, history<history_row>>>;
@@ -72,19 +72,9 @@ void sccp_phone_rec_data_get(script_call call, int32_t getType)
 using T = rmonrpc_sccp_top_row_t;
 
 using top_row = row_shape<
-    within<
-        &T::common,
-        shown<&C::vers>,
-        shown<&C::index>,
-        shown<&C::phone_ipAddr_length>,
-        shown<&C::phone_ipAddr>>,
+    within<&T::common, address_columns>,
     within<&T::qual, shown<&Q::peer_ipAddr>>,
-    within<
-        &T::common,
-        shown<&C::phone_num>,
-        shown<&C::phone_model>,
-        shown<&C::phone_owner>,
-        shown<&C::if_name>>,
+    within<&T::common, owner_columns>,
     within<
         &T::qual,
         shown<&Q::call_state>,
@@ -131,13 +121,7 @@ template <auto Member> using call_pair =
 
 /** Two keys of the called party lack "call_", and both ports are the caller's: its own and the far end's. */
 using call_row = row_shape<
-    within<
-        &L::common,
-        shown<&C::vers>,
-        shown<&C::index>,
-        shown<&C::phone_ipAddr_length>,
-        shown<&C::phone_ipAddr>,
-        shown<&C::phone_num>>,
+    within<&L::common, address_columns, shown<&C::phone_num>>,
     within<
         &L::callee_common,
         callee<&C::phone_ipAddr_length>,
@@ -167,26 +151,8 @@ using call_row = row_shape<
     call_pair<&Q::g723_bit_rate>,
     call_pair<&Q::start_time>,
     call_pair<&Q::end_time>,
-    within<
-        &L::qual,
-        shown<&Q::pkt_sent>,
-        shown<&Q::oct_sent>,
-        shown<&Q::pkt_recv>,
-        shown<&Q::oct_recv>,
-        shown<&Q::pkt_lost>,
-        shown<&Q::jitter>,
-        shown<&Q::latency>,
-        shown<&Q::flag>>,
-    within<
-        &L::callee_qual,
-        callee<&Q::pkt_sent>,
-        callee<&Q::oct_sent>,
-        callee<&Q::pkt_recv>,
-        callee<&Q::oct_recv>,
-        callee<&Q::pkt_lost>,
-        callee<&Q::jitter>,
-        callee<&Q::latency>,
-        callee<&Q::flag>>>;
+    within<&L::qual, traffic_columns<shown>>,
+    within<&L::callee_qual, traffic_columns<callee>>>;
 
 using call_rec = row_shape<listed<"call_rec", call_row>>;
 
