@@ -39,9 +39,7 @@ expect_readers(
 );
 
 // A length in a reply is a claim: there are sixteen bytes at most.
-$bytes = range(241, 256 - 0);
-array_pop($bytes);
-$bytes[] = 7;
+$bytes = [...range(241, 255), 7];
 foreach ([0 => 0, 1 => 1, 15 => 15, 16 => 16, 17 => 16, 80 => 16, 0xffffffff => 16] as $claimed => $shown) {
     expect_exchange(
         'rmon_nde_device_get',
