@@ -33,21 +33,19 @@ void set_bytes(zval *slot, const uint8_t *bytes, uint32_t length)
         ZVAL_EMPTY_ARRAY(slot);
         return;
     }
-    zend_array *list = new_list(length);
-    ZEND_HASH_FILL_PACKED(list) {
-        for (uint32_t i = 0; i < length; i++) {
-            zval byte;
-            ZVAL_LONG(&byte, bytes[i]);
-            ZEND_HASH_FILL_ADD(&byte);
-        }
-    }
-    ZEND_HASH_FILL_END();
-    ZVAL_ARR(slot, list);
+    ZVAL_ARR(slot, make_list(length, [=](zval *byte, uint32_t i) { ZVAL_LONG(byte, bytes[i]); }));
 }
 
 void set_text(zval *slot, const char *text, size_t size)
 {
-    ZVAL_STR(slot, zend_string_init_fast(text, strnlen(text, size)));
+    const size_t length = strnlen(text, size);
+#ifdef ZEND_HAS_OOM
+    if (length > 1) {
+        ZVAL_FSTRINGL(slot, text, length);
+        return;
+    }
+#endif
+    ZVAL_STR(slot, zend_string_init_fast(text, length));
 }
 
 void set_dotted(zval *slot, const uint8_t *bytes)
@@ -80,6 +78,12 @@ void set_hex(zval *slot, const uint8_t *bytes, uint32_t length, const char *digi
 zend_array *new_list(uint32_t length)
 {
     zend_array *list = zend_new_array(length);
+#ifdef ZEND_HAS_OOM
+    if (zend_hash_real_finit_packed(list, true) == SUCCESS)
+        return list;
+    zend_array_destroy(list);
+    list = zend_new_array(0);
+#endif
     zend_hash_real_init_packed(list);
     return list;
 }

@@ -39,8 +39,39 @@ void set_dotted(zval *slot, const uint8_t *bytes);
 /** Bytes in hexadecimal, two digits each from digits, with separator between them. */
 void set_hex(zval *slot, const uint8_t *bytes, uint32_t length, const char *digits, char separator);
 
-/** An empty list of rows, to be filled with exactly length values by ZEND_HASH_FILL_*. */
+/**
+ * Whether the script has used up its memory. An engine that lets a function
+ * come to its end before it stops the script stops the whole process when the
+ * function goes on as if nothing had happened, so what makes large values looks
+ * here. Other engines leave the function at once.
+ */
+inline bool out_of_memory()
+{
+#ifdef ZEND_HAS_OOM
+    return ZEND_HAS_OOM();
+#else
+    return false;
+#endif
+}
+
+/** An empty list with room for length values, to be filled by ZEND_HASH_FILL_*; without it when
+ * out_of_memory(). */
 zend_array *new_list(uint32_t length);
+
+/** The list of what put(slot, i) sets for each i below length; shorter when out_of_memory(). */
+template <class Put> zend_array *make_list(uint32_t length, Put put)
+{
+    zend_array *list = new_list(length);
+    ZEND_HASH_FILL_PACKED(list) {
+        for (uint32_t i = 0; i < length && !out_of_memory(); i++) {
+            zval value;
+            put(&value, i);
+            ZEND_HASH_FILL_ADD(&value);
+        }
+    }
+    ZEND_HASH_FILL_END();
+    return list;
+}
 
 inline void set(zval *slot, int32_t value)
 {
@@ -334,16 +365,7 @@ template <class Shape, class Record> zend_array *make_row(const Record &record)
 /** The list of all rows, under 0, 1, 2 in their order. */
 template <class Shape, class Record> zend_array *make_rows(const Record *records, uint32_t length)
 {
-    zend_array *list = new_list(length);
-    ZEND_HASH_FILL_PACKED(list) {
-        for (uint32_t i = 0; i < length; i++) {
-            zval row;
-            ZVAL_ARR(&row, make_row<Shape>(records[i]));
-            ZEND_HASH_FILL_ADD(&row);
-        }
-    }
-    ZEND_HASH_FILL_END();
-    return list;
+    return make_list(length, [=](zval *slot, uint32_t i) { ZVAL_ARR(slot, make_row<Shape>(records[i])); });
 }
 
 template <class Shape, class Record> zend_array *make_rows(const wire::rows<Record> &rows)

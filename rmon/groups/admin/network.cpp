@@ -144,15 +144,8 @@ PHP_FUNCTION(rmon_get_resolvers)
     rmonrpc_sys_resolvers_t *reply = ask(call, sys_resolvers_get_1, link, {}, "rmon_get_resolvers");
     if (!reply)
         return;
-    zend_array *names = new_list(reply->resolvers.length);
-    ZEND_HASH_FILL_PACKED(names) {
-        for (uint32_t i = 0; i < reply->resolvers.length; i++) {
-            zval name;
-            set(&name, reply->resolvers.value[i]);
-            ZEND_HASH_FILL_ADD(&name);
-        }
-    }
-    ZEND_HASH_FILL_END();
+    zend_array *names = make_list(
+        reply->resolvers.length, [=](zval *name, uint32_t i) { set(name, reply->resolvers.value[i]); });
     release(reply);
     RETURN_ARR(names);
 }
