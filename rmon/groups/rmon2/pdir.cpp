@@ -1,5 +1,4 @@
-/* Protocol directory (RFC 2021, protocolDirTable), and the protocols' descriptions in a file of the
- * appliance. */
+/* Protocol directory (RFC 2021, protocolDirTable), and descriptions of protocols from a local file. */
 
 #include "rmon/answers.h"
 #include "rmon/platform.h"
@@ -112,8 +111,7 @@ void pdir_byidx_get(script_call call, int32_t getType)
 /** Room for a description and its terminating zero; what is longer is cut. */
 using description = char[1024];
 
-/** Reads a line into buffer, or as much of a longer one as fits; false at the end of the file and on errors.
- */
+/** Reads a line, or as much of a longer one as fits; false at the end of the file and on errors. */
 bool next_line(FILE *file, char (&buffer)[1024], std::string_view &line)
 {
     if (!std::fgets(buffer, sizeof buffer, file))
@@ -181,7 +179,7 @@ bool copy_description(FILE *file, description &to)
 int getprotdesc(std::string_view name, description &to)
 {
     to[0] = '\0';
-    // This name stands for that of ether2, compared at the longer one's length: no macro has it.
+    // Asked for under this name, ether2 is compared at the longer name's length, at which nothing matches.
     if (name.empty() || name == "w-ether2")
         return -1;
     FILE *file = std::fopen(protocol_description_file, "re");
@@ -227,8 +225,7 @@ PHP_FUNCTION(rmon_pdir_byidx_getnext)
     pdir_byidx_get({execute_data, return_value}, GETNEXT);
 }
 
-/** Converts the identifiers before the other arguments: their errors come before any report about the link.
- */
+/** Converts the identifiers before the other arguments: their errors come before a report about the link. */
 PHP_FUNCTION(rmon_pdir_set)
 {
     const script_call call{execute_data, return_value};
