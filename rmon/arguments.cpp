@@ -130,20 +130,34 @@ static bool convert_elements(zval *array, address &to)
     return !EG(exception);
 }
 
-bool convert(script_call call, zval *argument, address &to)
+/** Refuses an array of more elements than an address may have. */
+static bool short_enough(script_call call, zval *argument)
 {
-    to.length = 0;
     ZVAL_DEREF(argument);
     if (Z_TYPE_P(argument) != IS_ARRAY)
         return true;
-    HashTable *elements = Z_ARRVAL_P(argument);
-    const uint32_t count = zend_hash_num_elements(elements);
-    if (count > most_address_bytes) {
-        zend_error(E_WARNING, "too many (%d) elements in addr!", static_cast<int>(count));
-        ZVAL_FALSE(call.return_value);
+    const uint32_t count = zend_hash_num_elements(Z_ARRVAL_P(argument));
+    if (count <= most_address_bytes)
+        return true;
+    zend_error(E_WARNING, "too many (%d) elements in addr!", static_cast<int>(count));
+    ZVAL_FALSE(call.return_value);
+    return false;
+}
+
+bool convert(script_call call, zval *argument, address &to)
+{
+    to.length = 0;
+    if (!short_enough(call, argument))
         return false;
-    }
-    return read_integers(elements, to) || convert_elements(argument, to);
+    ZVAL_DEREF(argument);
+    return Z_TYPE_P(argument) != IS_ARRAY || read_integers(Z_ARRVAL_P(argument), to)
+           || convert_elements(argument, to);
+}
+
+bool convert(script_call call, zval *first, address &one, zval *second, address &two)
+{
+    return short_enough(call, first) && short_enough(call, second) && convert(call, first, one)
+           && convert(call, second, two);
 }
 
 bool convert(script_call call, zval *argument, integer_or_address &to)

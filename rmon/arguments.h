@@ -66,6 +66,9 @@ bool convert(script_call call, zval *argument, const char *&text);
 bool convert(script_call call, zval *argument, address &to);
 bool convert(script_call call, zval *argument, integer_or_address &to);
 
+/** Two addresses of one call: both are counted before an element of either is converted. */
+bool convert(script_call call, zval *first, address &one, zval *second, address &two);
+
 /** The argument as it stands, for conversion later. */
 inline bool convert(script_call, zval *argument, zval *&later)
 {

@@ -108,6 +108,23 @@ expect_same(['1'], $address, 'unconverted');
 $many = array_fill(0, 300, 1);
 expect_result(fn () => rmon_host_get(99999, 9, $many), false, ['99999 is not a RMON/RPC conn id!']);
 
+// Of two addresses both are counted before either is converted.
+foreach ([
+    fn (&$one, &$two) => rmon_matrix_sd_get($link, 1, $one, $two),
+    fn (&$one, &$two) => rmon_nlmatrix_ds_get($link, 1, 0, 1, $one, $two),
+    fn (&$one, &$two) => rmon_almatrix_sd_getbulk($link, 1, 0, 1, $one, $two, 2, 5),
+    fn (&$one, &$two) => dsmon_matrixsdstats_get($link, 1, 0, 1, 1, 2, $one, $two),
+    fn (&$one, &$two) => rmon_art_rpt_get($link, 1, 2, $one, $two),
+] as $call) {
+    $one = ['1', '2'];
+    $two = array_fill(0, 257, '3');
+    expect_result(function () use ($call, &$one, &$two) {
+        return $call($one, $two);
+    }, false, ['too many (257) elements in addr!']);
+    expect_same(['1', '2'], $one, 'the first address');
+    expect_same('3', $two[0], 'the second address');
+}
+
 // User code in a conversion: it may change the array, let go of what is walked, close the link.
 $address = ['1', new stdClass, &$byte, '4'];
 set_error_handler(function () use (&$address, &$byte): bool {

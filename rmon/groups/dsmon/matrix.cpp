@@ -65,7 +65,7 @@ template <class Procedure> void matrixstats_get(script_call call, const Procedur
     if (!take(
             call, link, key.dsmonMatrixCtlIndex, key.dsmonMatrixTimeMark, key.dsmonAggGroupIndex,
             key.dsmonMatrixNLIndex, key.dsmonMatrixALIndex, from, to)
-        || !connected(call, link) || !convert(call, from, source) || !convert(call, to, destination))
+        || !connected(call, link) || !convert(call, from, source, to, destination))
         return;
     put_address(source, key.dsmonMatrixSourceAddress, key.dsmonMatrixSourceAddressLength);
     put_address(destination, key.dsmonMatrixDestAddress, key.dsmonMatrixDestAddressLength);

@@ -59,7 +59,7 @@ void matrix_get(script_call call, int32_t getType, int32_t direction)
     zval *source, *dest;
     address sourceAddress, destAddress;
     if (!take_rows(call, getType, count, link, index, source, dest) || !connected(call, link)
-        || !convert(call, source, sourceAddress) || !convert(call, dest, destAddress))
+        || !convert(call, source, sourceAddress, dest, destAddress))
         return;
     const rmonrpc_matrix_key_t key{index,    list_of(sourceAddress), list_of(destAddress), count, getType,
                                    direction};

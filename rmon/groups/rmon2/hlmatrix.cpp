@@ -115,8 +115,7 @@ nlmatrix_get(script_call call, int32_t getType, int32_t direction, int32_t appli
                            : take_rows(
                                call, getType, key.count, link, key.hlMatrixControlIndex, key.timeMark,
                                key.protocolDirLocalIndex, source, dest);
-    if (!taken || !connected(call, link) || !convert(call, source, sourceAddress)
-        || !convert(call, dest, destAddress))
+    if (!taken || !connected(call, link) || !convert(call, source, sourceAddress, dest, destAddress))
         return nullptr;
     key.sourceAddress = list_of(sourceAddress);
     key.destAddress = list_of(destAddress);

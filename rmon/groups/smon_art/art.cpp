@@ -73,9 +73,11 @@ void art_rpt_get(script_call call, int32_t getType)
     link_id link;
     rmonrpc_art_rpt_key_t key{};
     key.getType = getType;
+    zval *from, *to;
     address server, client;
     if (!take_rows_linked(
-            call, getType, key.count, link, key.artControlIndex, key.protocolDirLocalIndex, server, client))
+            call, getType, key.count, link, key.artControlIndex, key.protocolDirLocalIndex, from, to)
+        || !convert(call, from, server, to, client))
         return;
     key.artServerAddress = list_of(server);
     key.artClientAddress = list_of(client);
