@@ -1,8 +1,6 @@
 /*
  * Answers the bench's calls with replies made beforehand, so that what is
- * measured is the client: network-layer hosts (narrow rows) and H.323 phones
- * (wide rows), as many rows as the last word of the call asks for. Prints its
- * port; ends when its standard input does.
+ * measured is the client. Prints its port; ends when its standard input does.
  */
 #include <arpa/inet.h>
 #include <netinet/tcp.h>
@@ -14,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <string>
@@ -22,10 +21,63 @@
 
 namespace {
 
-constexpr uint32_t hlhost_get = 34;
-constexpr uint32_t h323_phone_rec_get = 116;
 /** A server of the RPC library sends fragments of about its buffer's size. */
 constexpr size_t fragment_size = 65536 - 4;
+
+/* ---- rows -------------------------------------------------------------------- */
+
+/*
+ * The fields of a row, in wire order: i an integer, q a 64-bit counter, b a
+ * list of four bytes, aN a vector of N units with an address in front, tN a
+ * vector of N units with a text.
+ */
+using fields = std::string;
+
+fields times(int count, const fields &repeated)
+{
+    fields all;
+    while (count-- > 0)
+        all += repeated;
+    return all;
+}
+
+const fields endpoint = "a16ii";
+const fields h323_media = endpoint + endpoint + "i" + endpoint + endpoint;
+const fields h323_call = times(2, endpoint + "t132t81") + "iiia16a16iiii" + times(4, "t257") + "iiii"
+                         + times(2, h323_media) + "ii" + times(18, "i") + "iii";
+const fields h323_phone = "ii" + endpoint + "t132t81" + times(7, "i") + "i" + times(5, h323_call);
+const fields sccp_call = "iiia16t24t40" + times(23, "i");
+const fields sccp_phone = "iiia16t24t40t40t10" + times(6, "i") + "i" + times(5, sccp_call);
+const fields mgcp_media = "t33t33it32t32iiiit10iiii" + times(14, "i") + "i";
+const fields mgcp_call = "iiia16a16iia16a16t33t33" + times(4, "t256") + "t24t24iii" + mgcp_media + "i";
+
+struct table {
+    uint32_t procedure;
+    int count_at; // the number of rows wanted, in words from the end of the call; 0: one row without a count
+    fields row;
+};
+
+const table tables[] = {
+    {8, 1, "iiii" + times(11, "q") + "i"},
+    {11, 2, "ibii" + times(7, "q")},
+    {18, 3, "ibbiqqq"},
+    {34, 1, "iib" + times(5, "q") + "iiii"},
+    {37, 1, "iibbqqiiii"},
+    {83, 1, sccp_phone},
+    {101, 1, "ibb" + times(11, "i") + "qqiiii"},
+    {103, 0, "iiii"},
+    {116, 1, h323_phone},
+    {185, 1, mgcp_call},
+};
+
+const table &table_of(uint32_t procedure)
+{
+    for (const table &each : tables)
+        if (each.procedure == procedure)
+            return each;
+    fprintf(stderr, "reply_server: no rows for procedure %u\n", procedure);
+    exit(1);
+}
 
 using words = std::vector<uint32_t>;
 
@@ -34,103 +86,55 @@ void add(words &out, uint32_t word)
     out.push_back(htonl(word));
 }
 
-void add_counter(words &out, uint64_t value)
+/** Adds one row; its numbers follow from the row's. The first field is the status. */
+void add_row(words &out, const fields &row, uint32_t number)
 {
-    add(out, static_cast<uint32_t>(value >> 32));
-    add(out, static_cast<uint32_t>(value));
-}
-
-/** A vector of size units that holds a text. */
-void add_text(words &out, const char *text, size_t size)
-{
-    const size_t length = strlen(text);
-    for (size_t i = 0; i < size; i++)
-        add(out, i < length ? static_cast<uint8_t>(text[i]) : 0);
-}
-
-void add_integers(words &out, uint32_t first, int count)
-{
-    for (int i = 0; i < count; i++)
-        add(out, first + static_cast<uint32_t>(i));
-}
-
-/** A 16-unit vector with an IPv4 address in front. */
-void add_address(words &out, uint32_t host)
-{
-    for (uint32_t i = 0; i < 16; i++)
-        add(out, i == 0 ? 10 : i < 4 ? (host >> (8 * (3 - i))) & 0xff : 0);
-}
-
-void add_endpoint(words &out, uint32_t host)
-{
-    add_address(out, host);
-    add_integers(out, 4, 1);
-    add_integers(out, 30000 + host % 1000, 1);
-}
-
-void add_host(words &out, uint32_t row)
-{
-    add_integers(out, 0, 1);
-    add_integers(out, 100000 + row, 1);
-    add(out, 4);
-    for (uint32_t byte : {10u, row >> 16 & 0xff, row >> 8 & 0xff, row & 0xff})
-        add(out, byte);
-    for (uint64_t i = 0; i < 5; i++)
-        add_counter(out, 0x123456789ULL * (row + 1) + (i << 40));
-    add_integers(out, 5000, 4);
-}
-
-void add_call(words &out, uint32_t row)
-{
-    add_endpoint(out, row);
-    add_text(out, "4155550123", 132);
-    add_text(out, "reception desk", 81);
-    add_endpoint(out, row + 1);
-    add_text(out, "4155550199", 132);
-    add_text(out, "meeting room 7", 81);
-    add_integers(out, 1, 3);
-    for (int id = 0; id < 2; id++)
-        add_integers(out, 0x10, 16);
-    add_integers(out, 7, 4);
-    for (const char *text : {"Video terminal", "Release 4.2.1", "Voice gateway", "Release 11"})
-        add_text(out, text, 257);
-    add_integers(out, 20, 4);
-    for (uint32_t direction = 0; direction < 2; direction++) {
-        add_endpoint(out, row + 2);
-        add_endpoint(out, row + 3);
-        add_integers(out, 8, 1);
-        add_endpoint(out, row + 4);
-        add_endpoint(out, row + 5);
+    static const char text[] = "reception desk";
+    uint32_t value = 0;
+    for (const char *field = row.c_str(); *field;) {
+        const char kind = *field++;
+        char *end;
+        const unsigned long units = strtoul(field, &end, 10);
+        field = end;
+        if (kind == 'i')
+            add(out, value ? 1000 * number + value : 0);
+        if (kind == 'q') {
+            add(out, value);
+            add(out, 0x9abcdef0u + number);
+        }
+        if (kind == 'b')
+            add(out, 4);
+        for (unsigned i = 0; i < (kind == 'b' ? 4 : units); i++)
+            add(out, kind == 't' ? (i < sizeof text ? static_cast<uint8_t>(text[i]) : 0)
+                     : i == 0    ? 10
+                     : i < 4     ? (number + value) >> (8 * (3 - i)) & 0xff
+                                 : 0);
+        value++;
     }
-    add_integers(out, 900000, 2);
-    add_integers(out, 0x80000001, 9);
-    add_integers(out, 0x90000001, 9);
-    add_integers(out, 1, 1);
-    add_integers(out, 10, 2);
 }
 
-void add_phone(words &out, uint32_t row)
+/** A phone shows all its calls: their number is the field in front of them. */
+void set_history(words &row, const fields &kinds, size_t start)
 {
-    add_integers(out, 1, 1);
-    add_integers(out, row + 1, 1);
-    add_endpoint(out, row);
-    add_text(out, "4155550123", 132);
-    add_text(out, "reception desk", 81);
-    add_integers(out, 3, 7);
-    add_integers(out, 5, 1);
-    for (uint32_t call = 0; call < 5; call++)
-        add_call(out, row + call);
+    const size_t number = kinds == h323_phone ? 240 : kinds == sccp_phone ? 139 : 0;
+    if (number)
+        row[start + number] = htonl(5);
 }
 
 /** The whole reply in fragments; the call's xid goes to offset 4. */
 std::string make_reply(uint32_t procedure, uint32_t rows)
 {
+    const table &from = table_of(procedure);
     words message;
     for (uint32_t word : {0u, 1u, 0u, 0u, 0u, 0u}) // xid, REPLY, accepted, null verifier, SUCCESS
         add(message, word);
-    add(message, rows);
-    for (uint32_t row = 0; row < rows; row++)
-        (procedure == hlhost_get ? add_host : add_phone)(message, row);
+    if (from.count_at)
+        add(message, rows);
+    for (uint32_t number = 0; number < rows; number++) {
+        const size_t start = message.size();
+        add_row(message, from.row, number);
+        set_history(message, from.row, start);
+    }
 
     const auto *bytes = reinterpret_cast<const char *>(message.data());
     const size_t size = 4 * message.size();
@@ -153,6 +157,8 @@ std::string &reply_of(uint32_t procedure, uint32_t rows)
         reply = make_reply(procedure, rows);
     return reply;
 }
+
+/* ---- connections ---------------------------------------------------------------- */
 
 bool read_all(int fd, void *to, size_t size)
 {
@@ -181,18 +187,17 @@ bool write_all(int fd, const std::string &bytes)
 /** One call: xid, CALL, version, program, version, procedure, two null authenticators, arguments. */
 bool answer(int fd)
 {
-    uint32_t mark;
-    char call[4096];
+    uint32_t mark, call[1024];
     if (!read_all(fd, &mark, sizeof mark))
         return false;
     const size_t size = ntohl(mark) & 0x7fffffff;
-    if (size < 44 || size > sizeof call || !read_all(fd, call, size))
+    if (size < 44 || size > sizeof call || size % 4 || !read_all(fd, call, size))
         return false;
-    uint32_t procedure, rows;
-    memcpy(&procedure, call + 20, sizeof procedure);
-    memcpy(&rows, call + size - 4, sizeof rows);
-    std::string &reply = reply_of(ntohl(procedure), ntohl(rows));
-    reply.replace(4, 4, call, 4);
+    const uint32_t procedure = ntohl(call[5]);
+    const int count_at = table_of(procedure).count_at;
+    std::string &reply =
+        reply_of(procedure, count_at ? ntohl(call[size / 4 - static_cast<size_t>(count_at)]) : 1);
+    reply.replace(4, 4, reinterpret_cast<const char *>(call), 4);
     return write_all(fd, reply);
 }
 

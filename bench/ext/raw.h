@@ -1,4 +1,8 @@
-/* The plain client that the module is measured against: routines with one primitive per field. */
+/*
+ * The plain client that the module is measured against: records as lists of
+ * fields, and for each field one of the RPC library's primitives, one after
+ * another, as a stub compiler writes them.
+ */
 #pragma once
 
 #include <rpc/types.h>
@@ -6,80 +10,99 @@
 #include <rpc/auth.h>
 #include <rpc/clnt.h>
 
+#include <array>
 #include <cstdint>
+#include <tuple>
+
+template <class Record> xdrproc_t routine(bool_t (*function)(XDR *, Record *))
+{
+    return reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(function));
+}
+
+/* ---- fields -------------------------------------------------------------------- */
 
 struct raw_bytes {
     u_int length;
-    u_char *value;
+    char *value;
 };
 
-struct raw_host {
-    int status;
-    u_int timeMark;
-    raw_bytes nlHostAddress;
-    u_quad_t inPkts, outPkts, inOctets, outOctets, outMacNonUnicastPkts;
-    u_int createTime;
-    int hlHostControlIndex, protocolDirLocalIndex, protocolDirLocalIndex2;
-};
+inline bool_t raw_field(XDR *x, int *field)
+{
+    return xdr_int(x, field);
+}
 
-struct raw_hosts {
+inline bool_t raw_field(XDR *x, u_int *field)
+{
+    return xdr_u_int(x, field);
+}
+
+inline bool_t raw_field(XDR *x, u_quad_t *field)
+{
+    return xdr_u_longlong_t(x, field);
+}
+
+inline bool_t raw_field(XDR *x, raw_bytes *field)
+{
+    return xdr_array(x, &field->value, &field->length, ~0u, 1, routine(xdr_u_char));
+}
+
+template <size_t N> bool_t raw_field(XDR *x, std::array<u_char, N> *field)
+{
+    return xdr_vector(x, reinterpret_cast<char *>(field->data()), N, 1, routine(xdr_u_char));
+}
+
+template <size_t N> bool_t raw_field(XDR *x, std::array<char, N> *field)
+{
+    return xdr_vector(x, field->data(), N, 1, routine(xdr_char));
+}
+
+template <class... Field> using raw_record = std::tuple<Field...>;
+
+template <class... Field> bool_t raw_field(XDR *x, std::tuple<Field...> *record)
+{
+    return std::apply([x](Field &...field) { return (raw_field(x, &field) && ...); }, *record);
+}
+
+template <class... Field, size_t N> bool_t raw_field(XDR *x, std::array<std::tuple<Field...>, N> *records)
+{
+    for (auto &record : *records)
+        if (!raw_field(x, &record))
+            return FALSE;
+    return TRUE;
+}
+
+/* ---- replies ---------------------------------------------------------------------- */
+
+template <class Row> bool_t raw_row(XDR *x, Row *row)
+{
+    return raw_field(x, row);
+}
+
+template <class Row> struct raw_rows {
     u_int length;
-    raw_host *value;
+    Row *value;
 };
 
-struct raw_endpoint {
-    u_char ipAddr[16];
-    u_int length, port;
+template <class Row> bool_t raw_reply(XDR *x, raw_rows<Row> *rows)
+{
+    return xdr_array(
+        x, reinterpret_cast<char **>(&rows->value), &rows->length, ~0u, sizeof(Row), routine(raw_row<Row>));
+}
+
+/* ---- requests: as many zero words as the key has in front of what matters ---------- */
+
+struct raw_key {
+    u_int words;    // of the whole key
+    u_int count_at; // of the number of rows, from the end; 0: none
+    u_int rows;
 };
 
-struct raw_media {
-    raw_endpoint h245, rtp;
-    u_int codec;
-    raw_endpoint rtcp_sr, rtcp_rr;
-};
-
-struct raw_quality {
-    u_int ssrc, pkt_sent, oct_sent, pkt_lost, fraction_lost, jitter, reserved_1, reserved_2, reserved_3;
-};
-
-struct raw_call {
-    raw_endpoint f_q931;
-    char f_num[132], f_alias[81];
-    raw_endpoint reverse_q931;
-    char reverse_num[132], reverse_alias[81];
-    u_int call_state, call_status, call_reference;
-    u_char call_id[16], conference_id[16];
-    u_int conference_goal;
-    int faststart, tunneling;
-    u_int call_type;
-    u_char forward_product_id[257], forward_version_id[257], reverse_product_id[257], reverse_version_id[257];
-    u_int forward_session_id, forward_channel, reverse_session_id, reverse_channel;
-    raw_media forward, reverse;
-    u_int start_time, end_time;
-    raw_quality forward_quality, reverse_quality;
-    u_int flag, forward_num_samples, reverse_num_samples;
-};
-
-struct raw_phone {
-    int vers;
-    u_int index;
-    raw_endpoint q931;
-    char num[132], alias[81];
-    u_int aggregate[7];
-    int num_hist_row;
-    raw_call history[5];
-};
-
-struct raw_phones {
-    u_int length;
-    raw_phone *value;
-};
-
-/** A call of the bench: its procedure, the key's encoder and the reply's decoder. */
-bool raw_call_hosts(CLIENT *client, u_int rows, raw_hosts &reply);
-bool raw_call_phones(CLIENT *client, u_int rows, raw_phones &reply);
-void raw_free(raw_hosts &reply);
-void raw_free(raw_phones &reply);
-
-/** Sends the same call by hand and only receives the bytes of its reply; their number, 0 on failure. */
-size_t floor_call(int fd, u_int procedure, u_int rows);
+inline bool_t raw_key_field(XDR *x, raw_key *key)
+{
+    for (u_int left = key->words; left > 0; left--) {
+        u_int word = left == key->count_at ? key->rows : 0;
+        if (!xdr_u_int(x, &word))
+            return FALSE;
+    }
+    return TRUE;
+}

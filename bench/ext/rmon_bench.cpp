@@ -6,43 +6,172 @@
  */
 #include "php.h"
 
-#include "bench/ext/raw.h"
+#include "bench/ext/tables.h"
 
 #include <arpa/inet.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
+#include <string_view>
+
+static constexpr timeval time_out{25, 0};
 static CLIENT *client;
 static int floor_socket = -1;
 
-static double counter(u_quad_t value)
+/* ---- the plain client ------------------------------------------------------------- */
+
+template <class Table>
+static bool raw_call(const Table &table, u_int rows, raw_rows<typename Table::row> &reply)
+{
+    raw_key key{table.key_words, table.count_at, rows};
+    reply = {};
+    return clnt_call(
+               client, table.procedure, routine(raw_key_field), &key, routine(raw_reply<typename Table::row>),
+               &reply, time_out)
+           == RPC_SUCCESS;
+}
+
+template <class Table> static zend_long raw(const Table &table, u_int rows)
+{
+    raw_rows<typename Table::row> reply;
+    if (!raw_call(table, rows, reply))
+        return -1;
+    const u_int length = reply.length;
+    xdr_free(routine(raw_reply<typename Table::row>), &reply);
+    return length;
+}
+
+/** Sixty-four calls of one entry each. */
+static zend_long raw_profile()
+{
+    zend_long answered = 0;
+    for (int dscp = 0; dscp < 64; dscp++) {
+        raw_key key{aggprofile.key_words, aggprofile.count_at, 0};
+        decltype(aggprofile)::row entry{};
+        answered += clnt_call(
+                        client, aggprofile.procedure, routine(raw_key_field), &key,
+                        routine(raw_row<decltype(aggprofile)::row>), &entry, time_out)
+                    == RPC_SUCCESS;
+    }
+    return answered;
+}
+
+/* ---- the plain conversion ------------------------------------------------------------ */
+
+static void show(zval *row, const char *key, int value)
+{
+    add_assoc_long(row, key, value);
+}
+
+static void show(zval *row, const char *key, u_int value)
+{
+    add_assoc_long(row, key, value);
+}
+
+static void show(zval *row, const char *key, u_quad_t value)
 {
     auto number = static_cast<double>(static_cast<int64_t>(value));
-    return number < 0 ? number + 18446744073709551616.0 : number;
+    add_assoc_double(row, key, number < 0 ? number + 18446744073709551616.0 : number);
 }
 
-static void convert_host(zval *row, const raw_host &host)
+static void show(zval *row, const char *key, float_time value)
 {
-    array_init(row);
-    add_index_long(row, 0, host.status);
-    add_assoc_long(row, "status", host.status);
-    add_assoc_long(row, "nlHostTimeMark", host.timeMark);
+    add_assoc_double(row, key, value.value);
+}
+
+static void show(zval *row, const char *key, const raw_bytes &value)
+{
     zval bytes;
     array_init(&bytes);
-    for (u_int i = 0; i < host.nlHostAddress.length; i++)
-        add_index_long(&bytes, i, host.nlHostAddress.value[i]);
-    add_assoc_zval(row, "nlHostAddress", &bytes);
-    add_assoc_double(row, "nlHostInPkts", counter(host.inPkts));
-    add_assoc_double(row, "nlHostOutPkts", counter(host.outPkts));
-    add_assoc_double(row, "nlHostInOctets", counter(host.inOctets));
-    add_assoc_double(row, "nlHostOutOctets", counter(host.outOctets));
-    add_assoc_double(row, "nlHostOutMacNonUnicastPkts", counter(host.outMacNonUnicastPkts));
-    add_assoc_long(row, "nlHostCreateTime", host.createTime);
-    add_assoc_long(row, "hlHostControlIndex", host.hlHostControlIndex);
-    add_assoc_long(row, "protocolDirLocalIndex", host.protocolDirLocalIndex);
+    for (u_int i = 0; i < value.length; i++)
+        add_index_long(&bytes, i, static_cast<u_char>(value.value[i]));
+    add_assoc_zval(row, key, &bytes);
 }
 
-/** Opens the connections of the plain client and of the floor to a loopback port. */
+template <class Row, class... Column> static void convert(zval *to, const Row &row, shown_list<Column...>)
+{
+    array_init(to);
+    add_index_long(to, 0, std::get<0>(row));
+    add_assoc_long(to, "status", std::get<0>(row));
+    (show(to, Column::key, std::get<Column::field>(row)), ...);
+}
+
+template <class Table> static bool naive(const Table &table, u_int rows, zval *list)
+{
+    raw_rows<typename Table::row> reply;
+    if (!raw_call(table, rows, reply))
+        return false;
+    array_init(list);
+    for (u_int i = 0; i < reply.length; i++) {
+        zval row;
+        convert(&row, reply.value[i], typename Table::columns{});
+        add_index_zval(list, i, &row);
+    }
+    xdr_free(routine(raw_reply<typename Table::row>), &reply);
+    return true;
+}
+
+/* ---- the floor ------------------------------------------------------------------------- */
+
+static bool read_all(int fd, char *to, size_t size)
+{
+    while (size) {
+        const ssize_t got = read(fd, to, size);
+        if (got <= 0)
+            return false;
+        to += got;
+        size -= static_cast<size_t>(got);
+    }
+    return true;
+}
+
+/** Sends a call by hand; the number of the reply's bytes, 0 on failure. */
+static size_t floor_call(u_int procedure, u_int key_words, u_int count_at, u_int rows)
+{
+    // Mark, xid, CALL, RPC version 2, program, version, procedure, two null authenticators, the key.
+    u_int call[32] = {0x80000000u | (40 + 4 * key_words), 1, 0, 2, 99999, 1, procedure};
+    const u_int words = 11 + key_words;
+    if (count_at)
+        call[words - count_at] = rows;
+    for (u_int i = 0; i < words; i++)
+        call[i] = htonl(call[i]);
+    if (write(floor_socket, call, 4 * words) != static_cast<ssize_t>(4 * words))
+        return 0;
+
+    static char buffer[65536];
+    size_t total = 0;
+    for (bool last = false; !last;) {
+        u_int mark;
+        if (!read_all(floor_socket, reinterpret_cast<char *>(&mark), sizeof mark))
+            return 0;
+        last = ntohl(mark) & 0x80000000u;
+        const size_t size = ntohl(mark) & 0x7fffffff;
+        if (size > sizeof buffer || !read_all(floor_socket, buffer, size))
+            return 0;
+        total += size;
+    }
+    return total;
+}
+
+/* ---- PHP functions ------------------------------------------------------------------------ */
+
+/** Calls visit with the table of this name; false when there is none. */
+template <class Visit> static bool with_table(std::string_view name, Visit visit)
+{
+    const auto is = [name, visit](std::string_view other, const auto &table) {
+        const bool same = name == other;
+        if (same)
+            visit(table);
+        return same;
+    };
+    return is("etherhistory", etherhistory) || is("host", host) || is("matrix_sd", matrix)
+           || is("nlhost", nlhost) || is("almatrix_sd", almatrix) || is("art_rpt", art_rpt)
+           || is("h323_phone_rec", h323_phone) || is("sccp_phone_rec", sccp_phone)
+           || is("mgcp_call_rec", mgcp_call) || is("aggprofs", aggprofile);
+}
+
+/** rmon_bench_open(port): opens the connections of the plain client and of the floor. */
 PHP_FUNCTION(rmon_bench_open)
 {
     zend_long port;
@@ -60,50 +189,50 @@ PHP_FUNCTION(rmon_bench_open)
     RETURN_BOOL(client && connect(floor_socket, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0);
 }
 
-/** Decodes and frees: the number of rows. */
+/** rmon_bench_raw(table, rows): decodes and frees; the number of rows. */
 PHP_FUNCTION(rmon_bench_raw)
 {
-    bool wide;
+    char *name;
+    size_t length;
     zend_long rows;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "bl", &wide, &rows) == FAILURE)
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "sl", &name, &length, &rows) == FAILURE)
         RETURN_THROWS();
-    raw_hosts hosts;
-    raw_phones phones;
-    if (wide && raw_call_phones(client, static_cast<u_int>(rows), phones)) {
-        RETVAL_LONG(phones.length);
-        raw_free(phones);
-    } else if (!wide && raw_call_hosts(client, static_cast<u_int>(rows), hosts)) {
-        RETVAL_LONG(hosts.length);
-        raw_free(hosts);
-    }
+    with_table({name, length}, [=](const auto &table) {
+        if constexpr (requires { &table == &aggprofile; })
+            RETVAL_LONG(raw_profile());
+        else
+            RETVAL_LONG(raw(table, static_cast<u_int>(rows)));
+    });
 }
 
-/** Decodes narrow rows, converts them with add_assoc calls, frees: the list of rows. */
+/** rmon_bench_naive(table, rows): decodes, converts with add_assoc calls, frees; the list of rows. */
 PHP_FUNCTION(rmon_bench_naive)
 {
+    char *name;
+    size_t length;
     zend_long rows;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "l", &rows) == FAILURE)
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "sl", &name, &length, &rows) == FAILURE)
         RETURN_THROWS();
-    raw_hosts hosts;
-    if (!raw_call_hosts(client, static_cast<u_int>(rows), hosts))
-        RETURN_FALSE;
-    array_init(return_value);
-    for (u_int i = 0; i < hosts.length; i++) {
-        zval row;
-        convert_host(&row, hosts.value[i]);
-        add_index_zval(return_value, i, &row);
-    }
-    raw_free(hosts);
+    with_table({name, length}, [=](const auto &table) {
+        if constexpr (!std::is_same_v<typename std::decay_t<decltype(table)>::columns, shown_list<>>)
+            naive(table, static_cast<u_int>(rows), return_value);
+    });
 }
 
-/** Receives: the number of bytes. */
+/** rmon_bench_floor(table, rows): receives; the number of bytes. */
 PHP_FUNCTION(rmon_bench_floor)
 {
-    bool wide;
+    char *name;
+    size_t length;
     zend_long rows;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "bl", &wide, &rows) == FAILURE)
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "sl", &name, &length, &rows) == FAILURE)
         RETURN_THROWS();
-    RETURN_LONG(static_cast<zend_long>(floor_call(floor_socket, wide ? 116 : 34, static_cast<u_int>(rows))));
+    with_table({name, length}, [=](const auto &table) {
+        size_t bytes = 0;
+        for (zend_long calls = table.count_at ? 1 : 64; calls > 0; calls--)
+            bytes += floor_call(table.procedure, table.key_words, table.count_at, static_cast<u_int>(rows));
+        RETVAL_LONG(static_cast<zend_long>(bytes));
+    });
 }
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_any, 0, 0, 0)
