@@ -6,6 +6,10 @@ constinit row_prototype *declared_rows = nullptr;
 
 constexpr const char *decimal_digits = "0123456789";
 
+/** Texts and lists up to these sizes are made without a look at the script's memory. */
+[[maybe_unused]] constexpr size_t longest_ordinary_text = 4096;
+[[maybe_unused]] constexpr uint32_t longest_ordinary_list = 1024;
+
 /** "0" to "255" and their lengths, so that addresses are put together without a formatter. */
 struct decimal {
     char text[3];
@@ -27,12 +31,45 @@ constexpr std::array<decimal, 256> decimals = [] {
 
 } // namespace
 
+#if PHP_VERSION_ID >= 80200
+/**
+ * A packed array of the engine's smallest size, into which most addresses fit:
+ * put together here, since the engine's way takes three calls for it.
+ */
+static zend_array *small_list(const uint8_t *bytes, uint32_t length)
+{
+    constexpr size_t size = HT_PACKED_SIZE_EX(HT_MIN_SIZE, HT_MIN_MASK);
+    auto *list = static_cast<zend_array *>(emalloc(sizeof(zend_array)));
+    void *data = emalloc(size);
+    GC_SET_REFCOUNT(list, 1);
+    GC_TYPE_INFO(list) = GC_ARRAY;
+    HT_FLAGS(list) = HASH_FLAG_PACKED | HASH_FLAG_STATIC_KEYS;
+    list->nTableMask = HT_MIN_MASK;
+    list->nTableSize = HT_MIN_SIZE;
+    list->nNumUsed = list->nNumOfElements = length;
+    list->nInternalPointer = 0;
+    list->nNextFreeElement = length;
+    list->pDestructor = ZVAL_PTR_DTOR;
+    HT_SET_DATA_ADDR(list, data);
+    HT_HASH_RESET_PACKED(list);
+    for (uint32_t i = 0; i < length; i++)
+        ZVAL_LONG(&list->arPacked[i], bytes[i]);
+    return list;
+}
+#endif
+
 void set_bytes(zval *slot, const uint8_t *bytes, uint32_t length)
 {
     if (length == 0) {
         ZVAL_EMPTY_ARRAY(slot);
         return;
     }
+#if PHP_VERSION_ID >= 80200
+    if (length <= HT_MIN_SIZE) {
+        ZVAL_ARR(slot, small_list(bytes, length));
+        return;
+    }
+#endif
     ZVAL_ARR(slot, make_list(length, [=](zval *byte, uint32_t i) { ZVAL_LONG(byte, bytes[i]); }));
 }
 
@@ -40,7 +77,7 @@ void set_text(zval *slot, const char *text, size_t size)
 {
     const size_t length = strnlen(text, size);
 #ifdef ZEND_HAS_OOM
-    if (length > 1) {
+    if (length > longest_ordinary_text) {
         ZVAL_FSTRINGL(slot, text, length);
         return;
     }
@@ -79,10 +116,12 @@ zend_array *new_list(uint32_t length)
 {
     zend_array *list = zend_new_array(length);
 #ifdef ZEND_HAS_OOM
-    if (zend_hash_real_finit_packed(list, true) == SUCCESS)
-        return list;
-    zend_array_destroy(list);
-    list = zend_new_array(0);
+    if (length > longest_ordinary_list) {
+        if (zend_hash_real_finit_packed(list, true) == SUCCESS)
+            return list;
+        zend_array_destroy(list);
+        list = zend_new_array(0);
+    }
 #endif
     zend_hash_real_init_packed(list);
     return list;

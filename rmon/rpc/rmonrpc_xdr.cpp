@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
+#include <utility>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -73,7 +74,7 @@ void spread_bytes(uint8_t *to, const uint8_t *from, uint32_t count, bool sign)
  * into spare. A record stream refuses at the end of what one read brought and
  * at the end of a fragment, so both ways are taken in every large reply.
  */
-const uint8_t *take(XDR *xdrs, uint8_t *spare, uint32_t size)
+inline const uint8_t *take(XDR *xdrs, uint8_t *spare, uint32_t size)
 {
     if (const int32_t *in = XDR_INLINE(xdrs, size))
         return reinterpret_cast<const uint8_t *>(in);
@@ -266,31 +267,70 @@ void release_records(uint8_t *records, uint32_t length, const layout &plan);
 bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan);
 bool encode_record(XDR *xdrs, uint8_t *record, const layout &plan);
 
+/**
+ * The block of the rows that were freed last. The next reply's rows grow into
+ * it: a page asks for one table after another, and what one reply needed is a
+ * good guess for the next.
+ */
+struct row_block {
+    uint8_t *bytes;
+    uint64_t size;
+};
+
+constinit row_block kept_block{};
+
+/** A larger block is given back to the C heap; so is every one where the sanitizer is to see stale rows. */
+#ifdef __SANITIZE_ADDRESS__
+constexpr uint64_t largest_kept = 0;
+#else
+constexpr uint64_t largest_kept = 1 << 20;
+#endif
+
+/** The kept block, which belongs to the caller then; none when it is in use. */
+row_block take_block()
+{
+    return std::exchange(kept_block, row_block{});
+}
+
+void keep_block(row_block block)
+{
+    if (block.size > largest_kept || block.size <= kept_block.size) {
+        std::free(block.bytes);
+        return;
+    }
+    std::free(kept_block.bytes);
+    kept_block = block;
+}
+
 void free_rows(any_rows &field, const layout &row)
 {
     if (row.owns)
         release_records(field.value, field.length, row);
-    std::free(field.value);
+    keep_block({field.value, uint64_t{field.length} * row.size});
     field = {};
 }
 
 bool decode_rows(XDR *xdrs, any_rows &field, uint32_t length, const layout &row)
 {
     field = {};
-    uint64_t room = 0;
+    if (length == 0)
+        return true;
+    row_block block = take_block();
     while (field.length < length) {
-        if (field.length == room) {
-            room =
-                std::min<uint64_t>(length, room ? 2 * room : std::max<uint64_t>(1, first_piece / row.size));
-            auto *larger = static_cast<uint8_t *>(std::realloc(field.value, room * row.size));
+        const uint64_t end = uint64_t{field.length} * row.size;
+        if (end + row.size > block.size) {
+            const uint64_t wanted = std::max<uint64_t>({2 * block.size, first_piece, row.size});
+            const uint64_t size = std::min(wanted, uint64_t{length} * row.size);
+            auto *larger = static_cast<uint8_t *>(std::realloc(block.bytes, size));
             if (!larger)
                 break;
-            field.value = larger;
+            block = {larger, size};
         }
-        if (!decode_record(xdrs, field.value + std::size_t{field.length} * row.size, row))
+        if (!decode_record(xdrs, block.bytes + end, row))
             break;
         field.length++;
     }
+    field.value = block.bytes;
     if (field.length == length)
         return true;
     free_rows(field, row);
