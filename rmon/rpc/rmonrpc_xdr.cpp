@@ -415,21 +415,42 @@ void release_records(uint8_t *records, uint32_t length, const layout &plan)
     release_fields(records, length, plan, plan.steps + plan.count);
 }
 
+/** Whether a byte list is short and a run follows it: its units come along with the run then. */
+bool comes_along(const step &open, uint32_t count, const step *end)
+{
+    return open.kind == kind::bytes && count <= byte_list::inside && &open + 1 < end
+           && (&open + 1)->kind == kind::run;
+}
+
 /** All of a record, or nothing: what a failure leaves holds no pointers. */
 bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan)
 {
     const step *const end = plan.steps + plan.count;
+    const step *list = nullptr; // whose units come along with the next run
+    uint32_t count = 0;
     for (const step *run = plan.steps; run < end;) {
-        uint8_t spare[longest_run];
-        const step *next = run + 1 + run->count;
-        const uint8_t *in = take(xdrs, spare, run->wire);
+        uint8_t spare[4 * byte_list::inside + longest_run];
+        const uint32_t ahead = list ? 4 * count : 0;
+        const uint8_t *in = take(xdrs, spare, ahead + run->wire);
         bool decoded = in != nullptr;
+        const step *next = run + 1 + run->count;
         if (decoded) {
-            in = decode_fields(record, *run, in);
+            if (list) {
+                byte_list &bytes = at<byte_list>(record, *list);
+                gather_bytes(bytes.small, in, count);
+                bytes.length = count;
+                list = nullptr;
+            }
+            in = decode_fields(record, *run, in + ahead);
             if (next < end && is_open(*next)) {
-                uint32_t count;
+                const step &open = *next++;
                 swap_words<uint32_t>(&count, in, 1);
-                decoded = decode_open(xdrs, record, *next++, count);
+                if (comes_along(open, count, end)) {
+                    at<byte_list>(record, open).length = 0;
+                    list = &open;
+                } else {
+                    decoded = decode_open(xdrs, record, open, count);
+                }
             }
         }
         if (!decoded) {
