@@ -39,7 +39,7 @@ foreach ([0, 1, 16, 17, 64, 1518, 65536] as $length) {
     $row = array_replace(sample($fields), [
         'captureBufferPacketData' => [byte_list($packet), array_values(unpack('C*', $packet))],
     ]);
-    check_call('rmon_capture_buf_getnext', [3, 9], 49, $key, reply(wire($row)), shown($row, $order));
+    expect_exchange('rmon_capture_buf_getnext', [3, 9], 49, $key, reply(wire($row)), shown($row, $order));
 }
 
 done();

@@ -21,7 +21,7 @@ check_common('rmon_capture_save_file', $arguments, 50, $request(...$arguments), 
 
 $reply = record(lastPktIndex: u32(4294967295), totalPktsSaved: u32(4294967294));
 $row = [0 => 4294967294, 'totalPktsSaved' => 4294967294, 1 => 4294967295, 'lastPktIndex' => 4294967295];
-check_call('rmon_capture_save_file', $arguments, 50, $request(...$arguments), reply($reply), $row);
+expect_exchange('rmon_capture_save_file', $arguments, 50, $request(...$arguments), reply($reply), $row);
 
 // The first value is converted before the name in front of it, and the link is looked up last.
 check_conversions('rmon_capture_save_file', ['int', 'text', 'int', 'int', 'int', 'int'], [1, 3, 2, 4, 5, 6]);

@@ -52,11 +52,11 @@ $row = array_replace(sample($fields), [
     'etherHistoryPkts' => [u64('0x8000000000000000'), 9.223372036854775808e18],
 ]);
 $key = record(index: i32(3), sampleIndex: i32(9), getType: i32(1), count: i32(1));
-check_call('rmon_etherhistory_get', [3, 9], 8, $key, reply(rows(wire($row))), shown($row, $order));
+expect_exchange('rmon_etherhistory_get', [3, 9], 8, $key, reply(rows(wire($row))), shown($row, $order));
 
 // A failed row isn't a failed call.
 $row['status'] = [i32(-1), -1];
-check_call('rmon_etherhistory_get', [3, 9], 8, $key, reply(rows(wire($row))), shown($row, $order));
+expect_exchange('rmon_etherhistory_get', [3, 9], 8, $key, reply(rows(wire($row))), shown($row, $order));
 
 done();
 --EXPECT--

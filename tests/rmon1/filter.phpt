@@ -47,7 +47,7 @@ foreach ([0, 1, 15, 16, 17, 1000] as $length) {
     $bytes = array_map(fn(int $i) => $i * 7 & 255, array_keys(array_fill(0, $length, 0)));
     foreach (['filterPktData', 'filterPktDataMask', 'filterPktDataNotMask'] as $name) {
         $row = array_replace(sample($fields), [$name => [byte_list($bytes), $bytes]]);
-        check_call('rmon_filter_get', [1], 43, key_of(1, 1), reply(wire($row)), shown($row, $order));
+        expect_exchange('rmon_filter_get', [1], 43, key_of(1, 1), reply(wire($row)), shown($row, $order));
     }
 }
 
@@ -88,7 +88,7 @@ $lists = [3 => 'addr', 4 => 'dataMask', 5 => 'dataNotMask'];
 foreach ($lists as $place => $name) {
     $with = fn(mixed $list) => array_replace($arguments, [$place => $list]);
     $sent = fn(mixed $list, array|string $bytes) =>
-        check_call('rmon_filter_set', $with($list), 44, $request(...$with($bytes)), reply(i32(0)), 0);
+        expect_exchange('rmon_filter_set', $with($list), 44, $request(...$with($bytes)), reply(i32(0)), 0);
 
     // The low eight bits of each element, in the array's own order, however many they are.
     $sent([255, 256, -1, 300, 1 << 40 | 5], [255, 0, 255, 44, 5]);
@@ -103,17 +103,18 @@ foreach ($lists as $place => $name) {
     }
 
     // Anything but an array is an empty list.
-    foreach (['', 'text', 17, 1.5, null, true, agent_link(), new ArrayObject([1])] as $other) {
+    foreach (['', 'text', 17, 1.5, null, true, the_link(), new ArrayObject([1])] as $other) {
         $sent($other, '');
     }
     $sent([], '');
 
     // Elements aren't converted: the first that is no integer is told by its type.
     $refused = fn(array $list, int $type) =>
-        check_refused('rmon_filter_set', [agent_link(), ...$with($list)], false, ["$name element not a LONG ($type)!"]);
+        expect_no_call('rmon_filter_set', [the_link(), ...$with($list)], false, ["$name element not a LONG ($type)!"]);
     $refused([255, 256, 'x'], 3);
     $refused([255, 256, 'x', 1.5], 3);
-    foreach ([[null, 0], [1.0, 2], ['1', 3], [[1], 4], [new stdClass(), 5], [true, 6], [false, 6], [agent_link(), 7]] as [$element, $type]) {
+    $others = [[null, 0], [1.0, 2], ['1', 3], [[1], 4], [new stdClass(), 5], [true, 6], [false, 6], [the_link(), 7]];
+    foreach ($others as [$element, $type]) {
         $refused([$element], $type);
         $refused([...range(1, 40), $element], $type);
     }
@@ -122,25 +123,25 @@ foreach ($lists as $place => $name) {
     expect_same('1', $text);
 
     // The arguments in front of a refused list are converted, those behind it not.
-    $objects = array_map(fn(int $n) => new ("Argument$n")(), range(2, 14));
+    $objects = array_map(fn(int $number) => observed("Argument$number"), range(2, 14));
     $objects[$place] = ['x'];
-    check_refused('rmon_filter_set', [agent_link(), ...$objects], false, [
-        'Object of class Argument2 could not be converted to int',
-        'Object of class Argument3 could not be converted to int',
-        'Object of class Argument4 could not be converted to int',
+    expect_no_call('rmon_filter_set', [the_link(), ...$objects], false, [
+        number_message('Argument2'),
+        number_message('Argument3'),
+        number_message('Argument4'),
         "$name element not a LONG (3)!",
     ]);
 }
 
 // The first of several bad lists is the one that is reported.
 $bad = array_replace($arguments, [3 => [null], 4 => [1.5], 5 => ['x']]);
-check_refused('rmon_filter_set', [agent_link(), ...$bad], false, ['addr element not a LONG (0)!']);
-check_refused('rmon_filter_set', [4711, ...$bad], false, ['4711 is not a RMON/RPC conn id!']);
+expect_no_call('rmon_filter_set', [the_link(), ...$bad], false, ['addr element not a LONG (0)!']);
+expect_no_call('rmon_filter_set', [NO_LINK, ...$bad], false, [NO_LINK . ' is not a RMON/RPC conn id!']);
 
 // The caller's arrays stay as they are.
 [$data, $mask, $notMask] = [[1, 300], ['x' => 5], [7]];
-agent()->add(reply(i32(0)));
-rmon_filter_set(agent_link(), 1, 2, 3, $data, $mask, $notMask, 4, 5, 6, 'owner', 7, 8, 9);
+the_agent()->add(reply(i32(0)));
+rmon_filter_set(the_link(), 1, 2, 3, $data, $mask, $notMask, 4, 5, 6, 'owner', 7, 8, 9);
 expect_same([[1, 300], ['x' => 5], [7]], [$data, $mask, $notMask]);
 
 // The bytes are those at the time of the call, whatever a later conversion does to the array.
@@ -153,10 +154,10 @@ $owner = new class {
     }
 };
 $bytes = $request(1, 2, 3, range(1, 20), '', '', 4, 5, 6, 'owner', 7, 8, 9);
-$number = count(agent()->calls()) + 1;
-agent()->add(reply(i32(0)));
-expect_same(0, rmon_filter_set(agent_link(), 1, 2, 3, $data, [], [], 4, 5, 6, $owner, 7, 8, 9));
-expect_call(agent(), $number, 44, $bytes);
+$number = count(the_agent()->calls()) + 1;
+the_agent()->add(reply(i32(0)));
+expect_same(0, rmon_filter_set(the_link(), 1, 2, 3, $data, [], [], 4, 5, 6, $owner, 7, 8, 9));
+expect_call(the_agent(), $number, 44, $bytes);
 
 done();
 --EXPECT--

@@ -42,7 +42,7 @@ check_rows_readers(
 $row = sample($fields);
 $reply = rows(wire($row));
 $sent = fn(mixed $address, array|string $bytes, array $messages = []) =>
-    check_call('rmon_host_get', [71, $address], 11, $key($bytes), reply($reply), shown($row), $messages);
+    expect_exchange('rmon_host_get', [71, $address], 11, $key($bytes), reply($reply), shown($row), $messages);
 check_address_argument($sent, 'rmon_host_get', [71]);
 
 // Here anything but an array is made an integer first, which an object has none of.
@@ -50,7 +50,7 @@ $sent(new ArrayObject([1]), '', ['Object of class ArrayObject could not be conve
 
 // An empty address in a row is the integer 0.
 $row['hostAddress'] = [byte_list(''), 0];
-check_call('rmon_host_get', [71, [6]], 11, $key([6]), reply(rows(wire($row))), shown($row));
+expect_exchange('rmon_host_get', [71, [6]], 11, $key([6]), reply(rows(wire($row))), shown($row));
 
 done();
 --EXPECT--

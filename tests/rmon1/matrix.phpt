@@ -41,15 +41,21 @@ foreach (['SD' => 0, 'DS' => 1] as $view => $direction) {
     );
 
     // Four arguments are too few for the bulk form.
-    check_refused("{$table}_getbulk", [agent_link(), 71, $source, $dest], null, ["Wrong parameter count for {$table}_getbulk()"]);
+    expect_no_call(
+        "{$table}_getbulk",
+        [the_link(), 71, $source, $dest],
+        null,
+        ["Wrong parameter count for {$table}_getbulk()"],
+    );
 
     $row = sample($fields);
-    $reply = rows(wire($row));
+    $exchange = fn(array $addresses, string $key, array $messages = []) =>
+        expect_exchange("{$table}_get", [71, ...$addresses], 18, $key, reply(rows(wire($row))), shown($row), $messages);
     $asSource = fn(mixed $address, array|string $bytes, array $messages = []) =>
-        check_call("{$table}_get", [71, $address, $dest], 18, $key($bytes, $dest), reply($reply), shown($row), $messages);
+        $exchange([$address, $dest], $key($bytes, $dest), $messages);
     check_address_argument($asSource, "{$table}_get", [71], [$dest]);
     $asDest = fn(mixed $address, array|string $bytes, array $messages = []) =>
-        check_call("{$table}_get", [71, $source, $address], 18, $key($source, $bytes), reply($reply), shown($row), $messages);
+        $exchange([$source, $address], $key($source, $bytes), $messages);
     check_address_argument($asDest, "{$table}_get", [71, $source]);
 
     // Anything but an array isn't looked at, be it an object.
@@ -57,17 +63,17 @@ foreach (['SD' => 0, 'DS' => 1] as $view => $direction) {
     $asDest(new ArrayObject([1]), '');
 
     // The source is converted before the destination.
-    $objects = [[new Argument1(), 1], [2, new Argument2()]];
-    check_call("{$table}_get", [71, ...$objects], 18, $key([1, 1], [2, 1]), reply($reply), shown($row), [
-        'Object of class Argument1 could not be converted to int',
-        'Object of class Argument2 could not be converted to int',
-    ]);
+    $exchange(
+        [[observed('Source'), 1], [2, observed('Dest')]],
+        $key([1, 1], [2, 1]),
+        [number_message('Source'), number_message('Dest')],
+    );
 
     // An empty address in a row is the integer 0.
     $names = ["matrix{$view}SourceAddress", "matrix{$view}DestAddress"];
     foreach ([[$names[0]], [$names[1]], $names] as $empty) {
         $row = array_replace(sample($fields), array_fill_keys($empty, [byte_list(''), 0]));
-        check_call("{$table}_get", [71, '', ''], 18, $key('', ''), reply(rows(wire($row))), shown($row));
+        expect_exchange("{$table}_get", [71, '', ''], 18, $key('', ''), reply(rows(wire($row))), shown($row));
     }
 }
 

@@ -19,7 +19,7 @@ $fields = [
 ];
 $sample = sample($fields);
 check_common('rmon_system_get', [], 1, '', 'rmon_system_get', wire($sample), shown($sample));
-check_conversions('rmon_system_get', ['int'], [1]);
+check_conversions('rmon_system_get', ['int']);
 
 $reply = record(
     sysDescr: text('probe'),
@@ -39,10 +39,10 @@ $row = [
     'sysObjectID' => '1.3.6.1.4.1.9',
     'sysServices' => 72,
 ];
-check_call('rmon_system_get', [], 1, '', reply($reply), $row);
+expect_exchange('rmon_system_get', [], 1, '', reply($reply), $row);
 
 foreach (array_keys($fields, 'text') as $name) {
-    check_reply_text('rmon_system_get', [], 1, '', 'rmon_system_get', $sample, null, $name, []);
+    check_reply_text('rmon_system_get', [], 1, '', 'rmon_system_get', $sample, $name);
 }
 
 // Set: what an operator may not set travels empty.
