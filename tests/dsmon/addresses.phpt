@@ -78,59 +78,42 @@ $passed = [
 foreach ($places as [$function, $procedure, $arguments, $request]) {
     $place = array_search(null, $arguments, true);
     foreach ($passed as $case => [$address, $bytes, $held]) {
-        in_case($case, function () use ($function, $procedure, $arguments, $request, $place, $address, $bytes, $held) {
+        of($case, function () use ($function, $procedure, $arguments, $request, $place, $address, $bytes, $held): void {
             $arguments[$place] = &$address;
             $record = $request(address($bytes), i32(count($bytes)));
-            check_call($function, $arguments, $procedure, $record, reply(i32(1)), FAILED_READ);
+            expect_exchange($function, $arguments, $procedure, $record, reply(i32(1)), FAILED_READ);
             expect_same($held, $address, 'what the script holds');
         });
     }
 
-    in_case('one element too many', function () use ($function, $arguments, $place): void {
-        $address = $before = [...array_map(strval(...), range(1, 255)), '256'];
-        $arguments[$place] = &$address;
-        check_no_call($function, $arguments, false, ['too many (256) elements in addr!']);
-        expect_same($before, $address, 'what the script holds');
-    });
-
-    // The link is looked at before the addresses are.
-    foreach ([array_fill(0, 256, '1'), ['1']] as $address) {
-        in_case('a bad link', function () use ($function, $arguments, $place, $address): void {
-            $before = $address;
-            $arguments[$place] = &$address;
-            expect_result(fn() => $function(4711, ...$arguments), false, ['4711 is not a RMON/RPC conn id!']);
-            expect_same($before, $address, 'what the script holds');
-        });
+    // One element too many is refused, and leaves the array as it was.
+    $many = $before = array_map(strval(...), range(1, 256));
+    $arguments[$place] = &$many;
+    expect_no_call($function, [the_link(), ...$arguments], false, ['too many (256) elements in addr!']);
+    expect_same($before, $many, 'what the script holds');
+    // So does a bad link, which is looked at first.
+    foreach ([$before, ['1']] as $given) {
+        $many = $given;
+        expect_no_call($function, [NO_LINK, ...$arguments], false, [NO_LINK . ' is not a RMON/RPC conn id!']);
+        expect_same($given, $many, 'what the script holds');
     }
+    unset($many);
 
-    check_closed_meanwhile($function, $arguments, $place);
+    $arguments[$place] = [new stdClass()];
+    check_closed_by_handler($function, $arguments);
 }
 
 // Of two addresses that are too long the first one is named.
-check_no_call(
-    'dsmon_matrixsdstats_get',
-    [1, 2, 3, 4, 5, range(1, 257), range(1, 256)],
-    false,
-    ['too many (257) elements in addr!'],
-);
+$arguments = [1, 2, 3, 4, 5, range(1, 257), range(1, 256)];
+expect_no_call('dsmon_matrixsdstats_get', [the_link(), ...$arguments], false, ['too many (257) elements in addr!']);
 
 // A literal is never written to.
-in_case('a literal array', function (): void {
-    for ($round = 0; $round < 2; $round++) {
-        $before = count(agent()->calls());
-        agent()->add(reply(i32(1)));
-        on_link(fn($link) => dsmon_hoststats_get($link, 1, 2, 3, 4, ['10', '20', ['30']]));
-        expect_call(agent(), $before + 1, 138, record(
-            dsmonHostCtlIndex: i32(1),
-            dsmonHostTimeMark: u32(2),
-            dsmonAggGroupIndex: u32(3),
-            protocolDirLocalIndex: i32(4),
-            dsmonHostAddress: address([10, 20, 1]),
-            dsmonHostAddressLength: i32(3),
-            getType: i32(1),
-        ));
-    }
-});
+for ($round = 0; $round < 2; $round++) {
+    $earlier = count(the_agent()->calls());
+    the_agent()->add(reply(i32(1)));
+    dsmon_hoststats_get(the_link(), 1, 2, 3, 4, ['10', '20', ['30']]);
+    expect_call(the_agent(), $earlier + 1, 138, $places[0][3](address([10, 20, 1]), i32(3)));
+}
 
 // ---- Replies -------------------------------------------------------------------
 
@@ -172,18 +155,16 @@ $pair = fn(int $source_length, int $destination_length) => record(
 $shown = fn(array $address, int $count) => array_slice($address, 0, $count) ?: 0;
 
 foreach ($claims as $claim => $count) {
-    in_case("a length of $claim", function () use ($claim, $count, $host, $pair, $shown, $source, $destination): void {
-        agent()->add(reply($host($claim)), reply($pair($claim, 3)), reply($pair(2, $claim)));
-        on_link(function ($link) use ($count, $shown, $source, $destination): void {
-            $row = dsmon_hoststats_get($link, 1, 2, 3, 4, []);
-            expect_same($shown($source, $count), $row['dsmonHostAddress']);
-            $row = dsmon_matrixsdstats_get($link, 1, 2, 3, 4, 5, [], []);
-            expect_same($shown($source, $count), $row['dsmonMatrixSourceAddress']);
-            expect_same([1, 2, 3], $row['dsmonMatrixDestAddress']);
-            $row = dsmon_matrixdsstats_get($link, 1, 2, 3, 4, 5, [], []);
-            expect_same([236, 237], $row['dsmonMatrixSourceAddress']);
-            expect_same($shown($destination, $count), $row['dsmonMatrixDestAddress']);
-        });
+    of("a length of $claim", function () use ($claim, $count, $host, $pair, $shown, $source, $destination): void {
+        the_agent()->add(reply($host($claim)), reply($pair($claim, 3)), reply($pair(2, $claim)));
+        $row = dsmon_hoststats_get(the_link(), 1, 2, 3, 4, []);
+        expect_same($shown($source, $count), $row['dsmonHostAddress']);
+        $row = dsmon_matrixsdstats_get(the_link(), 1, 2, 3, 4, 5, [], []);
+        expect_same($shown($source, $count), $row['dsmonMatrixSourceAddress']);
+        expect_same([1, 2, 3], $row['dsmonMatrixDestAddress']);
+        $row = dsmon_matrixdsstats_get(the_link(), 1, 2, 3, 4, 5, [], []);
+        expect_same([236, 237], $row['dsmonMatrixSourceAddress']);
+        expect_same($shown($destination, $count), $row['dsmonMatrixDestAddress']);
     });
 }
 

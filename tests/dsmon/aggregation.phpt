@@ -31,7 +31,7 @@ check_writer(
     $control,
     ['dsmonAggControlIndex', 'dsmonAggControlOwner', 'dsmonAggControlDescr', 'dsmonAggControlStatus'],
 );
-check_call(
+expect_exchange(
     'dsmon_aggctl_set',
     [3, 'me', 'gold', 1],
     104,

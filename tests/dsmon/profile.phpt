@@ -23,15 +23,16 @@ function profile_row(int $dscp, int $group, int $status = 0): Step
 /** Reads the profile of control row 9: 64 calls, these answers. */
 function check_profile(string $case, callable $answer, array $result): void
 {
-    in_case($case, function () use ($answer, $result): void {
-        $before = count(agent()->calls());
-        agent()->add(...array_map($answer, range(0, 63)));
-        check_result('dsmon_aggprofs_get', [9], $result);
+    of($case, function () use ($answer, $result): void {
+        $agent = the_agent();
+        $earlier = count($agent->calls());
+        $agent->add(...array_map($answer, range(0, 63)));
+        expect_result(fn() => dsmon_aggprofs_get(the_link(), 9), $result);
         for ($dscp = 0; $dscp < 64; $dscp++) {
             $key = record(index1: i32(9), index2: i32($dscp), getType: i32(1));
-            expect_call(agent(), $before + $dscp + 1, 103, $key);
+            expect_call($agent, $earlier + $dscp + 1, 103, $key);
         }
-        expect_same($before + 64, count(agent()->calls()), 'number of calls so far');
+        expect_same($earlier + 64, count($agent->calls()), 'number of calls');
     });
 }
 
@@ -76,23 +77,20 @@ check_profile('all refused', fn(int $dscp) => profile_row($dscp, 5, 2), []);
 check_profile('all failed', fn() => garbage_args(), []);
 
 // A link that breaks in the middle: what was read before remains. No reconnecting, no message.
-in_case('hung up on', function (): void {
-    agent()->add(profile_row(0, 6), profile_row(1, 7), hang_up());
-    check_result('dsmon_aggprofs_get', [9], [6, 7]);
-});
+the_agent()->add(profile_row(0, 6), profile_row(1, 7), hang_up());
+expect_result(fn() => dsmon_aggprofs_get(the_link(), 9), [6, 7]);
+the_link(true);
 
 // The array is a script's own.
-in_case('written to', function (): void {
-    agent()->add(...array_map(fn(int $dscp) => profile_row($dscp, 1), range(0, 63)));
-    $profile = $copy = on_link(fn($link) => dsmon_aggprofs_get($link, 9));
-    $profile[] = 2;
-    $profile['best effort'] = 3;
-    unset($profile[0]);
-    expect_same(array_fill(0, 64, 1), $copy);
-    expect_same([63 => 1, 64 => 2, 'best effort' => 3], array_slice($profile, 62, null, true));
-});
+the_agent()->add(...array_map(fn(int $dscp) => profile_row($dscp, 1), range(0, 63)));
+$profile = $copy = dsmon_aggprofs_get(the_link(), 9);
+$profile[] = 2;
+$profile['best effort'] = 3;
+unset($profile[0]);
+expect_same(array_fill(0, 64, 1), $copy);
+expect_same([63 => 1, 64 => 2, 'best effort' => 3], array_slice($profile, 62, null, true));
 
-check_arguments('dsmon_aggprofs_get', [9]);
+check_refusals('dsmon_aggprofs_get', ['ctlIndex' => ['i32', 9]], ['ctlIndex']);
 
 done();
 ?>

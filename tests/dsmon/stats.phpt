@@ -67,7 +67,7 @@ $keys = [
 check_readers('dsmon_stats', 74, $key, ['index1', 'index2'], $stats, $keys);
 
 // Counters above 2^63, as the nearest floats: all bits set shows 2^64.
-check_call(
+expect_exchange(
     'dsmon_stats_get',
     [3, 4],
     74,

@@ -19,36 +19,25 @@ $sets = [
 ];
 
 foreach ($sets as $function => $arguments) {
-    $with = fn(Closure $run) =>
-        array_map(fn($argument) => $argument === 'OWNER' ? new Owner($run) : $argument, $arguments);
+    $with = fn(Owner $owner) => array_map(fn($argument) => $argument === 'OWNER' ? $owner : $argument, $arguments);
 
-    in_case("$function, closed meanwhile", function () use ($function, $with): void {
-        $before = count(agent()->calls());
-        $link = rmon_connect('127.0.0.1');
-        $number = get_resource_id($link);
-        $close = fn() => [rmon_close($link), rmon_close($link)];
-        expect_result(fn() => $function($link, ...$with($close)), false, ["$number is not a RMON/RPC conn id!"]);
-        expect_same($before, count(agent()->calls()), 'number of calls so far');
-    });
+    check_closed_by_text($function, $with);
 
-    in_case("$function, called again meanwhile", function () use ($function, $with): void {
-        agent()->add(reply(i32(5)), reply(i32(6)));
-        on_link(function ($link) use ($function, $with): void {
-            $inner = null;
-            $again = function () use (&$inner, $function, $link, $with): void {
-                $inner = $function($link, ...$with(fn() => null));
-            };
-            expect_result(fn() => $function($link, ...$with($again)), 6);
-            expect_same(5, $inner);
+    of("$function, called again meanwhile", function () use ($function, $with): void {
+        the_agent()->add(reply(i32(5)), reply(i32(6)));
+        $inner = null;
+        $owner = new Owner(function () use (&$inner, $function, $with): void {
+            $inner = $function(the_link(), ...$with(new Owner(fn() => null)));
         });
+        expect_result(fn() => $function(the_link(), ...$with($owner)), 6);
+        expect_same(5, $inner);
     });
 
-    in_case("$function, ended by an exception", function () use ($function, $with): void {
-        $before = count(agent()->calls());
-        $throw = fn() => throw new DomainException('no owner');
-        on_link(fn($link) =>
-            expect_thrown(fn() => $function($link, ...$with($throw)), DomainException::class, 'no owner'));
-        expect_same($before, count(agent()->calls()), 'number of calls so far');
+    of("$function, ended by an exception", function () use ($function, $with): void {
+        $earlier = count(the_agent()->calls());
+        $owner = new Owner(fn() => throw new DomainException('no owner'));
+        expect_thrown(fn() => $function(the_link(), ...$with($owner)), DomainException::class, 'no owner');
+        expect_same($earlier, count(the_agent()->calls()), 'number of calls');
     });
 }
 

@@ -60,22 +60,10 @@ check_writer(
         'artControlStatus',
     ],
     'rmon_art_ctl_set',
+    ['Link'], // looked at before anything else is converted
 );
 
-// The set looks at the link before it converts anything else, and again at the call: a conversion may have closed it.
-$link = rmon_connect('127.0.0.1');
-$number = get_resource_id($link);
-$conversions = 0;
-$close = function () use (&$conversions, $link): void {
-    $conversions++;
-    rmon_close($link);
-    rmon_close($link);
-};
-$arguments = [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, new Owner($close), 13];
-expect_result(fn() => rmon_art_ctl_set(4711, ...$arguments), false, ['4711 is not a RMON/RPC conn id!']);
-expect_same(0, $conversions, 'number of conversions');
-expect_result(fn() => rmon_art_ctl_set($link, ...$arguments), false, ["$number is not a RMON/RPC conn id!"]);
-expect_same(1, $conversions, 'number of conversions');
+check_closed_by_text('rmon_art_ctl_set', fn(Owner $owner) => [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, $owner, 13]);
 
 done();
 ?>

@@ -76,17 +76,30 @@ $tables = [
     ],
 ];
 
+/** Addresses that a script passes, the bytes that travel, and what the script holds then. */
+$texts = array_map(strval(...), range(1, 255));
+$passed = [
+    [[], [], []],
+    [$texts, range(1, 255), range(1, 255)],
+    [
+        ['10', 300, -1, 1.9, true, null, 'x', '7 apples', ['a']],
+        [10, 44, 255, 1, 1, 0, 0, 7, 1],
+        [10, 300, -1, 1, 1, 0, 0, 7, 1],
+    ],
+    [[3 => '1', 1 => '2', 'a' => '3'], [1, 2, 3], [3 => 1, 1 => 2, 'a' => 3]],
+    ['10', [], '10'],
+    [null, [], null],
+];
+
 foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
     $names = array_keys($key); // the functions take the key's fields in wire order
     $keys = array_slice(array_keys($fields), 1);
-    $address = array_key_last($key);
-    $reply_address = $keys[0];
     $octets = current(preg_grep('/ServerOctets$/', $keys));
 
     /** The row with this number, which differs from the others in its status, an address and a counter. */
     $of_row = fn(int $number) => [
         'status' => 100 + $number,
-        $reply_address => array_fill(0, $number, 200 + $number % 50),
+        $keys[0] => array_fill(0, $number, 200 + $number % 50),
         $octets => $number,
     ];
     $rows = fn(int $count) => many_rows($count, fn(int $number) => bytes_of($fields, ...$of_row($number)));
@@ -98,109 +111,79 @@ foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
         $more = fn(int|string $count) => $bulk ? [$count] : [];
         $request = fn(int $count, mixed ...$values) =>
             bytes_of($key, ...$values) . record(getType: i32($getType), count: i32($bulk ? $count : 1));
-        $check = fn(Step $answer, mixed $result, array $messages = []) => check_call(
-            $function,
-            [...arguments_of($key, $names), ...$more(40)],
-            $procedure,
-            $request(40),
-            $answer,
-            $result,
-            $messages,
-        );
+        $arguments = [...arguments_of($key, $names), ...$more(40)];
+        $check = fn(string $bytes, mixed $result, array $messages = []) =>
+            expect_exchange($function, $arguments, $procedure, $request(40), reply($bytes), $result, $messages);
 
         $plain = row_of($fields, $keys);
-        $check(reply(rows(bytes_of($fields))), $bulk ? [$plain] : $plain);
+        $check(rows(bytes_of($fields)), $bulk ? [$plain] : $plain);
         foreach ([1, 3, 40] as $count) {
-            $check(reply($rows($count)), $bulk ? array_map($row, range(0, $count - 1)) : $row(0));
+            $check($rows($count), $bulk ? array_map($row, range(0, $count - 1)) : $row(0));
         }
-        // No rows are no failure.
-        $check(reply(rows()), []);
-        // Rows that a script gets are its own, whatever their number; so is an empty array.
-        in_case("$function, written to", function () use ($function, $key, $names, $more): void {
-            for ($round = 0; $round < 2; $round++) {
-                agent()->add(reply(rows()));
-                $got = on_link(fn($link) => $function($link, ...arguments_of($key, $names), ...$more(1)));
-                $got[] = 'mine';
-                expect_same(['mine'], $got);
-            }
-        });
+        // No rows are no failure, but an empty array, which is a script's own.
+        $check(rows(), []);
+        the_agent()->add(reply(rows()), reply(rows()));
+        for ($round = 0; $round < 2; $round++) {
+            $got = $function(the_link(), ...$arguments);
+            $got[] = 'mine';
+            expect_same(['mine'], $got);
+        }
 
         // Counters above 2^63 are the nearest floats, never negative.
         $highest = row_of($fields, $keys, ...[$octets => 18446744073709551616.0]);
-        $check(reply(rows(bytes_of($fields, ...[$octets => '0xffffffffffffffff']))), $bulk ? [$highest] : $highest);
+        $check(rows(bytes_of($fields, ...[$octets => '0xffffffffffffffff'])), $bulk ? [$highest] : $highest);
 
         // An address of any length; an empty one is an empty array.
         foreach ([0, 1, 16, 17, 300] as $length) {
-            $bytes = [$reply_address => array_fill(0, $length, 255)];
+            $bytes = array_fill_keys(array_keys(fields_with($fields, 'byte_list')), array_fill(0, $length, 255));
             $shown = row_of($fields, $keys, ...$bytes);
-            $check(reply(rows(bytes_of($fields, ...$bytes))), $bulk ? [$shown] : $shown);
+            $check(rows(bytes_of($fields, ...$bytes)), $bulk ? [$shown] : $shown);
         }
 
+        // Counts that promise more than there is.
         $undecoded = ["$label: RPC: Can't decode result"];
-        $check(reply(u32(4) . substr($rows(3), 4)), false, $undecoded);
-        $check(reply(u32(0xffffffff) . substr($rows(3), 4)), false, $undecoded);
-        $check(reply(rows(bytes_of($fields), substr(bytes_of($fields), 0, 4) . u32(0xffffffff))), false, $undecoded);
-        foreach (failures($label, $rows(3)) as [$answer, $messages]) {
-            $check($answer, false, $messages);
-        }
-        check_arguments($function, [...arguments_of($key, $names), ...$more(40)]);
+        $check(u32(4) . substr($rows(3), 4), false, $undecoded);
+        $check(u32(0xffffffff) . substr($rows(3), 4), false, $undecoded);
+        $check(rows(bytes_of($fields), substr(bytes_of($fields), 0, 4) . u32(0xffffffff)), false, $undecoded);
 
+        check_failures($function, $arguments, $procedure, $request(40), $rows(3), false, $label);
+        // The number of rows is converted first, then the link, which is looked at before the rest.
+        $count = ['count' => ['i32', 40]];
+        check_refusals($function, $key + $count, [...$names, ...$more('count')], [...$more('count'), 'Link']);
         if ($bulk) {
             foreach (['7' => 7, '-1' => -1, '4294967299' => 3, '0' => 0] as $count => $sent) {
-                $arguments = [...arguments_of($key, $names), (string) $count];
-                check_call($function, $arguments, $procedure, $request($sent), reply(rows()), []);
+                $asked = [...arguments_of($key, $names), (string) $count];
+                expect_exchange($function, $asked, $procedure, $request($sent), reply(rows()), []);
             }
         }
 
-        // ---- Addresses that a script passes: what travels, and what it holds then.
-        $texts = array_map(strval(...), range(1, 255));
-        $passed = [
-            'none' => [[], [], []],
-            'as many as are taken' => [$texts, range(1, 255), range(1, 255)],
-            'low bytes of what becomes an integer' => [
-                ['10', 300, -1, 1.9, true, null, 'x', '7 apples', ['a']],
-                [10, 44, 255, 1, 1, 0, 0, 7, 1],
-                [10, 300, -1, 1, 1, 0, 0, 7, 1],
-            ],
-            'in the order of the array' => [[3 => '1', 1 => '2', 'a' => '3'], [1, 2, 3], [3 => 1, 1 => 2, 'a' => 3]],
-            'a text' => ['10', [], '10'],
-            'null' => [null, [], null],
-        ];
-        foreach (array_filter($names, fn(string $field) => $key[$field][0] === 'byte_list') as $place => $field) {
-            foreach ($passed as $case => [$given, $bytes, $held]) {
-                $arguments = [...arguments_of($key, $names), ...$more(1)];
+        foreach (fields_with($key, 'byte_list') as $field => [, $usual]) {
+            $place = array_search($field, $names, true);
+            foreach ($passed as [$given, $bytes, $held]) {
                 $arguments[$place] = &$given;
-                $check_call = fn() => check_call(
-                    $function,
-                    $arguments,
-                    $procedure,
-                    $request(1, ...[$field => $bytes]),
-                    reply(rows()),
-                    [],
-                );
-                in_case("$field: $case", $check_call);
-                expect_same($held, $given, "what the script holds of $field ($case)");
+                $record = $request(40, ...[$field => $bytes]);
+                expect_exchange($function, $arguments, $procedure, $record, reply(rows()), []);
+                expect_same($held, $given, "what the script holds of $field");
                 unset($given);
             }
 
+            // One element too many is refused, and leaves the array as it was.
             $many = $before = array_map(strval(...), range(1, 256));
-            $arguments = [...arguments_of($key, $names), ...$more(1)];
             $arguments[$place] = &$many;
-            check_no_call($function, $arguments, false, ['too many (256) elements in addr!']);
-            // The link comes first.
-            expect_result(fn() => $function(4711, ...$arguments), false, ['4711 is not a RMON/RPC conn id!']);
+            expect_no_call($function, [the_link(), ...$arguments], false, ['too many (256) elements in addr!']);
             expect_same($before, $many, "what the script holds of $field");
-            unset($many);
+            // So does a bad link, which is looked at first.
+            foreach ([$before, ['1']] as $given) {
+                $many = $given;
+                expect_no_call($function, [NO_LINK, ...$arguments], false, [NO_LINK . ' is not a RMON/RPC conn id!']);
+                expect_same($given, $many, "what the script holds of $field");
+            }
+            unset($many, $given);
 
-            $convertible = ['1', '2'];
-            $arguments[$place] = &$convertible;
-            expect_result(fn() => $function(4711, ...$arguments), false, ['4711 is not a RMON/RPC conn id!']);
-            expect_same(['1', '2'], $convertible, "what the script holds of $field");
-            unset($convertible);
+            $arguments[$place] = [new stdClass()];
+            check_closed_by_handler($function, $arguments);
+            $arguments[$place] = $usual;
         }
-
-        $place = array_search($address, $names, true);
-        check_closed_meanwhile($function, [...arguments_of($key, $names), ...$more(1)], $place);
     }
 }
 
