@@ -37,20 +37,30 @@ template <class Word> void swap_words(void *to, const void *from, uint32_t count
     }
 }
 
-/** The low byte of each of count units. */
+#ifdef __SSE2__
+/** Four units as words: the low byte of a big-endian unit is the top one of a loaded word. */
+__m128i load_units(const uint8_t *from)
+{
+    return _mm_srli_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i *>(from)), 24);
+}
+#endif
+
+/** The low byte of each of count units: sixteen, then four, then one at a time. */
 void gather_bytes(uint8_t *to, const uint8_t *from, uint32_t count)
 {
     uint32_t i = 0;
 #ifdef __SSE2__
-    // Sixteen units at a time: the low byte of a big-endian unit is the top one of a loaded word.
     for (; i + 16 <= count; i += 16) {
-        const auto *units = reinterpret_cast<const __m128i *>(from + 4 * i);
-        const __m128i a = _mm_srli_epi32(_mm_loadu_si128(units), 24);
-        const __m128i b = _mm_srli_epi32(_mm_loadu_si128(units + 1), 24);
-        const __m128i c = _mm_srli_epi32(_mm_loadu_si128(units + 2), 24);
-        const __m128i d = _mm_srli_epi32(_mm_loadu_si128(units + 3), 24);
-        const __m128i bytes = _mm_packus_epi16(_mm_packs_epi32(a, b), _mm_packs_epi32(c, d));
-        _mm_storeu_si128(reinterpret_cast<__m128i *>(to + i), bytes);
+        const uint8_t *units = from + 4 * i;
+        const __m128i low = _mm_packs_epi32(load_units(units), load_units(units + 16));
+        const __m128i high = _mm_packs_epi32(load_units(units + 32), load_units(units + 48));
+        _mm_storeu_si128(reinterpret_cast<__m128i *>(to + i), _mm_packus_epi16(low, high));
+    }
+    for (; i + 4 <= count; i += 4) {
+        const __m128i words = load_units(from + 4 * i);
+        const __m128i halves = _mm_packs_epi32(words, words);
+        const int bytes = _mm_cvtsi128_si32(_mm_packus_epi16(halves, halves));
+        std::memcpy(to + i, &bytes, sizeof bytes);
     }
 #endif
     for (; i < count; i++)
