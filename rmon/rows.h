@@ -334,14 +334,16 @@ template <class... Column> struct row_shape : columns<Column...> {
     static inline const bool declared = declare_row(prototype);
 };
 
+/** Whether a column's keys may be absent. */
 template <class Column> inline constexpr bool may_be_absent = false;
 template <auto Condition, class... Column>
 inline constexpr bool may_be_absent<only_if<Condition, Column...>> = true;
-
-template <class... Column> constexpr bool has_absent(const row_shape<Column...> *)
-{
-    return (may_be_absent<Column> || ...);
-}
+template <class... Column>
+inline constexpr bool may_be_absent<columns<Column...>> = (may_be_absent<Column> || ...);
+template <auto Member, class... Column>
+inline constexpr bool may_be_absent<within<Member, Column...>> = (may_be_absent<Column> || ...);
+template <class... Column>
+inline constexpr bool may_be_absent<row_shape<Column...>> = (may_be_absent<Column> || ...);
 
 /** The array of one record. */
 template <class Shape, class Record> zend_array *make_row(const Record &record)
@@ -357,7 +359,7 @@ template <class Shape, class Record> zend_array *make_row(const Record &record)
     std::memcpy(data, HT_GET_DATA_ADDR(prototype), used_bytes(count));
     HT_SET_DATA_ADDR(row, data);
     Shape::put(row->arData, record);
-    if constexpr (has_absent(static_cast<const Shape *>(nullptr)))
+    if constexpr (may_be_absent<Shape>)
         drop_undefined(row);
     return row;
 }
