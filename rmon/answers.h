@@ -10,12 +10,15 @@
 #include "rmon/arguments.h"
 #include "rmon/rows.h"
 
+/** In the place of a label: a failed call is FALSE without a message. */
+inline constexpr const char *unreported = nullptr;
+
 /** Warns with the RPC library's words for the client's last call, "LABEL: RPC: ...". */
 void report_failure(CLIENT *client, const char *label);
 
 /**
  * Makes the call. Null when link is not open, after the warning, and when the
- * call failed, after a warning under label (none where label is null); the
+ * call failed, after a warning under label (none where it is unreported); the
  * return value is FALSE then.
  */
 template <class Procedure> typename Procedure::result *

@@ -19,6 +19,10 @@ inline constexpr int32_t GET = 1;     // the row with exactly the given index
 inline constexpr int32_t GETNEXT = 2; // the first row after the given index
 inline constexpr int32_t GETBULK = 3; // several rows after the given index
 
+/** The two views of a matrix, which travel through one procedure: a key's direction. */
+inline constexpr int32_t MATRIX_SD = 0; // by source, then destination
+inline constexpr int32_t MATRIX_DS = 1; // by destination, then source
+
 struct rmonrpc_row_key1_t {
     int32_t index;
 };

@@ -200,10 +200,6 @@ struct rmonrpc_matrix_ctl_t {
     int32_t matrixControlStatus;
 };
 
-/** The two views of the matrix, which travel through one procedure. */
-inline constexpr int32_t MATRIX_SD = 0; // from source to destination
-inline constexpr int32_t MATRIX_DS = 1; // from destination to source
-
 /** The count stands before the getType here, unlike in rmonrpc_row_key4_t. */
 struct rmonrpc_matrix_key_t {
     int32_t index;

@@ -169,10 +169,6 @@ struct rmonrpc_hlmatrix_ctl_t {
     int32_t hlMatrixControlStatus;
 };
 
-/** The order in which a matrix view lists the pairs: a key's direction. */
-inline constexpr int32_t HLMATRIX_SD = 0; // by source, then destination
-inline constexpr int32_t HLMATRIX_DS = 1; // by destination, then source
-
 struct rmonrpc_hlmatrix_key_t {
     int32_t hlMatrixControlIndex;
     uint32_t timeMark;

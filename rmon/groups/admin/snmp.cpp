@@ -78,7 +78,7 @@ PHP_FUNCTION(rmon_get_mib_var)
     rmonrpc_mibvar_name name;
     if (!take(call, link, name))
         return;
-    const rmonrpc_mibvar_t *reply = ask(call, mibvar_get_1, link, name, nullptr);
+    const rmonrpc_mibvar_t *reply = ask(call, mibvar_get_1, link, name, unreported);
     if (reply && reply->status == 0)
         ZVAL_LONG(return_value, static_cast<uint32_t>(reply->value));
 }

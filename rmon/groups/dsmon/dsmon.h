@@ -8,9 +8,6 @@
 
 #include "rmon/answers.h"
 
-/** In the place of a label: a failed call is FALSE without a message. */
-inline constexpr const char *unreported = nullptr;
-
 struct failed_read {
     int32_t status;
 };

@@ -58,7 +58,7 @@ template <class Shape, class Procedure, class... Index> void read_rows(
     request.head.getType = getType;
     if (take_rows(call, getType, request.head.count, link, from, index...)
         && convert_read_address(call, from, request.head))
-        return_row<Shape>(call, ask(call, procedure, link, request, nullptr));
+        return_row<Shape>(call, ask(call, procedure, link, request, unreported));
 }
 
 /** A write: link, address, then the given fields of the row. */

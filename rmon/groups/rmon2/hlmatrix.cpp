@@ -124,22 +124,22 @@ nlmatrix_get(script_call call, int32_t getType, int32_t direction, int32_t appli
 
 void nlmatrix_sd_get(script_call call, int32_t getType)
 {
-    return_rows<nlmatrix_sd_row>(call, nlmatrix_get(call, getType, HLMATRIX_SD, NETWORK_LAYER), getType);
+    return_rows<nlmatrix_sd_row>(call, nlmatrix_get(call, getType, MATRIX_SD, NETWORK_LAYER), getType);
 }
 
 void nlmatrix_ds_get(script_call call, int32_t getType)
 {
-    return_rows<nlmatrix_ds_row>(call, nlmatrix_get(call, getType, HLMATRIX_DS, NETWORK_LAYER), getType);
+    return_rows<nlmatrix_ds_row>(call, nlmatrix_get(call, getType, MATRIX_DS, NETWORK_LAYER), getType);
 }
 
 void almatrix_sd_get(script_call call, int32_t getType)
 {
-    return_rows<almatrix_sd_row>(call, nlmatrix_get(call, getType, HLMATRIX_SD, APPLICATION_LAYER), getType);
+    return_rows<almatrix_sd_row>(call, nlmatrix_get(call, getType, MATRIX_SD, APPLICATION_LAYER), getType);
 }
 
 void almatrix_ds_get(script_call call, int32_t getType)
 {
-    return_rows<almatrix_ds_row>(call, nlmatrix_get(call, getType, HLMATRIX_DS, APPLICATION_LAYER), getType);
+    return_rows<almatrix_ds_row>(call, nlmatrix_get(call, getType, MATRIX_DS, APPLICATION_LAYER), getType);
 }
 
 } // namespace

@@ -86,15 +86,12 @@ using pdir_byidx_row = row_shape<
     field<&R::is_network>,
     field<&R::flags>>;
 
-/** A label for calls whose failure is not reported. */
-constexpr const char *silent = nullptr;
-
 void pdir_byidx_get(script_call call, int32_t getType)
 {
     link_id link;
     rmonrpc_row_key2_t key{0, getType};
     if (take(call, link, key.index))
-        return_row<pdir_byidx_row>(call, ask(call, pdir_byidx_get_1, link, key, silent));
+        return_row<pdir_byidx_row>(call, ask(call, pdir_byidx_get_1, link, key, unreported));
 }
 
 /* ---- descriptions ------------------------------------------------------------------ *
@@ -197,7 +194,7 @@ PHP_FUNCTION(rmon_pdir_lastchange_get)
     const script_call call{execute_data, return_value};
     link_id link;
     if (take(call, link))
-        return_integer(call, ask(call, pdir_lastchange_get_1, link, {}, silent));
+        return_integer(call, ask(call, pdir_lastchange_get_1, link, {}, unreported));
 }
 
 PHP_FUNCTION(rmon_pdir_get)

@@ -12,7 +12,7 @@ template <class Row, class Procedure> void read_record(script_call call, const P
 {
     link_id link;
     if (take(call, link))
-        return_row<Row>(call, ask(call, procedure, link, {}, nullptr));
+        return_row<Row>(call, ask(call, procedure, link, {}, unreported));
 }
 
 using S = voice_config_params_t;

@@ -144,7 +144,7 @@ void voice_rec_get(script_call call, int32_t getType, const Procedure &procedure
         return;
     // In these tables the key's three fields carry index, mode and count.
     const rmonrpc_row_key3_t key{index, getType, count};
-    auto *reply = ask(call, procedure, link, key, nullptr);
+    auto *reply = ask(call, procedure, link, key, unreported);
     if (!reply)
         return;
     if (reply->length)
