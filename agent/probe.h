@@ -4,6 +4,7 @@
 #include "agent/etherstats.h"
 #include "agent/interfaces.h"
 #include "agent/loop.h"
+#include "agent/protocols.h"
 #include "agent/sources.h"
 #include "agent/system_group.h"
 
@@ -14,6 +15,7 @@ struct probe {
     int64_t started = 0; // of the clock behind up_time(), in hundredths of a second
     system_texts system;
     interface_table interfaces;
+    protocol_directory protocols;
     source_table sources;
     etherstats_table etherstats;
 };
