@@ -80,13 +80,7 @@ void start_etherstats(probe &agent)
 
 void etherstats_interface_gone(probe &agent, int32_t index)
 {
-    for (auto next = agent.etherstats.begin(); next != agent.etherstats.end();) {
-        const auto found = next++;
-        if (found->second.status != row_status::valid || found->second.data_source != index)
-            continue;
-        stop(agent, found->second);
-        agent.etherstats.erase(found);
-    }
+    remove_rows_on(agent, agent.etherstats, index, rules);
 }
 
 rmonrpc_etherstats_t etherstats_get(probe &agent, const rmonrpc_row_key2_t &key)

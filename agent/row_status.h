@@ -47,7 +47,8 @@ template <class Row, class Request> struct row_rules {
     bool (*changes_fixed)(const Row &row, const Request &request);
     /** Takes over the fields that a set may give. */
     void (*assign)(Row &row, const Request &request);
-    /** The row becomes valid: sets it to work, or says why not (a request_status). */
+    /** The row becomes valid: sets it to work, or says why not (a request_status). The row stays in its
+     * place. */
     int32_t (*start)(probe &agent, Row &row);
     /** The row is valid no more. */
     void (*stop)(probe &agent, Row &row);
@@ -107,12 +108,27 @@ template <class Row, class Request> int32_t set_row(
         rules.assign(row, request);
         return no_error;
     }
-    Row started = row;
-    rules.assign(started, request);
-    const int32_t error = rules.start(agent, started);
-    if (error != no_error)
+    // It starts where it stays, so that what it sets to work can point to it.
+    Row before = row;
+    rules.assign(row, request);
+    const int32_t error = rules.start(agent, row);
+    if (error != no_error) {
+        row = std::move(before);
         return error;
-    started.status = row_status::valid;
-    row = std::move(started);
+    }
+    row.status = row_status::valid;
     return no_error;
+}
+
+/** Removes the working rows of an interface that went away; Row has a member `int32_t data_source`. */
+template <class Row, class Request> void remove_rows_on(
+    probe &agent, std::map<int32_t, Row> &table, int32_t index, const row_rules<Row, Request> &rules)
+{
+    for (auto next = table.begin(); next != table.end();) {
+        const auto found = next++;
+        if (found->second.status != row_status::valid || found->second.data_source != index)
+            continue;
+        rules.stop(agent, found->second);
+        table.erase(found);
+    }
 }

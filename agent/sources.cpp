@@ -1,8 +1,7 @@
 #include "agent/sources.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 #include <linux/if.h>
 #include <linux/if_arp.h>
@@ -11,9 +10,6 @@
 #include <unistd.h>
 
 namespace {
-
-/** Octets of a frame that are looked at. */
-constexpr int snap_length = 64;
 
 /** Frames taken in one go, so that clients and other interfaces get their turn. */
 constexpr int frames_in_a_round = 1024;
@@ -27,9 +23,8 @@ constexpr uint32_t shortest_on_the_wire = 60;
 
 void on_frame(u_char *context, const pcap_pkthdr *header, const u_char *bytes)
 {
-    auto &source = *reinterpret_cast<data_source *>(context);
-    const uint32_t length = header->len < source.shortest ? source.shortest : header->len;
-    count_frame(source.total, bytes, header->caplen, length + fcs_octets);
+    const int64_t time = int64_t{header->ts.tv_sec} * 1000000 + header->ts.tv_usec;
+    take_frame(*reinterpret_cast<data_source *>(context), bytes, header->caplen, header->len, time);
 }
 
 /* ---- live capture ---------------------------------------------------------------- */
@@ -66,13 +61,20 @@ int take_frames(data_source &source)
     return taken;
 }
 
+/** Takes all that is there. */
+void take_waiting(data_source &source)
+{
+    for (int round = 0; round < most_rounds && take_frames(source) > 0; round++)
+        ;
+}
+
 void on_capture(void *context, uint32_t)
 {
     take_frames(*static_cast<data_source *>(context));
 }
 
 /** A capture that delivers each frame at once, or null with its error code in code. */
-pcap_t *activate(const std::string &name, int &code, std::string &why)
+pcap_t *activate(const std::string &name, uint32_t octets, int &code, std::string &why)
 {
     char error[PCAP_ERRBUF_SIZE] = "";
     for (const bool promiscuous : {true, false}) {
@@ -82,7 +84,7 @@ pcap_t *activate(const std::string &name, int &code, std::string &why)
             why = error;
             return nullptr;
         }
-        pcap_set_snaplen(capture, snap_length);
+        pcap_set_snaplen(capture, static_cast<int>(octets));
         pcap_set_promisc(capture, promiscuous);
         pcap_set_immediate_mode(capture, 1);
         code = pcap_activate(capture);
@@ -96,12 +98,22 @@ pcap_t *activate(const std::string &name, int &code, std::string &why)
     return nullptr;
 }
 
+/** Octets of a frame that somebody wants to see. */
+uint32_t wanted_octets(const data_source &source)
+{
+    uint32_t most = usual_octets;
+    for (const attached_counter &counter : source.counters)
+        most = std::max(most, counter.octets);
+    return most;
+}
+
 /** Starts capture on an interface that is up; where that fails for good, the kernel's counters must do. */
 void start_capture(data_source &source, const interface &link)
 {
     int code = 0;
     std::string why;
-    pcap_t *capture = activate(link.name, code, why);
+    const uint32_t octets = wanted_octets(source);
+    pcap_t *capture = activate(link.name, octets, code, why);
     if (!capture) {
         if (code == PCAP_ERROR_IFACE_NOT_UP || code == PCAP_ERROR_NO_SUCH_DEVICE)
             return; // it went down or away just now
@@ -112,6 +124,7 @@ void start_capture(data_source &source, const interface &link)
         return;
     }
     source.capture = capture;
+    source.octets = octets;
     source.dropped = 0;
     if (!watch(*source.table->loop, pcap_get_selectable_fd(capture), EPOLLIN, on_capture, &source))
         stop_capture(source);
@@ -240,6 +253,54 @@ void leave_source(source_table &table, int32_t index)
     table.rows.erase(found);
 }
 
+void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, uint32_t length, int64_t time)
+{
+    length = std::max(length, source.shortest) + fcs_octets;
+    count_frame(source.total, bytes, captured, length);
+    if (source.counters.empty())
+        return;
+    frame seen;
+    decode_frame(seen, bytes, captured, length, time);
+    for (const attached_counter &counter : source.counters)
+        counter.count(counter.row, seen);
+}
+
+bool attach(source_table &table, int32_t index, frame_counter count, void *row, uint32_t octets)
+{
+    if (!use_source(table, index))
+        return false;
+    data_source &source = table.rows[index];
+    take_waiting(source); // what arrived before is not for this row
+    source.counters.push_back({count, row, octets});
+    if (source.capture && source.octets < wanted_octets(source)) {
+        stop_capture(source);
+        resume_capture(source);
+    }
+    return true;
+}
+
+void detach(source_table &table, int32_t index, frame_counter count, const void *row)
+{
+    const auto found = table.rows.find(index);
+    if (found == table.rows.end())
+        return;
+    // What the capture keeps of a frame stays as it is: that it is too much costs less than a new capture.
+    const auto counter = std::ranges::find_if(found->second.counters, [&](const attached_counter &one) {
+        return one.count == count && one.row == row;
+    });
+    if (counter == found->second.counters.end())
+        return;
+    found->second.counters.erase(counter);
+    leave_source(table, index);
+}
+
+void catch_up(source_table &table, int32_t index)
+{
+    const auto found = table.rows.find(index);
+    if (found != table.rows.end())
+        take_waiting(found->second);
+}
+
 const ether_counters &source_counters(source_table &table, int32_t index)
 {
     static const ether_counters none{};
@@ -247,8 +308,7 @@ const ether_counters &source_counters(source_table &table, int32_t index)
     if (found == table.rows.end())
         return none;
     data_source &source = found->second;
-    for (int round = 0; round < most_rounds && take_frames(source) > 0; round++)
-        ;
+    take_waiting(source);
     if (source.capture)
         count_dropped(source);
     take_kernel_counters(source);

@@ -1,33 +1,54 @@
 /*
  * Data sources: the interfaces on which something is counted.
  *
- * One pass over each frame serves all that count on its interface. A source is
- * open while somebody uses it. Frames come from live capture where the process
+ * One pass over each frame serves all that count on its interface: the frame is
+ * taken apart once, then every counter that is attached gets to see it. A source
+ * is open while somebody uses it. Frames come from live capture where the process
  * has the right to it; without, the source has only what the kernel's counters
  * tell.
  */
 #pragma once
 
 #include "agent/ether_counters.h"
+#include "agent/frame.h"
 #include "agent/interfaces.h"
 #include "agent/loop.h"
 
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include <pcap/pcap.h>
 
 struct source_table;
 
+/**
+ * Counts one frame for a row. It must not attach or detach anything, and must
+ * not keep what the frame points to.
+ */
+using frame_counter = void (*)(void *row, const frame &seen);
+
+struct attached_counter {
+    frame_counter count;
+    void *row;
+    uint32_t octets; // of each frame that the row wants captured
+};
+
+/** Octets of each frame that are captured when nobody wants more: headers, and the beginning of what they
+ * carry. */
+inline constexpr uint32_t usual_octets = 256;
+
 struct data_source {
     source_table *table = nullptr;
     int32_t index = 0;  // ifIndex
     uint32_t users = 0; // rows that count on it
+    std::vector<attached_counter> counters;
     bool loopback = false;
     uint32_t shortest = 0;  // octets, without check sequence, to which the adapter fills up what it sends
     bool capturing = false; // whether frames come from capture; stays so while the interface is down
     pcap_t *capture = nullptr;
+    uint32_t octets = 0;    // of each frame that the capture keeps
     uint32_t dropped = 0;   // the capture's own count of frames that found no room, when it was last asked
     link_counters kernel{}; // the kernel's counters when they were last asked for
     ether_counters total{};
@@ -51,6 +72,27 @@ bool use_source(source_table &table, int32_t index);
 
 /** Ends one use. */
 void leave_source(source_table &table, int32_t index);
+
+/**
+ * Begins to use a source and has each of its frames counted for a row, which
+ * must stay where it is until it is detached. Captured are at least so many
+ * octets of each frame. False when there is no Ethernet-like interface of this
+ * index.
+ */
+bool attach(
+    source_table &table, int32_t index, frame_counter count, void *row, uint32_t octets = usual_octets);
+
+/** Ends what attach() began for this counter and row. */
+void detach(source_table &table, int32_t index, frame_counter count, const void *row);
+
+/** Takes the frames that arrived on a source up to this moment: to be called before its rows are read. */
+void catch_up(source_table &table, int32_t index);
+
+/**
+ * Counts one frame of a source that is in use: of length octets without check
+ * sequence, of which the first captured are there. The time is in microseconds.
+ */
+void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, uint32_t length, int64_t time);
 
 /** What was counted on a source that is in use, up to this moment. */
 const ether_counters &source_counters(source_table &table, int32_t index);
