@@ -83,6 +83,14 @@ void etherstats_interface_gone(probe &agent, int32_t index)
     remove_rows_on(agent, agent.etherstats, index, rules);
 }
 
+void etherstats_describe(rmonrpc_etherstats_t &record, int32_t index, const etherstats_row &row)
+{
+    record.etherStatsIndex = index;
+    record.etherStatsDataSource = row.data_source;
+    set_text(record.etherStatsOwner, row.owner);
+    record.etherStatsStatus = static_cast<int32_t>(row.status);
+}
+
 rmonrpc_etherstats_t etherstats_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_etherstats_t reply{};
@@ -92,12 +100,9 @@ rmonrpc_etherstats_t etherstats_get(probe &agent, const rmonrpc_row_key2_t &key)
         return reply;
     }
     const etherstats_row &row = found->second;
-    reply.etherStatsIndex = found->first;
-    reply.etherStatsDataSource = row.data_source;
+    etherstats_describe(reply, found->first, row);
     if (row.status == row_status::valid)
         fill_counters(reply, since(row.base, source_counters(agent.sources, row.data_source)));
-    set_text(reply.etherStatsOwner, row.owner);
-    reply.etherStatsStatus = static_cast<int32_t>(row.status);
     // All that is lost counts as drop events; there are no frames that the agent chooses not to count.
     reply.etherStatsDroppedFrames = 0;
     reply.etherStatsCreateTime = row.create_time;

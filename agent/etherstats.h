@@ -28,6 +28,9 @@ void start_etherstats(probe &agent);
 /** Removes the rows of an interface that went away. */
 void etherstats_interface_gone(probe &agent, int32_t index);
 
+/** The fields of a row that a set gives. */
+void etherstats_describe(rmonrpc_etherstats_t &record, int32_t index, const etherstats_row &row);
+
 rmonrpc_etherstats_t etherstats_get(probe &agent, const rmonrpc_row_key2_t &key);
 
 /** By the row-status rules; the data source is fixed while a row is valid. A request_status. */

@@ -18,7 +18,10 @@ namespace {
 
 bool on_call(void *context, const uint8_t *message, std::size_t size, std::vector<uint8_t> &output)
 {
-    return answer_call(*static_cast<probe *>(context), served_procedures(), message, size, output);
+    auto &agent = *static_cast<probe *>(context);
+    const bool answered = answer_call(agent, served_procedures(), message, size, output);
+    save_state(agent); // before the answer goes out
+    return answered;
 }
 
 void on_signal(void *context, uint32_t)
@@ -61,6 +64,11 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
         say("Ethernet statistics come from the kernel's counters");
     if (!start_probe(agent, may_capture))
         return std::string("cannot read the interfaces: ") + std::strerror(errno);
+    if (!chosen.state.empty()) {
+        const std::string wrong = open_state(agent, chosen.state);
+        if (!wrong.empty())
+            return wrong;
+    }
 
     std::printf("rmon-agent: listening on %s\n", server.address.c_str());
     std::fflush(stdout);

@@ -10,6 +10,7 @@ A monitoring agent (ONC RPC program 99999 version 1, TCP) that measures this mac
   --listen ADDRESS   address or name to listen on (127.0.0.1). There is no authentication:
                      whoever reaches the address can read and change all of it.
   --port NUMBER      TCP port (9911); 0 takes any free one
+  --state DIRECTORY  keep all that is set in this directory, over restarts
   --no-capture       take Ethernet statistics from the kernel's counters, even with the right to capture
   --help             this text
 
@@ -40,7 +41,7 @@ std::string read_options(options &chosen, int count, char *const *words)
             value = name.substr(equals + 1);
             name = name.substr(0, equals);
         }
-        const bool takes_value = name == "--listen" || name == "--port";
+        const bool takes_value = name == "--listen" || name == "--port" || name == "--state";
         if (takes_value && !joined) {
             if (++i == count)
                 return std::string(name) + " needs a value";
@@ -54,6 +55,10 @@ std::string read_options(options &chosen, int count, char *const *words)
         } else if (name == "--port") {
             if (!read_port(value, chosen.port))
                 return "no port number: " + std::string(value);
+        } else if (name == "--state") {
+            if (value.empty())
+                return "no directory: --state";
+            chosen.state = value;
         } else if (name == "--no-capture") {
             chosen.capture = false;
         } else if (name == "--help" || name == "-h") {

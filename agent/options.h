@@ -10,6 +10,7 @@ struct options {
     std::string host = "127.0.0.1";
     uint16_t port = RMONRPC_PORT;
     bool capture = true;
+    std::string state; // directory, empty: nothing is kept
     bool help = false;
 };
 

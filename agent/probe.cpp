@@ -45,6 +45,7 @@ bool start_probe(probe &agent, bool may_capture)
 
 void stop_probe(probe &agent)
 {
+    close_state(agent);
     agent.etherstats.clear();
     close_sources(agent.sources);
     if (agent.interfaces.announcements >= 0)

@@ -6,6 +6,7 @@
 #include "agent/loop.h"
 #include "agent/protocols.h"
 #include "agent/sources.h"
+#include "agent/state.h"
 #include "agent/system_group.h"
 
 #include <cstdint>
@@ -14,6 +15,7 @@ struct probe {
     event_loop loop;
     int64_t started = 0; // of the clock behind up_time(), in hundredths of a second
     system_texts system;
+    state_store state;
     interface_table interfaces;
     protocol_directory protocols;
     source_table sources;

@@ -2,6 +2,7 @@
 
 #include "agent/etherstats.h"
 #include "agent/interface_rows.h"
+#include "agent/probe.h"
 #include "agent/system_group.h"
 
 #include <algorithm>
@@ -27,6 +28,11 @@ constexpr served_procedure procedures[] = {
 static_assert(std::ranges::is_sorted(procedures, std::ranges::less_equal{}, &served_procedure::number));
 
 } // namespace
+
+void note_change(probe &agent)
+{
+    agent.state.changed = true;
+}
 
 std::span<const served_procedure> served_procedures()
 {

@@ -14,6 +14,9 @@
 
 struct probe;
 
+/** Notes that something was set. */
+void note_change(probe &agent);
+
 struct served_procedure {
     uint32_t number;
     /** Makes the result, in memory of the result's size, from the decoded argument. */
@@ -34,13 +37,18 @@ constexpr served_procedure serve(const procedure<Number, Argument, Result, Timeo
     return {
         Number,
         [](probe &agent, const void *argument, void *result) {
+            Result *made;
             if constexpr (std::is_same_v<Argument, wire::none>) {
                 static_assert(std::is_same_v<decltype(Handler), Result (*)(probe &)>);
-                new (result) Result(Handler(agent));
+                made = new (result) Result(Handler(agent));
             } else {
                 static_assert(std::is_same_v<decltype(Handler), Result (*)(probe &, const Argument &)>);
-                new (result) Result(Handler(agent, *static_cast<const Argument *>(argument)));
+                made = new (result) Result(Handler(agent, *static_cast<const Argument *>(argument)));
             }
+            // All that sets answer with a status alone; 0 when they did it.
+            if constexpr (std::is_same_v<Result, int32_t> && Number != 0)
+                if (*made == 0)
+                    note_change(agent);
         },
         &wire::layout_of<Argument>, &wire::layout_of<Result>};
 }

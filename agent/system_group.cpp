@@ -2,6 +2,7 @@
 
 #include "agent/probe.h"
 #include "agent/reply.h"
+#include "agent/state.h"
 
 #include <climits>
 #include <cstdio>
@@ -76,4 +77,21 @@ int32_t system_set(probe &agent, const rmonrpc_system_t &request)
         return bad_value;
     agent.system = {std::string(contact), std::string(name), std::string(location)};
     return no_error;
+}
+
+void save_system_texts(probe &agent, state_writer &writer)
+{
+    const system_texts &texts = agent.system;
+    if (!texts.name)
+        return; // nothing was set
+    rmonrpc_system_t kept{};
+    kept.sysContact.value = texts.contact.c_str();
+    kept.sysName.value = texts.name->c_str();
+    kept.sysLocation.value = texts.location.c_str();
+    write_record(writer, kept);
+}
+
+void load_system_texts(probe &agent, const rmonrpc_system_t &kept)
+{
+    system_set(agent, kept);
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 struct probe;
+struct state_writer;
 
 struct system_texts {
     std::string contact;
@@ -18,3 +19,7 @@ rmonrpc_system_t system_get(probe &agent);
 
 /** Takes contact, name and location; what can only be read is ignored. A request_status. */
 int32_t system_set(probe &agent, const rmonrpc_system_t &request);
+
+/** The texts that were set; what is kept of them over a restart. */
+void save_system_texts(probe &agent, state_writer &writer);
+void load_system_texts(probe &agent, const rmonrpc_system_t &kept);
