@@ -38,7 +38,7 @@ bool start_probe(probe &agent, bool may_capture)
         || !watch(agent.loop, agent.interfaces.announcements, EPOLLIN, on_announcement, &agent))
         return false;
     fill_protocols(agent.protocols);
-    open_sources(agent.sources, agent.loop, agent.interfaces, may_capture);
+    open_sources(agent, may_capture);
     start_etherstats(agent);
     return true;
 }

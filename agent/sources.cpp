@@ -1,5 +1,7 @@
 #include "agent/sources.h"
 
+#include "agent/probe.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -228,12 +230,14 @@ bool capture_permitted()
     return true;
 }
 
-void open_sources(source_table &table, event_loop &loop, interface_table &interfaces, bool may_capture)
+void open_sources(probe &agent, bool may_capture)
 {
-    table.loop = &loop;
-    table.interfaces = &interfaces;
+    source_table &table = agent.sources;
+    table.loop = &agent.loop;
+    table.interfaces = &agent.interfaces;
+    table.protocols = &agent.protocols;
     table.may_capture = may_capture;
-    every_second(loop, on_source_tick, &table);
+    every_second(agent.loop, on_source_tick, &table);
 }
 
 bool use_source(source_table &table, int32_t index)
@@ -261,15 +265,16 @@ void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, ui
         return;
     frame seen;
     decode_frame(seen, bytes, captured, length, time);
+    classify(*source.table->protocols, seen);
     for (const attached_counter &counter : source.counters)
         counter.count(counter.row, seen);
 }
 
-bool attach(source_table &table, int32_t index, frame_counter count, void *row, uint32_t octets)
+bool attach(probe &agent, int32_t index, count_function count, void *row, uint32_t octets)
 {
-    if (!use_source(table, index))
+    if (!use_source(agent.sources, index))
         return false;
-    data_source &source = table.rows[index];
+    data_source &source = agent.sources.rows[index];
     take_waiting(source); // what arrived before is not for this row
     source.counters.push_back({count, row, octets});
     if (source.capture && source.octets < wanted_octets(source)) {
@@ -279,10 +284,10 @@ bool attach(source_table &table, int32_t index, frame_counter count, void *row, 
     return true;
 }
 
-void detach(source_table &table, int32_t index, frame_counter count, const void *row)
+void detach(probe &agent, int32_t index, count_function count, const void *row)
 {
-    const auto found = table.rows.find(index);
-    if (found == table.rows.end())
+    const auto found = agent.sources.rows.find(index);
+    if (found == agent.sources.rows.end())
         return;
     // What the capture keeps of a frame stays as it is: that it is too much costs less than a new capture.
     const auto counter = std::ranges::find_if(found->second.counters, [&](const attached_counter &one) {
@@ -291,13 +296,13 @@ void detach(source_table &table, int32_t index, frame_counter count, const void 
     if (counter == found->second.counters.end())
         return;
     found->second.counters.erase(counter);
-    leave_source(table, index);
+    leave_source(agent.sources, index);
 }
 
-void catch_up(source_table &table, int32_t index)
+void catch_up(probe &agent, int32_t index)
 {
-    const auto found = table.rows.find(index);
-    if (found != table.rows.end())
+    const auto found = agent.sources.rows.find(index);
+    if (found != agent.sources.rows.end())
         take_waiting(found->second);
 }
 

@@ -21,16 +21,18 @@
 
 #include <pcap/pcap.h>
 
+struct probe;
+struct protocol_directory;
 struct source_table;
 
 /**
  * Counts one frame for a row. It must not attach or detach anything, and must
  * not keep what the frame points to.
  */
-using frame_counter = void (*)(void *row, const frame &seen);
+using count_function = void (*)(void *row, const frame &seen);
 
 struct attached_counter {
-    frame_counter count;
+    count_function count;
     void *row;
     uint32_t octets; // of each frame that the row wants captured
 };
@@ -57,6 +59,7 @@ struct data_source {
 struct source_table {
     event_loop *loop = nullptr;
     interface_table *interfaces = nullptr;
+    protocol_directory *protocols = nullptr;
     bool may_capture = false;
     std::map<int32_t, data_source> rows; // by ifIndex
 };
@@ -65,7 +68,7 @@ struct source_table {
 bool capture_permitted();
 
 /** The table must not move from then on. */
-void open_sources(source_table &table, event_loop &loop, interface_table &interfaces, bool may_capture);
+void open_sources(probe &agent, bool may_capture);
 
 /** Begins to use a source. False when there is no Ethernet-like interface of this index. */
 bool use_source(source_table &table, int32_t index);
@@ -79,14 +82,13 @@ void leave_source(source_table &table, int32_t index);
  * octets of each frame. False when there is no Ethernet-like interface of this
  * index.
  */
-bool attach(
-    source_table &table, int32_t index, frame_counter count, void *row, uint32_t octets = usual_octets);
+bool attach(probe &agent, int32_t index, count_function count, void *row, uint32_t octets = usual_octets);
 
 /** Ends what attach() began for this counter and row. */
-void detach(source_table &table, int32_t index, frame_counter count, const void *row);
+void detach(probe &agent, int32_t index, count_function count, const void *row);
 
 /** Takes the frames that arrived on a source up to this moment: to be called before its rows are read. */
-void catch_up(source_table &table, int32_t index);
+void catch_up(probe &agent, int32_t index);
 
 /**
  * Counts one frame of a source that is in use: of length octets without check

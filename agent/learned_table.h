@@ -1,0 +1,235 @@
+/*
+ * Tables whose rows are learned from traffic.
+ *
+ * A table has a most of rows; from then on the row that was used least
+ * recently gives way to a new one. Finding a row costs a hash of its key, and
+ * nothing is allocated once the table has its size. A key is a plain struct
+ * without padding and of whole 64-bit words, so that its bytes are its
+ * identity. The order of the MIB is made when somebody reads (ordered_view).
+ */
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <random>
+#include <type_traits>
+#include <vector>
+
+/** Rows of a table for which nobody asked for a size. */
+inline constexpr uint32_t default_learned_rows = 10000;
+
+inline constexpr uint32_t no_entry = UINT32_MAX;
+
+template <class Key, class Row> struct learned_entry {
+    Key key{};
+    Row row{};
+    uint32_t chained = no_entry; // the next one with the same hash
+    uint32_t older = no_entry;   // neighbours in the order of use
+    uint32_t newer = no_entry;
+    bool kept = false; // never gives way, and stands outside the order of use
+};
+
+template <class Key, class Row> struct learned_table {
+    uint32_t most = default_learned_rows;
+    std::vector<learned_entry<Key, Row>> entries;
+    std::vector<uint32_t> heads; // by hash; as many as a power of 2
+    uint32_t oldest = no_entry;
+    uint32_t newest = no_entry;
+    uint32_t kept = 0;    // entries that never give way
+    uint32_t inserts = 0; // since the table began; what the MIBs count
+    uint32_t deletes = 0;
+    uint64_t version = 0; // grows with every change of which keys there are
+};
+
+/** Keys are hashed with numbers that no sender can know, so that nobody fills one chain on purpose. */
+inline std::array<uint64_t, 2> hash_secrets()
+{
+    std::random_device random;
+    const auto word = [&] { return uint64_t{random()} << 32 | random() | 1; };
+    return {word(), word()};
+}
+
+inline const std::array<uint64_t, 2> hash_secret = hash_secrets();
+
+template <class Key> uint64_t hash_of(const Key &key)
+{
+    static_assert(std::has_unique_object_representations_v<Key> && sizeof(Key) % sizeof(uint64_t) == 0);
+    std::array<uint64_t, sizeof(Key) / sizeof(uint64_t)> words;
+    std::memcpy(words.data(), &key, sizeof key);
+    uint64_t hash = hash_secret[1];
+    for (const uint64_t word : words) {
+        __extension__ typedef unsigned __int128 wide;
+        const wide product = wide{word ^ hash_secret[0]} * (hash ^ hash_secret[1] ^ 0x9e3779b97f4a7c15);
+        hash = static_cast<uint64_t>(product) ^ static_cast<uint64_t>(product >> 64);
+    }
+    return hash;
+}
+
+/* ---- the parts that learn() and the others are made of --------------------------- */
+
+template <class Key, class Row> uint32_t &head_of(learned_table<Key, Row> &table, const Key &key)
+{
+    return table.heads[hash_of(key) & (table.heads.size() - 1)];
+}
+
+template <class Key> bool same_key(const Key &one, const Key &other)
+{
+    return std::memcmp(&one, &other, sizeof one) == 0;
+}
+
+/** Takes an entry out of the order of use. */
+template <class Key, class Row> void unlink_use(learned_table<Key, Row> &table, uint32_t index)
+{
+    auto &entry = table.entries[index];
+    (entry.older == no_entry ? table.oldest : table.entries[entry.older].newer) = entry.newer;
+    (entry.newer == no_entry ? table.newest : table.entries[entry.newer].older) = entry.older;
+}
+
+/** Puts an entry at the new end of the order of use. */
+template <class Key, class Row> void link_newest(learned_table<Key, Row> &table, uint32_t index)
+{
+    auto &entry = table.entries[index];
+    entry.older = table.newest;
+    entry.newer = no_entry;
+    (table.newest == no_entry ? table.oldest : table.entries[table.newest].newer) = index;
+    table.newest = index;
+}
+
+/** Takes an entry out of the chain of its hash. */
+template <class Key, class Row> void unlink_hash(learned_table<Key, Row> &table, uint32_t index)
+{
+    uint32_t *link = &head_of(table, table.entries[index].key);
+    while (*link != index)
+        link = &table.entries[*link].chained;
+    *link = table.entries[index].chained;
+}
+
+template <class Key, class Row> void link_hash(learned_table<Key, Row> &table, uint32_t index)
+{
+    uint32_t &head = head_of(table, table.entries[index].key);
+    table.entries[index].chained = head;
+    head = index;
+}
+
+/** Makes room for another entry's chain: twice as many heads once there are as many entries. */
+template <class Key, class Row> void grow_heads(learned_table<Key, Row> &table)
+{
+    if (table.entries.size() < table.heads.size())
+        return;
+    table.heads.assign(std::max<std::size_t>(16, table.heads.size() * 2), no_entry);
+    for (uint32_t i = 0; i < table.entries.size(); i++)
+        link_hash(table, i);
+}
+
+/* ---- use ---------------------------------------------------------------------------- */
+
+/** The entry with this key, or no_entry. It does not count as use. */
+template <class Key, class Row> uint32_t find_learned(learned_table<Key, Row> &table, const Key &key)
+{
+    if (table.heads.empty())
+        return no_entry;
+    uint32_t index = head_of(table, key);
+    while (index != no_entry && !same_key(table.entries[index].key, key))
+        index = table.entries[index].chained;
+    return index;
+}
+
+/**
+ * The row of this key, which is used now; a new one when there was none. Null
+ * when the table is full of rows that never give way. Good until the next call.
+ */
+template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const Key &key)
+{
+    uint32_t index = find_learned(table, key);
+    if (index != no_entry) {
+        if (!table.entries[index].kept && table.newest != index) {
+            unlink_use(table, index);
+            link_newest(table, index);
+        }
+        return &table.entries[index].row;
+    }
+
+    if (table.entries.size() < table.most) {
+        grow_heads(table);
+        index = static_cast<uint32_t>(table.entries.size());
+        table.entries.emplace_back();
+    } else {
+        index = table.oldest;
+        if (index == no_entry)
+            return nullptr;
+        unlink_use(table, index);
+        unlink_hash(table, index);
+        table.deletes++;
+    }
+    auto &entry = table.entries[index];
+    entry.key = key;
+    entry.row = {};
+    link_hash(table, index);
+    link_newest(table, index);
+    table.inserts++;
+    table.version++;
+    return &entry.row;
+}
+
+/** Sets whether an entry is kept whatever comes. */
+template <class Key, class Row> void keep_learned(learned_table<Key, Row> &table, uint32_t index, bool keep)
+{
+    auto &entry = table.entries[index];
+    if (entry.kept == keep)
+        return;
+    entry.kept = keep;
+    if (keep) {
+        unlink_use(table, index);
+        table.kept++;
+    } else {
+        link_newest(table, index);
+        table.kept--;
+    }
+}
+
+/** Forgets all rows; the counts of inserts and deletes go on. */
+template <class Key, class Row> void forget_all(learned_table<Key, Row> &table)
+{
+    table.deletes += static_cast<uint32_t>(table.entries.size());
+    table.entries.clear();
+    std::ranges::fill(table.heads, no_entry);
+    table.oldest = table.newest = no_entry;
+    table.kept = 0;
+    table.version++;
+}
+
+/* ---- in order ------------------------------------------------------------------------ */
+
+/** A table's entries in one order. It is made anew when it is asked for and keys came or went since. */
+struct ordered_view {
+    uint64_t version = UINT64_MAX;
+    std::vector<uint32_t> order;
+};
+
+template <class Key, class Row, class Less>
+const std::vector<uint32_t> &in_order(const learned_table<Key, Row> &table, ordered_view &view, Less less)
+{
+    if (view.version == table.version)
+        return view.order;
+    view.order.resize(table.entries.size());
+    for (uint32_t i = 0; i < view.order.size(); i++)
+        view.order[i] = i;
+    std::ranges::sort(view.order, [&](uint32_t one, uint32_t other) {
+        return less(table.entries[one].key, table.entries[other].key);
+    });
+    view.version = table.version;
+    return view.order;
+}
+
+/** Where in the order the first entry after a key stands. */
+template <class Key, class Row, class Less>
+std::size_t place_after(const learned_table<Key, Row> &table, ordered_view &view, Less less, const Key &key)
+{
+    const auto &order = in_order(table, view, less);
+    const auto after = std::ranges::upper_bound(
+        order, key, less, [&](uint32_t index) -> const Key & { return table.entries[index].key; });
+    return static_cast<std::size_t>(after - order.begin());
+}
