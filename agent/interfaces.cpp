@@ -198,6 +198,8 @@ interface *fetch_interface(interface_table &table, int32_t index)
     const auto found = table.rows.find(index);
     if (found == table.rows.end())
         return nullptr;
+    if (found->second.file)
+        return &found->second;
     link_question question = question_about(index);
     interface fresh;
     const int error = ask_netlink(table.questions, &question.header, take_fetched, &fresh);
@@ -216,6 +218,8 @@ bool is_ethernet_like(const interface &link)
 
 uint32_t speed_of(const interface &link)
 {
+    if (link.file)
+        return 0;
     const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     if (socket < 0)
         return 0;
@@ -236,6 +240,8 @@ uint32_t speed_of(const interface &link)
 
 uint32_t queue_length_of(const interface_table &table, const interface &link)
 {
+    if (link.file)
+        return 0;
     struct {
         nlmsghdr header;
         tcmsg queue;

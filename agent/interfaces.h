@@ -28,11 +28,12 @@ struct interface {
     bool adapter = false;     // a device on some bus, not software
     uint32_t vlan = 0;        // VLAN id, when kind is "vlan"
     uint32_t last_change = 0; // sysUpTime at which its state became what it is; 0: before the agent's start
+    bool file = false;        // no interface of this machine: a capture file plays its part
     link_counters counters{};
 };
 
 struct interface_table {
-    int questions = -1; // netlink sockets
+    int questions = -1; // netlink sockets; none where capture files play all parts
     int announcements = -1;
     std::map<int32_t, interface> rows; // by ifIndex
 };

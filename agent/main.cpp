@@ -24,51 +24,78 @@ bool on_call(void *context, const uint8_t *message, std::size_t size, std::vecto
     return answered;
 }
 
-void on_signal(void *context, uint32_t)
-{
-    end_loop(*static_cast<event_loop *>(context));
-}
-
-/** Has SIGINT and SIGTERM end the loop. False, with errno, when the kernel refuses. */
-bool catch_signals(event_loop &loop)
-{
-    std::signal(SIGPIPE, SIG_IGN);
-    sigset_t ending;
-    sigemptyset(&ending);
-    sigaddset(&ending, SIGINT);
-    sigaddset(&ending, SIGTERM);
-    sigprocmask(SIG_BLOCK, &ending, nullptr);
-    const int descriptor = signalfd(-1, &ending, SFD_NONBLOCK | SFD_CLOEXEC); // stays open to the end
-    return descriptor >= 0 && watch(loop, descriptor, EPOLLIN, on_signal, &loop);
-}
-
 void say(const std::string &line)
 {
     std::fprintf(stderr, "rmon-agent: %s\n", line.c_str());
 }
 
+/** The signals that the agent hears, and where it hears them. */
+struct hearing {
+    probe *agent;
+    int descriptor;
+};
+
+void on_signal(void *context, uint32_t)
+{
+    const auto &heard = *static_cast<hearing *>(context);
+    probe &agent = *heard.agent;
+    signalfd_siginfo caught;
+    if (read(heard.descriptor, &caught, sizeof caught) != sizeof caught)
+        return;
+    if (caught.ssi_signo != SIGUSR1)
+        end_loop(agent.loop);
+    else if (!begin_capture_files(agent.files, agent.loop))
+        say(std::string("cannot read files: ") + std::strerror(errno));
+}
+
+/**
+ * Has SIGINT and SIGTERM end the loop, and SIGUSR1 begin the reading of files.
+ * False, with errno, when the kernel refuses.
+ */
+bool catch_signals(hearing &heard)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGUSR1})
+        sigaddset(&signals, signal);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    heard.descriptor = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC); // stays open to the end
+    return heard.descriptor >= 0 && watch(heard.agent->loop, heard.descriptor, EPOLLIN, on_signal, &heard);
+}
+
+/** Where the Ethernet statistics come from. */
+const char *origin(const options &chosen, bool may_capture)
+{
+    if (!chosen.reading.files.empty())
+        return "Ethernet statistics come from capture files";
+    if (may_capture)
+        return "Ethernet statistics come from live capture";
+    return chosen.capture
+               ? "no right to capture (CAP_NET_RAW): Ethernet statistics come from the kernel's counters"
+               : "Ethernet statistics come from the kernel's counters";
+}
+
 /** Runs until it is told to end. An empty text, or what went wrong. */
 std::string serve_until_signal(probe &agent, tcp_server &server, const options &chosen)
 {
-    if (!open_loop(agent.loop) || !catch_signals(agent.loop))
+    hearing heard{&agent, -1};
+    if (!open_loop(agent.loop) || !catch_signals(heard))
         return std::string("cannot wait for events: ") + std::strerror(errno);
-    const std::string error = open_server(server, agent.loop, chosen.host, chosen.port, on_call, &agent);
-    if (!error.empty())
-        return error;
+    std::string wrong = open_server(server, agent.loop, chosen.host, chosen.port, on_call, &agent);
+    if (!wrong.empty())
+        return wrong;
     const bool may_capture = chosen.capture && capture_permitted();
-    if (may_capture)
-        say("Ethernet statistics come from live capture");
-    else if (chosen.capture)
-        say("no right to capture (CAP_NET_RAW): Ethernet statistics come from the kernel's counters");
-    else
-        say("Ethernet statistics come from the kernel's counters");
-    if (!start_probe(agent, may_capture))
-        return std::string("cannot read the interfaces: ") + std::strerror(errno);
-    if (!chosen.state.empty()) {
-        const std::string wrong = open_state(agent, chosen.state);
-        if (!wrong.empty())
-            return wrong;
-    }
+    wrong = start_probe(agent, may_capture, chosen.reading);
+    if (!wrong.empty())
+        return wrong;
+    say(origin(chosen, may_capture));
+    if (!chosen.state.empty())
+        wrong = open_state(agent, chosen.state);
+    if (!wrong.empty())
+        return wrong;
+    if (!chosen.reading.held && !begin_capture_files(agent.files, agent.loop))
+        return std::string("cannot read files: ") + std::strerror(errno);
 
     std::printf("rmon-agent: listening on %s\n", server.address.c_str());
     std::fflush(stdout);

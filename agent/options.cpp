@@ -10,6 +10,11 @@ A monitoring agent (ONC RPC program 99999 version 1, TCP) that measures this mac
   --listen ADDRESS   address or name to listen on (127.0.0.1). There is no authentication:
                      whoever reaches the address can read and change all of it.
   --port NUMBER      TCP port (9911); 0 takes any free one
+  --read FILE        measure a capture file (pcap, pcapng) instead of this machine's interfaces; may be
+                     given several times, the first file is interface 1
+  --speed SPEED      of reading files: "full" (as fast as possible) or "recorded"
+  --loop             begin a file again at its end
+  --hold             begin to read only at SIGUSR1, so that rows can be set before
   --state DIRECTORY  keep all that is set in this directory, over restarts
   --no-capture       take Ethernet statistics from the kernel's counters, even with the right to capture
   --help             this text
@@ -41,7 +46,8 @@ std::string read_options(options &chosen, int count, char *const *words)
             value = name.substr(equals + 1);
             name = name.substr(0, equals);
         }
-        const bool takes_value = name == "--listen" || name == "--port" || name == "--state";
+        const bool takes_value = name == "--listen" || name == "--port" || name == "--state"
+                                 || name == "--read" || name == "--speed";
         if (takes_value && !joined) {
             if (++i == count)
                 return std::string(name) + " needs a value";
@@ -59,6 +65,16 @@ std::string read_options(options &chosen, int count, char *const *words)
             if (value.empty())
                 return "no directory: --state";
             chosen.state = value;
+        } else if (name == "--read") {
+            chosen.reading.files.emplace_back(value);
+        } else if (name == "--speed") {
+            if (value != "full" && value != "recorded")
+                return "no speed: " + std::string(value);
+            chosen.reading.recorded = value == "recorded";
+        } else if (name == "--loop") {
+            chosen.reading.repeat = true;
+        } else if (name == "--hold") {
+            chosen.reading.held = true;
         } else if (name == "--no-capture") {
             chosen.capture = false;
         } else if (name == "--help" || name == "-h") {

@@ -1,6 +1,8 @@
 /* The command line. */
 #pragma once
 
+#include "agent/capture_files.h"
+
 #include "rmon/rpc/rmonrpc.h"
 
 #include <cstdint>
@@ -10,6 +12,7 @@ struct options {
     std::string host = "127.0.0.1";
     uint16_t port = RMONRPC_PORT;
     bool capture = true;
+    file_reading reading;
     std::string state; // directory, empty: nothing is kept
     bool help = false;
 };

@@ -1,5 +1,7 @@
 #include "agent/probe.h"
 
+#include <cerrno>
+#include <cstring>
 #include <ctime>
 
 #include <sys/epoll.h>
@@ -31,22 +33,29 @@ uint32_t up_time(const probe &agent)
     return static_cast<uint32_t>(hundredths() - agent.started);
 }
 
-bool start_probe(probe &agent, bool may_capture)
+std::string start_probe(probe &agent, bool may_capture, const file_reading &reading)
 {
     agent.started = hundredths();
-    if (!open_interfaces(agent.interfaces)
-        || !watch(agent.loop, agent.interfaces.announcements, EPOLLIN, on_announcement, &agent))
-        return false;
     fill_protocols(agent.protocols);
     open_sources(agent, may_capture);
+    if (!reading.files.empty()) {
+        const std::string wrong = open_capture_files(agent.files, reading, agent.sources, agent.interfaces);
+        if (!wrong.empty())
+            return wrong;
+    } else if (
+        !open_interfaces(agent.interfaces)
+        || !watch(agent.loop, agent.interfaces.announcements, EPOLLIN, on_announcement, &agent)) {
+        return std::string("cannot read the interfaces: ") + std::strerror(errno);
+    }
     start_etherstats(agent);
-    return true;
+    return {};
 }
 
 void stop_probe(probe &agent)
 {
     close_state(agent);
     agent.etherstats.clear();
+    close_capture_files(agent.files, agent.loop);
     close_sources(agent.sources);
     if (agent.interfaces.announcements >= 0)
         unwatch(agent.loop, agent.interfaces.announcements);

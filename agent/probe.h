@@ -1,6 +1,7 @@
 /* The probe: all that the agent knows and does, which every handler gets to work on. */
 #pragma once
 
+#include "agent/capture_files.h"
 #include "agent/etherstats.h"
 #include "agent/interfaces.h"
 #include "agent/loop.h"
@@ -10,6 +11,7 @@
 #include "agent/system_group.h"
 
 #include <cstdint>
+#include <string>
 
 struct probe {
     event_loop loop;
@@ -19,6 +21,7 @@ struct probe {
     interface_table interfaces;
     protocol_directory protocols;
     source_table sources;
+    capture_files files;
     etherstats_table etherstats;
 };
 
@@ -26,9 +29,10 @@ struct probe {
 uint32_t up_time(const probe &agent);
 
 /**
- * Reads the interfaces and begins to measure. False, with errno, when the
- * kernel does not let it. The probe must not move from then on.
+ * Finds the interfaces, of this machine or as files play them, and begins to
+ * measure; files are not read yet (begin_capture_files). An empty text, or what
+ * went wrong in one line. The probe must not move from then on.
  */
-bool start_probe(probe &agent, bool may_capture);
+std::string start_probe(probe &agent, bool may_capture, const file_reading &reading);
 
 void stop_probe(probe &agent);

@@ -138,7 +138,7 @@ void resume_capture(data_source &source)
     if (!source.capturing || source.capture)
         return;
     const auto link = source.table->interfaces->rows.find(source.index);
-    if (link != source.table->interfaces->rows.end() && link->second.flags & IFF_UP)
+    if (link != source.table->interfaces->rows.end() && link->second.flags & IFF_UP && !link->second.file)
         start_capture(source, link->second);
 }
 
@@ -212,7 +212,7 @@ bool open_source(source_table &table, int32_t index)
     source.index = index;
     source.loopback = link->hardware_type == ARPHRD_LOOPBACK;
     source.shortest = link->adapter ? shortest_on_the_wire : 0;
-    source.capturing = table.may_capture;
+    source.capturing = table.may_capture || link->file;
     source.kernel = link->counters;
     resume_capture(source);
     return true;
