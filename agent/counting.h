@@ -31,17 +31,11 @@ template <count_function Count, class Work> void stop_counting(probe &agent, cou
     row.work.reset();
 }
 
-/** Takes rows away whose data source went away. Row has data_source and status; stop ends its work. */
-template <class Row> void
-remove_rows_of(probe &agent, std::map<int32_t, Row> &table, int32_t data_source, void (*stop)(probe &, Row &))
+/** Takes the frames that arrived on all sources up to this moment: to be called before rows are read. */
+inline void catch_up_all(probe &agent)
 {
-    for (auto next = table.begin(); next != table.end();) {
-        const auto found = next++;
-        if (found->second.status != row_status::valid || found->second.data_source != data_source)
-            continue;
-        stop(agent, found->second);
-        table.erase(found);
-    }
+    for (const auto &[index, source] : agent.sources.rows)
+        catch_up(agent, index);
 }
 
 /**

@@ -20,10 +20,16 @@ void on_announcement(void *context, uint32_t)
 {
     auto &agent = *static_cast<probe *>(context);
     const interface_news news = hear_interfaces(agent.interfaces, up_time(agent));
-    for (const int32_t index : news.gone)
+    for (const int32_t index : news.gone) {
         etherstats_interface_gone(agent, index);
-    for (const int32_t index : news.changed)
+        dsmon_interface_gone(agent, index);
+        smon_interface_gone(agent, index);
+        art_interface_gone(agent, index);
+    }
+    for (const int32_t index : news.changed) {
         source_changed(agent.sources, index);
+        dsmon_stats_interface_changed(agent, index);
+    }
 }
 
 } // namespace
@@ -48,6 +54,7 @@ std::string start_probe(probe &agent, bool may_capture, const file_reading &read
         return std::string("cannot read the interfaces: ") + std::strerror(errno);
     }
     start_etherstats(agent);
+    start_art(agent);
     return {};
 }
 

@@ -1,11 +1,18 @@
 /* The probe: all that the agent knows and does, which every handler gets to work on. */
 #pragma once
 
+#include "agent/art.h"
 #include "agent/capture_files.h"
+#include "agent/dsmon_aggregation.h"
+#include "agent/dsmon_hosts.h"
+#include "agent/dsmon_matrix.h"
+#include "agent/dsmon_pdist.h"
+#include "agent/dsmon_stats.h"
 #include "agent/etherstats.h"
 #include "agent/interfaces.h"
 #include "agent/loop.h"
 #include "agent/protocols.h"
+#include "agent/smon.h"
 #include "agent/sources.h"
 #include "agent/state.h"
 #include "agent/system_group.h"
@@ -23,6 +30,14 @@ struct probe {
     source_table sources;
     capture_files files;
     etherstats_table etherstats;
+    dsmon_aggregation aggregation;
+    dsmon_stats_table dsmon_stats;
+    dsmon_pdist_table dsmon_pdist;
+    dsmon_host_table dsmon_hosts;
+    dsmon_matrix_table dsmon_matrix;
+    vlan_table vlan_stats;
+    priority_table priority_stats;
+    art_table art;
 };
 
 /** sysUpTime: hundredths of a second since the agent's start, modulo 2^32. */

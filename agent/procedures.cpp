@@ -1,8 +1,15 @@
 #include "agent/procedures.h"
 
+#include "agent/art.h"
+#include "agent/dsmon_aggregation.h"
+#include "agent/dsmon_hosts.h"
+#include "agent/dsmon_matrix.h"
+#include "agent/dsmon_pdist.h"
+#include "agent/dsmon_stats.h"
 #include "agent/etherstats.h"
 #include "agent/interface_rows.h"
 #include "agent/probe.h"
+#include "agent/smon.h"
 #include "agent/system_group.h"
 
 #include <algorithm>
@@ -23,6 +30,43 @@ constexpr served_procedure procedures[] = {
     serve<ifentry_get>(ifentry_get_1),
     serve<etherstats_get>(etherstats_get_1),
     serve<etherstats_set>(etherstats_set_1),
+    serve<dsmon_stats_ctl_get>(dsmon_stats_ctl_get_1),
+    serve<dsmon_aggctl_get>(dsmon_aggctl_get_1),
+    serve<dsmon_stats_get>(dsmon_stats_get_1),
+    serve<dsmon_agggrp_get>(dsmon_agggrp_get_1),
+    serve<smon_vlan_ctl_get>(smon_vlan_ctl_get_1),
+    serve<smon_vlan_ctl_set>(smon_vlan_ctl_set_1),
+    serve<smon_vlan_get>(smon_vlan_get_1),
+    serve<smon_prio_ctl_get>(smon_prio_ctl_get_1),
+    serve<smon_prio_ctl_set>(smon_prio_ctl_set_1),
+    serve<smon_prio_get>(smon_prio_get_1),
+    serve<art_ctl_get>(art_ctl_get_1),
+    serve<art_ctl_set>(art_ctl_set_1),
+    serve<art_rpt_get>(art_rpt_get_1),
+    serve<art_sum_get>(art_sum_get_1),
+    serve<dsmon_aggprofile_get>(dsmon_aggprofile_get_1),
+    serve<dsmon_aggctl_set>(dsmon_aggctl_set_1),
+    serve<dsmon_agggrp_set>(dsmon_agggrp_set_1),
+    serve<dsmon_aggprofile_set>(dsmon_aggprofile_set_1),
+    serve<dsmon_aggctl_locked>(dsmon_aggctl_locked_1),
+    serve<dsmon_aggctl_set_lock>(dsmon_aggctl_set_lock_1),
+    serve<dsmon_stats_ctl_set>(dsmon_stats_ctl_set_1),
+    serve<dsmon_pdistctl_get>(dsmon_pdistctl_get_1),
+    serve<dsmon_pdistctl_set>(dsmon_pdistctl_set_1),
+    serve<dsmon_hostctl_get>(dsmon_hostctl_get_1),
+    serve<dsmon_hostctl_set>(dsmon_hostctl_set_1),
+    serve<dsmon_pdstats_get>(dsmon_pdstats_get_1),
+    serve<dsmon_hoststats_get>(dsmon_hoststats_get_1),
+    serve<dsmon_matrixctl_get>(dsmon_matrixctl_get_1),
+    serve<dsmon_matrixctl_set>(dsmon_matrixctl_set_1),
+    serve<dsmon_matrixsdstats_get>(dsmon_matrixsdstats_get_1),
+    serve<dsmon_matrixdsstats_get>(dsmon_matrixdsstats_get_1),
+    serve<dshost_make_persistent>(dshost_make_persistent_1),
+    serve<dshost_make_nonpersistent>(dshost_make_nonpersistent_1),
+    serve<dsmatrix_make_persistent>(dsmatrix_make_persistent_1),
+    serve<dsmatrix_make_nonpersistent>(dsmatrix_make_nonpersistent_1),
+    serve<dspdist_make_persistent>(dspdist_make_persistent_1),
+    serve<dspdist_make_nonpersistent>(dspdist_make_nonpersistent_1),
 };
 
 static_assert(std::ranges::is_sorted(procedures, std::ranges::less_equal{}, &served_procedure::number));

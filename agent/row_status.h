@@ -39,6 +39,13 @@ inline constexpr int32_t last_control_index = 65535;
 /** Rows of one control table. */
 inline constexpr std::size_t most_control_rows = 1000;
 
+/** What bounds the rows of a table. */
+struct row_limits {
+    int32_t first = first_control_index;
+    int32_t last = last_control_index;
+    std::size_t most = most_control_rows;
+};
+
 /** What a control table adds to the rules. Row has a member `row_status status`. */
 template <class Row, class Request> struct row_rules {
     /** Whether some value of the request is one that no row may have. */
@@ -61,16 +68,16 @@ template <class Row, class Request> int32_t set_row(
     int32_t index,
     int32_t wanted,
     const Request &request,
-    const row_rules<Row, Request> &rules)
+    const row_rules<Row, Request> &rules,
+    const row_limits &limits = {})
 {
     const auto found = table.find(index);
     const auto status = static_cast<row_status>(wanted);
 
     if (status == row_status::create_request) {
-        if (found != table.end() || index < first_control_index || index > last_control_index
-            || rules.nonsense(request))
+        if (found != table.end() || index < limits.first || index > limits.last || rules.nonsense(request))
             return bad_value;
-        if (table.size() >= most_control_rows)
+        if (table.size() >= limits.most)
             return gen_err;
         Row &row = table[index];
         row.status = row_status::under_creation;
