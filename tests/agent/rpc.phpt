@@ -73,7 +73,7 @@ expect_same(answer(ACCEPTED, i32(0)), message_from($client), 'fragments in piece
 // Calls that follow each other without waiting are answered in their order.
 $calls = '';
 for ($xid = 1; $xid <= 1000; $xid++) {
-    $calls .= marked(call($xid % 2 ? 0 : 77, xid: $xid));
+    $calls .= marked(call($xid % 2 ? 0 : 55, xid: $xid));
 }
 fwrite($client, $calls);
 for ($xid = 1; $xid <= 1000; $xid++) {
