@@ -25,6 +25,10 @@ void on_announcement(void *context, uint32_t)
         dsmon_interface_gone(agent, index);
         smon_interface_gone(agent, index);
         art_interface_gone(agent, index);
+        pdist_interface_gone(agent, index);
+        addrmap_interface_gone(agent, index);
+        hlhost_interface_gone(agent, index);
+        hlmatrix_interface_gone(agent, index);
     }
     for (const int32_t index : news.changed) {
         source_changed(agent.sources, index);

@@ -1,6 +1,7 @@
 /* The probe: all that the agent knows and does, which every handler gets to work on. */
 #pragma once
 
+#include "agent/addrmap.h"
 #include "agent/art.h"
 #include "agent/capture_files.h"
 #include "agent/dsmon_aggregation.h"
@@ -9,8 +10,12 @@
 #include "agent/dsmon_pdist.h"
 #include "agent/dsmon_stats.h"
 #include "agent/etherstats.h"
+#include "agent/frame_clock.h"
+#include "agent/hlhost.h"
+#include "agent/hlmatrix.h"
 #include "agent/interfaces.h"
 #include "agent/loop.h"
+#include "agent/pdist.h"
 #include "agent/protocols.h"
 #include "agent/smon.h"
 #include "agent/sources.h"
@@ -38,6 +43,11 @@ struct probe {
     vlan_table vlan_stats;
     priority_table priority_stats;
     art_table art;
+    struct frame_clock frame_clock;
+    distribution_table distributions;
+    address_map addresses;
+    hl_host_table hl_hosts;
+    hl_matrix_table hl_matrices;
 };
 
 /** sysUpTime: hundredths of a second since the agent's start, modulo 2^32. */

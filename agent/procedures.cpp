@@ -10,6 +10,8 @@
 #include "agent/interface_rows.h"
 #include "agent/probe.h"
 #include "agent/smon.h"
+#include "agent/pdir.h"
+#include "agent/row_status_v2.h"
 #include "agent/system_group.h"
 
 #include <algorithm>
@@ -23,6 +25,16 @@ int32_t test(probe &)
     return 0;
 }
 
+/* The lines of tables that have a RowStatus (RFC 2579). */
+using pdist_get_ctl = with_row_status<pdist_ctl_get, &rmonrpc_pdist_ctl_t::protocolDistControlStatus>;
+using pdist_set_ctl = with_row_status<pdist_ctl_set, &rmonrpc_pdist_ctl_t::protocolDistControlStatus>;
+using addrmap_get_ctl = with_row_status<addrmap_ctl_get, &rmonrpc_addrmap_ctl_t::addressMapControlStatus>;
+using addrmap_set_ctl = with_row_status<addrmap_ctl_set, &rmonrpc_addrmap_ctl_t::addressMapControlStatus>;
+using hlhost_get_ctl = with_row_status<hlhost_ctl_get, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>;
+using hlhost_set_ctl = with_row_status<hlhost_ctl_set, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>;
+using hlmatrix_get_ctl = with_row_status<hlmatrix_ctl_get, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>;
+using hlmatrix_set_ctl = with_row_status<hlmatrix_ctl_set, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>;
+
 constexpr served_procedure procedures[] = {
     serve<test>(rmonrpc_test_1),
     serve<system_get>(system_get_1),
@@ -30,6 +42,25 @@ constexpr served_procedure procedures[] = {
     serve<ifentry_get>(ifentry_get_1),
     serve<etherstats_get>(etherstats_get_1),
     serve<etherstats_set>(etherstats_set_1),
+    serve<pdir_get>(pdir_get_1),
+    serve<pdir_byidx_get>(pdir_byidx_get_1),
+    serve<pdir_getnext_modified>(pdir_getnext_modified_1),
+    serve<pdir_set>(pdir_set_1),
+    serve<pdir_lastchange_get>(pdir_lastchange_get_1),
+    serve<pdist_get_ctl::read>(pdist_ctl_get_1),
+    serve<pdist_set_ctl::set>(pdist_ctl_set_1),
+    serve<pdist_stats_get>(pdist_stats_get_1),
+    serve<addrmap_scalars_get>(addrmap_scalars_get_1),
+    serve<addrmap_scalars_set>(addrmap_scalars_set_1),
+    serve<addrmap_get_ctl::read>(addrmap_ctl_get_1),
+    serve<addrmap_set_ctl::set>(addrmap_ctl_set_1),
+    serve<addrmap_entry_get>(addrmap_entry_get_1),
+    serve<hlhost_get_ctl::read>(hlhost_ctl_get_1),
+    serve<hlhost_set_ctl::set>(hlhost_ctl_set_1),
+    serve<hlhost_get>(hlhost_get_1),
+    serve<hlmatrix_get_ctl::read>(hlmatrix_ctl_get_1),
+    serve<hlmatrix_set_ctl::set>(hlmatrix_ctl_set_1),
+    serve<hlmatrix_get>(hlmatrix_get_1),
     serve<dsmon_stats_ctl_get>(dsmon_stats_ctl_get_1),
     serve<dsmon_aggctl_get>(dsmon_aggctl_get_1),
     serve<dsmon_stats_get>(dsmon_stats_get_1),
@@ -61,12 +92,20 @@ constexpr served_procedure procedures[] = {
     serve<dsmon_matrixctl_set>(dsmon_matrixctl_set_1),
     serve<dsmon_matrixsdstats_get>(dsmon_matrixsdstats_get_1),
     serve<dsmon_matrixdsstats_get>(dsmon_matrixdsstats_get_1),
+    serve<pdir_destroy_all_autolearned>(pdir_destroy_all_autolearned_1),
+    serve<nlhost_make_persistent>(nlhost_make_persistent_1),
+    serve<nlhost_make_nonpersistent>(nlhost_make_nonpersistent_1),
+    serve<nlmatrix_make_persistent>(nlmatrix_make_persistent_1),
+    serve<nlmatrix_make_nonpersistent>(nlmatrix_make_nonpersistent_1),
+    serve<pdist_make_persistent>(pdist_make_persistent_1),
+    serve<pdist_make_nonpersistent>(pdist_make_nonpersistent_1),
     serve<dshost_make_persistent>(dshost_make_persistent_1),
     serve<dshost_make_nonpersistent>(dshost_make_nonpersistent_1),
     serve<dsmatrix_make_persistent>(dsmatrix_make_persistent_1),
     serve<dsmatrix_make_nonpersistent>(dsmatrix_make_nonpersistent_1),
     serve<dspdist_make_persistent>(dspdist_make_persistent_1),
     serve<dspdist_make_nonpersistent>(dspdist_make_nonpersistent_1),
+    serve<pdist_get_others>(pdist_get_others_1),
 };
 
 static_assert(std::ranges::is_sorted(procedures, std::ranges::less_equal{}, &served_procedure::number));

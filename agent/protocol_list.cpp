@@ -14,9 +14,6 @@ constexpr known_protocol networks[] = {
 
 constexpr known_protocol over_llc[] = {{"bpdu", 0x42}, {"ipx", 0xe0}, {"netbeui", 0xf0}, {"clns", 0xfe}};
 
-constexpr known_protocol over_snap[] = {
-    {"ip", 0x0800}, {"arp", 0x0806}, {"atalk", 0x809b}, {"aarp", 0x80f3}, {"ipx", 0x8137}};
-
 constexpr known_protocol over_ip[] = {
     {"icmp", 1},
     {"igmp", 2},
@@ -41,9 +38,13 @@ constexpr known_protocol over_ip[] = {
 };
 
 constexpr known_protocol over_ip6[] = {
-    {"ipip4", 4},     {"tcp", 6, over_tcp}, {"udp", 17, over_udp}, {"dccp", 33},  {"ipip6", 41},
-    {"rsvp", 46},     {"gre", 47},          {"esp", 50},           {"ah", 51},    {"icmp6", 58},
-    {"ospf", 89},     {"pim", 103},         {"vrrp", 112},         {"l2tp", 115}, {"sctp", 132, over_sctp},
+    {"ipip4", 4},          {"tcp", 6, over_tcp},
+    {"udp", 17, over_udp}, {"dccp", 33},
+    {"ipip6", 41},         {"rsvp", 46},
+    {"gre", 47},           {"esp", 50},
+    {"icmp6", 58},         {"ospf", 89},
+    {"pim", 103},          {"vrrp", 112},
+    {"l2tp", 115},         {"sctp", 132, over_sctp},
     {"udplite", 136},
 };
 
@@ -152,7 +153,6 @@ constexpr known_application applications[] = {
 
 const std::span<const known_protocol> known_networks = networks;
 const std::span<const known_protocol> known_over_llc = over_llc;
-const std::span<const known_protocol> known_over_snap = over_snap;
 const std::span<const known_protocol> known_over_ip = over_ip;
 const std::span<const known_protocol> known_over_ip6 = over_ip6;
 const std::span<const known_application> known_applications = applications;

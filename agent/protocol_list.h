@@ -27,7 +27,6 @@ struct known_application {
 
 extern const std::span<const known_protocol> known_networks; // above ether2
 extern const std::span<const known_protocol> known_over_llc;
-extern const std::span<const known_protocol> known_over_snap;
 extern const std::span<const known_protocol> known_over_ip;
 extern const std::span<const known_protocol> known_over_ip6;
 extern const std::span<const known_application> known_applications;

@@ -5,7 +5,6 @@
 #include "agent/protocol_list.h"
 
 #include <array>
-#include <cstring>
 #include <utility>
 
 namespace {
@@ -17,19 +16,10 @@ constexpr std::size_t last_local_index = 65535;
 enum base_layer : int32_t {
     ether2 = 1,
     llc = 2,
-    snap = 3,
 };
 
 /** From here on the field behind the addresses is a type, below it is a length (IEEE 802.3). */
 constexpr uint16_t first_ethernet_type = 0x0600;
-
-enum : uint32_t {
-    type_ip = 0x0800,
-    type_ip6 = 0x86dd,
-    ip_tcp = 6,
-    ip_udp = 17,
-    ip_sctp = 132,
-};
 
 constexpr uint32_t octets_of_a_layer = 4;
 
@@ -46,15 +36,20 @@ bool is_base(const protocol &which)
     return which.parent == 0;
 }
 
+bool is_transport(uint32_t number)
+{
+    return number == ip_tcp || number == ip_udp || number == ip_sctp;
+}
+
 /** How a protocol tells what it carries. */
 selector selector_of(const protocol *parent, uint32_t number)
 {
     if (!parent)
         return number == llc ? selector::access_point : selector::ethernet_type;
     if (is_base(*parent) && parent->told_by == selector::ethernet_type)
-        return number == type_ip || number == type_ip6 ? selector::ip_protocol : selector::none;
+        return number == ethertype_ip || number == ethertype_ip6 ? selector::ip_protocol : selector::none;
     if (parent->told_by == selector::ip_protocol)
-        return number == ip_tcp || number == ip_udp || number == ip_sctp ? selector::port : selector::none;
+        return is_transport(number) ? selector::port : selector::none;
     return selector::none;
 }
 
@@ -75,7 +70,7 @@ std::array<uint32_t, 2> numbers_of(selector told_by)
     return {0, 0};
 }
 
-int32_t flags_of(const protocol *parent, const protocol &which)
+int32_t lasting_flags(const protocol *parent, const protocol &which)
 {
     if (!parent)
         return base_protocol;
@@ -111,7 +106,7 @@ protocol *append(protocol_directory &directory, protocol *parent, uint32_t numbe
         parent->children++;
     }
     made->told_by = selector_of(parent, number);
-    made->flags = flags_of(parent, *made);
+    made->flags = lasting_flags(parent, *made);
     made->carried.resize(numbers_of(made->told_by)[1]);
     begin_counting(parent, *made);
     directory.by_id[{made->id, made->parameters}] = made->local_index;
@@ -155,24 +150,6 @@ int32_t application_of(const protocol &transport, uint32_t source_port, uint32_t
     return source_port < destination_port ? source : destination;
 }
 
-/** True for the header of SNAP with Ethernet types: two access points, unnumbered, no organization. */
-bool has_snap(const frame &what)
-{
-    constexpr uint8_t header[6] = {0xaa, 0xaa, 0x03, 0, 0, 0};
-    return what.network && what.network_length >= sizeof header + 2
-           && std::memcmp(what.network, header, sizeof header) == 0;
-}
-
-int32_t above_length_field(const protocol_directory &directory, const frame &what)
-{
-    if (has_snap(what)) {
-        const uint32_t type = static_cast<uint32_t>(what.network[6] << 8 | what.network[7]);
-        return carried_by(find_protocol(directory, snap), type);
-    }
-    const bool has_access_point = what.network && what.network_length > 0;
-    return has_access_point ? carried_by(find_protocol(directory, llc), what.network[0]) : 0;
-}
-
 } // namespace
 
 bool operator<(const protocol_key &a, const protocol_key &b)
@@ -185,28 +162,27 @@ void fill_protocols(protocol_directory &directory)
 {
     protocol *ethernet = add_known(directory, nullptr, ether2, "ether2");
     protocol *logical_link = add_known(directory, nullptr, llc, "llc");
-    protocol *snap_layer = add_known(directory, nullptr, snap, "snap");
     for (const known_protocol &network : known_networks) {
         protocol *added = add_known(directory, ethernet, network.number, network.name);
-        if (network.number == type_ip)
+        if (network.number == ethertype_ip)
             add_internet(directory, added, known_over_ip);
-        else if (network.number == type_ip6)
+        else if (network.number == ethertype_ip6)
             add_internet(directory, added, known_over_ip6);
     }
     for (const known_protocol &network : known_over_llc)
         add_known(directory, logical_link, network.number, network.name);
-    for (const known_protocol &network : known_over_snap)
-        add_known(directory, snap_layer, network.number, network.name);
 }
 
 void classify(protocol_directory &directory, frame &what)
 {
     what.application_index = 0;
     if (what.ethertype < first_ethernet_type) {
-        what.network_index = above_length_field(directory, what);
+        const bool has_access_point = what.network && what.network_length > 0;
+        what.network_index =
+            has_access_point ? carried_by(find_protocol(directory, llc), what.network[0]) : 0;
         return;
     }
-    what.network_index = carried_by(find_protocol(directory, ether2), what.ethertype);
+    what.network_index = protocol_of_type(directory, what.ethertype);
     if (what.ip_protocol < 0)
         return;
     const protocol *network = find_protocol(directory, what.network_index);
@@ -219,13 +195,16 @@ void classify(protocol_directory &directory, frame &what)
     what.application_index = application ? application : transport_index;
 }
 
-int32_t base_protocol_of(const protocol_directory &, const frame &what)
+int32_t base_protocol_of(const frame &what)
 {
     if (!what.destination || !what.source)
         return 0;
-    if (what.ethertype >= first_ethernet_type)
-        return ether2;
-    return has_snap(what) ? snap : llc;
+    return what.ethertype >= first_ethernet_type ? ether2 : llc;
+}
+
+int32_t protocol_of_type(const protocol_directory &directory, uint16_t ethertype)
+{
+    return carried_by(find_protocol(directory, ether2), ethertype);
 }
 
 protocol *add_protocol(protocol_directory &directory, int32_t parent, uint32_t number)
@@ -233,11 +212,27 @@ protocol *add_protocol(protocol_directory &directory, int32_t parent, uint32_t n
     protocol *below = find_protocol(directory, parent);
     if (!below)
         return nullptr;
-    const auto [first, end] = numbers_of(below->told_by);
-    if (number < first || number >= end)
+    if (!carries(*below, number))
         return nullptr;
     const protocol_key key{id_above(below->id, number), std::vector<uint8_t>(below->parameters.size() + 1)};
     return directory.by_id.contains(key) ? nullptr : append(directory, below, number);
+}
+
+bool carries(const protocol &below, uint32_t number)
+{
+    const auto [first, end] = numbers_of(below.told_by);
+    return number >= first && number < end;
+}
+
+int32_t flags_of(const protocol &which)
+{
+    return which.flags | (which.children == 0 ? leaf_protocol : 0);
+}
+
+int32_t type_of(const protocol &which)
+{
+    return (which.told_by != selector::none ? extensible : 0)
+           | (which.flags & ip_protocol_itself ? address_recognition : 0);
 }
 
 void activate_protocol(protocol_directory &directory, protocol &which, bool active)
@@ -256,4 +251,10 @@ void remove_protocol(protocol_directory &directory, int32_t local_index)
     find_protocol(directory, found->parent)->children--;
     directory.by_id.erase({found->id, found->parameters});
     directory.rows[static_cast<std::size_t>(local_index)].reset();
+}
+
+void take_back_protocol(protocol_directory &directory)
+{
+    remove_protocol(directory, local_index_end(directory) - 1);
+    directory.rows.pop_back();
 }

@@ -2,12 +2,15 @@
  * The protocols that the agent knows (RFC 2021, protocolDirTable), and which of
  * them a frame belongs to.
  *
- * The protocols form a tree. Its roots are the base layers (ether2, llc, snap);
+ * The protocols form a tree. Its roots are the base layers (ether2 and llc);
  * above them stand the network layers (ip, arp), above ip the transports and
  * what else travels in it, above the transports the applications. The identifier
  * has four octets for each layer, the parameters have one (RFC 2895); the last
  * of the four are the number by which the layer below tells what it carries: an
  * Ethernet type, a service access point, an IP protocol, a port.
+ *
+ * What travels in SNAP has an Ethernet type and counts as if it had come in
+ * ether2, which is one protocol for both.
  *
  * Frames are told apart by one table for each layer, indexed by that number, so
  * that a frame costs three look-ups, whatever the directory holds.
@@ -69,7 +72,7 @@ struct protocol {
     counting host = counting::not_supported;
     counting matrix = counting::not_supported;
     counting response_time = counting::not_supported;
-    int32_t flags = 0;     // without leaf_protocol, which follows from the tree
+    int32_t flags = 0;     // without leaf_protocol, see flags_of()
     bool active = true;    // whether frames are counted as this one
     bool modified = false; // whether a set made or changed it
     selector told_by = selector::none;
@@ -100,7 +103,7 @@ void fill_protocols(protocol_directory &directory);
 void classify(protocol_directory &directory, frame &what);
 
 /** The base layer of a frame. Its local index, or 0. */
-int32_t base_protocol_of(const protocol_directory &directory, const frame &what);
+int32_t base_protocol_of(const frame &what);
 
 /** Null when there is none (any more) of this local index. */
 inline protocol *find_protocol(const protocol_directory &directory, int32_t local_index)
@@ -116,6 +119,9 @@ inline int32_t parent_protocol(const protocol_directory &directory, int32_t loca
     return found ? found->parent : 0;
 }
 
+/** The protocol of an Ethernet type. Its local index, or 0. */
+int32_t protocol_of_type(const protocol_directory &directory, uint16_t ethertype);
+
 /** The first local index and the end of them; some are gone in between. */
 inline constexpr int32_t first_local_index = 1;
 inline int32_t local_index_end(const protocol_directory &directory)
@@ -129,8 +135,20 @@ inline int32_t local_index_end(const protocol_directory &directory)
  */
 protocol *add_protocol(protocol_directory &directory, int32_t parent, uint32_t number);
 
+/** Whether a protocol can carry what it calls by this number. */
+bool carries(const protocol &below, uint32_t number);
+
+/** A protocol's flags: those that stay and, while nothing stands above it, leaf_protocol. */
+int32_t flags_of(const protocol &which);
+
+/** Its protocolDirType: bits of protocol_type. */
+int32_t type_of(const protocol &which);
+
 /** Frames are counted as this protocol from now on, or no more. */
 void activate_protocol(protocol_directory &directory, protocol &which, bool active);
 
 /** Removes a protocol above which there is none. */
 void remove_protocol(protocol_directory &directory, int32_t local_index);
+
+/** Removes the protocol that was added last, as if it had never been there. */
+void take_back_protocol(protocol_directory &directory);

@@ -1,0 +1,48 @@
+/* Removing rows from a learned table other than by learning new ones. */
+#pragma once
+
+#include "agent/learned_table.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+/**
+ * Keeps the rows of a table whose key is wanted, the most recently used ones
+ * of them when there are more than `most`, which is the table's size from now
+ * on. Costs as much as learning all rows anew.
+ */
+template <class Key, class Row, class Wanted>
+void sift_learned(learned_table<Key, Row> &table, uint32_t most, Wanted wanted)
+{
+    std::vector<uint32_t> staying; // kept ones, then from the least to the most recently used
+    for (uint32_t i = 0; i < table.entries.size(); i++)
+        if (table.entries[i].kept && wanted(table.entries[i].key))
+            staying.push_back(i);
+    const std::size_t kept = staying.size();
+    for (uint32_t i = table.oldest; i != no_entry; i = table.entries[i].newer)
+        if (wanted(table.entries[i].key))
+            staying.push_back(i);
+    if (staying.size() > most) {
+        const std::size_t surplus = std::min(staying.size() - most, staying.size() - kept);
+        const auto first = staying.begin() + static_cast<std::ptrdiff_t>(kept);
+        staying.erase(first, first + static_cast<std::ptrdiff_t>(surplus));
+    }
+
+    learned_table<Key, Row> sifted;
+    sifted.most = most;
+    sifted.inserts = table.inserts;
+    sifted.deletes = table.deletes + static_cast<uint32_t>(table.entries.size() - staying.size());
+    sifted.version = table.version + 1;
+    for (const uint32_t old : staying) {
+        grow_heads(sifted);
+        const auto index = static_cast<uint32_t>(sifted.entries.size());
+        sifted.entries.emplace_back();
+        sifted.entries[index].key = table.entries[old].key;
+        sifted.entries[index].row = table.entries[old].row;
+        link_hash(sifted, index);
+        link_newest(sifted, index);
+        keep_learned(sifted, index, table.entries[old].kept);
+    }
+    table = std::move(sifted);
+}
