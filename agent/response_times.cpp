@@ -36,15 +36,14 @@ flow_key key_of(const frame &seen, uint8_t &sender)
     return key;
 }
 
-/** The counters of a flow's exchanges; null when there is no room. */
-exchange_counters *counters_of(response_meter &meter, const flow_key &key, const flow &connection)
+exchange_key exchange_of(const flow_key &key, const flow &connection)
 {
     exchange_key exchange;
     std::ranges::copy(key.address[other(connection.client)], exchange.server);
     std::ranges::copy(key.address[connection.client], exchange.client);
     exchange.server_length = exchange.client_length = key.address_length;
     exchange.protocol = connection.protocol;
-    return learn(meter.exchanges, exchange);
+    return exchange;
 }
 
 void ask(flow &connection, int64_t now)
@@ -121,7 +120,7 @@ void measure_segment(response_meter &meter, const frame &seen, int32_t protocol)
     if (is_new || (opens && !opens_again))
         open_connection(*connection, seen, sender, protocol);
 
-    exchange_counters *counters = counters_of(meter, key, *connection);
+    exchange_counters *counters = learn(meter.exchanges, exchange_of(key, *connection));
     if (!counters)
         return;
     count_octets(*connection, *counters, sender, seen.length);
@@ -172,7 +171,7 @@ void measure_message(response_meter &meter, const frame &seen, int32_t protocol)
         query->client = sender;
     }
 
-    exchange_counters *counters = counters_of(meter, key, *query);
+    exchange_counters *counters = learn(meter.exchanges, exchange_of(key, *query));
     if (!counters)
         return;
     count_octets(*query, *counters, sender, seen.length);
@@ -200,8 +199,15 @@ void measure_frame(response_meter &meter, const frame &seen, int32_t protocol)
 
 void expire_requests(response_meter &meter, int64_t now)
 {
-    for (auto &entry : meter.flows.entries)
-        if (entry.row.awaited && now - entry.row.asked > meter.timeout)
-            if (exchange_counters *counters = counters_of(meter, entry.key, entry.row))
-                give_up_late(meter, entry.row, *counters, now);
+    for (auto &entry : meter.flows.entries) {
+        if (!entry.row.awaited || now - entry.row.asked <= meter.timeout)
+            continue;
+        const exchange_key exchange = exchange_of(entry.key, entry.row);
+        // Whoever keeps silent must not take the place of those who speak.
+        const bool full = meter.exchanges.entries.size() >= meter.exchanges.most;
+        if (full && find_learned(meter.exchanges, exchange) == no_entry)
+            entry.row.awaited = false;
+        else if (exchange_counters *counters = learn(meter.exchanges, exchange))
+            give_up_late(meter, entry.row, *counters, now);
+    }
 }
