@@ -2,6 +2,7 @@
 #pragma once
 
 #include "agent/addrmap.h"
+#include "agent/administration.h"
 #include "agent/art.h"
 #include "agent/capture_files.h"
 #include "agent/dsmon_aggregation.h"
@@ -18,6 +19,7 @@
 #include "agent/pdist.h"
 #include "agent/protocols.h"
 #include "agent/smon.h"
+#include "agent/snmp_settings.h"
 #include "agent/sources.h"
 #include "agent/state.h"
 #include "agent/system_group.h"
@@ -29,6 +31,9 @@ struct probe {
     event_loop loop;
     int64_t started = 0; // of the clock behind up_time(), in hundredths of a second
     system_texts system;
+    administration settings;
+    trapdest_table trapdests;
+    community_table communities;
     state_store state;
     interface_table interfaces;
     protocol_directory protocols;

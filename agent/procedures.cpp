@@ -1,5 +1,6 @@
 #include "agent/procedures.h"
 
+#include "agent/administration.h"
 #include "agent/art.h"
 #include "agent/dsmon_aggregation.h"
 #include "agent/dsmon_hosts.h"
@@ -8,10 +9,11 @@
 #include "agent/dsmon_stats.h"
 #include "agent/etherstats.h"
 #include "agent/interface_rows.h"
-#include "agent/probe.h"
-#include "agent/smon.h"
 #include "agent/pdir.h"
+#include "agent/probe.h"
 #include "agent/row_status_v2.h"
+#include "agent/smon.h"
+#include "agent/snmp_settings.h"
 #include "agent/system_group.h"
 
 #include <algorithm>
@@ -61,6 +63,17 @@ constexpr served_procedure procedures[] = {
     serve<hlmatrix_get_ctl::read>(hlmatrix_ctl_get_1),
     serve<hlmatrix_set_ctl::set>(hlmatrix_ctl_set_1),
     serve<hlmatrix_get>(hlmatrix_get_1),
+    serve<mibvar_get>(mibvar_get_1),
+    serve<sys_ipconf_get>(sys_ipconf_get_1),
+    serve<sys_ipconf_set>(sys_ipconf_set_1),
+    serve<sys_hostname_get>(sys_hostname_get_1),
+    serve<sys_hostname_set>(sys_hostname_set_1),
+    serve<sys_resolvers_get>(sys_resolvers_get_1),
+    serve<sys_resolvers_set>(sys_resolvers_set_1),
+    serve<trapdest_get>(trapdest_get_1),
+    serve<trapdest_set>(trapdest_set_1),
+    serve<community_get>(community_get_1),
+    serve<community_set>(community_set_1),
     serve<dsmon_stats_ctl_get>(dsmon_stats_ctl_get_1),
     serve<dsmon_aggctl_get>(dsmon_aggctl_get_1),
     serve<dsmon_stats_get>(dsmon_stats_get_1),

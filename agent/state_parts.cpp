@@ -12,6 +12,12 @@ constexpr state_part parts[] = {
         etherstats_describe,
         etherstats_set,
         &rmonrpc_etherstats_t::etherStatsStatus>("etherStats"),
+    keep<save_addresses, load_addresses>("addresses"),
+    keep<save_host_name, load_host_name>("hostName"),
+    keep<save_resolvers, load_resolvers>("resolvers"),
+    keep_rows<&probe::trapdests, trapdest_describe, trapdest_set, &rmonrpc_snmp_trapdest_t::trapDestStatus>(
+        "trapDest"),
+    keep<save_communities, load_community>("communities"),
 };
 
 } // namespace
