@@ -1,6 +1,7 @@
 #include "agent/snmp_settings.h"
 
 #include "agent/probe.h"
+#include "agent/read_rows.h"
 #include "agent/state.h"
 #include "agent/table.h"
 
