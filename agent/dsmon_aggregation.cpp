@@ -56,6 +56,16 @@ constexpr row_rules<aggregation_group, rmonrpc_dsmon_agggrp_t> group_rules{
 
 constexpr row_limits group_limits{0, aggregation_groups - 1, aggregation_groups};
 
+rmonrpc_dsmon_aggctl_t profile_reply(int32_t index, const aggregation_profile &row)
+{
+    rmonrpc_dsmon_aggctl_t reply{};
+    reply.dsmonAggControlIndex = static_cast<uint32_t>(index);
+    set_text(reply.dsmonAggControlDescr, row.description);
+    set_text(reply.dsmonAggControlOwner, row.owner);
+    reply.dsmonAggControlStatus = static_cast<int32_t>(row.status);
+    return reply;
+}
+
 rmonrpc_dsmon_agggrp_t group_reply(int32_t profile, int32_t group, const aggregation_group &row)
 {
     rmonrpc_dsmon_agggrp_t reply{};
@@ -73,6 +83,18 @@ rmonrpc_dsmon_aggprof_t dscp_reply(int32_t profile, int32_t dscp, const aggregat
     reply.dsmonAggGroupIndex = row.group_of[static_cast<uint32_t>(dscp)];
     reply.dscp = static_cast<uint32_t>(dscp);
     return reply;
+}
+
+/** Makes a row again as it was when it was saved. */
+template <class Record>
+void set_again(probe &agent, Record record, int32_t Record::*status, int32_t (*set)(probe &, const Record &))
+{
+    const int32_t was = record.*status;
+    record.*status = static_cast<int32_t>(row_status::create_request);
+    if (set(agent, record) != no_error || was != static_cast<int32_t>(row_status::valid))
+        return;
+    record.*status = was;
+    set(agent, record);
 }
 
 } // namespace
@@ -95,17 +117,13 @@ void dsmon_interface_gone(probe &agent, int32_t index)
 
 rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
-    rmonrpc_dsmon_aggctl_t reply{};
     const auto found = find_row(agent.aggregation.profiles, key.index, key.getType);
     if (found == agent.aggregation.profiles.end()) {
-        reply.status = no_such_name;
-        return reply;
+        rmonrpc_dsmon_aggctl_t none{};
+        none.status = no_such_name;
+        return none;
     }
-    reply.dsmonAggControlIndex = static_cast<uint32_t>(found->first);
-    set_text(reply.dsmonAggControlDescr, found->second.description);
-    set_text(reply.dsmonAggControlOwner, found->second.owner);
-    reply.dsmonAggControlStatus = static_cast<int32_t>(found->second.status);
-    return reply;
+    return profile_reply(found->first, found->second);
 }
 
 int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request)
@@ -203,4 +221,57 @@ int32_t dsmon_aggctl_set_lock(probe &agent, const int32_t &wanted)
     dsmon_host_lock_changed(agent, lock);
     dsmon_matrix_lock_changed(agent, lock);
     return no_error;
+}
+
+void save_profiles(probe &agent, state_writer &writer)
+{
+    for (const auto &[index, row] : agent.aggregation.profiles) {
+        rmonrpc_dsmon_aggctl_t record = profile_reply(index, row);
+        write_record(writer, record);
+        release_written(&record, wire::layout_of<rmonrpc_dsmon_aggctl_t>);
+    }
+}
+
+void load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record)
+{
+    set_again(agent, record, &rmonrpc_dsmon_aggctl_t::dsmonAggControlStatus, dsmon_aggctl_set);
+}
+
+void save_groups(probe &agent, state_writer &writer)
+{
+    for (const auto &[index, profile] : agent.aggregation.profiles)
+        for (const auto &[group, row] : profile.groups) {
+            rmonrpc_dsmon_agggrp_t record = group_reply(index, group, row);
+            write_record(writer, record);
+            release_written(&record, wire::layout_of<rmonrpc_dsmon_agggrp_t>);
+        }
+}
+
+void load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record)
+{
+    set_again(agent, record, &rmonrpc_dsmon_agggrp_t::dsmonAggGroupStatus, dsmon_agggrp_set);
+}
+
+void save_dscp_maps(probe &agent, state_writer &writer)
+{
+    for (const auto &[index, profile] : agent.aggregation.profiles)
+        for (int32_t dscp = 0; dscp < dscp_values; dscp++)
+            if (profile.group_of[static_cast<uint32_t>(dscp)] != 0)
+                write_record(writer, dscp_reply(index, dscp, profile));
+}
+
+void load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record)
+{
+    dsmon_aggprofile_set(agent, record);
+}
+
+void save_lock(probe &agent, state_writer &writer)
+{
+    if (agent.aggregation.locked)
+        write_record(writer, truth);
+}
+
+void load_lock(probe &agent, const int32_t &locked)
+{
+    dsmon_aggctl_set_lock(agent, locked);
 }

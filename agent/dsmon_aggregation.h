@@ -10,6 +10,7 @@
 #pragma once
 
 #include "agent/row_status.h"
+#include "agent/state.h"
 
 #include "rmon/rpc/rmonrpc_dsmon.h"
 
@@ -62,3 +63,13 @@ int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &reques
 /** A TruthValue (RFC 2579): 1 locked, 2 not. */
 int32_t dsmon_aggctl_locked(probe &agent);
 int32_t dsmon_aggctl_set_lock(probe &agent, const int32_t &wanted);
+
+/* What survives a restart. The lock comes back last: it keeps all the rest as it is. */
+void save_profiles(probe &agent, state_writer &writer);
+void load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record);
+void save_groups(probe &agent, state_writer &writer);
+void load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record);
+void save_dscp_maps(probe &agent, state_writer &writer);
+void load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record);
+void save_lock(probe &agent, state_writer &writer);
+void load_lock(probe &agent, const int32_t &locked);

@@ -48,8 +48,7 @@ struct dsmon_work {
     bool counting = false;
     dscp_map group_of{};
     uint32_t dropped = 0; // frames for which there was no room
-    int64_t clock = -1;   // of the capture, in hundredths of a second, when now was taken
-    uint32_t now = 0;     // sysUpTime
+    uint32_t now = 0;     // sysUpTime of the frame that is being counted
 };
 
 /** A row of counters with the time of their last change, for TimeFilter. */

@@ -32,12 +32,7 @@ template <const auto &Kind> void count_dsmon_frame(void *context, const frame &s
     if (seen.dscp < 0 || seen.dscp >= dscp_values)
         return;
     auto &counts = *static_cast<counts_of<Kind> *>(context);
-    // The clock is asked once for the frames of one hundredth of a second.
-    const int64_t clock = seen.time / 10000;
-    if (clock != counts.work.clock) {
-        counts.work.clock = clock;
-        counts.work.now = up_time(*counts.work.agent);
-    }
+    counts.work.now = frame_time(*counts.work.agent, seen);
     Kind.count(counts, seen, counts.work.group_of[static_cast<uint32_t>(seen.dscp)]);
 }
 

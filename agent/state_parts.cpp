@@ -18,6 +18,41 @@ constexpr state_part parts[] = {
     keep_rows<&probe::trapdests, trapdest_describe, trapdest_set, &rmonrpc_snmp_trapdest_t::trapDestStatus>(
         "trapDest"),
     keep<save_communities, load_community>("communities"),
+    keep<save_profiles, load_profile>("dsmonAggControl"),
+    keep<save_groups, load_group>("dsmonAggGroup"),
+    keep<save_dscp_maps, load_dscp>("dsmonAggProfile"),
+    keep_rows<
+        &probe::dsmon_stats,
+        describe_dsmon_stats_row,
+        dsmon_stats_ctl_set,
+        &rmonrpc_dsmon_stats_ctl_t::dsmonStatsControlStatus>("dsmonStatsControl"),
+    keep_rows<
+        &probe::dsmon_pdist,
+        describe_dsmon_pdist_row,
+        dsmon_pdistctl_set,
+        &rmonrpc_dsmon_pdctl_t::dsmonPdistCtlStatus>("dsmonPdistCtl"),
+    keep_rows<
+        &probe::dsmon_hosts,
+        describe_dsmon_host_row,
+        dsmon_hostctl_set,
+        &rmonrpc_dsmon_hostctl_t::dsmonHostCtlStatus>("dsmonHostCtl"),
+    keep_rows<
+        &probe::dsmon_matrix,
+        describe_dsmon_matrix_row,
+        dsmon_matrixctl_set,
+        &rmonrpc_dsmon_matrixctl_t::dsmonMatrixCtlStatus>("dsmonMatrixCtl"),
+    keep<save_lock, load_lock>("dsmonAggControlLocked"),
+    keep_rows<
+        &probe::vlan_stats,
+        describe_vlan_row,
+        smon_vlan_ctl_set,
+        &rmonrpc_smon_vlan_ctl_t::smonVlanStatsControlStatus>("smonVlanStatsControl"),
+    keep_rows<
+        &probe::priority_stats,
+        describe_priority_row,
+        smon_prio_ctl_set,
+        &rmonrpc_smon_prio_ctl_t::smonPrioStatsControlStatus>("smonPrioStatsControl"),
+    keep_rows<&probe::art, describe_art_row, art_ctl_set, &rmonrpc_art_ctl_t::artControlStatus>("artControl"),
 };
 
 } // namespace
