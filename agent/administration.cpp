@@ -289,8 +289,6 @@ void load_resolvers(probe &agent, const rmonrpc_sys_resolvers_t &kept)
 
 rmonrpc_mibvar_t mibvar_get(probe &agent, const rmonrpc_mibvar_name &name)
 {
-    rmonrpc_mibvar_t reply{};
-    if (!variable_value(agent, text_of(name), reply.value))
-        reply = {no_such_name, 0};
-    return reply;
+    const auto reading = read_variable(agent, text_of(name));
+    return reading ? rmonrpc_mibvar_t{no_error, reading->value} : rmonrpc_mibvar_t{no_such_name, 0};
 }

@@ -15,6 +15,23 @@
 /** Of the frame check sequence, which captures and the kernel's counters leave out. */
 inline constexpr uint32_t fcs_octets = 4;
 
+/** Frames of other lengths are no good ones, whatever is in them. */
+inline bool is_good_length(uint32_t length)
+{
+    return length >= 64 && length <= 1518;
+}
+
+/** Of a MAC address: to more than one. */
+inline bool is_group(const uint8_t *mac)
+{
+    return mac[0] & 1;
+}
+
+inline bool is_broadcast(const uint8_t *mac)
+{
+    return (mac[0] & mac[1] & mac[2] & mac[3] & mac[4] & mac[5]) == 0xff;
+}
+
 struct ether_counters {
     uint64_t drop_events;
     uint64_t octets;
@@ -58,10 +75,9 @@ inline void count_frame(ether_counters &counters, const uint8_t *frame, uint32_t
                                        : counters.pkts_1024_to_1518;
     bucket++;
 
-    if (captured < 6 || !(frame[0] & 1))
+    if (captured < 6 || !is_group(frame))
         return;
-    const bool broadcast = (frame[0] & frame[1] & frame[2] & frame[3] & frame[4] & frame[5]) == 0xff;
-    (broadcast ? counters.broadcast_pkts : counters.multicast_pkts)++;
+    (is_broadcast(frame) ? counters.broadcast_pkts : counters.multicast_pkts)++;
 }
 
 /** What was counted between two moments. */

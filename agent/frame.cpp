@@ -80,9 +80,12 @@ void decode_sctp(frame &to, rest at)
 
 void decode_transport(frame &to, const rest &at)
 {
-    if (to.later_fragment)
+    if (to.later_fragment) {
         take_payload(to, at);
-    else if (to.ip_protocol == ip_tcp)
+        return;
+    }
+    to.transport = at.bytes;
+    if (to.ip_protocol == ip_tcp)
         decode_tcp(to, at);
     else if (to.ip_protocol == ip_udp)
         decode_udp(to, at);

@@ -80,6 +80,8 @@ struct frame {
     int32_t ip_protocol = -1;    // of what the last IP header carries that could be read; -1: no IP
     bool later_fragment = false; // of an IP packet: it has no transport header, and its payload no beginning
 
+    const uint8_t *transport =
+        nullptr;              // what the IP headers carry, from its beginning on; null in later fragments
     uint16_t source_port = 0; // TCP, UDP, SCTP; 0: none
     uint16_t destination_port = 0;
     uint8_t tcp_flags = 0;

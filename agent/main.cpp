@@ -1,5 +1,6 @@
 /* rmon-agent: starts the probe and the server, and runs them until a signal comes. */
 
+#include "agent/capture_save.h"
 #include "agent/dispatch.h"
 #include "agent/options.h"
 #include "agent/probe.h"
@@ -85,6 +86,10 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
     std::string wrong = open_server(server, agent.loop, chosen.host, chosen.port, on_call, &agent);
     if (!wrong.empty())
         return wrong;
+    if (!chosen.captures.empty())
+        wrong = open_captures(agent, chosen.captures);
+    if (!wrong.empty())
+        return wrong;
     const bool may_capture = chosen.capture && capture_permitted();
     wrong = start_probe(agent, may_capture, chosen.reading);
     if (!wrong.empty())
@@ -126,6 +131,7 @@ int main(int count, char **words)
         say(error);
     close_server(server);
     stop_probe(agent);
+    close_captures(agent);
     close_loop(agent.loop);
     return error.empty() ? 0 : 1;
 }

@@ -17,6 +17,8 @@ A monitoring agent (ONC RPC program 99999 version 1, TCP) that measures this mac
   --hold             begin to read only at SIGUSR1, so that rows can be set before
   --state DIRECTORY  keep all that is set in this directory, over restarts
   --no-capture       take Ethernet statistics from the kernel's counters, even with the right to capture
+  --captures DIR     where captured packets are saved when a client asks for it; made when it
+                     is not there. Without it nothing is saved.
   --help             this text
 
 When it is ready it says so on standard output: "rmon-agent: listening on ADDRESS:PORT".
@@ -47,7 +49,7 @@ std::string read_options(options &chosen, int count, char *const *words)
             name = name.substr(0, equals);
         }
         const bool takes_value = name == "--listen" || name == "--port" || name == "--state"
-                                 || name == "--read" || name == "--speed";
+                                 || name == "--read" || name == "--speed" || name == "--captures";
         if (takes_value && !joined) {
             if (++i == count)
                 return std::string(name) + " needs a value";
@@ -75,6 +77,10 @@ std::string read_options(options &chosen, int count, char *const *words)
             chosen.reading.repeat = true;
         } else if (name == "--hold") {
             chosen.reading.held = true;
+        } else if (name == "--captures") {
+            if (value.empty())
+                return "no directory: --captures";
+            chosen.captures = value;
         } else if (name == "--no-capture") {
             chosen.capture = false;
         } else if (name == "--help" || name == "-h") {

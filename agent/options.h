@@ -13,7 +13,8 @@ struct options {
     uint16_t port = RMONRPC_PORT;
     bool capture = true;
     file_reading reading;
-    std::string state; // directory, empty: nothing is kept
+    std::string state;    // directory, empty: nothing is kept
+    std::string captures; // directory, empty: none
     bool help = false;
 };
 

@@ -22,6 +22,10 @@ void on_announcement(void *context, uint32_t)
     const interface_news news = hear_interfaces(agent.interfaces, up_time(agent));
     for (const int32_t index : news.gone) {
         etherstats_interface_gone(agent, index);
+        history_interface_gone(agent, index);
+        hosts_interface_gone(agent, index);
+        matrix_interface_gone(agent, index);
+        channels_interface_gone(agent, index);
         dsmon_interface_gone(agent, index);
         smon_interface_gone(agent, index);
         art_interface_gone(agent, index);
@@ -43,6 +47,12 @@ uint32_t up_time(const probe &agent)
     return static_cast<uint32_t>(hundredths() - agent.started);
 }
 
+bool seconds_passed(uint32_t since, uint32_t now, uint32_t seconds)
+{
+    constexpr uint32_t early = 5;
+    return now - since + early >= seconds * 100;
+}
+
 std::string start_probe(probe &agent, bool may_capture, const file_reading &reading)
 {
     agent.started = hundredths();
@@ -58,6 +68,9 @@ std::string start_probe(probe &agent, bool may_capture, const file_reading &read
         return std::string("cannot read the interfaces: ") + std::strerror(errno);
     }
     start_etherstats(agent);
+    start_history(agent);
+    start_hosttopn(agent);
+    start_alarms(agent);
     start_art(agent);
     return {};
 }
@@ -67,6 +80,11 @@ void stop_probe(probe &agent)
     close_state(agent);
     agent.etherstats.clear();
     close_capture_files(agent.files, agent.loop);
+    agent.history.clear();
+    agent.hosts.clear();
+    agent.hosttopn.clear();
+    agent.matrix.clear();
+    agent.channels.clear();
     close_sources(agent.sources);
     if (agent.interfaces.announcements >= 0)
         unwatch(agent.loop, agent.interfaces.announcements);

@@ -3,19 +3,28 @@
 
 #include "agent/addrmap.h"
 #include "agent/administration.h"
+#include "agent/alarms.h"
 #include "agent/art.h"
+#include "agent/capture_buffers.h"
 #include "agent/capture_files.h"
+#include "agent/channels.h"
 #include "agent/dsmon_aggregation.h"
 #include "agent/dsmon_hosts.h"
 #include "agent/dsmon_matrix.h"
 #include "agent/dsmon_pdist.h"
 #include "agent/dsmon_stats.h"
 #include "agent/etherstats.h"
+#include "agent/events.h"
+#include "agent/filters.h"
 #include "agent/frame_clock.h"
+#include "agent/history.h"
 #include "agent/hlhost.h"
 #include "agent/hlmatrix.h"
+#include "agent/hosts.h"
+#include "agent/hosttopn.h"
 #include "agent/interfaces.h"
 #include "agent/loop.h"
+#include "agent/matrix.h"
 #include "agent/pdist.h"
 #include "agent/protocols.h"
 #include "agent/smon.h"
@@ -40,6 +49,16 @@ struct probe {
     source_table sources;
     capture_files files;
     etherstats_table etherstats;
+    history_table history;
+    host_table hosts;
+    topn_table hosttopn;
+    matrix_table matrix;
+    alarm_table alarms;
+    event_table events;
+    filter_table filters;
+    channel_table channels;
+    buffer_table buffers;
+    int captures = -1; // the directory of --captures
     dsmon_aggregation aggregation;
     dsmon_stats_table dsmon_stats;
     dsmon_pdist_table dsmon_pdist;
@@ -57,6 +76,12 @@ struct probe {
 
 /** sysUpTime: hundredths of a second since the agent's start, modulo 2^32. */
 uint32_t up_time(const probe &agent);
+
+/**
+ * Whether so many seconds passed between two values of sysUpTime that were
+ * taken on ticks, which come a few hundredths early or late.
+ */
+bool seconds_passed(uint32_t since, uint32_t now, uint32_t seconds);
 
 /**
  * Finds the interfaces, of this machine or as files play them, and begins to

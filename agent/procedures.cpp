@@ -1,14 +1,24 @@
 #include "agent/procedures.h"
 
 #include "agent/administration.h"
+#include "agent/alarms.h"
 #include "agent/art.h"
+#include "agent/capture_buffers.h"
+#include "agent/capture_save.h"
+#include "agent/channels.h"
 #include "agent/dsmon_aggregation.h"
 #include "agent/dsmon_hosts.h"
 #include "agent/dsmon_matrix.h"
 #include "agent/dsmon_pdist.h"
 #include "agent/dsmon_stats.h"
 #include "agent/etherstats.h"
+#include "agent/events.h"
+#include "agent/filters.h"
+#include "agent/history.h"
+#include "agent/hosts.h"
+#include "agent/hosttopn.h"
 #include "agent/interface_rows.h"
+#include "agent/matrix.h"
 #include "agent/pdir.h"
 #include "agent/probe.h"
 #include "agent/row_status_v2.h"
@@ -44,6 +54,19 @@ constexpr served_procedure procedures[] = {
     serve<ifentry_get>(ifentry_get_1),
     serve<etherstats_get>(etherstats_get_1),
     serve<etherstats_set>(etherstats_set_1),
+    serve<history_ctl_get>(history_ctl_get_1),
+    serve<history_ctl_set>(history_ctl_set_1),
+    serve<etherhistory_get>(etherhistory_get_1),
+    serve<host_ctl_get>(host_ctl_get_1),
+    serve<host_ctl_set>(host_ctl_set_1),
+    serve<host_get>(host_get_1),
+    serve<hosttime_get>(hosttime_get_1),
+    serve<hosttopn_ctl_get>(hosttopn_ctl_get_1),
+    serve<hosttopn_ctl_set>(hosttopn_ctl_set_1),
+    serve<hosttopn_get>(hosttopn_get_1),
+    serve<matrix_ctl_get>(matrix_ctl_get_1),
+    serve<matrix_ctl_set>(matrix_ctl_set_1),
+    serve<matrix_get>(matrix_get_1),
     serve<pdir_get>(pdir_get_1),
     serve<pdir_byidx_get>(pdir_byidx_get_1),
     serve<pdir_getnext_modified>(pdir_getnext_modified_1),
@@ -63,6 +86,19 @@ constexpr served_procedure procedures[] = {
     serve<hlmatrix_get_ctl::read>(hlmatrix_ctl_get_1),
     serve<hlmatrix_set_ctl::set>(hlmatrix_ctl_set_1),
     serve<hlmatrix_get>(hlmatrix_get_1),
+    serve<alarm_get>(alarm_get_1),
+    serve<alarm_set>(alarm_set_1),
+    serve<event_get>(event_get_1),
+    serve<event_set>(event_set_1),
+    serve<log_get>(log_get_1),
+    serve<filter_get>(filter_get_1),
+    serve<filter_set>(filter_set_1),
+    serve<channel_get>(channel_get_1),
+    serve<channel_set>(channel_set_1),
+    serve<buffer_ctl_get>(buffer_ctl_get_1),
+    serve<buffer_ctl_set>(buffer_ctl_set_1),
+    serve<capture_buf_get>(capture_buf_get_1),
+    serve<capture_save_file>(capture_save_file_1),
     serve<mibvar_get>(mibvar_get_1),
     serve<sys_ipconf_get>(sys_ipconf_get_1),
     serve<sys_ipconf_set>(sys_ipconf_set_1),

@@ -46,6 +46,9 @@ struct row_limits {
     std::size_t most = most_control_rows;
 };
 
+/** Rows that learn may hold much each, so that there are fewer of them. */
+inline constexpr row_limits learning_rows{first_control_index, last_control_index, 100};
+
 /** What a control table adds to the rules. Row has a member `row_status status`. */
 template <class Row, class Request> struct row_rules {
     /** Whether some value of the request is one that no row may have. */

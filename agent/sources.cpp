@@ -20,6 +20,10 @@ constexpr int frames_in_a_round = 1024;
  */
 constexpr int most_rounds = 64;
 
+/** Octets of the kernel's buffer where more than the usual part of each frame is captured: each frame takes
+ * as much. */
+constexpr int room_for_long_frames = 32 * 1024 * 1024;
+
 /** Octets, without check sequence, of the shortest frame that an adapter sends. */
 constexpr uint32_t shortest_on_the_wire = 60;
 
@@ -89,6 +93,8 @@ pcap_t *activate(const std::string &name, uint32_t octets, int &code, std::strin
         pcap_set_snaplen(capture, static_cast<int>(octets));
         pcap_set_promisc(capture, promiscuous);
         pcap_set_immediate_mode(capture, 1);
+        if (octets > usual_octets)
+            pcap_set_buffer_size(capture, room_for_long_frames);
         code = pcap_activate(capture);
         if (code >= 0 && pcap_datalink(capture) == DLT_EN10MB && pcap_setnonblock(capture, 1, error) == 0)
             return capture;
