@@ -3,7 +3,6 @@
 #include "agent/probe.h"
 #include "agent/read_rows.h"
 #include "agent/state.h"
-#include "agent/table.h"
 
 namespace {
 
