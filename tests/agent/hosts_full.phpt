@@ -1,0 +1,55 @@
+--TEST--
+The bundled agent's tables of hosts and conversations are full at 10000 rows; those used least recently give way
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/client.inc';
+require __DIR__ . '/captures.inc';
+
+// Host 0 speaks to 10050 others, and before each hundredth of them to host 1.
+$frames = [];
+for ($i = 1; $i <= 10050; $i++) {
+    if ($i % 100 === 0) {
+        $frames[] = [1.0, ethernet(mac(1), mac(0), 0x0800, '')];
+    }
+    $frames[] = [1.0, ethernet(mac($i), mac(0), 0x0800, '')];
+}
+$agent = reading_agent([capture_file($frames)]);
+$link = module_link($agent);
+foreach (['host', 'matrix'] as $name) {
+    expect_same(NO_ERROR, "rmon_{$name}_ctl_set"($link, 1, 1, '', CREATE_REQUEST), 'createRequest');
+    expect_same(NO_ERROR, "rmon_{$name}_ctl_set"($link, 1, 1, '', VALID), 'valid');
+}
+read_files($agent);
+
+// Hosts 2 to 52 are gone: 10051 were there.
+$control = rmon_host_ctl_get($link, 1);
+expect_same(10000, $control['hostControlTableSize'], 'hostControlTableSize');
+expect_same(true, $control['hostControlLastDeleteTime'] > 0, 'hostControlLastDeleteTime');
+$rows = rmon_host_getbulk($link, 1, [], 100000);
+expect_same(10000, count($rows), 'rows of a reply');
+$number = fn(array $address) => unpack('N', pack('C*', ...array_slice($address, 2)))[1];
+expect_same([0, 1, ...range(53, 10050)], array_map(fn($row) => $number($row['hostAddress']), $rows), 'hosts that are left');
+expect_same([1, 2, 3, 10000], array_map(fn(int $i) => $rows[$i]['hostCreationOrder'], [0, 1, 2, 9999]), 'creation orders');
+expect_same([10150.0, 101.0, 1.0], [$rows[0]['hostOutPkts'], $rows[1]['hostInPkts'], $rows[2]['hostInPkts']], 'counts');
+expect_same($rows[9999]['hostAddress'], rmon_hosttime_get($link, 1, 10000)['hostTimeAddress'], 'the last one found');
+expect_same(10000, count(rmon_hosttime_getbulk($link, 0, 0, PHP_INT_MAX & 0x7fffffff)), 'rows by creation order');
+
+// Of the conversations, one less: host 0 is in all of them.
+$control = rmon_matrix_ctl_get($link, 1);
+expect_same(10000, $control['matrixControlTableSize'], 'matrixControlTableSize');
+expect_same(true, $control['matrixControlLastDeleteTime'] > 0, 'matrixControlLastDeleteTime');
+$rows = rmon_matrix_sd_getbulk($link, 1, [], [], 100000);
+expect_same([1, ...range(52, 10050)], array_map(fn($row) => $number($row['matrixSDDestAddress']), $rows), 'conversations that are left');
+
+// A walk of a full table ends, and meets the same rows.
+for ($walked = 0, $at = []; $row = rmon_host_getnext($link, 1, $at); $at = $row['hostAddress']) {
+    $walked++;
+}
+expect_same(10000, $walked, 'rows of a walk');
+
+agent_done($agent);
+--EXPECT--
+OK
