@@ -132,9 +132,7 @@ void refresh_channel(probe &agent, int32_t index)
     }
     if (octets == work.octets)
         return;
-    // The new use begins before the old one ends, so that the source stays open.
-    if (attach(agent, row.data_source, count, &row, octets))
-        detach(agent, row.data_source, count, &row);
+    want_octets(agent, row.data_source, count, &row, octets);
     work.octets = octets;
 }
 

@@ -276,18 +276,31 @@ void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, ui
         counter.count(counter.row, seen);
 }
 
-bool attach(probe &agent, int32_t index, count_function count, void *row, uint32_t octets)
+bool attach(probe &agent, int32_t index, count_function count, void *row)
 {
     if (!use_source(agent.sources, index))
         return false;
     data_source &source = agent.sources.rows[index];
     take_waiting(source); // what arrived before is not for this row
-    source.counters.push_back({count, row, octets});
-    if (source.capture && source.octets < wanted_octets(source)) {
-        stop_capture(source);
-        resume_capture(source);
-    }
+    source.counters.push_back({count, row, usual_octets});
     return true;
+}
+
+void want_octets(probe &agent, int32_t index, count_function count, const void *row, uint32_t octets)
+{
+    const auto found = agent.sources.rows.find(index);
+    if (found == agent.sources.rows.end())
+        return;
+    data_source &source = found->second;
+    for (attached_counter &counter : source.counters)
+        if (counter.count == count && counter.row == row)
+            counter.octets = octets;
+    // More than is wanted does no harm, and costs less than a new capture.
+    if (!source.capture || source.octets >= wanted_octets(source))
+        return;
+    take_waiting(source);
+    stop_capture(source);
+    resume_capture(source);
 }
 
 void detach(probe &agent, int32_t index, count_function count, const void *row)
@@ -295,14 +308,9 @@ void detach(probe &agent, int32_t index, count_function count, const void *row)
     const auto found = agent.sources.rows.find(index);
     if (found == agent.sources.rows.end())
         return;
-    // What the capture keeps of a frame stays as it is: that it is too much costs less than a new capture.
-    const auto counter = std::ranges::find_if(found->second.counters, [&](const attached_counter &one) {
-        return one.count == count && one.row == row;
-    });
-    if (counter == found->second.counters.end())
-        return;
-    found->second.counters.erase(counter);
-    leave_source(agent.sources, index);
+    const auto is_it = [&](const attached_counter &one) { return one.count == count && one.row == row; };
+    if (std::erase_if(found->second.counters, is_it) > 0)
+        leave_source(agent.sources, index);
 }
 
 void catch_up(probe &agent, int32_t index)

@@ -78,11 +78,15 @@ void leave_source(source_table &table, int32_t index);
 
 /**
  * Begins to use a source and has each of its frames counted for a row, which
- * must stay where it is until it is detached. Captured are at least so many
- * octets of each frame. False when there is no Ethernet-like interface of this
+ * must stay where it is until it is detached. Rows count in the order in which
+ * they were attached. False when there is no Ethernet-like interface of this
  * index.
  */
-bool attach(probe &agent, int32_t index, count_function count, void *row, uint32_t octets = usual_octets);
+bool attach(probe &agent, int32_t index, count_function count, void *row);
+
+/** Has at least so many octets of each frame captured for a row that is attached; usual_octets are at the
+ * start. */
+void want_octets(probe &agent, int32_t index, count_function count, const void *row, uint32_t octets);
 
 /** Ends what attach() began for this counter and row. */
 void detach(probe &agent, int32_t index, count_function count, const void *row);
