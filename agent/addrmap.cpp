@@ -5,6 +5,7 @@
 #include "agent/frame.h"
 #include "agent/hl_control.h"
 #include "agent/probe.h"
+#include "agent/state.h"
 
 namespace {
 
@@ -116,7 +117,7 @@ int32_t start(probe &agent, address_watch_row &row)
 void stop(probe &agent, address_watch_row &row)
 {
     stop_counting<count>(agent, row);
-    for (const auto &[index, other] : agent.addresses.controls)
+    for (const auto &[index, other] : agent.address_watches)
         if (other.work && other.data_source == row.data_source)
             return;
     sift_learned(agent.addresses.rows, agent.addresses.rows.most, [&](const mapped_key &key) {
@@ -155,7 +156,7 @@ rmonrpc_addrmap_entry_t answer(uint32_t time_mark, const mapped_key &key, const 
 
 void addrmap_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.addresses.controls, index, rules);
+    remove_rows_on(agent, agent.address_watches, index, rules);
 }
 
 void addrmap_protocols_changed(probe &agent)
@@ -185,26 +186,43 @@ int32_t addrmap_scalars_set(probe &agent, const rmonrpc_addrmap_scalars_t &reque
     return no_error;
 }
 
+void addrmap_describe(rmonrpc_addrmap_ctl_t &record, int32_t index, const address_watch_row &row)
+{
+    record.addressMapControlIndex = index;
+    record.addressMapControlDataSource = row.data_source;
+    set_text(record.addressMapControlOwner, row.owner);
+    record.addressMapControlStatus = static_cast<int32_t>(row.status);
+}
+
+void save_address_map(probe &agent, state_writer &writer)
+{
+    rmonrpc_addrmap_scalars_t record{};
+    record.addressMapMaxDesiredEntries = agent.addresses.most;
+    write_record(writer, record);
+}
+
+void load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record)
+{
+    addrmap_scalars_set(agent, record);
+}
+
 rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_addrmap_ctl_t reply{};
-    const auto found = find_row(agent.addresses.controls, key.index, key.getType);
-    if (found == agent.addresses.controls.end()) {
+    const auto found = find_row(agent.address_watches, key.index, key.getType);
+    if (found == agent.address_watches.end()) {
         reply.status = no_such_name;
         return reply;
     }
-    reply.addressMapControlIndex = found->first;
-    reply.addressMapControlDataSource = found->second.data_source;
+    addrmap_describe(reply, found->first, found->second);
     reply.addressMapControlDroppedFrames = 0; // there are no frames that the agent chooses not to look at
-    set_text(reply.addressMapControlOwner, found->second.owner);
-    reply.addressMapControlStatus = static_cast<int32_t>(found->second.status);
     return reply;
 }
 
 int32_t addrmap_ctl_set(probe &agent, const rmonrpc_addrmap_ctl_t &request)
 {
     return set_row(
-        agent, agent.addresses.controls, request.addressMapControlIndex, request.addressMapControlStatus,
+        agent, agent.address_watches, request.addressMapControlIndex, request.addressMapControlStatus,
         request, rules);
 }
 

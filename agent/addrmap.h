@@ -18,6 +18,7 @@
 #include <map>
 
 struct probe;
+struct state_writer;
 
 struct mapped_key {
     key_address address;
@@ -39,10 +40,10 @@ struct address_watch {
 };
 
 using address_watch_row = counting_row<address_watch>;
+using address_watch_table = std::map<int32_t, address_watch_row>; // by addressMapControlIndex
 
 struct address_map {
-    std::map<int32_t, address_watch_row> controls; // by addressMapControlIndex
-    int32_t most = -1;                             // addressMapMaxDesiredEntries
+    int32_t most = -1; // addressMapMaxDesiredEntries
     learned_table<mapped_key, mapped_address> rows;
     ordered_view view;
 };
@@ -57,6 +58,12 @@ rmonrpc_addrmap_scalars_t addrmap_scalars_get(probe &agent);
 
 /** Sets the table's size; rows that are too many then go, those that were used least recently first. */
 int32_t addrmap_scalars_set(probe &agent, const rmonrpc_addrmap_scalars_t &request);
+
+/** What a set gives, with the row's state. */
+void addrmap_describe(rmonrpc_addrmap_ctl_t &record, int32_t index, const address_watch_row &row);
+
+void save_address_map(probe &agent, state_writer &writer);
+void load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record);
 
 rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
 

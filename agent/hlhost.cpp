@@ -132,6 +132,16 @@ void hlhost_protocols_changed(probe &agent)
     hl_sift<&protocol::host>(agent.hl_hosts);
 }
 
+void hlhost_describe(rmonrpc_hlhost_ctl_t &record, int32_t index, const hl_host_row &row)
+{
+    record.hlHostControlIndex = index;
+    record.hlHostControlDataSource = row.data_source;
+    record.hlHostControlNlMaxDesiredEntries = row.network_most;
+    record.hlHostControlAlMaxDesiredEntries = row.application_most;
+    set_text(record.hlHostControlOwner, row.owner);
+    record.hlHostControlStatus = static_cast<int32_t>(row.status);
+}
+
 rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_hlhost_ctl_t reply{};
@@ -141,8 +151,7 @@ rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
         return reply;
     }
     const hl_host_row &row = found->second;
-    reply.hlHostControlIndex = found->first;
-    reply.hlHostControlDataSource = row.data_source;
+    hlhost_describe(reply, found->first, row);
     if (row.work) {
         catch_up(agent, row.data_source);
         reply.hlHostControlNlDroppedFrames = row.work->network.dropped_frames;
@@ -152,10 +161,6 @@ rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
         reply.hlHostControlAlInserts = row.work->application.rows.inserts;
         reply.hlHostControlAlDeletes = row.work->application.rows.deletes;
     }
-    reply.hlHostControlNlMaxDesiredEntries = row.network_most;
-    reply.hlHostControlAlMaxDesiredEntries = row.application_most;
-    set_text(reply.hlHostControlOwner, row.owner);
-    reply.hlHostControlStatus = static_cast<int32_t>(row.status);
     return reply;
 }
 

@@ -34,6 +34,9 @@ void hlhost_interface_gone(probe &agent, int32_t index);
 /** Forgets the hosts' traffic of protocols that are not counted any more. */
 void hlhost_protocols_changed(probe &agent);
 
+/** What a set gives, with the row's state. */
+void hlhost_describe(rmonrpc_hlhost_ctl_t &record, int32_t index, const hl_host_row &row);
+
 rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
 
 /** By the row-status rules; the data source is fixed while a row is valid. A request_status. */

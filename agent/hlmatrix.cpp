@@ -145,6 +145,16 @@ void hlmatrix_protocols_changed(probe &agent)
     hl_sift<&protocol::matrix>(agent.hl_matrices);
 }
 
+void hlmatrix_describe(rmonrpc_hlmatrix_ctl_t &record, int32_t index, const hl_matrix_row &row)
+{
+    record.hlMatrixControlIndex = index;
+    record.hlMatrixControlDataSource = row.data_source;
+    record.hlMatrixControlNlMaxDesiredEntries = row.network_most;
+    record.hlMatrixControlAlMaxDesiredEntries = row.application_most;
+    set_text(record.hlMatrixControlOwner, row.owner);
+    record.hlMatrixControlStatus = static_cast<int32_t>(row.status);
+}
+
 rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_hlmatrix_ctl_t reply{};
@@ -154,8 +164,7 @@ rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &
         return reply;
     }
     const hl_matrix_row &row = found->second;
-    reply.hlMatrixControlIndex = found->first;
-    reply.hlMatrixControlDataSource = row.data_source;
+    hlmatrix_describe(reply, found->first, row);
     if (row.work) {
         catch_up(agent, row.data_source);
         reply.hlMatrixControlNlDroppedFrames = row.work->network.dropped_frames;
@@ -165,10 +174,6 @@ rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &
         reply.hlMatrixControlAlInserts = row.work->application.rows.inserts;
         reply.hlMatrixControlAlDeletes = row.work->application.rows.deletes;
     }
-    reply.hlMatrixControlNlMaxDesiredEntries = row.network_most;
-    reply.hlMatrixControlAlMaxDesiredEntries = row.application_most;
-    set_text(reply.hlMatrixControlOwner, row.owner);
-    reply.hlMatrixControlStatus = static_cast<int32_t>(row.status);
     return reply;
 }
 

@@ -38,6 +38,9 @@ void hlmatrix_interface_gone(probe &agent, int32_t index);
 /** Forgets the pairs' traffic of protocols that are not counted any more. */
 void hlmatrix_protocols_changed(probe &agent);
 
+/** What a set gives, with the row's state. */
+void hlmatrix_describe(rmonrpc_hlmatrix_ctl_t &record, int32_t index, const hl_matrix_row &row);
+
 rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
 
 /** By the row-status rules; the data source is fixed while a row is valid. A request_status. */

@@ -3,6 +3,9 @@
 #include "agent/bulk.h"
 #include "agent/probe.h"
 #include "agent/row_status_v2.h"
+#include "agent/state.h"
+
+#include <ranges>
 
 namespace {
 
@@ -130,7 +133,8 @@ int32_t create(probe &agent, const protocol_key &key, const rmonrpc_pdir_t &requ
         return bad_value;
     }
     assign(*made, request);
-    made->flags |= extension_protocol;
+    if (!directory.removed.erase(key))
+        made->flags |= extension_protocol;
     activate_protocol(directory, *made, active);
     changed(agent);
     return no_error;
@@ -159,6 +163,8 @@ int32_t destroy(probe &agent, const protocol &which)
 {
     if (which.children > 0 || which.flags & base_protocol)
         return bad_value;
+    if (!(which.flags & extension_protocol))
+        agent.protocols.removed.insert({which.id, which.parameters});
     pdist_protocol_gone(agent, which);
     remove_protocol(agent.protocols, which.local_index);
     forget_uncounted(agent);
@@ -235,4 +241,37 @@ int32_t pdir_lastchange_get(probe &agent)
 int32_t pdir_destroy_all_autolearned(probe &)
 {
     return no_error;
+}
+
+void save_protocols(probe &agent, state_writer &writer)
+{
+    constexpr const wire::layout *layout = &wire::layout_of<rmonrpc_pdir_t>;
+    // Before a layer goes, those above it have to, and their identifiers are longer.
+    for (const protocol_key &key : agent.protocols.removed | std::views::reverse) {
+        rmonrpc_pdir_t record{};
+        set_bytes(record.protocolDirID, key.id);
+        set_bytes(record.protocolDirParameters, key.parameters);
+        record.protocolDirStatus = static_cast<int32_t>(row_status_v2::destroy);
+        write_record(writer, record);
+        release_written(&record, *layout);
+    }
+    // In the order of the local indexes: a layer stands before those above it.
+    for (const auto &which : agent.protocols.rows) {
+        if (!which || !which->modified)
+            continue;
+        rmonrpc_pdir_t record = describe(*which);
+        write_record(writer, record);
+        release_written(&record, *layout);
+    }
+}
+
+void load_protocol(probe &agent, const rmonrpc_pdir_t &record)
+{
+    const protocol_key key = key_of(record.protocolDirID, record.protocolDirParameters);
+    const bool active = record.protocolDirStatus == static_cast<int32_t>(row_status_v2::active);
+    if (record.protocolDirStatus != static_cast<int32_t>(row_status_v2::destroy)
+        && !agent.protocols.by_id.contains(key))
+        create(agent, key, record, active);
+    else
+        pdir_set(agent, record);
 }

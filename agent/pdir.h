@@ -6,6 +6,7 @@
 #include <cstdint>
 
 struct probe;
+struct state_writer;
 
 rmonrpc_pdir_arr_t pdir_get(probe &agent, const rmonrpc_pdir_key_t &key);
 
@@ -25,3 +26,7 @@ int32_t pdir_lastchange_get(probe &agent);
 
 /** The agent learns no protocols by itself, so there is nothing to remove. */
 int32_t pdir_destroy_all_autolearned(probe &agent);
+
+/** The rows that a set made, changed or removed. */
+void save_protocols(probe &agent, state_writer &writer);
+void load_protocol(probe &agent, const rmonrpc_pdir_t &record);

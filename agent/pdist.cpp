@@ -143,6 +143,14 @@ void pdist_protocol_gone(probe &agent, const protocol &which)
     }
 }
 
+void pdist_describe(rmonrpc_pdist_ctl_t &record, int32_t index, const distribution_row &row)
+{
+    record.protocolDistControlIndex = index;
+    record.protocolDistControlDataSource = row.data_source;
+    set_text(record.protocolDistControlOwner, row.owner);
+    record.protocolDistControlStatus = static_cast<int32_t>(row.status);
+}
+
 rmonrpc_pdist_ctl_t pdist_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_pdist_ctl_t reply{};
@@ -151,13 +159,9 @@ rmonrpc_pdist_ctl_t pdist_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
         reply.status = no_such_name;
         return reply;
     }
-    const distribution_row &row = found->second;
-    reply.protocolDistControlIndex = found->first;
-    reply.protocolDistControlDataSource = row.data_source;
+    pdist_describe(reply, found->first, found->second);
     reply.protocolDistControlDroppedFrames = 0; // there are no frames that the agent chooses not to count
-    reply.protocolDistControlCreateTime = row.create_time;
-    set_text(reply.protocolDistControlOwner, row.owner);
-    reply.protocolDistControlStatus = static_cast<int32_t>(row.status);
+    reply.protocolDistControlCreateTime = found->second.create_time;
     return reply;
 }
 

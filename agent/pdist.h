@@ -40,6 +40,9 @@ void pdist_interface_gone(probe &agent, int32_t index);
 /** What was counted as a protocol that leaves the directory stays part of the one below. */
 void pdist_protocol_gone(probe &agent, const protocol &which);
 
+/** What a set gives, with the row's state. */
+void pdist_describe(rmonrpc_pdist_ctl_t &record, int32_t index, const distribution_row &row);
+
 rmonrpc_pdist_ctl_t pdist_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
 
 /** By the row-status rules; the data source is fixed while a row is valid. A request_status. */

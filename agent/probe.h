@@ -70,6 +70,7 @@ struct probe {
     struct frame_clock frame_clock;
     distribution_table distributions;
     address_map addresses;
+    address_watch_table address_watches;
     hl_host_table hl_hosts;
     hl_matrix_table hl_matrices;
 };

@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -92,6 +93,9 @@ struct protocol_directory {
     /** By local index. An index is never given twice, so a removed protocol leaves a null. */
     std::vector<std::unique_ptr<protocol>> rows;
     std::map<protocol_key, int32_t> by_id;
+    /** Protocols that the agent knows by itself and a set removed: what is kept of them is that they are
+     * gone. */
+    std::set<protocol_key> removed;
     uint32_t last_change = 0; // sysUpTime
 };
 

@@ -1,5 +1,6 @@
 /* What survives a restart, one line each, in the order in which it is taken back. */
 
+#include "agent/pdir.h"
 #include "agent/probe.h"
 #include "agent/state.h"
 
@@ -43,6 +44,25 @@ constexpr state_part parts[] = {
     keep_rows<&probe::trapdests, trapdest_describe, trapdest_set, &rmonrpc_snmp_trapdest_t::trapDestStatus>(
         "trapDest"),
     keep<save_communities, load_community>("communities"),
+    keep<save_protocols, load_protocol>("protocols"),
+    keep<save_address_map, load_address_map>("addressMap"),
+    keep_rows<
+        &probe::address_watches,
+        addrmap_describe,
+        addrmap_ctl_set,
+        &rmonrpc_addrmap_ctl_t::addressMapControlStatus>("addressMapControl"),
+    keep_rows<
+        &probe::distributions,
+        pdist_describe,
+        pdist_ctl_set,
+        &rmonrpc_pdist_ctl_t::protocolDistControlStatus>("protocolDist"),
+    keep_rows<&probe::hl_hosts, hlhost_describe, hlhost_ctl_set, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>(
+        "hlHost"),
+    keep_rows<
+        &probe::hl_matrices,
+        hlmatrix_describe,
+        hlmatrix_ctl_set,
+        &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>("hlMatrix"),
     keep<save_profiles, load_profile>("dsmonAggControl"),
     keep<save_groups, load_group>("dsmonAggGroup"),
     keep<save_dscp_maps, load_dscp>("dsmonAggProfile"),
