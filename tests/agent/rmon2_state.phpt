@@ -12,8 +12,16 @@ $directory = sys_get_temp_dir() . '/rmon-state-' . getmypid();
 register_shutdown_function(fn() => [array_map(unlink(...), glob("$directory/*")), @rmdir($directory)]);
 $options = ['--no-capture', '--state', $directory];
 $agent = bundled_agent(...$options);
-$link = module_link($agent);
+$link = link_by('127.0.0.1');
 $lo = if_index('lo');
+
+/** A link to the agent. The module has one for each host text, so each agent gets a text of its own. */
+function link_by(string $host): mixed
+{
+    global $agent;
+    ini_set('rmon.default_port', (string) $agent->port);
+    return rmon_connect($host);
+}
 
 /** Sets a protocol's row. */
 function set_protocol(array $key, string $descr, int $host, int $art, int $status): int
@@ -57,9 +65,8 @@ expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 17, 69), 'files', 2, 1
 
 $before = settings($link);
 end_agent($agent, 9);
-rmon_close($link);
 $agent = bundled_agent(...$options);
-$link = module_link($agent);
+$link = link_by('localhost');
 expect_same($before, settings($link), 'all of it after the kill');
 
 // Nothing is kept twice: made undone, it stays undone.
@@ -67,12 +74,10 @@ expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 6, 60000), '', 3, 3, D
 expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 1, $lo, 7, 0, 'hosts', DESTROY), 'remove the hosts');
 $before = settings($link);
 end_agent($agent, 9);
-rmon_close($link);
 $agent = bundled_agent(...$options);
-$link = module_link($agent);
+$link = link_by('127.1');
 expect_same($before, settings($link), 'all of it after another kill');
 
-rmon_close($link);
 agent_done($agent);
 --EXPECT--
 OK
