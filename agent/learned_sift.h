@@ -35,12 +35,13 @@ void sift_learned(learned_table<Key, Row> &table, uint32_t most, Wanted wanted)
     sifted.deletes = table.deletes + static_cast<uint32_t>(table.entries.size() - staying.size());
     sifted.version = table.version + 1;
     for (const uint32_t old : staying) {
-        grow_heads(sifted);
+        grow_slots(sifted);
         const auto index = static_cast<uint32_t>(sifted.entries.size());
         sifted.entries.emplace_back();
         sifted.entries[index].key = table.entries[old].key;
         sifted.entries[index].row = table.entries[old].row;
-        link_hash(sifted, index);
+        sifted.entries[index].tag = table.entries[old].tag;
+        link_slot(sifted, index);
         link_newest(sifted, index);
         keep_learned(sifted, index, table.entries[old].kept);
     }

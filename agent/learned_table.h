@@ -26,16 +26,22 @@ inline constexpr uint32_t no_entry = UINT32_MAX;
 template <class Key, class Row> struct learned_entry {
     Key key{};
     Row row{};
-    uint32_t chained = no_entry; // the next one with the same hash
-    uint32_t older = no_entry;   // neighbours in the order of use
+    uint32_t tag = 0;          // of the key
+    uint32_t older = no_entry; // neighbours in the order of use
     uint32_t newer = no_entry;
     bool kept = false; // never gives way, and stands outside the order of use
+};
+
+/** Where an entry is found: at the place that its tag tells, or the first free one behind that. */
+struct learned_slot {
+    uint32_t tag = 0;
+    uint32_t index = no_entry; // of the entry; no_entry: free
 };
 
 template <class Key, class Row> struct learned_table {
     uint32_t most = default_learned_rows;
     std::vector<learned_entry<Key, Row>> entries;
-    std::vector<uint32_t> heads; // by hash; as many as a power of 2
+    std::vector<learned_slot> slots; // a power of 2, of which at most half are taken
     uint32_t oldest = no_entry;
     uint32_t newest = no_entry;
     uint32_t kept = 0;    // entries that never give way
@@ -70,9 +76,11 @@ template <class Key> uint64_t hash_of(const Key &key)
 
 /* ---- the parts that learn() and the others are made of --------------------------- */
 
-template <class Key, class Row> uint32_t &head_of(learned_table<Key, Row> &table, const Key &key)
+/** The part of a key's hash that is kept: an entry with another tag need not be looked at. */
+template <class Key> uint32_t tag_of(const Key &key)
 {
-    return table.heads[hash_of(key) & (table.heads.size() - 1)];
+    const uint64_t hash = hash_of(key);
+    return static_cast<uint32_t>(hash ^ hash >> 32);
 }
 
 template <class Key> bool same_key(const Key &one, const Key &other)
@@ -98,43 +106,63 @@ template <class Key, class Row> void link_newest(learned_table<Key, Row> &table,
     table.newest = index;
 }
 
-/** Takes an entry out of the chain of its hash. */
-template <class Key, class Row> void unlink_hash(learned_table<Key, Row> &table, uint32_t index)
+/** Takes an entry's slot away and closes the gap, so that those behind it are still found. */
+template <class Key, class Row> void unlink_slot(learned_table<Key, Row> &table, uint32_t index)
 {
-    uint32_t *link = &head_of(table, table.entries[index].key);
-    while (*link != index)
-        link = &table.entries[*link].chained;
-    *link = table.entries[index].chained;
+    const std::size_t mask = table.slots.size() - 1;
+    std::size_t gap = table.entries[index].tag & mask;
+    while (table.slots[gap].index != index)
+        gap = (gap + 1) & mask;
+    for (std::size_t at = (gap + 1) & mask; table.slots[at].index != no_entry; at = (at + 1) & mask) {
+        const std::size_t home = table.slots[at].tag & mask;
+        if (((at - home) & mask) < ((at - gap) & mask))
+            continue; // it would stand before the place that its tag tells
+        table.slots[gap] = table.slots[at];
+        gap = at;
+    }
+    table.slots[gap] = {};
 }
 
-template <class Key, class Row> void link_hash(learned_table<Key, Row> &table, uint32_t index)
+template <class Key, class Row> void link_slot(learned_table<Key, Row> &table, uint32_t index)
 {
-    uint32_t &head = head_of(table, table.entries[index].key);
-    table.entries[index].chained = head;
-    head = index;
+    const std::size_t mask = table.slots.size() - 1;
+    const uint32_t tag = table.entries[index].tag;
+    std::size_t at = tag & mask;
+    while (table.slots[at].index != no_entry)
+        at = (at + 1) & mask;
+    table.slots[at] = {tag, index};
 }
 
-/** Makes room for another entry's chain: twice as many heads once there are as many entries. */
-template <class Key, class Row> void grow_heads(learned_table<Key, Row> &table)
+/** Makes room for another entry's slot: twice as many once there are half as many entries. */
+template <class Key, class Row> void grow_slots(learned_table<Key, Row> &table)
 {
-    if (table.entries.size() < table.heads.size())
+    if (table.entries.size() * 2 < table.slots.size())
         return;
-    table.heads.assign(std::max<std::size_t>(16, table.heads.size() * 2), no_entry);
+    table.slots.assign(std::max<std::size_t>(16, table.slots.size() * 2), learned_slot{});
     for (uint32_t i = 0; i < table.entries.size(); i++)
-        link_hash(table, i);
+        link_slot(table, i);
+}
+
+/** The entry with a key that has this tag, or no_entry. */
+template <class Key, class Row>
+uint32_t find_tagged(const learned_table<Key, Row> &table, const Key &key, uint32_t tag)
+{
+    if (table.slots.empty())
+        return no_entry;
+    const std::size_t mask = table.slots.size() - 1;
+    for (std::size_t at = tag & mask;; at = (at + 1) & mask) {
+        const learned_slot &slot = table.slots[at];
+        if (slot.index == no_entry || (slot.tag == tag && same_key(table.entries[slot.index].key, key)))
+            return slot.index;
+    }
 }
 
 /* ---- use ---------------------------------------------------------------------------- */
 
 /** The entry with this key, or no_entry. It does not count as use. */
-template <class Key, class Row> uint32_t find_learned(learned_table<Key, Row> &table, const Key &key)
+template <class Key, class Row> uint32_t find_learned(const learned_table<Key, Row> &table, const Key &key)
 {
-    if (table.heads.empty())
-        return no_entry;
-    uint32_t index = head_of(table, key);
-    while (index != no_entry && !same_key(table.entries[index].key, key))
-        index = table.entries[index].chained;
-    return index;
+    return find_tagged(table, key, tag_of(key));
 }
 
 /**
@@ -143,7 +171,8 @@ template <class Key, class Row> uint32_t find_learned(learned_table<Key, Row> &t
  */
 template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const Key &key)
 {
-    uint32_t index = find_learned(table, key);
+    const uint32_t tag = tag_of(key);
+    uint32_t index = find_tagged(table, key, tag);
     if (index != no_entry) {
         if (!table.entries[index].kept && table.newest != index) {
             unlink_use(table, index);
@@ -153,7 +182,7 @@ template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const
     }
 
     if (table.entries.size() < table.most) {
-        grow_heads(table);
+        grow_slots(table);
         index = static_cast<uint32_t>(table.entries.size());
         table.entries.emplace_back();
     } else {
@@ -161,13 +190,14 @@ template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const
         if (index == no_entry)
             return nullptr;
         unlink_use(table, index);
-        unlink_hash(table, index);
+        unlink_slot(table, index);
         table.deletes++;
     }
     auto &entry = table.entries[index];
     entry.key = key;
+    entry.tag = tag;
     entry.row = {};
-    link_hash(table, index);
+    link_slot(table, index);
     link_newest(table, index);
     table.inserts++;
     table.version++;
@@ -195,7 +225,7 @@ template <class Key, class Row> void forget_all(learned_table<Key, Row> &table)
 {
     table.deletes += static_cast<uint32_t>(table.entries.size());
     table.entries.clear();
-    std::ranges::fill(table.heads, no_entry);
+    std::ranges::fill(table.slots, learned_slot{});
     table.oldest = table.newest = no_entry;
     table.kept = 0;
     table.version++;
