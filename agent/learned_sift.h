@@ -15,18 +15,19 @@
 template <class Key, class Row, class Wanted>
 void sift_learned(learned_table<Key, Row> &table, uint32_t most, Wanted wanted)
 {
-    std::vector<uint32_t> staying; // kept ones, then from the least to the most recently used
+    std::vector<learned_use> staying; // kept ones, then from the least to the most recently used
     for (uint32_t i = 0; i < table.entries.size(); i++)
-        if (table.entries[i].kept && wanted(table.entries[i].key))
-            staying.push_back(i);
-    const std::size_t kept = staying.size();
-    for (uint32_t i = table.oldest; i != no_entry; i = table.entries[i].newer)
         if (wanted(table.entries[i].key))
-            staying.push_back(i);
+            staying.push_back({table.entries[i].used, i});
+    std::ranges::sort(staying, [&](const learned_use &one, const learned_use &other) {
+        const bool kept = table.entries[one.index].kept;
+        return kept != table.entries[other.index].kept ? kept : one.used < other.used;
+    });
     if (staying.size() > most) {
-        const std::size_t surplus = std::min(staying.size() - most, staying.size() - kept);
-        const auto first = staying.begin() + static_cast<std::ptrdiff_t>(kept);
-        staying.erase(first, first + static_cast<std::ptrdiff_t>(surplus));
+        const auto first = std::ranges::find_if(
+            staying, [&](const learned_use &one) { return !table.entries[one.index].kept; });
+        const auto surplus = static_cast<std::ptrdiff_t>(staying.size() - most);
+        staying.erase(first, first + std::min(surplus, staying.end() - first));
     }
 
     learned_table<Key, Row> sifted;
@@ -34,7 +35,7 @@ void sift_learned(learned_table<Key, Row> &table, uint32_t most, Wanted wanted)
     sifted.inserts = table.inserts;
     sifted.deletes = table.deletes + static_cast<uint32_t>(table.entries.size() - staying.size());
     sifted.version = table.version + 1;
-    for (const uint32_t old : staying) {
+    for (const auto [used, old] : staying) {
         grow_slots(sifted);
         const auto index = static_cast<uint32_t>(sifted.entries.size());
         sifted.entries.emplace_back();
@@ -42,7 +43,7 @@ void sift_learned(learned_table<Key, Row> &table, uint32_t most, Wanted wanted)
         sifted.entries[index].row = table.entries[old].row;
         sifted.entries[index].tag = table.entries[old].tag;
         link_slot(sifted, index);
-        link_newest(sifted, index);
+        begin_use(sifted, index);
         keep_learned(sifted, index, table.entries[old].kept);
     }
     table = std::move(sifted);

@@ -26,10 +26,10 @@ inline constexpr uint32_t no_entry = UINT32_MAX;
 template <class Key, class Row> struct learned_entry {
     Key key{};
     Row row{};
-    uint32_t tag = 0;          // of the key
-    uint32_t older = no_entry; // neighbours in the order of use
-    uint32_t newer = no_entry;
-    bool kept = false; // never gives way, and stands outside the order of use
+    uint64_t used = 0;  // the number of its last use
+    uint64_t first = 0; // the number of its first use
+    uint32_t tag = 0;   // of the key
+    bool kept = false;  // never gives way
 };
 
 /** Where an entry is found: at the place that its tag tells, or the first free one behind that. */
@@ -38,12 +38,25 @@ struct learned_slot {
     uint32_t index = no_entry; // of the entry; no_entry: free
 };
 
+/** An entry in the order of use. */
+struct learned_use {
+    uint64_t used;
+    uint32_t index;
+};
+
 template <class Key, class Row> struct learned_table {
     uint32_t most = default_learned_rows;
     std::vector<learned_entry<Key, Row>> entries;
     std::vector<learned_slot> slots; // a power of 2, of which at most half are taken
-    uint32_t oldest = no_entry;
-    uint32_t newest = no_entry;
+    uint64_t uses = 0;
+    /**
+     * The order of use as it was at sorted_at, from the entry on that gives way
+     * next. Those that were used since are skipped: they stand behind all others.
+     */
+    std::vector<learned_use> by_use;
+    std::size_t next = 0;
+    std::vector<learned_use> fresh; // the first uses since then
+    uint64_t sorted_at = 0;
     uint32_t kept = 0;    // entries that never give way
     uint32_t inserts = 0; // since the table began; what the MIBs count
     uint32_t deletes = 0;
@@ -88,22 +101,61 @@ template <class Key> bool same_key(const Key &one, const Key &other)
     return std::memcmp(&one, &other, sizeof one) == 0;
 }
 
-/** Takes an entry out of the order of use. */
-template <class Key, class Row> void unlink_use(learned_table<Key, Row> &table, uint32_t index)
+/** The next one in the order of use that can give way, as far as the order is known; else no_entry. */
+template <class Key, class Row> uint32_t next_unused(learned_table<Key, Row> &table)
 {
-    auto &entry = table.entries[index];
-    (entry.older == no_entry ? table.oldest : table.entries[entry.older].newer) = entry.newer;
-    (entry.newer == no_entry ? table.newest : table.entries[entry.newer].older) = entry.older;
+    while (table.next < table.by_use.size()) {
+        const uint32_t index = table.by_use[table.next++].index;
+        if (!table.entries[index].kept && table.entries[index].used <= table.sorted_at)
+            return index;
+    }
+    return no_entry;
 }
 
-/** Puts an entry at the new end of the order of use. */
-template <class Key, class Row> void link_newest(learned_table<Key, Row> &table, uint32_t index)
+/**
+ * Makes the order of use anew, when it has been used up: all entries are fresh
+ * then, or were used again. The fresh ones are in order, so that only the
+ * others are sorted.
+ */
+template <class Key, class Row> void sort_by_use(learned_table<Key, Row> &table)
+{
+    std::erase_if(table.fresh, [&](const learned_use &one) {
+        return table.entries[one.index].used != one.used || table.entries[one.index].kept;
+    });
+    std::vector<learned_use> again;
+    for (uint32_t i = 0; i < table.entries.size(); i++) {
+        const auto &entry = table.entries[i];
+        if (!entry.kept && entry.used != entry.first)
+            again.push_back({entry.used, i});
+    }
+    std::ranges::sort(again, {}, &learned_use::used);
+    table.by_use.resize(table.fresh.size() + again.size());
+    std::ranges::merge(table.fresh, again, table.by_use.begin(), {}, &learned_use::used, &learned_use::used);
+    table.fresh.clear();
+    table.sorted_at = table.uses;
+    table.next = 0;
+}
+
+/** Notes the first use of an entry. */
+template <class Key, class Row> void begin_use(learned_table<Key, Row> &table, uint32_t index)
 {
     auto &entry = table.entries[index];
-    entry.older = table.newest;
-    entry.newer = no_entry;
-    (table.newest == no_entry ? table.oldest : table.entries[table.newest].newer) = index;
-    table.newest = index;
+    entry.used = entry.first = ++table.uses;
+    table.fresh.push_back({entry.used, index});
+}
+
+/**
+ * The entry that was used least recently, of those that can give way. Uses only
+ * leave their number, and the order is made when it has been used up: that
+ * costs less than to keep it with every use.
+ */
+template <class Key, class Row> uint32_t least_recently_used(learned_table<Key, Row> &table)
+{
+    const uint32_t index = next_unused(table);
+    if (index != no_entry || table.kept == table.entries.size())
+        return index;
+    sort_by_use(table);
+    return next_unused(table);
 }
 
 /** Takes an entry's slot away and closes the gap, so that those behind it are still found. */
@@ -174,10 +226,7 @@ template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const
     const uint32_t tag = tag_of(key);
     uint32_t index = find_tagged(table, key, tag);
     if (index != no_entry) {
-        if (!table.entries[index].kept && table.newest != index) {
-            unlink_use(table, index);
-            link_newest(table, index);
-        }
+        table.entries[index].used = ++table.uses;
         return &table.entries[index].row;
     }
 
@@ -186,19 +235,18 @@ template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const
         index = static_cast<uint32_t>(table.entries.size());
         table.entries.emplace_back();
     } else {
-        index = table.oldest;
+        index = least_recently_used(table);
         if (index == no_entry)
             return nullptr;
-        unlink_use(table, index);
         unlink_slot(table, index);
         table.deletes++;
     }
     auto &entry = table.entries[index];
     entry.key = key;
     entry.tag = tag;
+    begin_use(table, index);
     entry.row = {};
     link_slot(table, index);
-    link_newest(table, index);
     table.inserts++;
     table.version++;
     return &entry.row;
@@ -211,13 +259,8 @@ template <class Key, class Row> void keep_learned(learned_table<Key, Row> &table
     if (entry.kept == keep)
         return;
     entry.kept = keep;
-    if (keep) {
-        unlink_use(table, index);
-        table.kept++;
-    } else {
-        link_newest(table, index);
-        table.kept--;
-    }
+    entry.used = ++table.uses;
+    table.kept += keep ? 1 : -1u;
 }
 
 /** Forgets all rows; the counts of inserts and deletes go on. */
@@ -226,7 +269,9 @@ template <class Key, class Row> void forget_all(learned_table<Key, Row> &table)
     table.deletes += static_cast<uint32_t>(table.entries.size());
     table.entries.clear();
     std::ranges::fill(table.slots, learned_slot{});
-    table.oldest = table.newest = no_entry;
+    table.by_use.clear();
+    table.fresh.clear();
+    table.next = 0;
     table.kept = 0;
     table.version++;
 }
