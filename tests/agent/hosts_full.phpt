@@ -22,6 +22,7 @@ foreach (['host', 'matrix'] as $name) {
     expect_same(NO_ERROR, "rmon_{$name}_ctl_set"($link, 1, 1, '', CREATE_REQUEST), 'createRequest');
     expect_same(NO_ERROR, "rmon_{$name}_ctl_set"($link, 1, 1, '', VALID), 'valid');
 }
+usleep(30000); // sysUpTime 0 would say that nothing was ever deleted
 read_files($agent);
 
 // Hosts 2 to 52 are gone: 10051 were there.
