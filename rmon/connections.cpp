@@ -1,6 +1,7 @@
 #include "rmon/connections.h"
 
 #include "rmon/arguments.h"
+#include "rmon/rpc/rmonrpc_transport.h"
 
 #include <arpa/inet.h>
 #include <fcntl.h>
@@ -257,10 +258,12 @@ CLIENT *clnt_rmon_create(const char *host)
 
     int socket = -1; // any
     CLIENT *client = clnttcp_create(&address, RMONRPC_PROGRAM, RMONRPC_VERSION, &socket, 0, 0);
+    if (!client)
+        return nullptr;
     // Commands that the web server or the module starts are not to inherit the link.
-    if (client && clnt_control(client, CLGET_FD, reinterpret_cast<char *>(&socket)))
+    if (clnt_control(client, CLGET_FD, reinterpret_cast<char *>(&socket)))
         fcntl(socket, F_SETFD, FD_CLOEXEC);
-    return client;
+    return client_over(client, RMONRPC_PROGRAM, RMONRPC_VERSION);
 }
 
 CLIENT *client_of(link_id link)
