@@ -135,7 +135,9 @@ zend_resource *connect_for_request(const char *host, zend_string *key)
     zend_resource index{};
     GC_SET_REFCOUNT(&index, 1);
     index.type = le_index_ptr;
-    index.ptr = reinterpret_cast<void *>(static_cast<zend_long>(resource->handle));
+    // An id in the place of a pointer: a pointer would outlive the resource.
+    index.ptr = reinterpret_cast<void *>( // NOLINT(performance-no-int-to-ptr)
+        static_cast<zend_long>(resource->handle));
     zend_hash_update_mem(&EG(regular_list), key, &index, sizeof index);
     return resource;
 }
