@@ -95,6 +95,10 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
     if (!wrong.empty())
         return wrong;
     say(origin(chosen, may_capture));
+    if (chosen.netflow)
+        wrong = open_netflow(agent, chosen.host, *chosen.netflow);
+    if (!wrong.empty())
+        return wrong;
     if (!chosen.state.empty())
         wrong = open_state(agent, chosen.state);
     if (!wrong.empty())

@@ -15,6 +15,8 @@ A monitoring agent (ONC RPC program 99999 version 1, TCP) that measures this mac
   --speed SPEED      of reading files: "full" (as fast as possible) or "recorded"
   --loop             begin a file again at its end
   --hold             begin to read only at SIGUSR1, so that rows can be set before
+  --netflow NUMBER   UDP port on which NetFlow export packets (versions 5 and 9) are taken; 0 takes
+                     any free one
   --state DIRECTORY  keep all that is set in this directory, over restarts
   --no-capture       take Ethernet statistics from the kernel's counters, even with the right to capture
   --captures DIR     where captured packets are saved when a client asks for it; made when it
@@ -49,7 +51,8 @@ std::string read_options(options &chosen, int count, char *const *words)
             name = name.substr(0, equals);
         }
         const bool takes_value = name == "--listen" || name == "--port" || name == "--state"
-                                 || name == "--read" || name == "--speed" || name == "--captures";
+                                 || name == "--captures" || name == "--netflow" || name == "--read"
+                                 || name == "--speed";
         if (takes_value && !joined) {
             if (++i == count)
                 return std::string(name) + " needs a value";
@@ -81,6 +84,9 @@ std::string read_options(options &chosen, int count, char *const *words)
             if (value.empty())
                 return "no directory: --captures";
             chosen.captures = value;
+        } else if (name == "--netflow") {
+            if (!read_port(value, chosen.netflow.emplace()))
+                return "no port number: " + std::string(value);
         } else if (name == "--no-capture") {
             chosen.capture = false;
         } else if (name == "--help" || name == "-h") {

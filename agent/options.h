@@ -6,6 +6,7 @@
 #include "rmon/rpc/rmonrpc.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 struct options {
@@ -13,8 +14,9 @@ struct options {
     uint16_t port = RMONRPC_PORT;
     bool capture = true;
     file_reading reading;
-    std::string state;    // directory, empty: nothing is kept
-    std::string captures; // directory, empty: none
+    std::string state;               // directory, empty: nothing is kept
+    std::string captures;            // directory, empty: none
+    std::optional<uint16_t> netflow; // UDP port
     bool help = false;
 };
 

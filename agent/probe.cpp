@@ -77,6 +77,7 @@ std::string start_probe(probe &agent, bool may_capture, const file_reading &read
 
 void stop_probe(probe &agent)
 {
+    close_netflow(agent);
     close_state(agent);
     agent.etherstats.clear();
     close_capture_files(agent.files, agent.loop);

@@ -26,6 +26,8 @@
 #include "agent/loop.h"
 #include "agent/matrix.h"
 #include "agent/pdist.h"
+#include "agent/nde.h"
+#include "agent/netflow.h"
 #include "agent/protocols.h"
 #include "agent/smon.h"
 #include "agent/snmp_settings.h"
@@ -43,6 +45,8 @@ struct probe {
     administration settings;
     trapdest_table trapdests;
     community_table communities;
+    nde_tables nde;
+    netflow_learning netflow;
     state_store state;
     interface_table interfaces;
     protocol_directory protocols;

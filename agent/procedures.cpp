@@ -20,6 +20,8 @@
 #include "agent/interface_rows.h"
 #include "agent/matrix.h"
 #include "agent/pdir.h"
+#include "agent/nde.h"
+#include "agent/netflow.h"
 #include "agent/probe.h"
 #include "agent/row_status_v2.h"
 #include "agent/smon.h"
@@ -141,7 +143,18 @@ constexpr served_procedure procedures[] = {
     serve<dsmon_matrixctl_set>(dsmon_matrixctl_set_1),
     serve<dsmon_matrixsdstats_get>(dsmon_matrixsdstats_get_1),
     serve<dsmon_matrixdsstats_get>(dsmon_matrixdsstats_get_1),
+    serve<nde_device_get>(nde_device_get_1),
+    serve<nde_device_set>(nde_device_set_1),
+    serve<nde_datasrc_get>(nde_datasrc_get_1),
+    serve<nde_datasrc_set>(nde_datasrc_set_1),
+    serve<nde_flow_path_get>(nde_flow_path_get_1),
+    serve<nde_flow_path_set>(nde_flow_path_set_1),
+    serve<nde_learned_dev_get>(nde_learned_dev_get_1),
+    serve<nde_auto_learned_enable>(nde_auto_learned_enable_1),
+    serve<nde_auto_learned_disable>(nde_auto_learned_disable_1),
+    serve<nde_learned_dev_status>(nde_learned_dev_status_1),
     serve<pdir_destroy_all_autolearned>(pdir_destroy_all_autolearned_1),
+    serve<nde_learned_dev_intf_get>(nde_learned_dev_intf_get_1),
     serve<nlhost_make_persistent>(nlhost_make_persistent_1),
     serve<nlhost_make_nonpersistent>(nlhost_make_nonpersistent_1),
     serve<nlmatrix_make_persistent>(nlmatrix_make_persistent_1),

@@ -98,6 +98,10 @@ constexpr state_part parts[] = {
         smon_prio_ctl_set,
         &rmonrpc_smon_prio_ctl_t::smonPrioStatsControlStatus>("smonPrioStatsControl"),
     keep_rows<&probe::art, describe_art_row, art_ctl_set, &rmonrpc_art_ctl_t::artControlStatus>("artControl"),
+    keep<save_nde_devices, nde_device_set>("ndeDevice"),
+    keep<save_nde_datasrcs, load_nde_datasrc>("ndeDatasrc"),
+    keep<save_nde_paths, nde_flow_path_set>("ndeFlowPath"),
+    keep<save_learning, load_learning>("ndeLearning"),
 };
 
 } // namespace
