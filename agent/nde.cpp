@@ -3,7 +3,7 @@
 #include "agent/probe.h"
 #include "agent/reply.h"
 #include "agent/state.h"
-#include "agent/table.h"
+#include "agent/read_rows.h"
 
 #include <climits>
 #include <string_view>

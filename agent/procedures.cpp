@@ -42,6 +42,8 @@ int32_t test(probe &)
 /* The lines of tables that have a RowStatus (RFC 2579). */
 using pdist_get_ctl = with_row_status<pdist_ctl_get, &rmonrpc_pdist_ctl_t::protocolDistControlStatus>;
 using pdist_set_ctl = with_row_status<pdist_ctl_set, &rmonrpc_pdist_ctl_t::protocolDistControlStatus>;
+using trapdest_get_row = with_row_status<trapdest_get, &rmonrpc_snmp_trapdest_t::trapDestStatus>;
+using trapdest_set_row = with_row_status<trapdest_set, &rmonrpc_snmp_trapdest_t::trapDestStatus>;
 using addrmap_get_ctl = with_row_status<addrmap_ctl_get, &rmonrpc_addrmap_ctl_t::addressMapControlStatus>;
 using addrmap_set_ctl = with_row_status<addrmap_ctl_set, &rmonrpc_addrmap_ctl_t::addressMapControlStatus>;
 using hlhost_get_ctl = with_row_status<hlhost_ctl_get, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>;
@@ -108,8 +110,8 @@ constexpr served_procedure procedures[] = {
     serve<sys_hostname_set>(sys_hostname_set_1),
     serve<sys_resolvers_get>(sys_resolvers_get_1),
     serve<sys_resolvers_set>(sys_resolvers_set_1),
-    serve<trapdest_get>(trapdest_get_1),
-    serve<trapdest_set>(trapdest_set_1),
+    serve<trapdest_get_row::read>(trapdest_get_1),
+    serve<trapdest_set_row::set>(trapdest_set_1),
     serve<community_get>(community_get_1),
     serve<community_set>(community_set_1),
     serve<dsmon_stats_ctl_get>(dsmon_stats_ctl_get_1),
