@@ -80,6 +80,11 @@ const char *origin(const options &chosen, bool may_capture)
 /** Runs until it is told to end. An empty text, or what went wrong. */
 std::string serve_until_signal(probe &agent, tcp_server &server, const options &chosen)
 {
+    if (!chosen.voice.empty()) {
+        const std::string mistake = read_scenario(agent.voice.scenario, chosen.voice);
+        if (!mistake.empty())
+            return mistake;
+    }
     hearing heard{&agent, -1};
     if (!open_loop(agent.loop) || !catch_signals(heard))
         return std::string("cannot wait for events: ") + std::strerror(errno);
@@ -103,6 +108,7 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
         wrong = open_state(agent, chosen.state);
     if (!wrong.empty())
         return wrong;
+    play_scenario(agent);
     if (!chosen.reading.held && !begin_capture_files(agent.files, agent.loop))
         return std::string("cannot read files: ") + std::strerror(errno);
 

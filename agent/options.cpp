@@ -17,6 +17,7 @@ A monitoring agent (ONC RPC program 99999 version 1, TCP) that measures this mac
   --hold             begin to read only at SIGUSR1, so that rows can be set before
   --netflow NUMBER   UDP port on which NetFlow export packets (versions 5 and 9) are taken; 0 takes
                      any free one
+  --voice FILE       scenario of phones and calls that fills the voice tables (agent/voice.ini)
   --state DIRECTORY  keep all that is set in this directory, over restarts
   --no-capture       take Ethernet statistics from the kernel's counters, even with the right to capture
   --captures DIR     where captured packets are saved when a client asks for it; made when it
@@ -52,7 +53,7 @@ std::string read_options(options &chosen, int count, char *const *words)
         }
         const bool takes_value = name == "--listen" || name == "--port" || name == "--state"
                                  || name == "--captures" || name == "--netflow" || name == "--read"
-                                 || name == "--speed";
+                                 || name == "--speed" || name == "--voice";
         if (takes_value && !joined) {
             if (++i == count)
                 return std::string(name) + " needs a value";
@@ -87,6 +88,10 @@ std::string read_options(options &chosen, int count, char *const *words)
         } else if (name == "--netflow") {
             if (!read_port(value, chosen.netflow.emplace()))
                 return "no port number: " + std::string(value);
+        } else if (name == "--voice") {
+            if (value.empty())
+                return "no file: --voice";
+            chosen.voice = value;
         } else if (name == "--no-capture") {
             chosen.capture = false;
         } else if (name == "--help" || name == "-h") {

@@ -14,9 +14,10 @@ struct options {
     uint16_t port = RMONRPC_PORT;
     bool capture = true;
     file_reading reading;
+    std::optional<uint16_t> netflow; // UDP port
+    std::string voice;               // scenario, empty: none
     std::string state;               // directory, empty: nothing is kept
     std::string captures;            // directory, empty: none
-    std::optional<uint16_t> netflow; // UDP port
     bool help = false;
 };
 

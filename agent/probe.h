@@ -34,6 +34,7 @@
 #include "agent/sources.h"
 #include "agent/state.h"
 #include "agent/system_group.h"
+#include "agent/voice.h"
 
 #include <cstdint>
 #include <string>
@@ -47,6 +48,7 @@ struct probe {
     community_table communities;
     nde_tables nde;
     netflow_learning netflow;
+    voice_monitors voice;
     state_store state;
     interface_table interfaces;
     protocol_directory protocols;

@@ -27,6 +27,7 @@
 #include "agent/smon.h"
 #include "agent/snmp_settings.h"
 #include "agent/system_group.h"
+#include "agent/voice_rows.h"
 
 #include <algorithm>
 #include <iterator>
@@ -50,6 +51,10 @@ using hlhost_get_ctl = with_row_status<hlhost_ctl_get, &rmonrpc_hlhost_ctl_t::hl
 using hlhost_set_ctl = with_row_status<hlhost_ctl_set, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>;
 using hlmatrix_get_ctl = with_row_status<hlmatrix_ctl_get, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>;
 using hlmatrix_set_ctl = with_row_status<hlmatrix_ctl_set, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>;
+
+constexpr auto sccp = &voice_monitors::sccp;
+constexpr auto h323 = &voice_monitors::h323;
+constexpr auto mgcp = &voice_monitors::mgcp;
 
 constexpr served_procedure procedures[] = {
     serve<test>(rmonrpc_test_1),
@@ -124,6 +129,29 @@ constexpr served_procedure procedures[] = {
     serve<smon_prio_ctl_get>(smon_prio_ctl_get_1),
     serve<smon_prio_ctl_set>(smon_prio_ctl_set_1),
     serve<smon_prio_get>(smon_prio_get_1),
+    serve<voice_get<sccp, &sccp_monitor::calls, rmonrpc_sccp_call_row_t>>(call_rec_get_1),
+    serve<voice_get<sccp, &sccp_monitor::phones, rmonrpc_sccp_phone_row_t>>(phone_rec_get_1),
+    serve<voice_get<sccp, &sccp_monitor::top_jitter, rmonrpc_sccp_top_row_t>>(top_jitter_rec_get_1),
+    serve<voice_get<sccp, &sccp_monitor::top_lost, rmonrpc_sccp_top_row_t>>(top_pkt_lost_rec_get_1),
+    serve<voice_get<sccp, &sccp_monitor::top_latency, rmonrpc_sccp_top_row_t>>(top_latency_rec_get_1),
+    serve<get_sccp_voice_coll_params>(get_sccp_voice_coll_params_1),
+    serve<set_sccp_voice_coll_table_sizes>(set_sccp_voice_coll_table_sizes_1),
+    serve<voice_switch<sccp, &voice_config_params_t::enable, 1>>(enable_sccp_voice_coll_1),
+    serve<voice_switch<sccp, &voice_config_params_t::enable, 0>>(disable_sccp_voice_coll_1),
+    serve<get_sccp_aggregate>(get_sccp_aggregate_1),
+    serve<set_sccp_voice_coll_thresholds>(set_sccp_voice_coll_thresholds_1),
+    serve<voice_switch<sccp, &voice_config_params_t::jitter_alarm_enable, 1>>(
+        enable_sccp_voice_coll_jitter_alarm_1),
+    serve<voice_switch<sccp, &voice_config_params_t::jitter_alarm_enable, 0>>(
+        disable_sccp_voice_coll_jitter_alarm_1),
+    serve<voice_switch<sccp, &voice_config_params_t::pkt_lost_alarm_enable, 1>>(
+        enable_sccp_voice_coll_pkt_lost_alarm_1),
+    serve<voice_switch<sccp, &voice_config_params_t::pkt_lost_alarm_enable, 0>>(
+        disable_sccp_voice_coll_pkt_lost_alarm_1),
+    serve<voice_switch<sccp, &voice_config_params_t::latency_alarm_enable, 1>>(
+        enable_sccp_voice_coll_latency_alarm_1),
+    serve<voice_switch<sccp, &voice_config_params_t::latency_alarm_enable, 0>>(
+        disable_sccp_voice_coll_latency_alarm_1),
     serve<art_ctl_get>(art_ctl_get_1),
     serve<art_ctl_set>(art_ctl_set_1),
     serve<art_rpt_get>(art_rpt_get_1),
@@ -135,6 +163,33 @@ constexpr served_procedure procedures[] = {
     serve<dsmon_aggctl_locked>(dsmon_aggctl_locked_1),
     serve<dsmon_aggctl_set_lock>(dsmon_aggctl_set_lock_1),
     serve<dsmon_stats_ctl_set>(dsmon_stats_ctl_set_1),
+    serve<voice_clear<sccp, &sccp_monitor::phones>>(clear_sccp_phone_table_1),
+    serve<voice_clear<sccp, &sccp_monitor::calls>>(clear_sccp_call_table_1),
+    serve<voice_clear<sccp, &sccp_monitor::top_jitter>>(clear_sccp_top_jitter_table_1),
+    serve<voice_clear<sccp, &sccp_monitor::top_lost>>(clear_sccp_top_pkt_lost_table_1),
+    serve<voice_clear<sccp, &sccp_monitor::top_latency>>(clear_sccp_top_latency_table_1),
+    serve<voice_get<h323, &h323_monitor::calls, rmonrpc_h323_call_row_t>>(h323_call_rec_get_1),
+    serve<voice_get<h323, &h323_monitor::phones, rmonrpc_h323_phone_row_t>>(h323_phone_rec_get_1),
+    serve<voice_get<h323, &h323_monitor::top_jitter, rmonrpc_h323_call_row_t>>(h323_top_jitter_rec_get_1),
+    serve<voice_get<h323, &h323_monitor::top_lost, rmonrpc_h323_call_row_t>>(h323_top_pkt_lost_rec_get_1),
+    serve<get_h323_voice_coll_params>(get_h323_voice_coll_params_1),
+    serve<set_h323_voice_coll_table_sizes>(set_h323_voice_coll_table_sizes_1),
+    serve<voice_switch<h323, &voice_config_params_t::enable, 1>>(enable_h323_voice_coll_1),
+    serve<voice_switch<h323, &voice_config_params_t::enable, 0>>(disable_h323_voice_coll_1),
+    serve<get_h323_aggregate>(get_h323_aggregate_1),
+    serve<set_h323_voice_coll_thresholds>(set_h323_voice_coll_thresholds_1),
+    serve<voice_switch<h323, &voice_config_params_t::jitter_alarm_enable, 1>>(
+        enable_h323_voice_coll_jitter_alarm_1),
+    serve<voice_switch<h323, &voice_config_params_t::jitter_alarm_enable, 0>>(
+        disable_h323_voice_coll_jitter_alarm_1),
+    serve<voice_switch<h323, &voice_config_params_t::pkt_lost_alarm_enable, 1>>(
+        enable_h323_voice_coll_pkt_lost_alarm_1),
+    serve<voice_switch<h323, &voice_config_params_t::pkt_lost_alarm_enable, 0>>(
+        disable_h323_voice_coll_pkt_lost_alarm_1),
+    serve<voice_clear<h323, &h323_monitor::phones>>(clear_h323_phone_table_1),
+    serve<voice_clear<h323, &h323_monitor::calls>>(clear_h323_call_table_1),
+    serve<voice_clear<h323, &h323_monitor::top_jitter>>(clear_h323_top_jitter_table_1),
+    serve<voice_clear<h323, &h323_monitor::top_lost>>(clear_h323_top_pkt_lost_table_1),
     serve<dsmon_pdistctl_get>(dsmon_pdistctl_get_1),
     serve<dsmon_pdistctl_set>(dsmon_pdistctl_set_1),
     serve<dsmon_hostctl_get>(dsmon_hostctl_get_1),
@@ -170,6 +225,28 @@ constexpr served_procedure procedures[] = {
     serve<dspdist_make_persistent>(dspdist_make_persistent_1),
     serve<dspdist_make_nonpersistent>(dspdist_make_nonpersistent_1),
     serve<pdist_get_others>(pdist_get_others_1),
+    serve<voice_get<mgcp, &mgcp_monitor::calls, rmonrpc_mgcp_call_t>>(mgcp_call_rec_get_1),
+    serve<voice_get<mgcp, &mgcp_monitor::phones, rmonrpc_mgcp_phone_t>>(mgcp_phone_rec_get_1),
+    serve<voice_get<mgcp, &mgcp_monitor::top_jitter, rmonrpc_mgcp_call_t>>(mgcp_top_jitter_rec_get_1),
+    serve<voice_get<mgcp, &mgcp_monitor::top_lost, rmonrpc_mgcp_call_t>>(mgcp_top_pkt_lost_rec_get_1),
+    serve<get_mgcp_voice_coll_params>(get_mgcp_voice_coll_params_1),
+    serve<set_mgcp_voice_coll_table_sizes>(set_mgcp_voice_coll_table_sizes_1),
+    serve<voice_switch<mgcp, &voice_config_params_t::enable, 1>>(enable_mgcp_voice_coll_1),
+    serve<voice_switch<mgcp, &voice_config_params_t::enable, 0>>(disable_mgcp_voice_coll_1),
+    serve<get_mgcp_aggregate>(get_mgcp_aggregate_1),
+    serve<set_mgcp_voice_coll_thresholds>(set_mgcp_voice_coll_thresholds_1),
+    serve<voice_switch<mgcp, &voice_config_params_t::jitter_alarm_enable, 1>>(
+        enable_mgcp_voice_coll_jitter_alarm_1),
+    serve<voice_switch<mgcp, &voice_config_params_t::jitter_alarm_enable, 0>>(
+        disable_mgcp_voice_coll_jitter_alarm_1),
+    serve<voice_switch<mgcp, &voice_config_params_t::pkt_lost_alarm_enable, 1>>(
+        enable_mgcp_voice_coll_pkt_lost_alarm_1),
+    serve<voice_switch<mgcp, &voice_config_params_t::pkt_lost_alarm_enable, 0>>(
+        disable_mgcp_voice_coll_pkt_lost_alarm_1),
+    serve<voice_clear<mgcp, &mgcp_monitor::phones>>(clear_mgcp_phone_table_1),
+    serve<voice_clear<mgcp, &mgcp_monitor::calls>>(clear_mgcp_call_table_1),
+    serve<voice_clear<mgcp, &mgcp_monitor::top_jitter>>(clear_mgcp_top_jitter_table_1),
+    serve<voice_clear<mgcp, &mgcp_monitor::top_lost>>(clear_mgcp_top_pkt_lost_table_1),
 };
 
 static_assert(std::ranges::is_sorted(procedures, std::ranges::less_equal{}, &served_procedure::number));

@@ -102,6 +102,9 @@ constexpr state_part parts[] = {
     keep<save_nde_datasrcs, load_nde_datasrc>("ndeDatasrc"),
     keep<save_nde_paths, nde_flow_path_set>("ndeFlowPath"),
     keep<save_learning, load_learning>("ndeLearning"),
+    keep<save_sccp_settings, load_sccp_settings>("sccp"),
+    keep<save_h323_settings, load_h323_settings>("h323"),
+    keep<save_mgcp_settings, load_mgcp_settings>("mgcp"),
 };
 
 } // namespace

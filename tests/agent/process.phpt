@@ -11,7 +11,7 @@ $program = agent_program();
 
 [$code, $help, $errors] = run($program, '--help');
 expect_same([0, ''], [$code, $errors], 'help');
-foreach (['--listen', '--port', '--no-capture', '--read', '--speed', '--loop', '--hold', '--state', '--netflow', '--help', '9911', '127.0.0.1'] as $word) {
+foreach (['--listen', '--port', '--no-capture', '--read', '--speed', '--loop', '--hold', '--state', '--netflow', '--voice', '--help', '9911', '127.0.0.1'] as $word) {
     expect_same(true, str_contains($help, $word), "help names $word");
 }
 
