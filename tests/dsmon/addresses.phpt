@@ -103,9 +103,16 @@ foreach ($places as [$function, $procedure, $arguments, $request]) {
     check_closed_by_handler($function, $arguments);
 }
 
-// Of two addresses that are too long the first one is named.
-$arguments = [1, 2, 3, 4, 5, range(1, 257), range(1, 256)];
-expect_no_call('dsmon_matrixsdstats_get', [the_link(), ...$arguments], false, ['too many (257) elements in addr!']);
+// Of two addresses both are counted before either is converted; the first that is too long is named.
+foreach (['dsmon_matrixsdstats_get', 'dsmon_matrixdsstats_getnext'] as $function) {
+    $source = ['1', '2'];
+    $arguments = [the_link(), 1, 2, 3, 4, 5, &$source, range(1, 256)];
+    expect_no_call($function, $arguments, false, ['too many (256) elements in addr!']);
+    expect_same(['1', '2'], $source, 'what the script holds');
+    $source = range(1, 257);
+    expect_no_call($function, $arguments, false, ['too many (257) elements in addr!']);
+    unset($source);
+}
 
 // A literal is never written to.
 for ($round = 0; $round < 2; $round++) {

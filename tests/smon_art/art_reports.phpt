@@ -187,6 +187,14 @@ foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
     }
 }
 
+// Of two addresses both are counted before either is converted; the first that is too long is named.
+$server = ['1', '2'];
+$arguments = [the_link(), 1, 2, &$server, range(1, 256)];
+expect_no_call('rmon_art_rpt_get', $arguments, false, ['too many (256) elements in addr!']);
+expect_same(['1', '2'], $server, 'what the script holds');
+$server = range(1, 257);
+expect_no_call('rmon_art_rpt_getbulk', [...$arguments, 5], false, ['too many (257) elements in addr!']);
+
 done();
 ?>
 --EXPECT--
