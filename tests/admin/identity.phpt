@@ -64,6 +64,8 @@ expect_settings("NORV_TARGET_ID=1\n NORV_PROD_NO=\"ab\"\nXNORV_PROD_DESCR=\"cd\"
 // Later lines win, and of what they replace nothing is left.
 expect_settings("NORV_TARGET_ID=3\nNORV_PROD_NO=\"long one\"\nNORV_PROD_NO=\"x\"\nNORV_TARGET_ID=4\n", 4, 'x');
 expect_settings("NORV_PROD_DESCR=\"long one\"\nNORV_PROD_DESCR=\"\"\nNORV_TARGET_ID=4\n", 4);
+expect_settings("NORV_TARGET_ID=4\nNORV_PROD_NO=\"long one\"\nNORV_PROD_NO=ab\n", 4, "b\n");
+expect_settings("NORV_TARGET_ID=4\nNORV_PROD_DESCR=\"long one\"\nNORV_PROD_DESCR=\n", 4);
 
 // A line is read 254 characters at a time, and each piece is a line.
 foreach (['NORV_PROD_NO=' => 1, 'NORV_PROD_DESCR=' => 2] as $key => $place) {
