@@ -52,6 +52,8 @@ function control_rows(mixed $link): array
 $before = control_rows($link);
 expect_same([1, 40], array_column($before['history_ctl'], 'historyControlIndex'), 'history rows');
 end_agent($agent, 9);
+rmon_close($link);
+rmon_close($link); // the second one ends it: the link to the new agent is another one
 $agent = reading_agent([$file], '--state', $directory);
 $link = module_link($agent);
 expect_same($before, control_rows($link), 'rows after a kill');
