@@ -86,6 +86,9 @@ void add(words &out, uint32_t word)
     out.push_back(htonl(word));
 }
 
+/** With how many destinations a source speaks: tables of pairs are ordered by source. */
+constexpr uint32_t destinations = 8;
+
 /** Adds one row; its numbers follow from the row's. The first field is the status. */
 void add_row(words &out, const fields &row, uint32_t number)
 {
@@ -104,10 +107,11 @@ void add_row(words &out, const fields &row, uint32_t number)
         }
         if (kind == 'b')
             add(out, 4);
+        const uint32_t address = kind == 'b' && *field == 'b' ? number / destinations : number + value;
         for (unsigned i = 0; i < (kind == 'b' ? 4 : units); i++)
             add(out, kind == 't' ? (i < sizeof text ? static_cast<uint8_t>(text[i]) : 0)
                      : i == 0    ? 10
-                     : i < 4     ? (number + value) >> (8 * (3 - i)) & 0xff
+                     : i < 4     ? address >> (8 * (3 - i)) & 0xff
                                  : 0);
         value++;
     }

@@ -23,6 +23,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <concepts>
 #include <string_view>
 
 /* ---- values --------------------------------------------------------------------- */
@@ -178,7 +179,7 @@ template <auto... Path> struct at {
 };
 
 /** A field under its own name. */
-template <auto Member> struct field {
+template <auto Member> struct field : at<Member> {
     static constexpr std::array keys{member_key<Member>::key};
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
@@ -187,7 +188,7 @@ template <auto Member> struct field {
 };
 
 /** A field under another name. */
-template <key_text Key, auto... Path> struct named {
+template <key_text Key, auto... Path> struct named : at<Path...> {
     static constexpr std::array keys{text_key<Key>::key};
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
@@ -232,7 +233,7 @@ inline void set_address_or_zero(zval *slot, const wire::byte_list &list)
         ZVAL_LONG(slot, 0);
 }
 
-template <auto Member> struct address_or_zero {
+template <auto Member> struct address_or_zero : at<Member> {
     static constexpr std::array keys{member_key<Member>::key};
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
@@ -240,13 +241,39 @@ template <auto Member> struct address_or_zero {
     }
 };
 
-template <key_text Key, auto Member> struct named_address_or_zero {
+template <key_text Key, auto Member> struct named_address_or_zero : at<Member> {
     static constexpr std::array keys{text_key<Key>::key};
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
         set_address_or_zero(&slot->val, record.*Member);
     }
 };
+
+/** A column that shows a byte list, and tells which. */
+template <class Column, class Record>
+concept shows_bytes = requires(const Record &record)
+{
+    {
+        Column::in(record)
+        } -> std::same_as<const wire::byte_list &>;
+};
+
+/**
+ * Puts a column into a row that stands behind another. In tables that are
+ * ordered by address the same ones stand below each other; one array serves
+ * them all until a script writes to it.
+ */
+template <class Column, class Record>
+void put_behind(Bucket *slot, const Record &record, const Bucket *slot_before, const Record &before)
+{
+    if constexpr (shows_bytes<Column, Record>) {
+        if (wire::same_bytes(Column::in(record), Column::in(before))) {
+            ZVAL_COPY(&slot->val, &slot_before->val);
+            return;
+        }
+    }
+    Column::put(slot, record);
+}
 
 /** Several columns in a row; itself a column. */
 template <class... Column> struct columns {
@@ -259,6 +286,16 @@ template <class... Column> struct columns {
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
         ((Column::put(slot, record), slot += Column::keys.size()), ...);
+    }
+    template <class Record>
+    static void put(Bucket *slot, const Record &record, const Bucket *slot_before, const Record &before)
+    {
+        const auto one = [&]<class Each>() {
+            put_behind<Each>(slot, record, slot_before, before);
+            slot += Each::keys.size();
+            slot_before += Each::keys.size();
+        };
+        (one.template operator()<Column>(), ...);
     }
 };
 
@@ -325,6 +362,28 @@ constexpr size_t used_bytes(uint32_t count)
     return HT_HASH_SIZE(HT_SIZE_TO_MASK(table_size(count))) + count * sizeof(Bucket);
 }
 
+/**
+ * Copies a table's data block, in steps of a cache line: for the sizes that
+ * most rows have, that takes half the time of the string instruction that
+ * compilers make of a memcpy() of a known size. Both blocks have room for
+ * table_bytes(count).
+ */
+template <uint32_t count> void copy_table(void *to, const void *from)
+{
+    constexpr size_t line = 64;
+    constexpr size_t whole = used_bytes(count) / line * line;
+    constexpr size_t longest_in_steps = 2048;
+    if constexpr (whole > longest_in_steps) {
+        std::memcpy(to, from, used_bytes(count));
+        return;
+    }
+    auto *out = static_cast<std::byte *>(to);
+    const auto *in = static_cast<const std::byte *>(from);
+    for (size_t i = 0; i < whole; i += line)
+        std::memcpy(out + i, in + i, line);
+    std::memcpy(out + whole, in + whole, used_bytes(count) - whole);
+}
+
 /** Takes the keys off a row whose slots were left undefined. */
 void drop_undefined(zend_array *row);
 
@@ -345,8 +404,8 @@ inline constexpr bool may_be_absent<within<Member, Column...>> = (may_be_absent<
 template <class... Column>
 inline constexpr bool may_be_absent<row_shape<Column...>> = (may_be_absent<Column> || ...);
 
-/** The array of one record. */
-template <class Shape, class Record> zend_array *make_row(const Record &record)
+/** A row with the keys of a shape, and no values yet. */
+template <class Shape> zend_array *blank_row()
 {
     constexpr auto count = static_cast<uint32_t>(Shape::keys.size());
     (void)Shape::declared;
@@ -356,9 +415,17 @@ template <class Shape, class Record> zend_array *make_row(const Record &record)
     constexpr size_t size =
         table_bytes(count); // a constant of its own: the engine picks the bin while compiling
     void *data = emalloc(size);
-    std::memcpy(data, HT_GET_DATA_ADDR(prototype), used_bytes(count));
+    copy_table<count>(data, HT_GET_DATA_ADDR(prototype));
     HT_SET_DATA_ADDR(row, data);
-    Shape::put(row->arData, record);
+    return row;
+}
+
+/** The array of one record; behind: the row and the record before it, or neither. */
+template <class Shape, class Record, class... Before>
+zend_array *make_row(const Record &record, const Before &...behind)
+{
+    zend_array *row = blank_row<Shape>();
+    Shape::put(row->arData, record, behind...);
     if constexpr (may_be_absent<Shape>)
         drop_undefined(row);
     return row;
@@ -367,7 +434,13 @@ template <class Shape, class Record> zend_array *make_row(const Record &record)
 /** The list of all rows, under 0, 1, 2 in their order. */
 template <class Shape, class Record> zend_array *make_rows(const Record *records, uint32_t length)
 {
-    return make_list(length, [=](zval *slot, uint32_t i) { ZVAL_ARR(slot, make_row<Shape>(records[i])); });
+    const Bucket *before = nullptr;
+    return make_list(length, [records, before](zval *slot, uint32_t i) mutable {
+        zend_array *row =
+            before ? make_row<Shape>(records[i], before, records[i - 1]) : make_row<Shape>(records[i]);
+        before = row->arData;
+        ZVAL_ARR(slot, row);
+    });
 }
 
 template <class Shape, class Record> zend_array *make_rows(const wire::rows<Record> &rows)

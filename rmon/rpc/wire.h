@@ -55,6 +55,17 @@ inline const uint8_t *bytes_of(const byte_list &list)
     return list.length <= byte_list::inside ? list.small : list.large;
 }
 
+/** Whether two lists are the same; the last byte, in which neighbours mostly differ, is looked at first. */
+inline bool same_bytes(const byte_list &one, const byte_list &other)
+{
+    const uint32_t length = one.length;
+    if (length != other.length)
+        return false;
+    return length == 0
+           || (bytes_of(one)[length - 1] == bytes_of(other)[length - 1]
+               && std::memcmp(bytes_of(one), bytes_of(other), length) == 0);
+}
+
 /** A list for a request; the bytes must outlive it. */
 inline byte_list list_of(const uint8_t *bytes, uint32_t length)
 {
