@@ -2,7 +2,7 @@
 
 #include "agent/bulk.h"
 #include "agent/probe.h"
-#include "agent/row_status_v2.h"
+#include "agent/row_status.h"
 #include "agent/state.h"
 
 #include <ranges>
@@ -45,7 +45,7 @@ rmonrpc_pdir_t describe(const protocol &which)
     row.protocolDirMatrixConfig = word(which.matrix);
     set_text(row.protocolDirOwner, which.owner);
     row.protocolDirStatus =
-        static_cast<int32_t>(which.active ? row_status_v2::active : row_status_v2::not_in_service);
+        static_cast<int32_t>(which.active ? row_status::valid : row_status::under_creation);
     row.protocolDirArtConfig = word(which.response_time);
     row.flags = flags_of(which);
     row.is_leaf = (row.flags & leaf_protocol) != 0;
@@ -119,7 +119,7 @@ uint32_t last_number(const protocol_key &key)
     return number;
 }
 
-int32_t create(probe &agent, const protocol_key &key, const rmonrpc_pdir_t &request, bool active)
+int32_t create(probe &agent, const protocol_key &key, const rmonrpc_pdir_t &request)
 {
     protocol_directory &directory = agent.protocols;
     protocol *below = parent_of(directory, key);
@@ -135,7 +135,7 @@ int32_t create(probe &agent, const protocol_key &key, const rmonrpc_pdir_t &requ
     assign(*made, request);
     if (!directory.removed.erase(key))
         made->flags |= extension_protocol;
-    activate_protocol(directory, *made, active);
+    activate_protocol(directory, *made, false);
     changed(agent);
     return no_error;
 }
@@ -218,19 +218,18 @@ rmonrpc_pdir_t pdir_getnext_modified(probe &agent, const rmonrpc_pdir_key_t &key
 int32_t pdir_set(probe &agent, const rmonrpc_pdir_t &request)
 {
     const protocol_key key = key_of(request.protocolDirID, request.protocolDirParameters);
-    const auto status = static_cast<row_status_v2>(request.protocolDirStatus);
-    if (status == row_status_v2::create_and_go || status == row_status_v2::create_and_wait)
-        return create(agent, key, request, status == row_status_v2::create_and_go);
-    if (status != row_status_v2::active && status != row_status_v2::not_in_service
-        && status != row_status_v2::destroy)
+    const auto status = static_cast<row_status>(request.protocolDirStatus);
+    if (status == row_status::create_request)
+        return create(agent, key, request);
+    if (status != row_status::valid && status != row_status::under_creation && status != row_status::invalid)
         return bad_value;
     const auto found = agent.protocols.by_id.find(key);
     if (found == agent.protocols.by_id.end())
         return no_such_name;
     protocol &which = *find_protocol(agent.protocols, found->second);
-    if (status == row_status_v2::destroy)
+    if (status == row_status::invalid)
         return destroy(agent, which);
-    return change(agent, which, request, status == row_status_v2::active);
+    return change(agent, which, request, status == row_status::valid);
 }
 
 int32_t pdir_lastchange_get(probe &agent)
@@ -251,7 +250,7 @@ void save_protocols(probe &agent, state_writer &writer)
         rmonrpc_pdir_t record{};
         set_bytes(record.protocolDirID, key.id);
         set_bytes(record.protocolDirParameters, key.parameters);
-        record.protocolDirStatus = static_cast<int32_t>(row_status_v2::destroy);
+        record.protocolDirStatus = static_cast<int32_t>(row_status::invalid);
         write_record(writer, record);
         release_written(&record, *layout);
     }
@@ -268,10 +267,8 @@ void save_protocols(probe &agent, state_writer &writer)
 void load_protocol(probe &agent, const rmonrpc_pdir_t &record)
 {
     const protocol_key key = key_of(record.protocolDirID, record.protocolDirParameters);
-    const bool active = record.protocolDirStatus == static_cast<int32_t>(row_status_v2::active);
-    if (record.protocolDirStatus != static_cast<int32_t>(row_status_v2::destroy)
-        && !agent.protocols.by_id.contains(key))
-        create(agent, key, record, active);
-    else
-        pdir_set(agent, record);
+    if (record.protocolDirStatus != static_cast<int32_t>(row_status::invalid)
+        && !agent.protocols.by_id.contains(key) && create(agent, key, record) != no_error)
+        return;
+    pdir_set(agent, record);
 }

@@ -16,8 +16,9 @@ rmonrpc_pdir_t pdir_byidx_get(probe &agent, const rmonrpc_row_key2_t &key);
 rmonrpc_pdir_t pdir_getnext_modified(probe &agent, const rmonrpc_pdir_key_t &key);
 
 /**
- * By RowStatus (RFC 2579). A new row is one more layer above a protocol that is
- * extensible. Removed are only rows above which there is none, and no base layer.
+ * By the agent's row-status rules (row_status.h). A new row is one more layer
+ * above a protocol that is extensible. Removed are only rows above which there is
+ * none, and no base layer.
  */
 int32_t pdir_set(probe &agent, const rmonrpc_pdir_t &request);
 

@@ -23,7 +23,6 @@
 #include "agent/nde.h"
 #include "agent/netflow.h"
 #include "agent/probe.h"
-#include "agent/row_status_v2.h"
 #include "agent/smon.h"
 #include "agent/snmp_settings.h"
 #include "agent/system_group.h"
@@ -39,18 +38,6 @@ int32_t test(probe &)
 {
     return 0;
 }
-
-/* The lines of tables that have a RowStatus (RFC 2579). */
-using pdist_get_ctl = with_row_status<pdist_ctl_get, &rmonrpc_pdist_ctl_t::protocolDistControlStatus>;
-using pdist_set_ctl = with_row_status<pdist_ctl_set, &rmonrpc_pdist_ctl_t::protocolDistControlStatus>;
-using trapdest_get_row = with_row_status<trapdest_get, &rmonrpc_snmp_trapdest_t::trapDestStatus>;
-using trapdest_set_row = with_row_status<trapdest_set, &rmonrpc_snmp_trapdest_t::trapDestStatus>;
-using addrmap_get_ctl = with_row_status<addrmap_ctl_get, &rmonrpc_addrmap_ctl_t::addressMapControlStatus>;
-using addrmap_set_ctl = with_row_status<addrmap_ctl_set, &rmonrpc_addrmap_ctl_t::addressMapControlStatus>;
-using hlhost_get_ctl = with_row_status<hlhost_ctl_get, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>;
-using hlhost_set_ctl = with_row_status<hlhost_ctl_set, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>;
-using hlmatrix_get_ctl = with_row_status<hlmatrix_ctl_get, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>;
-using hlmatrix_set_ctl = with_row_status<hlmatrix_ctl_set, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>;
 
 constexpr auto sccp = &voice_monitors::sccp;
 constexpr auto h323 = &voice_monitors::h323;
@@ -81,19 +68,19 @@ constexpr served_procedure procedures[] = {
     serve<pdir_getnext_modified>(pdir_getnext_modified_1),
     serve<pdir_set>(pdir_set_1),
     serve<pdir_lastchange_get>(pdir_lastchange_get_1),
-    serve<pdist_get_ctl::read>(pdist_ctl_get_1),
-    serve<pdist_set_ctl::set>(pdist_ctl_set_1),
+    serve<pdist_ctl_get>(pdist_ctl_get_1),
+    serve<pdist_ctl_set>(pdist_ctl_set_1),
     serve<pdist_stats_get>(pdist_stats_get_1),
     serve<addrmap_scalars_get>(addrmap_scalars_get_1),
     serve<addrmap_scalars_set>(addrmap_scalars_set_1),
-    serve<addrmap_get_ctl::read>(addrmap_ctl_get_1),
-    serve<addrmap_set_ctl::set>(addrmap_ctl_set_1),
+    serve<addrmap_ctl_get>(addrmap_ctl_get_1),
+    serve<addrmap_ctl_set>(addrmap_ctl_set_1),
     serve<addrmap_entry_get>(addrmap_entry_get_1),
-    serve<hlhost_get_ctl::read>(hlhost_ctl_get_1),
-    serve<hlhost_set_ctl::set>(hlhost_ctl_set_1),
+    serve<hlhost_ctl_get>(hlhost_ctl_get_1),
+    serve<hlhost_ctl_set>(hlhost_ctl_set_1),
     serve<hlhost_get>(hlhost_get_1),
-    serve<hlmatrix_get_ctl::read>(hlmatrix_ctl_get_1),
-    serve<hlmatrix_set_ctl::set>(hlmatrix_ctl_set_1),
+    serve<hlmatrix_ctl_get>(hlmatrix_ctl_get_1),
+    serve<hlmatrix_ctl_set>(hlmatrix_ctl_set_1),
     serve<hlmatrix_get>(hlmatrix_get_1),
     serve<alarm_get>(alarm_get_1),
     serve<alarm_set>(alarm_set_1),
@@ -115,8 +102,8 @@ constexpr served_procedure procedures[] = {
     serve<sys_hostname_set>(sys_hostname_set_1),
     serve<sys_resolvers_get>(sys_resolvers_get_1),
     serve<sys_resolvers_set>(sys_resolvers_set_1),
-    serve<trapdest_get_row::read>(trapdest_get_1),
-    serve<trapdest_set_row::set>(trapdest_set_1),
+    serve<trapdest_get>(trapdest_get_1),
+    serve<trapdest_set>(trapdest_set_1),
     serve<community_get>(community_get_1),
     serve<community_set>(community_set_1),
     serve<dsmon_stats_ctl_get>(dsmon_stats_ctl_get_1),

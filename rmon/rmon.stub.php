@@ -2,6 +2,14 @@
 
 /** @generate-function-entries */
 
+/*
+ * The functions of the module, and what each of them takes and gives.
+ *
+ * The row status of every control table is an EntryStatus (RFC 2819), also where the table's own MIB has a
+ * RowStatus: the agent has one set of rules for all of its tables. createRequest makes a row, which is under
+ * creation; valid sets it to work, underCreation stops it, invalid removes it.
+ */
+
 /* ---- connections ------------------------------------------------------------------------ */
 
 /**
@@ -695,9 +703,8 @@ function rmon_pdir_lastchange_get($connid) {}
  *     flags: int
  * }|false|null 0 and status: the agent's result code. protocolDirLocalIndex names the protocol in all other
  *     tables; the four Config fields are 1 notSupported, 2 supportedOff or 3 supportedOn; protocolDirStatus
- *     is a RowStatus (1 active, 2 notInService, 3 notReady), flags a set of the PDIR_FLAG_ constants. FALSE
- *     without a message when the agent has no such row, after the warning "addrmap_entry_get: RPC: ..." when
- *     the call failed
+ *     is an EntryStatus, flags a set of the PDIR_FLAG_ constants. FALSE without a message when the agent has
+ *     no such row, after the warning "addrmap_entry_get: RPC: ..." when the call failed
  */
 function rmon_pdir_get($connid, $protocolDirID, $protocolDirParameters) {}
 
@@ -735,8 +742,7 @@ function rmon_pdir_getbulk($connid, $protocolDirID, $protocolDirParameters, $cou
  * @param int $protocolDirMatrixConfig
  * @param int $protocolDirArtConfig
  * @param string $protocolDirOwner at most 255 bytes
- * @param int $protocolDirStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo, 5 createAndWait,
- *     6 destroy
+ * @param int $protocolDirStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_pdir_set: RPC: ..."
  */
 function rmon_pdir_set($connid, $protocolDirID, $protocolDirParameters, $protocolDirDescr, $protocolDirAddressMapConfig, $protocolDirHostConfig, $protocolDirMatrixConfig, $protocolDirArtConfig, $protocolDirOwner, $protocolDirStatus) {}
@@ -791,7 +797,7 @@ function rmon_pdir_byidx_getnext($connid, $protocolDirLocalIndex) {}
  *     protocolDistControlOwner: string,
  *     protocolDistControlStatus: int
  * }|false|null 0 and status: the agent's result code. protocolDistControlDataSource is an interface index,
- *     protocolDistControlCreateTime in hundredths of a second, protocolDistControlStatus a RowStatus. A
+ *     protocolDistControlCreateTime in hundredths of a second, protocolDistControlStatus an EntryStatus. A
  *     reply without an owner shows "" after the user notice "owner ptr is NULL!". FALSE after the warning
  *     "rmon_pdist_ctl_get: RPC: ..."
  */
@@ -814,8 +820,7 @@ function rmon_pdist_ctl_getnext($connid, $protocolDistControlIndex) {}
  * @param int $protocolDistControlIndex
  * @param int $protocolDistControlDataSource an interface index
  * @param string $protocolDistControlOwner at most 255 bytes
- * @param int $protocolDistControlStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo,
- *     5 createAndWait, 6 destroy
+ * @param int $protocolDistControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_pdist_ctl_set: RPC: ..."
  */
 function rmon_pdist_ctl_set($connid, $protocolDistControlIndex, $protocolDistControlDataSource, $protocolDistControlOwner, $protocolDistControlStatus) {}
@@ -917,7 +922,7 @@ function rmon_addrmap_scalars_set($connid, $addressMapMaxDesiredEntries) {}
  *     addressMapControlOwner: string,
  *     addressMapControlStatus: int
  * }|false|null 0 and status: the agent's result code. addressMapControlDataSource is an interface index,
- *     addressMapControlStatus a RowStatus. FALSE after the warning "addrmap_ctl_get: RPC: ..."
+ *     addressMapControlStatus an EntryStatus. FALSE after the warning "addrmap_ctl_get: RPC: ..."
  */
 function rmon_addrmap_ctl_get($connid, $addressMapControlIndex) {}
 
@@ -938,8 +943,7 @@ function rmon_addrmap_ctl_getnext($connid, $addressMapControlIndex) {}
  * @param int $addressMapControlIndex
  * @param int $addressMapControlDataSource an interface index
  * @param string $addressMapControlOwner at most 255 bytes
- * @param int $addressMapControlStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo, 5 createAndWait,
- *     6 destroy
+ * @param int $addressMapControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_addrmap_ctl_set: RPC: ..."
  */
 function rmon_addrmap_ctl_set($connid, $addressMapControlIndex, $addressMapControlDataSource, $addressMapControlOwner, $addressMapControlStatus) {}
@@ -1021,8 +1025,8 @@ function rmon_addrmap_entry_getbulk($connid, $addressMapTimeMark, $protocolDirLo
  *     hlHostControlOwner: string,
  *     hlHostControlStatus: int
  * }|false|null 0 and status: the agent's result code. hlHostControlDataSource is an interface index; the
- *     largest table sizes are rows (-1: as many as the agent can keep); hlHostControlStatus a RowStatus
- *     (1 active, 2 notInService, 3 notReady). FALSE after the warning "hlhost_ctl_get: RPC: ..."
+ *     largest table sizes are rows (-1: as many as the agent can keep); hlHostControlStatus an EntryStatus.
+ *     FALSE after the warning "hlhost_ctl_get: RPC: ..."
  */
 function rmon_hlhost_ctl_get($connid, $hlHostControlIndex) {}
 
@@ -1045,8 +1049,7 @@ function rmon_hlhost_ctl_getnext($connid, $hlHostControlIndex) {}
  * @param int $hlHostControlNlMaxDesiredEntries rows of the network-layer table (-1: as many as can be kept)
  * @param int $hlHostControlAlMaxDesiredEntries rows of the application-layer table
  * @param string $hlHostControlOwner at most 255 bytes
- * @param int $hlHostControlStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo, 5 createAndWait,
- *     6 destroy
+ * @param int $hlHostControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_hlhost_ctl_set: RPC: ..."
  */
 function rmon_hlhost_ctl_set($connid, $hlHostControlIndex, $hlHostControlDataSource, $hlHostControlNlMaxDesiredEntries, $hlHostControlAlMaxDesiredEntries, $hlHostControlOwner, $hlHostControlStatus) {}
@@ -1190,8 +1193,8 @@ function rmon_alhost_getbulk($connid, $hlHostControlIndex, $alHostTimeMark, $pro
  *     hlMatrixControlOwner: string,
  *     hlMatrixControlStatus: int
  * }|false|null 0 and status: the agent's result code. hlMatrixControlDataSource is an interface index; the
- *     largest table sizes are rows (-1: as many as the agent can keep); hlMatrixControlStatus a RowStatus
- *     (1 active, 2 notInService, 3 notReady). FALSE after the warning "hlmatrix_ctl_get: RPC: ..."
+ *     largest table sizes are rows (-1: as many as the agent can keep); hlMatrixControlStatus an
+ *     EntryStatus. FALSE after the warning "hlmatrix_ctl_get: RPC: ..."
  */
 function rmon_hlmatrix_ctl_get($connid, $hlMatrixControlIndex) {}
 
@@ -1214,8 +1217,7 @@ function rmon_hlmatrix_ctl_getnext($connid, $hlMatrixControlIndex) {}
  * @param int $hlMatrixControlNlMaxDesiredEntries rows of the network-layer matrix (-1: all that fit)
  * @param int $hlMatrixControlAlMaxDesiredEntries rows of the application-layer matrix
  * @param string $hlMatrixControlOwner at most 255 bytes
- * @param int $hlMatrixControlStatus a RowStatus: 1 active, 2 notInService, 4 createAndGo, 5 createAndWait,
- *     6 destroy
+ * @param int $hlMatrixControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_hlmatrix_ctl_set: RPC: ..."
  */
 function rmon_hlmatrix_ctl_set($connid, $hlMatrixControlIndex, $hlMatrixControlDataSource, $hlMatrixControlNlMaxDesiredEntries, $hlMatrixControlAlMaxDesiredEntries, $hlMatrixControlOwner, $hlMatrixControlStatus) {}
@@ -1804,9 +1806,8 @@ function dsmon_stats_getnext($connid, $ctlIndex, $groupIndex) {}
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
  *     dsmonStatsControlDataSource_ifIndex is an interface index, dsmonStatsControlAggProfile the index of a
  *     control row that dsmon_aggctl_get() reads, dsmonStatsControlDroppedFrames in frames,
- *     dsmonStatsControlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
- *     5 createAndWait, 6 destroy). [0 => -1, "status" => -1], without a message, when the agent has no such row
- *     or the call failed; FALSE after the warning "... is not a RMON/RPC conn id!"
+ *     dsmonStatsControlStatus an EntryStatus. [0 => -1, "status" => -1], without a message, when the agent
+ *     has no such row or the call failed; FALSE after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_statsctl_get($connid, $ctlIndex) {}
 
@@ -1827,7 +1828,7 @@ function dsmon_statsctl_getnext($connid, $ctlIndex) {}
  * @param int $dataSource_ifIndex an interface index
  * @param int $aggProfile the index of an aggregation profile's control row
  * @param string $owner at most 255 bytes
- * @param int $rowStatus a RowStatus, see dsmon_statsctl_get()
+ * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
  */
 function dsmon_statsctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus) {}
@@ -1846,10 +1847,9 @@ function dsmon_statsctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile
  *     dsmonAggControlDescr: string,
  *     dsmonAggControlOwner: string,
  *     dsmonAggControlStatus: int
- * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonAggControlStatus is a
- *     RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy).
- *     [0 => -1, "status" => -1], without a message, when the agent has no such row or the call failed; FALSE
- *     after the warning "... is not a RMON/RPC conn id!"
+ * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0. dsmonAggControlStatus is
+ *     an EntryStatus. [0 => -1, "status" => -1], without a message, when the agent has no such row or the
+ *     call failed; FALSE after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_aggctl_get($connid, $ctlIndex) {}
 
@@ -1870,7 +1870,7 @@ function dsmon_aggctl_getnext($connid, $ctlIndex) {}
  * @param int $ctlIndex
  * @param string $owner at most 255 bytes
  * @param string $descr at most 64 bytes
- * @param int $rowStatus a RowStatus, see dsmon_aggctl_get()
+ * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE, without a message, when the call failed or a text is
  *     too long
  */
@@ -1911,7 +1911,7 @@ function dsmon_aggrp_getnext($connid, $ctlIndex, $groupIndex) {}
  * @param int $ctlIndex the profile's control row
  * @param int $groupIndex
  * @param string $descr at most 64 bytes
- * @param int $groupStatus a RowStatus, see dsmon_aggctl_get()
+ * @param int $groupStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE, without a message, when the call failed or the text is
  *     too long
  */
@@ -1978,11 +1978,10 @@ function dsmon_aggctl_set_lock($connid, $lock) {}
  *     dsmonPdistCtlMaxDesiredEntries: int
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
  *     dsmonPdistCtlDataSource_ifIndex is an interface index, dsmonPdistAggProfile the index of a control row
- *     that dsmon_aggctl_get() reads; dsmonPdistDroppedFrames in frames, the inserts and deletes in rows of the
- *     table; dsmonPdistCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
- *     5 createAndWait, 6 destroy); dsmonPdistCtlMaxDesiredEntries in rows, -1 for no limit.
- *     [0 => -1, "status" => -1], without a message, when the agent has no such row or the call failed; FALSE
- *     after the warning "... is not a RMON/RPC conn id!"
+ *     that dsmon_aggctl_get() reads; dsmonPdistDroppedFrames in frames, the inserts and deletes in rows of
+ *     the table; dsmonPdistCtlStatus an EntryStatus; dsmonPdistCtlMaxDesiredEntries in rows, -1 for no
+ *     limit. [0 => -1, "status" => -1], without a message, when the agent has no such row or the call
+ *     failed; FALSE after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_pdistctl_get($connid, $ctlIndex) {}
 
@@ -2005,7 +2004,7 @@ function dsmon_pdistctl_getnext($connid, $ctlIndex) {}
  * @param int $dataSource_ifIndex an interface index
  * @param int $aggProfile the index of an aggregation profile's control row
  * @param string $owner at most 255 bytes
- * @param int $rowStatus a RowStatus, see dsmon_pdistctl_get()
+ * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
  * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
  */
@@ -2029,12 +2028,11 @@ function dsmon_pdistctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile
  *     dsmonHostCtlStatus: int,
  *     dsmonHostCtlMaxDesiredEntries: int
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
- *     dsmonHostCtlDataSource_ifIndex is an interface index, dsmonHostAggProfile the index of a control row that
- *     dsmon_aggctl_get() reads; dsmonHostDroppedFrames in frames, the inserts and deletes in rows of the table;
- *     dsmonHostCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait,
- *     6 destroy); dsmonHostCtlMaxDesiredEntries in rows, -1 for no limit. [0 => -1, "status" => -1], without a
- *     message, when the agent has no such row or the call failed; FALSE after the warning
- *     "... is not a RMON/RPC conn id!"
+ *     dsmonHostCtlDataSource_ifIndex is an interface index, dsmonHostAggProfile the index of a control row
+ *     that dsmon_aggctl_get() reads; dsmonHostDroppedFrames in frames, the inserts and deletes in rows of
+ *     the table; dsmonHostCtlStatus an EntryStatus; dsmonHostCtlMaxDesiredEntries in rows, -1 for no limit.
+ *     [0 => -1, "status" => -1], without a message, when the agent has no such row or the call failed; FALSE
+ *     after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_hostctl_get($connid, $ctlIndex) {}
 
@@ -2057,7 +2055,7 @@ function dsmon_hostctl_getnext($connid, $ctlIndex) {}
  * @param int $dataSource_ifIndex an interface index
  * @param int $aggProfile the index of an aggregation profile's control row
  * @param string $owner at most 255 bytes
- * @param int $rowStatus a RowStatus, see dsmon_hostctl_get()
+ * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
  * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
  */
@@ -2164,12 +2162,11 @@ function dsmon_hoststats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $pr
  *     dsmonMatrixCtlStatus: int,
  *     dsmonMatrixCtlMaxDesiredEntries: int
  * }|array{0: -1, status: -1}|false|null 0 and status: the agent's result code, 0.
- *     dsmonMatrixCtlDataSource_ifIndex is an interface index, dsmonMatrixAggProfile the index of a control row
- *     that dsmon_aggctl_get() reads; dsmonMatrixDroppedFrames in frames, the inserts and deletes in rows of the
- *     table; dsmonMatrixCtlStatus a RowStatus (1 active, 2 notInService, 3 notReady, 4 createAndGo,
- *     5 createAndWait, 6 destroy); dsmonMatrixCtlMaxDesiredEntries in rows, -1 for no limit.
- *     [0 => -1, "status" => -1], without a message, when the agent has no such row or the call failed; FALSE
- *     after the warning "... is not a RMON/RPC conn id!"
+ *     dsmonMatrixCtlDataSource_ifIndex is an interface index, dsmonMatrixAggProfile the index of a control
+ *     row that dsmon_aggctl_get() reads; dsmonMatrixDroppedFrames in frames, the inserts and deletes in rows
+ *     of the table; dsmonMatrixCtlStatus an EntryStatus; dsmonMatrixCtlMaxDesiredEntries in rows, -1 for no
+ *     limit. [0 => -1, "status" => -1], without a message, when the agent has no such row or the call
+ *     failed; FALSE after the warning "... is not a RMON/RPC conn id!"
  */
 function dsmon_matrixctl_get($connid, $ctlIndex) {}
 
@@ -2191,7 +2188,7 @@ function dsmon_matrixctl_getnext($connid, $ctlIndex) {}
  * @param int $dataSource_ifIndex an interface index
  * @param int $aggProfile the index of an aggregation profile's control row
  * @param string $owner at most 255 bytes
- * @param int $rowStatus a RowStatus, see dsmon_matrixctl_get()
+ * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
  * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
  */
@@ -2301,9 +2298,8 @@ function dsmon_matrixdsstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex,
  *     smonVlanStatsControlOwner: string,
  *     smonVlanStatsControlStatus: int
  * }|false|null 0 and status: the agent's result code. smonVlanStatsControlDataSource is an interface index,
- *     smonVlanStatsControlCreateTime in hundredths of a second, smonVlanStatsControlStatus a RowStatus
- *     (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). FALSE after the
- *     warning "vlan_ctl_get: RPC: ..."
+ *     smonVlanStatsControlCreateTime in hundredths of a second, smonVlanStatsControlStatus an EntryStatus.
+ *     FALSE after the warning "vlan_ctl_get: RPC: ..."
  */
 function rmon_vlan_ctl_get($connid, $index) {}
 
@@ -2324,7 +2320,7 @@ function rmon_vlan_ctl_getnext($connid, $index) {}
  * @param int $index
  * @param int $dataSource an interface index
  * @param string $owner at most 255 bytes
- * @param int $status a RowStatus, see rmon_vlan_ctl_get()
+ * @param int $status an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_vlan_ctl_set: RPC: ..."
  */
 function rmon_vlan_ctl_set($connid, $index, $dataSource, $owner, $status) {}
@@ -2374,9 +2370,8 @@ function rmon_vlan_getnext($connid, $controlIndex, $vlanId) {}
  *     smonPrioStatsControlOwner: string,
  *     smonPrioStatsControlStatus: int
  * }|false|null 0 and status: the agent's result code. smonPrioStatsControlDataSource is an interface index,
- *     smonPrioStatsControlCreateTime in hundredths of a second, smonPrioStatsControlStatus a RowStatus
- *     (1 active, 2 notInService, 3 notReady, 4 createAndGo, 5 createAndWait, 6 destroy). FALSE after the
- *     warning "prio_ctl_get: RPC: ..."
+ *     smonPrioStatsControlCreateTime in hundredths of a second, smonPrioStatsControlStatus an EntryStatus.
+ *     FALSE after the warning "prio_ctl_get: RPC: ..."
  */
 function rmon_prio_ctl_get($connid, $index) {}
 
@@ -2397,7 +2392,7 @@ function rmon_prio_ctl_getnext($connid, $index) {}
  * @param int $index
  * @param int $dataSource an interface index
  * @param string $owner at most 255 bytes
- * @param int $status a RowStatus, see rmon_prio_ctl_get()
+ * @param int $status an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_prio_ctl_set: RPC: ..."
  */
 function rmon_prio_ctl_set($connid, $index, $dataSource, $owner, $status) {}
@@ -2690,8 +2685,8 @@ function rmon_capture_save_file($connid, $fileName, $saveValue1, $saveValue2, $s
  * }|false|null 0 and status: the agent's result code. artControlDataSource is an interface index;
  *     artControlTimeRemaining (of the running report) and artControlDuration (of each) in seconds;
  *     artControlRspTime1 to 6: the boundaries, ascending, of the seven ranges in which responses are counted;
- *     artControlRptStartTime in hundredths of a second; the sizes in rows. The unit of response times is the
- *     agent's. FALSE after the warning "art_ctl_get: RPC: ..."
+ *     artControlRptStartTime in hundredths of a second; the sizes in rows; artControlStatus an EntryStatus.
+ *     The unit of response times is the agent's. FALSE after the warning "art_ctl_get: RPC: ..."
  */
 function rmon_art_ctl_get($connid, $ctlIndex) {}
 
@@ -2722,7 +2717,7 @@ function rmon_art_ctl_getnext($connid, $ctlIndex) {}
  * @param int $artControlRspTimeout from when on a response doesn't count any more
  * @param int $artControlRequestedSize rows wanted at the most
  * @param string $artControlOwner at most 255 bytes
- * @param int $artControlStatus
+ * @param int $artControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_art_ctl_set: RPC: ..."
  */
 function rmon_art_ctl_set($connid, $artControlIndex, $artControlDataSource, $artControlTimeRemaining, $artControlRspTime1, $artControlRspTime2, $artControlRspTime3, $artControlRspTime4, $artControlRspTime5, $artControlRspTime6, $artControlRspTimeout, $artControlRequestedSize, $artControlOwner, $artControlStatus) {}

@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 318c7129f9a2a8011b254cf0cf8260d5ae2a63d4 */
+ * Stub hash: 16dbc4f89a6d26ad730097a5c02912030f3f99ea */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)

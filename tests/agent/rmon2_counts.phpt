@@ -51,10 +51,10 @@ $client = client($agent);
 $index = protocol_indexes($link);
 $name = array_flip($index);
 
-expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 5, 1, 'me', CREATE_AND_GO), 'distribution');
-expect_same(NO_ERROR, rmon_addrmap_ctl_set($link, 5, 1, 'me', CREATE_AND_GO), 'address map');
-expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 5, 1, -1, -1, 'me', CREATE_AND_GO), 'hosts');
-expect_same(NO_ERROR, rmon_hlmatrix_ctl_set($link, 5, 1, -1, -1, 'me', CREATE_AND_GO), 'matrix');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_pdist_ctl_set($link, 5, 1, 'me', $status)), 'distribution');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_addrmap_ctl_set($link, 5, 1, 'me', $status)), 'address map');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hlhost_ctl_set($link, 5, 1, -1, -1, 'me', $status)), 'hosts');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hlmatrix_ctl_set($link, 5, 1, -1, -1, 'me', $status)), 'matrix');
 foreach ([
     rmon_pdist_stats_getnext($link, 0, 0), rmon_addrmap_entry_getnext($link, 0, 0, [], 0),
     rmon_nlhost_getnext($link, 0, 0, 0, []), rmon_alhost_getnext($link, 0, 0, 0, [], 0),
@@ -280,11 +280,11 @@ expect_same([$created, A], [$row['nlHostTimeMark'], address_text($row['nlHostAdd
 
 // A protocol that is not counted any more takes its rows along; one that goes counts as the one below.
 $off = fn(int $host, int $matrix, int $status) => rmon_pdir_set($link, ...[...protocol_key(1, 0x800, 17, 53), 'dns', 1, $host, $matrix, 3, '', $status]);
-expect_same(NO_ERROR, $off(2, 3, ACTIVE), 'hosts of domain off');
+expect_same(NO_ERROR, $off(2, 3, VALID), 'hosts of domain off');
 expect_same(20, count(rmon_alhost_getbulk($link, 0, 0, 0, [], 0, 1000)), 'hosts without domain');
 expect_same(14, count(rmon_almatrix_sd_getbulk($link, 0, 0, 0, [], [], 0, 1000)), 'the matrix is as it was');
 expect_same(2, rmon_hlhost_ctl_get($link, 5)['hlHostControlAlDeletes'], 'deletes');
-expect_same(NO_ERROR, $off(2, 2, DESTROY), 'domain goes');
+expect_same(NO_ERROR, $off(2, 2, INVALID), 'domain goes');
 expect_same(12, count(rmon_almatrix_sd_getbulk($link, 0, 0, 0, [], [], 0, 1000)), 'the matrix without domain');
 expect_same(false, rmon_pdist_stats_get($link, 5, $index['ip.udp.domain']), 'the distribution without domain');
 expect_same((float) $udp[0], rmon_pdist_stats_get($link, 5, $index['ip.udp'])['protocolDistStatsPkts'], 'packets of udp');

@@ -103,10 +103,10 @@ expect_same(0, rmon_pdir_lastchange_get($link), 'last change at first');
 
 // A new application: what is wrong with a set, the row, its changes, its end.
 $key = protocol_key(1, 0x800, 6, 12345);
-foreach ([ACTIVE, NOT_IN_SERVICE, DESTROY] as $status) {
+foreach ([VALID, UNDER_CREATION, INVALID] as $status) {
     expect_same(NO_SUCH_NAME, set_application($key, 'mine', $status), "status $status for no row");
 }
-foreach ([0, NOT_READY, 7, -1] as $status) {
+foreach ([0, 5, 6, -1] as $status) {
     expect_same(BAD_VALUE, set_application($key, 'mine', $status), "status $status");
 }
 $wrong = [
@@ -118,47 +118,49 @@ $wrong = [
     'a row that is there' => protocol_key(1, 0x800, 6, 80),
 ];
 foreach ($wrong as $what => $id) {
-    expect_same(BAD_VALUE, set_application($id, 'mine', CREATE_AND_GO), $what);
+    expect_same(BAD_VALUE, set_application($id, 'mine', CREATE_REQUEST), $what);
 }
-expect_same(BAD_VALUE, set_application($key, "\x7f", CREATE_AND_GO), 'unprintable description');
-expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_AND_GO, host: 1), 'a config that is not supported');
-expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_AND_GO, map: 3), 'an address map of an application');
-expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_AND_GO, art: 4), 'an unknown config');
+expect_same(BAD_VALUE, set_application($key, "\x7f", CREATE_REQUEST), 'unprintable description');
+expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_REQUEST, host: 1), 'a config that is not supported');
+expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_REQUEST, map: 3), 'an address map of an application');
+expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_REQUEST, art: 4), 'an unknown config');
 expect_same(0, rmon_pdir_lastchange_get($link), 'last change after refusals');
 
 usleep(20000);
-expect_same(NO_ERROR, set_application($key, 'mine', CREATE_AND_GO, matrix: 2), 'createAndGo');
+expect_same(NO_ERROR, set_application($key, 'mine', CREATE_REQUEST, matrix: 2), 'createRequest');
+expect_same(UNDER_CREATION, rmon_pdir_get($link, ...$key)['protocolDirStatus'], 'the row under creation');
+expect_same(NO_ERROR, set_application($key, 'mine', VALID, matrix: 2), 'valid');
 $row = rmon_pdir_get($link, ...$key);
 $last = $index + 1; // refused sets use up no index
 expect_same(
-    [$last, 'mine', 0, 1, 3, 2, 'me', ACTIVE, 3, 1, 0, PDIR_FLAG_IP_DESC | PDIR_FLAG_LEAF | PDIR_FLAG_EXTENSION],
+    [$last, 'mine', 0, 1, 3, 2, 'me', VALID, 3, 1, 0, PDIR_FLAG_IP_DESC | PDIR_FLAG_LEAF | PDIR_FLAG_EXTENSION],
     array_values(array_slice($row, 4)),
     'the new row',
 );
 $changed = rmon_pdir_lastchange_get($link);
 expect_same(true, $changed > 0 && $changed <= rmon_system_get($link)['sysUpTime'], 'last change');
 expect_same('mine', next_modified([[], []]), 'the modified row');
-expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_AND_WAIT), 'createAndWait for a row that is there');
+expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_REQUEST), 'createRequest for a row that is there');
 usleep(20000);
-expect_same(NO_ERROR, set_application($key, 'yours', NOT_IN_SERVICE, owner: 'you'), 'notInService');
+expect_same(NO_ERROR, set_application($key, 'yours', UNDER_CREATION, owner: 'you'), 'underCreation');
 $row = rmon_pdir_get($link, ...$key);
-expect_same(['yours', 'you', NOT_IN_SERVICE], [$row['protocolDirDescr'], $row['protocolDirOwner'], $row['protocolDirStatus']], 'the changed row');
+expect_same(['yours', 'you', UNDER_CREATION], [$row['protocolDirDescr'], $row['protocolDirOwner'], $row['protocolDirStatus']], 'the changed row');
 expect_same(true, rmon_pdir_lastchange_get($link) > $changed, 'last change, later');
-expect_same(NO_ERROR, set_application($key, 'yours', DESTROY), 'destroy');
+expect_same(NO_ERROR, set_application($key, 'yours', INVALID), 'invalid');
 expect_same(false, rmon_pdir_get($link, ...$key), 'the row that is gone');
 expect_same(NO_SUCH_NAME, rmon_pdir_byidx_get($link, $last)['status'], 'the row that is gone, by index');
-expect_same(NO_ERROR, set_application($key, 'mine', CREATE_AND_WAIT), 'createAndWait');
+expect_same(NO_ERROR, set_application($key, 'mine', CREATE_REQUEST), 'createRequest again');
 $row = rmon_pdir_get($link, ...$key);
-expect_same([$last + 1, NOT_IN_SERVICE], [$row['protocolDirLocalIndex'], $row['protocolDirStatus']], 'a new row has a new index');
+expect_same([$last + 1, UNDER_CREATION], [$row['protocolDirLocalIndex'], $row['protocolDirStatus']], 'a new row has a new index');
 
 // A whole stack of layers is made from below and removed from above.
 $type = protocol_key(1, 0x88b5);
-expect_same(NO_ERROR, rmon_pdir_set($link, ...[...$type, 'experiment', 1, 1, 1, 1, '', CREATE_AND_GO]), 'a network layer');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_pdir_set($link, ...[...$type, 'experiment', 1, 1, 1, 1, '', $status])), 'a network layer');
 expect_same(PDIR_FLAG_NETWORK | PDIR_FLAG_LEAF | PDIR_FLAG_EXTENSION, rmon_pdir_get($link, ...$type)['flags'], 'its flags');
-expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1, 0x800, 6), '', 1, 3, 3, 1, '', DESTROY]), 'a protocol with others above it');
-expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1), '', 1, 1, 1, 1, '', DESTROY]), 'a base layer');
-expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1), '', 1, 1, 1, 1, '', NOT_IN_SERVICE]), 'a base layer out of service');
-expect_same(NO_ERROR, rmon_pdir_set($link, ...[...$type, '', 1, 1, 1, 1, '', DESTROY]), 'the network layer goes');
+expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1, 0x800, 6), '', 1, 3, 3, 1, '', INVALID]), 'a protocol with others above it');
+expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1), '', 1, 1, 1, 1, '', INVALID]), 'a base layer');
+expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1), '', 1, 1, 1, 1, '', UNDER_CREATION]), 'a base layer under creation');
+expect_same(NO_ERROR, rmon_pdir_set($link, ...[...$type, '', 1, 1, 1, 1, '', INVALID]), 'the network layer goes');
 expect_same('ether2.arp', $known['ether2.arp']['protocolDirDescr'], 'the others stay');
 
 // Nothing is learned, so nothing of it goes.

@@ -33,10 +33,10 @@ foreach ($models as $model) {
 }
 $agent = reading_agent([capture_file($list)]);
 $link = module_link($agent);
-rmon_pdist_ctl_set($link, 1, 1, '', CREATE_AND_GO);
-rmon_addrmap_ctl_set($link, 1, 1, '', CREATE_AND_GO);
-rmon_hlhost_ctl_set($link, 1, 1, -1, -1, '', CREATE_AND_GO);
-rmon_hlmatrix_ctl_set($link, 1, 1, -1, -1, '', CREATE_AND_GO);
+start_row(fn(int $status) => rmon_pdist_ctl_set($link, 1, 1, '', $status));
+start_row(fn(int $status) => rmon_addrmap_ctl_set($link, 1, 1, '', $status));
+start_row(fn(int $status) => rmon_hlhost_ctl_set($link, 1, 1, -1, -1, '', $status));
+start_row(fn(int $status) => rmon_hlmatrix_ctl_set($link, 1, 1, -1, -1, '', $status));
 read_files($agent);
 
 // Every one of them counts once: as one network layer's, or as one of the others.

@@ -38,37 +38,35 @@ foreach ($tables as $table => [$functions, $set]) {
         );
     };
     expect_same(NO_SUCH_NAME, $row(0, 'getnext'), "$table at first");
-    foreach ([ACTIVE, NOT_IN_SERVICE, DESTROY] as $status) {
+    foreach ([VALID, UNDER_CREATION, INVALID] as $status) {
         expect_same(NO_SUCH_NAME, $set(3, 1, 'me', $status), "$table, status $status for no row");
     }
-    foreach ([0, NOT_READY, 7, -1] as $status) {
+    foreach ([0, 5, 6, -1] as $status) {
         expect_same(BAD_VALUE, $set(3, 1, 'me', $status), "$table, status $status");
     }
     foreach ([0, -1, 65536] as $index) {
-        expect_same(BAD_VALUE, $set($index, 1, 'me', CREATE_AND_GO), "$table, index $index");
+        expect_same(BAD_VALUE, $set($index, 1, 'me', CREATE_REQUEST), "$table, index $index");
     }
-    expect_same(BAD_VALUE, $set(3, 99, 'me', CREATE_AND_GO), "$table, no such interface");
-    expect_same(NO_SUCH_NAME, $row(3), "$table, a row that could not start");
-    expect_same(BAD_VALUE, $set(3, -1, 'me', CREATE_AND_WAIT), "$table, a negative interface");
-    expect_same(BAD_VALUE, $set(3, 1, "\n", CREATE_AND_WAIT), "$table, unprintable owner");
-    expect_same(NO_ERROR, $set(3, 99, 'me', CREATE_AND_WAIT), "$table, createAndWait");
-    expect_same([3, 99, 'me', NOT_IN_SERVICE], $row(3), "$table, the new row");
-    expect_same(BAD_VALUE, $set(3, 1, 'me', CREATE_AND_GO), "$table, a row that is there");
-    expect_same(BAD_VALUE, $set(3, 99, 'me', ACTIVE), "$table, active without its interface");
-    expect_same(NO_ERROR, $set(3, 1, 'you', ACTIVE), "$table, active");
-    expect_same([3, 1, 'you', ACTIVE], $row(3), "$table, the active row");
-    expect_same(BAD_VALUE, $set(3, 2, 'you', ACTIVE), "$table, another source while it is active");
-    expect_same(NO_ERROR, $set(3, 1, 'him', ACTIVE), "$table, another owner while it is active");
-    expect_same(NO_ERROR, $set(9, 2, 'me', CREATE_AND_GO), "$table, a second row");
-    expect_same([[3, 1, 'him', ACTIVE], [9, 2, 'me', ACTIVE], NO_SUCH_NAME], [$row(-5, 'getnext'), $row(3, 'getnext'), $row(9, 'getnext')], "$table, walk");
-    expect_same(NO_ERROR, $set(9, 1, 'me', NOT_IN_SERVICE), "$table, notInService");
-    expect_same(NO_ERROR, $set(9, 1, 'me', DESTROY), "$table, destroy");
+    expect_same(BAD_VALUE, $set(3, -1, 'me', CREATE_REQUEST), "$table, a negative interface");
+    expect_same(BAD_VALUE, $set(3, 1, "\n", CREATE_REQUEST), "$table, unprintable owner");
+    expect_same(NO_ERROR, $set(3, 99, 'me', CREATE_REQUEST), "$table, createRequest");
+    expect_same([3, 99, 'me', UNDER_CREATION], $row(3), "$table, the new row");
+    expect_same(BAD_VALUE, $set(3, 1, 'me', CREATE_REQUEST), "$table, a row that is there");
+    expect_same(BAD_VALUE, $set(3, 99, 'me', VALID), "$table, valid without its interface");
+    expect_same(NO_ERROR, $set(3, 1, 'you', VALID), "$table, valid");
+    expect_same([3, 1, 'you', VALID], $row(3), "$table, the valid row");
+    expect_same(BAD_VALUE, $set(3, 2, 'you', VALID), "$table, another source while it is valid");
+    expect_same(NO_ERROR, $set(3, 1, 'him', VALID), "$table, another owner while it is valid");
+    expect_same(NO_ERROR, start_row(fn(int $status) => $set(9, 2, 'me', $status)), "$table, a second row");
+    expect_same([[3, 1, 'him', VALID], [9, 2, 'me', VALID], NO_SUCH_NAME], [$row(-5, 'getnext'), $row(3, 'getnext'), $row(9, 'getnext')], "$table, walk");
+    expect_same(NO_ERROR, $set(9, 1, 'me', UNDER_CREATION), "$table, underCreation");
+    expect_same(NO_ERROR, $set(9, 1, 'me', INVALID), "$table, invalid");
     expect_same(NO_SUCH_NAME, $row(9), "$table, the row that is gone");
 }
 foreach (['rmon_hlhost_ctl_set', 'rmon_hlmatrix_ctl_set'] as $set) {
-    expect_same(BAD_VALUE, $set($link, 4, 1, -2, -1, '', CREATE_AND_GO), "$set: a size below -1");
-    expect_same(BAD_VALUE, $set($link, 4, 1, -1, -2, '', CREATE_AND_GO), "$set: another size below -1");
-    expect_same(NO_ERROR, $set($link, 4, 1, 0, 0x7fffffff, '', CREATE_AND_GO), "$set: no rows, and all that there may be");
+    expect_same(BAD_VALUE, $set($link, 4, 1, -2, -1, '', CREATE_REQUEST), "$set: a size below -1");
+    expect_same(BAD_VALUE, $set($link, 4, 1, -1, -2, '', CREATE_REQUEST), "$set: another size below -1");
+    expect_same(NO_ERROR, start_row(fn(int $status) => $set($link, 4, 1, 0, 0x7fffffff, '', $status)), "$set: no rows, and all that there may be");
 }
 expect_same(BAD_VALUE, rmon_addrmap_scalars_set($link, -2), 'a size below -1');
 expect_same(NO_ERROR, rmon_addrmap_scalars_set($link, 10), 'ten addresses');
@@ -94,7 +92,7 @@ expect_same(['10.1.0.0', ...array_map($host, range(91, 99))], array_map(fn($row)
 expect_same([101, 91, 10], array_slice(array_values(rmon_addrmap_scalars_get($link)), 2), 'scalars of the address map');
 
 // Another size, while it works: fewer rows, then more again.
-expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 3, 1, 3, -1, 'me', ACTIVE), 'three hosts');
+expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 3, 1, 3, -1, 'me', VALID), 'three hosts');
 expect_same(['10.0.0.1', '10.1.0.0', '10.1.0.99'], $hosts(), 'the three hosts of late');
 expect_same([0, 102, 99], $counts(3, 'Nl'), 'deletes count');
 expect_same(NO_ERROR, rmon_addrmap_scalars_set($link, 1), 'one address');
@@ -116,10 +114,10 @@ $keep = fn(int $procedure, string $address, int $control = 3) => status_of(ask($
 expect_same(NO_SUCH_NAME, $keep(171, '10.9.9.9'), 'no such host');
 expect_same(NO_SUCH_NAME, $keep(171, '10.1.0.99', 77), 'no such control row');
 expect_same(NO_ERROR, $keep(171, '10.1.0.99'), 'make persistent');
-expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 3, 1, 1, -1, 'me', ACTIVE), 'one host');
+expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 3, 1, 1, -1, 'me', VALID), 'one host');
 expect_same(['10.1.0.99'], $hosts(), 'the persistent host');
 expect_same(NO_ERROR, $keep(172, '10.1.0.99'), 'make nonpersistent');
-expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 3, 1, 0, -1, 'me', ACTIVE), 'no hosts');
+expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 3, 1, 0, -1, 'me', VALID), 'no hosts');
 expect_same([], $hosts(), 'nobody stays');
 $pair = fn(int $procedure) => status_of(ask($client, $procedure, record(
     hlMatrixControlIndex: i32(3),
@@ -134,15 +132,15 @@ $pair = fn(int $procedure) => status_of(ask($client, $procedure, record(
     count: i32(1),
 )));
 expect_same(NO_ERROR, $pair(173), 'make a pair persistent');
-expect_same(NO_ERROR, rmon_hlmatrix_ctl_set($link, 3, 1, 1, -1, 'me', ACTIVE), 'one pair');
+expect_same(NO_ERROR, rmon_hlmatrix_ctl_set($link, 3, 1, 1, -1, 'me', VALID), 'one pair');
 expect_same('10.1.0.91', address_text(rmon_nlmatrix_sd_getnext($link, 3, 0, 0, [], [])['nlMatrixSDSourceAddress']), 'the persistent pair');
 expect_same(NO_ERROR, $pair(174), 'make the pair nonpersistent');
 
 // A row that begins again counts from the beginning.
-expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 3, 1, '', NOT_IN_SERVICE), 'out of service');
+expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 3, 1, '', UNDER_CREATION), 'under creation');
 expect_same(false, rmon_pdist_stats_getnext($link, 0, 0), 'no rows while it does not work');
 expect_same(false, @rmon_pdist_stats_getothers($link, 3), 'no others while it does not work');
-expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 3, 1, '', ACTIVE), 'in service again');
+expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 3, 1, '', VALID), 'valid again');
 expect_same(0.0, rmon_pdist_stats_getothers($link, 3)['packets'], 'others from the beginning');
 expect_same(false, rmon_pdist_stats_getnext($link, 0, 0), 'rows from the beginning');
 rmon_close($link);

@@ -46,22 +46,22 @@ function settings(mixed $link): array
     return $tables;
 }
 
-expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 3, $lo, 'works', CREATE_AND_GO), 'distribution');
-expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 4, 0, 'waits', CREATE_AND_WAIT), 'distribution that waits');
-expect_same(NO_ERROR, rmon_addrmap_ctl_set($link, 65535, $lo, '', CREATE_AND_GO), 'address map');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_pdist_ctl_set($link, 3, $lo, 'works', $status)), 'distribution');
+expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 4, 0, 'waits', CREATE_REQUEST), 'distribution that waits');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_addrmap_ctl_set($link, 65535, $lo, '', $status)), 'address map');
 expect_same(NO_ERROR, rmon_addrmap_scalars_set($link, 123), 'addresses');
-expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 1, $lo, 7, 0, 'hosts', CREATE_AND_GO), 'hosts');
-expect_same(NO_ERROR, rmon_hlmatrix_ctl_set($link, 1, $lo, -1, 70000, 'pairs', CREATE_AND_GO), 'matrix');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hlhost_ctl_set($link, 1, $lo, 7, 0, 'hosts', $status)), 'hosts');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hlmatrix_ctl_set($link, 1, $lo, -1, 70000, 'pairs', $status)), 'matrix');
 
 // Protocols: changed, made (a layer and what stands above it), removed (from above), removed and made again.
-expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 6, 80), 'web', 2, 2, NOT_IN_SERVICE), 'change');
-expect_same(NO_ERROR, rmon_pdir_set($link, ...[...protocol_key(1, 0x88b5), 'layer', 1, 1, 1, 1, '', CREATE_AND_GO]), 'make a layer');
-expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 6, 60000), 'mine', 3, 3, CREATE_AND_WAIT), 'make');
-expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 132, 3868), '', 3, 1, DESTROY), 'remove');
-expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 132, 5060), '', 3, 1, DESTROY), 'remove the other');
-expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 132), '', 3, 1, DESTROY), 'remove what they stood above');
-expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 17, 69), '', 3, 1, DESTROY), 'remove to make it again');
-expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 17, 69), 'files', 2, 1, CREATE_AND_GO), 'make it again');
+expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 6, 80), 'web', 2, 2, UNDER_CREATION), 'change');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_pdir_set($link, ...[...protocol_key(1, 0x88b5), 'layer', 1, 1, 1, 1, '', $status])), 'make a layer');
+expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 6, 60000), 'mine', 3, 3, CREATE_REQUEST), 'make');
+expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 132, 3868), '', 3, 1, INVALID), 'remove');
+expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 132, 5060), '', 3, 1, INVALID), 'remove the other');
+expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 132), '', 3, 1, INVALID), 'remove what they stood above');
+expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 17, 69), '', 3, 1, INVALID), 'remove to make it again');
+expect_same(NO_ERROR, start_row(fn(int $status) => set_protocol(protocol_key(1, 0x800, 17, 69), 'files', 2, 1, $status)), 'make it again');
 
 $before = settings($link);
 end_agent($agent, 9);
@@ -70,8 +70,8 @@ $link = link_by('localhost');
 expect_same($before, settings($link), 'all of it after the kill');
 
 // Nothing is kept twice: made undone, it stays undone.
-expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 6, 60000), '', 3, 3, DESTROY), 'remove what was made');
-expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 1, $lo, 7, 0, 'hosts', DESTROY), 'remove the hosts');
+expect_same(NO_ERROR, set_protocol(protocol_key(1, 0x800, 6, 60000), '', 3, 3, INVALID), 'remove what was made');
+expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 1, $lo, 7, 0, 'hosts', INVALID), 'remove the hosts');
 $before = settings($link);
 end_agent($agent, 9);
 $agent = bundled_agent(...$options);

@@ -93,25 +93,26 @@ expect_same(0, rmon_community_set($link, 'aa', 1), 'a change in the full table')
 expect_same(0, rmon_community_delete($link, 'n0'), 'delete');
 expect_same(0, rmon_community_set($link, 'one more', 1), 'room again');
 
-// Trap destinations, by the row-status rules of RFC 2579.
-const NOT_IN_SERVICE = 2;
-const CREATE_AND_GO = 4;
-const CREATE_AND_WAIT = 5;
+// Trap destinations.
 $set = fn(int $index, string $community, int $protocol, array $address, string $owner, int $status)
     => rmon_trapdest_set($link, $index, $community, $protocol, $address, $owner, $status);
 expect_same(2, rmon_trapdest_get($link, 1)['status'], 'no destination');
-expect_same(0, $set(7, 'public', 1, [], 'me', CREATE_AND_WAIT), 'createAndWait');
-expect_same(BAD_VALUE, $set(7, 'public', 1, [], 'me', VALID), 'active without an address');
-expect_same(0, $set(7, 'public', 1, [10, 0, 0, 5, 0, 162], 'me', VALID), 'active');
-expect_same(0, $set(3, 'other', 2, range(1, 200), 'you', CREATE_AND_WAIT), 'another');
-expect_same(BAD_VALUE, $set(4, 'other', -1, [], 'you', CREATE_AND_WAIT), 'a negative protocol');
-expect_same(BAD_VALUE, $set(65536, 'other', 1, [], 'you', CREATE_AND_WAIT), 'index');
+expect_same(0, $set(7, 'public', 1, [], 'me', CREATE_REQUEST), 'createRequest');
+expect_same(BAD_VALUE, $set(7, 'public', 1, [], 'me', VALID), 'valid without an address');
+expect_same(0, $set(7, 'public', 1, [10, 0, 0, 5, 0, 162], 'me', VALID), 'valid');
+expect_same(0, $set(3, 'other', 2, range(1, 200), 'you', CREATE_REQUEST), 'another');
+expect_same(BAD_VALUE, $set(4, 'other', -1, [], 'you', CREATE_REQUEST), 'a negative protocol');
+expect_same(BAD_VALUE, $set(65536, 'other', 1, [], 'you', CREATE_REQUEST), 'index');
 $rows = walk(fn($at) => rmon_trapdest_getnext($link, $at), 'trapDestIndex');
-expect_same(0, $set(9, 'public', 1, [10, 0, 0, 6, 0, 162], 'me', CREATE_AND_GO), 'createAndGo');
-expect_same(BAD_VALUE, $set(10, 'public', 1, [], 'me', CREATE_AND_GO), 'createAndGo without an address');
-expect_same(0, $set(9, '', 0, [], '', 6), 'destroy');
+foreach ([0, 5, 6, -1] as $status) {
+    expect_same(BAD_VALUE, $set(7, 'public', 1, [10, 0, 0, 5, 0, 162], 'me', $status), "status $status");
+}
+expect_same(BAD_VALUE, $set(7, 'public', 1, [10, 0, 0, 5, 0, 162], 'me', CREATE_REQUEST), 'createRequest for a row that is there');
+expect_same(0, start_row(fn(int $status) => $set(9, 'public', 1, [10, 0, 0, 6, 0, 162], 'me', $status)), 'a third');
+expect_same(0, $set(9, '', 0, [], '', INVALID), 'invalid');
+expect_same(NO_SUCH_NAME, $set(9, '', 0, [], '', INVALID), 'invalid again');
 $rows = walk(fn($at) => rmon_trapdest_getnext($link, $at), 'trapDestIndex');
-expect_same(NOT_IN_SERVICE, $rows[3]['trapDestStatus'], 'the status of one that waits');
+expect_same(UNDER_CREATION, $rows[3]['trapDestStatus'], 'the status of one that waits');
 expect_same([3, 7], array_keys($rows), 'destinations');
 expect_same([[10, 0, 0, 5, 0, 162], 'public', 1, 'me', VALID], [$rows[7]['trapDestAddress'], $rows[7]['trapDestCommunity'], $rows[7]['trapDestProtocol'], $rows[7]['trapDestOwner'], $rows[7]['trapDestStatus']], 'a destination');
 
