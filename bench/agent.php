@@ -1,11 +1,17 @@
 <?php
 /*
  * How fast the bundled agent reads a capture file with all of its groups at
- * work, and whether it counts each frame. Exit code 1 when a target is missed.
+ * work, and whether it counts each frame, as tcpdump does. Exit code 1 when a
+ * target is missed.
  *
  * usage: agent.php rmon-agent make_capture [frames]
  */
 declare(strict_types=1);
+
+require __DIR__ . '/../tests/agent/client.inc';
+require __DIR__ . '/../tests/agent/groups.inc';
+require __DIR__ . '/../tests/agent/rmon2.inc';
+require __DIR__ . '/../tests/agent/tcpdump.inc';
 
 /** Targets for 1,000,000 frames of 64 octets among 1,000 hosts. */
 const LEAST_RATE = 1000000;        // frames a second
@@ -35,39 +41,9 @@ function check(bool $good, string $what): void
     printf("%s  %s\n", $good ? 'ok  ' : 'MISS', $what);
 }
 
-/** Makes a control row (createRequest) and sets it to work (valid). */
-function make_row(string $group, callable $set): void
-{
-    $answer = @$set(2) ?: @$set(1);
-    check($answer === 0, "$group set to work" . ($answer === 0 ? '' : ': ' . var_export($answer, true)));
-}
-
 /* Every group, on interface 1; learned tables of so many rows. */
-$most = 10000;
-$rows = [
-    'history' => fn (int $status) => rmon_history_ctl_set($link, 1, 1, 10, 1, 'bench', $status),
-    'hosts' => fn (int $status) => rmon_host_ctl_set($link, 1, 1, 'bench', $status),
-    'matrix' => fn (int $status) => rmon_matrix_ctl_set($link, 1, 1, 'bench', $status),
-    'host Top-N' => fn (int $status) => rmon_hosttopn_ctl_set($link, 1, 1, 1, 3600, 10, 'bench', $status),
-    'channel' => fn (int $status) => rmon_channel_set($link, 1, 1, 1, 1, 0, 0, 0, 1, 'bench', 'bench', $status),
-    'filter' => fn (int $status) => rmon_filter_set($link, 1, 1, 0, [2], [255], [0], 0, 0, 0, 'bench', $status, 0, 0),
-    'capture' => fn (int $status) => rmon_buffer_ctl_set($link, 1, 1, 2, 128, 128, 0, 1000000, 'bench', $status),
-    'protocol distribution' => fn (int $status) => rmon_pdist_ctl_set($link, 1, 1, 'bench', $status),
-    'address map' => fn (int $status) => rmon_addrmap_ctl_set($link, 1, 1, 'bench', $status),
-    'higher-layer hosts' => fn (int $status) => rmon_hlhost_ctl_set($link, 1, 1, $most, $most, 'bench', $status),
-    'higher-layer matrix' => fn (int $status) => rmon_hlmatrix_ctl_set($link, 1, 1, $most, $most, 'bench', $status),
-    'aggregation' => fn (int $status) => dsmon_aggctl_set($link, 2, 'bench', 'bench', $status),
-    'DSCP statistics' => fn (int $status) => dsmon_statsctl_set($link, 1, 1, 2, 'bench', $status),
-    'DSCP distribution' => fn (int $status) => dsmon_pdistctl_set($link, 1, 1, 2, 'bench', $status, $most),
-    'DSCP hosts' => fn (int $status) => dsmon_hostctl_set($link, 1, 1, 2, 'bench', $status, $most),
-    'DSCP matrix' => fn (int $status) => dsmon_matrixctl_set($link, 1, 1, 2, 'bench', $status, $most),
-    'VLANs' => fn (int $status) => rmon_vlan_ctl_set($link, 1, 1, 'bench', $status),
-    'priorities' => fn (int $status) => rmon_prio_ctl_set($link, 1, 1, 'bench', $status),
-    'response times' => fn (int $status)
-        => rmon_art_ctl_set($link, 1, 1, 3600, 10, 20, 50, 100, 200, 500, 1000, 100, 'bench', $status),
-];
-foreach ($rows as $group => $set) {
-    make_row($group, $set);
+foreach (start_groups($link, 1, 10000) as $group => $status) {
+    check($status === 1, "$group set to work");
 }
 
 /** Seconds of processor time that the agent used so far: whatever else runs on the machine is not in them. */
@@ -96,6 +72,36 @@ check((int)$memory[1] <= MOST_MEMORY, sprintf('%d KiB at most in use, at most %d
 $row = rmon_etherstats_get($link, 1);
 check($row['etherStatsPkts'] == $frames && $row['etherStatsPkts64Octets'] == $frames, 'Ethernet statistics count each');
 check($row['etherStatsOctets'] == 64 * $frames, 'and its octets');
+
+/* The groups against tcpdump's count of the same file. */
+$local = protocol_indexes($link);
+$distribution = fn (string $name) => rmon_pdist_stats_get($link, 1, $local[$name])['protocolDistStatsPkts'];
+$mac = fn (int $host) => array_values(unpack('C*', pack('nN', 0x0200, $host)));
+$host = fn (int $number) => rmon_host_get($link, 1, $mac($number));
+$address = address('10.0.1.4');
+$pair = [address('10.0.1.4'), address('10.0.1.5')];
+$counted = [
+    'the host 02:00:00:00:00:07' => ['ether src 02:00:00:00:00:07', $host(7)['hostOutPkts']],
+    'what is sent to it' => ['ether dst 02:00:00:00:00:07', $host(7)['hostInPkts']],
+    'a pair of hosts' => [
+        'ether src 02:00:00:00:00:07 and ether dst 02:00:00:00:00:08',
+        rmon_matrix_sd_get($link, 1, $mac(7), $mac(8))['matrixSDPkts']],
+    'VLAN 103' => ['vlan 103', rmon_vlan_get($link, 1, 103)['smonVlanIdStatsTotalPkts']],
+    'priority 3' => ['ether[12:2] = 0x8100 and ether[14] & 0xe0 = 0x60', rmon_prio_get($link, 1, 3)['smonPrioStatsPkts']],
+    'IPv4' => [tagged('ip'), $distribution('ip')],
+    'TCP' => [tagged('tcp'), $distribution('ip.tcp')],
+    'UDP port 53' => [tagged('udp port 53'), $distribution('ip.udp.domain')],
+    'TCP port 443' => [tagged('tcp port 443'), $distribution('ip.tcp.https')],
+    'DSCP 46' => [tagged('ip and ip[1] & 0xfc = 184'), dsmon_stats_get($link, 1, 46)['dsmonStatsInHCPkts']],
+    '10.0.1.4' => [tagged('src host 10.0.1.4'), rmon_nlhost_get($link, 1, 0, $local['ip'], $address)['nlHostOutPkts']],
+    '10.0.1.4 to 10.0.1.5' => [
+        tagged('src host 10.0.1.4 and dst host 10.0.1.5'),
+        rmon_nlmatrix_sd_get($link, 1, 0, $local['ip'], ...$pair)['nlMatrixSDPkts']],
+];
+foreach ($counted as $what => [$filter, $packets]) {
+    $others = tcpdump_count($file, $filter);
+    check($others > 0 && $packets == $others, "$what: $packets frames, $others by tcpdump");
+}
 
 proc_terminate($process);
 exit($missed ? 1 : 0);
