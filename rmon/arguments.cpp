@@ -108,14 +108,27 @@ static zend_long convert_element(zval *element)
     return integer;
 }
 
+static zval *value_of(zval *argument)
+{
+    ZVAL_DEREF(argument);
+    return argument;
+}
+
+/** Whether an array in the place of what a variable holds would break a typed property that shares it. */
+static bool refuses_arrays(zval *variable)
+{
+    return Z_ISREF_P(variable) && ZEND_REF_HAS_TYPE_SOURCES(Z_REF_P(variable))
+           && Z_TYPE_P(Z_REFVAL_P(variable)) != IS_ARRAY;
+}
+
 /**
  * Converts the elements in a copy of the array, which takes the array's place
  * when all is done: whatever user code a conversion runs, it can't reach the
  * array that is walked here.
  */
-static bool convert_elements(zval *array, address &to)
+static bool convert_elements(zval *argument, address &to)
 {
-    HashTable *converted = zend_array_dup(Z_ARRVAL_P(array));
+    HashTable *converted = zend_array_dup(Z_ARRVAL_P(value_of(argument)));
     zval *element;
     to.length = 0;
     ZEND_HASH_FOREACH_VAL(converted, element) {
@@ -123,20 +136,24 @@ static bool convert_elements(zval *array, address &to)
     }
     ZEND_HASH_FOREACH_END();
 
-    zval old;
-    ZVAL_COPY_VALUE(&old, array);
-    ZVAL_ARR(array, converted);
-    zval_ptr_dtor(&old);
+    zval unused;
+    ZVAL_ARR(&unused, converted);
+    if (!refuses_arrays(argument)) {
+        zval *array = value_of(argument);
+        ZVAL_COPY_VALUE(&unused, array);
+        ZVAL_ARR(array, converted);
+    }
+    zval_ptr_dtor(&unused);
     return !EG(exception);
 }
 
 /** Refuses an array of more elements than an address may have. */
 static bool short_enough(script_call call, zval *argument)
 {
-    ZVAL_DEREF(argument);
-    if (Z_TYPE_P(argument) != IS_ARRAY)
+    const zval *value = value_of(argument);
+    if (Z_TYPE_P(value) != IS_ARRAY)
         return true;
-    const uint32_t count = zend_hash_num_elements(Z_ARRVAL_P(argument));
+    const uint32_t count = zend_hash_num_elements(Z_ARRVAL_P(value));
     if (count <= most_address_bytes)
         return true;
     zend_error(E_WARNING, "too many (%d) elements in addr!", static_cast<int>(count));
@@ -149,8 +166,8 @@ bool convert(script_call call, zval *argument, address &to)
     to.length = 0;
     if (!short_enough(call, argument))
         return false;
-    ZVAL_DEREF(argument);
-    return Z_TYPE_P(argument) != IS_ARRAY || read_integers(Z_ARRVAL_P(argument), to)
+    const zval *value = value_of(argument);
+    return Z_TYPE_P(value) != IS_ARRAY || read_integers(Z_ARRVAL_P(value), to)
            || convert_elements(argument, to);
 }
 
@@ -163,8 +180,7 @@ bool convert(script_call call, zval *first, address &one, zval *second, address 
 bool convert(script_call call, zval *argument, integer_or_address &to)
 {
     zend_long integer;
-    ZVAL_DEREF(argument);
-    if (Z_TYPE_P(argument) != IS_ARRAY && !convert(call, argument, integer))
+    if (Z_TYPE_P(value_of(argument)) != IS_ARRAY && !convert(call, argument, integer))
         return false;
     return convert(call, argument, static_cast<address &>(to));
 }

@@ -137,6 +137,21 @@ restore_error_handler();
 expect_sent([1, 1, 0, 4]);
 expect_same([1, 1, 0, 4], $address, 'the converted array takes the place of what user code put there');
 
+$object = new class {
+    public ?stdClass $member = null;
+};
+$address = ['1', new stdClass];
+set_error_handler(function () use (&$address, $object): bool {
+    $address = null;
+    $object->member = &$address;
+    return true;
+});
+rmon_host_get($link, 9, $address);
+restore_error_handler();
+expect_sent([1, 1]);
+expect_same(null, $object->member, 'a typed property that user code made of the variable keeps its type');
+unset($address);
+
 $address = ['1', new stdClass];
 set_error_handler(function () use (&$link): bool {
     static $closed = false;
