@@ -11,6 +11,7 @@ void check(bool passed, const std::string &what);
 /* The tests of each file; main() runs them all. */
 void test_wire();
 void test_streams();
+void test_stubs();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

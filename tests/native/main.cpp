@@ -61,6 +61,7 @@ int main()
 {
     test_wire();
     test_streams();
+    test_stubs();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }
