@@ -3,7 +3,10 @@
 /** @generate-function-entries */
 
 /*
- * The functions of the module, and what each of them takes and gives.
+ * What the functions have in common. Reports are warnings. Another number of arguments than a function takes
+ * is NULL, after "Wrong parameter count for NAME()". Arguments are converted as casts convert them, and of
+ * integers the low 32 bits are sent. $connid is a link or its number; what is neither is FALSE, after "... is
+ * not a RMON/RPC conn id!". Behind "LABEL: RPC:" stand the RPC library's words for what became of the call.
  *
  * The row status of every control table is an EntryStatus (RFC 2819), also where the table's own MIB has a
  * RowStatus: the agent has one set of rules for all of its tables. createRequest makes a row, which is under
@@ -702,9 +705,12 @@ function rmon_pdir_lastchange_get($connid) {}
  *     is_network: int,
  *     flags: int
  * }|false|null 0 and status: the agent's result code. protocolDirLocalIndex names the protocol in all other
- *     tables; the four Config fields are 1 notSupported, 2 supportedOff or 3 supportedOn; protocolDirStatus
- *     is an EntryStatus, flags a set of the PDIR_FLAG_ constants. FALSE without a message when the agent has
- *     no such row, after the warning "addrmap_entry_get: RPC: ..." when the call failed
+ *     tables; protocolDirType is a set of 1 (extensible) and 2 (addressRecognitionCapable); the four Config
+ *     fields are 1 notSupported, 2 supportedOff or 3 supportedOn; protocolDirStatus is an EntryStatus,
+ *     flags a set of the PDIR_FLAG_ constants; is_leaf and is_network are not 0
+ *     for a protocol that carries none of the directory and for one of the network layer. FALSE without a
+ *     message when the agent has no such row, after the warning "addrmap_entry_get: RPC: ..." when the call
+ *     failed
  */
 function rmon_pdir_get($connid, $protocolDirID, $protocolDirParameters) {}
 
@@ -2448,7 +2454,8 @@ function rmon_prio_getnext($connid, $controlIndex, $priority) {}
  *     filterPktData: list<int>,
  *     filterPktDataMask: list<int>,
  *     filterPktDataNotMask: list<int>
- * }|false|null 0 and status: the agent's result code. filterPktDataOffset in bytes, filterStatus an
+ * }|false|null 0 and status: the agent's result code. filterPktDataOffset in bytes; filterPktStatus and its
+ *     masks sets of 1 (longer than 1518 bytes), 2 (shorter than 64) and 4 (damaged); filterStatus an
  *     EntryStatus; the byte lists have one integer for each byte. FALSE after the warning
  *     "filter_get: RPC: ..."
  */
@@ -2475,13 +2482,13 @@ function rmon_filter_getnext($connid, $filterIndex) {}
  *     4 array, 5 object, 6 bool, 7 resource), and FALSE. Anything but an array is an empty list.
  * @param array $filterPktDataMask likewise, with "dataMask element not a LONG (...)!"
  * @param array $filterPktDataNotMask likewise, with "dataNotMask element not a LONG (...)!"
- * @param int $filterPktStatus
+ * @param int $filterPktStatus as in rmon_filter_get(), like its masks
  * @param int $filterPktStatusMask
  * @param int $filterPktStatusNotMask
  * @param string $filterOwner at most 255 bytes
  * @param int $filterStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @param int $filterProtocolDirDataLocalIndex
- * @param int $filterProtocolDirLocalIndex
+ * @param int $filterProtocolDirDataLocalIndex the offset counts from its start; 0: the packet's
+ * @param int $filterProtocolDirLocalIndex the protocol that a packet must have; 0 for any
  * @return int|false|null the agent's answer; FALSE after the warning "rmon_filter_set: RPC: ..."
  */
 function rmon_filter_set($connid, $filterIndex, $filterChannelIndex, $filterPktDataOffset, $filterPktData, $filterPktDataMask, $filterPktDataNotMask, $filterPktStatus, $filterPktStatusMask, $filterPktStatusNotMask, $filterOwner, $filterStatus, $filterProtocolDirDataLocalIndex, $filterProtocolDirLocalIndex) {}
@@ -2618,9 +2625,11 @@ function rmon_buffer_ctl_set($connid, $bufferControlIndex, $bufferControlChannel
  *     captureBufferPacketHighCapacityTime: int,
  *     captureBufferPacketData: list<int>
  * }|false|null 0 and status: the agent's result code. captureBufferPacketTime in milliseconds since the
- *     capture was turned on, captureBufferPacketLength in bytes of the packet on its network, of which
- *     captureBufferPacketData has those that are returned, one integer each. FALSE after the warning
- *     "capture_buf_get: RPC: ..."
+ *     capture was turned on, captureBufferPacketHighCapacityTime what is finer than that, in the agent's
+ *     terms; captureBufferPacketLength in bytes of the packet on its network, of which
+ *     captureBufferPacketData has those that are returned, one integer each; captureBufferPacketStatus a set
+ *     of 1 (longer than 1518 bytes), 2 (shorter than 64), 4 (damaged), 8 (the first after lost ones) and
+ *     16 (its place among the others is not certain). FALSE after the warning "capture_buf_get: RPC: ..."
  */
 function rmon_capture_buf_get($connid, $captureBufferControlIndex, $captureBufferIndex) {}
 

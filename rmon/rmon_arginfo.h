@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 16dbc4f89a6d26ad730097a5c02912030f3f99ea */
+ * Stub hash: 99bc9bb162f6dc09fe1e6e96c15d9a45c114feeb */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
