@@ -24,6 +24,11 @@ expect_same(true, reaches(18000, ['rmon.default_port' => 18000], $services + ['R
     'the directive before all');
 expect_same(true, reaches(18001, ['rmon.default_port' => 18000], [], "ini_set('rmon.default_port', '18001');"),
     'changed by the script');
+expect_same(
+    true,
+    reaches(17002, [], ['RMONRPC_PORT' => '17002'], "ini_set('rmon.default_port', '18002'); ini_restore('rmon.default_port');"),
+    'taken back by the script: no value is configured again',
+);
 expect_same(true, reaches(17001, [], ['RMONRPC_PORT' => '17001 and more']), 'a number with something behind it');
 
 [$output] = run_php("var_dump(rmon_connect('127.0.9.11'));", ['rmon.default_port' => 'none']);
