@@ -8,6 +8,10 @@
  * integers the low 32 bits are sent. $connid is a link or its number; what is neither is FALSE, after "... is
  * not a RMON/RPC conn id!". Behind "LABEL: RPC:" stand the RPC library's words for what became of the call.
  *
+ * An address whose elements are converted is taken by reference where it is a variable, an element or a property
+ * (as array_multisort() takes its arrays), by value elsewhere. What can't be written to, a readonly property for
+ * one, is to be copied to a variable first.
+ *
  * The row status of every control table is an EntryStatus (RFC 2819), also where the table's own MIB has a
  * RowStatus: the agent has one set of rules for all of its tables. createRequest makes a row, which is under
  * creation; valid sets it to work, underCreation stops it, invalid removes it.

@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 99bc9bb162f6dc09fe1e6e96c15d9a45c114feeb */
+ * Stub hash: 40764eaf1f9d7a84fae137fdce69b9f5af02f9ac */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
