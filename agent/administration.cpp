@@ -292,3 +292,25 @@ rmonrpc_mibvar_t mibvar_get(probe &agent, const rmonrpc_mibvar_name &name)
     const auto reading = read_variable(agent, text_of(name));
     return reading ? rmonrpc_mibvar_t{no_error, reading->value} : rmonrpc_mibvar_t{no_such_name, 0};
 }
+
+/* ---- the rest of an appliance ---------------------------------------------------------------------- */
+
+int32_t data_port_config(probe &, const rmonrpc_row_key2_t &)
+{
+    return no_such_name;
+}
+
+int32_t rmon_data_sync_completed(probe &agent)
+{
+    return agent.state.failed ? gen_err : no_error;
+}
+
+int32_t tambo_send_ip_change(probe &)
+{
+    return gen_err;
+}
+
+int32_t tambo_send_time_poll(probe &)
+{
+    return gen_err;
+}

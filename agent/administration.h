@@ -37,6 +37,20 @@ int32_t sys_resolvers_set(probe &agent, const rmonrpc_sys_resolvers_t &request);
 /** The number of a MIB variable, by its name (variables.h). */
 rmonrpc_mibvar_t mibvar_get(probe &agent, const rmonrpc_mibvar_name &name);
 
+/* An appliance is several machines in one box, of which the agent is one; here it is alone. */
+
+/** There are no data ports, so there is none of this index. */
+int32_t data_port_config(probe &agent, const rmonrpc_row_key2_t &key);
+
+/** Done when a set is answered, unless what it set could not be written. */
+int32_t rmon_data_sync_completed(probe &agent);
+
+/** Nobody is there to be told of a new address. */
+int32_t tambo_send_ip_change(probe &agent);
+
+/** Nobody is there to be asked for the time. */
+int32_t tambo_send_time_poll(probe &agent);
+
 /** What is kept over a restart. */
 void save_addresses(probe &agent, state_writer &writer);
 void load_addresses(probe &agent, const rmonrpc_ipconfig_t &kept);

@@ -187,6 +187,7 @@ constexpr served_procedure procedures[] = {
     serve<dsmon_matrixctl_set>(dsmon_matrixctl_set_1),
     serve<dsmon_matrixsdstats_get>(dsmon_matrixsdstats_get_1),
     serve<dsmon_matrixdsstats_get>(dsmon_matrixdsstats_get_1),
+    serve<data_port_config>(data_port_config_1),
     serve<nde_device_get>(nde_device_get_1),
     serve<nde_device_set>(nde_device_set_1),
     serve<nde_datasrc_get>(nde_datasrc_get_1),
@@ -211,6 +212,7 @@ constexpr served_procedure procedures[] = {
     serve<dsmatrix_make_nonpersistent>(dsmatrix_make_nonpersistent_1),
     serve<dspdist_make_persistent>(dspdist_make_persistent_1),
     serve<dspdist_make_nonpersistent>(dspdist_make_nonpersistent_1),
+    serve<rmon_data_sync_completed>(rmon_data_sync_completed_1),
     serve<pdist_get_others>(pdist_get_others_1),
     serve<voice_get<mgcp, &mgcp_monitor::calls, rmonrpc_mgcp_call_t>>(mgcp_call_rec_get_1),
     serve<voice_get<mgcp, &mgcp_monitor::phones, rmonrpc_mgcp_phone_t>>(mgcp_phone_rec_get_1),
@@ -234,6 +236,8 @@ constexpr served_procedure procedures[] = {
     serve<voice_clear<mgcp, &mgcp_monitor::calls>>(clear_mgcp_call_table_1),
     serve<voice_clear<mgcp, &mgcp_monitor::top_jitter>>(clear_mgcp_top_jitter_table_1),
     serve<voice_clear<mgcp, &mgcp_monitor::top_lost>>(clear_mgcp_top_pkt_lost_table_1),
+    serve<tambo_send_ip_change>(tambo_send_ip_change_1),
+    serve<tambo_send_time_poll>(tambo_send_time_poll_1),
 };
 
 static_assert(std::ranges::is_sorted(procedures, std::ranges::less_equal{}, &served_procedure::number));

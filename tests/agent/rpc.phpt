@@ -22,10 +22,17 @@ function exchange(string $record): string
 expect_same(answer(ACCEPTED, i32(0)), ask($client, 0), 'procedure 0');
 expect_same(answer(ACCEPTED, i32(0), 0xfedcba98), exchange(marked(call(0, xid: 0xfedcba98))), 'high transaction');
 
-// What is not served: numbers beyond all, in the gap of the numbering, and of procedures that come later.
-foreach ([51, 60, 143, 157, 191 + 5000, 0xffffffff] as $procedure) {
-    expect_same(answer(PROC_UNAVAIL), ask($client, $procedure), "procedure $procedure");
+// Served is each procedure of which there is a stub, and nothing else. Calls without arguments change
+// nothing of note, and those that want some refuse them.
+preg_match_all('/ procedure<\s*(\d+),/', file_get_contents(__DIR__ . '/../../rmon/rpc/rmonrpc_clnt.h'), $stubs);
+$stubs = array_map(intval(...), $stubs[1]);
+$status = fn(string $reply) => unpack('N', $reply, 20)[1];
+foreach ([...range(0, 300), 0x7fffffff, 0xffffffff] as $procedure) {
+    $served = $status(ask($client, $procedure)) !== PROC_UNAVAIL;
+    expect_same(in_array($procedure, $stubs, true), $served, "procedure $procedure is served");
 }
+expect_same([0, 204, 180], [min($stubs), max($stubs), count(array_unique($stubs))], 'stubs');
+
 expect_same(answer(PROG_UNAVAIL), exchange(marked(call(0, program: 100000))), 'another program');
 foreach ([0, 2, 0xffffffff] as $version) {
     $lowest_and_highest = u32(1) . u32(1);

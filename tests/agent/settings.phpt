@@ -141,6 +141,14 @@ $fields = result_of(ask(client($agent), 64));
 expect_same([0, 'probe.example'], [$fields->i32(), $fields->text()], 'the host name after a kill');
 expect_same(ip2long('10.9.2.3'), swapped(unpack('N2', (string) substr(ask(client($agent), 62, i32($lo)), 24))[2]), "the interface's address after a kill");
 
+// The other machines of an appliance: none is here. What was set is kept, unless the directory is gone.
+$rest = fn() => array_map(fn(int $procedure) => status_of(ask(client($agent), $procedure, $procedure === 158 ? key2($lo, GET) : '')), [158, 183, 203, 204]);
+expect_same([NO_SUCH_NAME, 0, 5, 5], $rest(), 'data port, data sync, new address, time');
+array_map(unlink(...), glob("$directory/*"));
+rmdir($directory);
+expect_same(0, told(rmon_set_hostname(...), 'lost'), 'a host name that is not kept');
+expect_same([NO_SUCH_NAME, 5, 5, 5], $rest(), 'data sync without the directory');
+
 agent_done($agent);
 --EXPECT--
 OK
