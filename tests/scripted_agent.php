@@ -303,10 +303,10 @@ final class Server
                 'listen' => $this->listen($port),
                 'refuse' => $this->refuse(),
                 'stop' => $this->stop(),
-                'add', 'report' => null,
+                'add', 'report', 'calls' => null,
             };
             $this->add($steps);
-            $answer = $this->report();
+            $answer = $name === 'calls' ? $this->calls : $this->report();
         } catch (RuntimeException $failure) {
             $answer = ['failure' => $failure->getMessage()];
         }
@@ -339,7 +339,7 @@ final class Server
     private function report(): array
     {
         return [
-            'calls' => $this->calls,
+            'calls' => count($this->calls),
             'accepted' => $this->accepted,
             'open' => count($this->connections),
             'steps' => count($this->steps),
