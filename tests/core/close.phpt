@@ -78,6 +78,16 @@ expect_same([0, 0], link_counts(), 'the default link, named by nobody');
 expect_result(fn () => rmon_close(), null, [$closed]);
 expect_result(fn () => rmon_system_get($id), false, [$no_id($id)]);
 
+// The link opened last may be a persistent one, whose connection stays.
+$lasting = rmon_pconnect('127.0.0.1');
+expect_same([1, 1], link_counts(), 'a persistent link');
+expect_result(fn () => rmon_close(), true);
+expect_result(fn () => rmon_etherstats_set($lasting, 1, 1, '', 1), 0);
+expect_result(fn () => rmon_close(), true);
+expect_result(fn () => rmon_close(), null, [$closed]);
+expect_same([1, 1], link_counts(), 'its connection');
+expect_same(false, is_resource($lasting), 'its resource');
+
 // Closed while only an array holds it.
 $held = [rmon_connect('127.0.0.1')];
 rmon_close($held[0]);

@@ -54,11 +54,33 @@ expect_same(
     ),
     'a closed link makes room',
 );
+expect_same(
+    "\nWarning: RMON: Too many open links (0)\nfalse\n",
+    printed("show(rmon_pconnect('127.0.0.1'));", ['rmon.max_links' => 0, 'rmon.max_persistent' => 5]),
+    'the limit on all links comes before the switch',
+);
+foreach ([0, -2] as $value) {
+    expect_same(
+        "\nWarning: RMON: Too many open persistent links (0)\nfalse\n",
+        printed("show(rmon_pconnect('127.0.0.1'));", ['rmon.max_persistent' => $value]),
+        "the switch at $value",
+    );
+}
+expect_same(
+    "\nWarning: RMON:Too many open connections (0)\nfalse\n\nWarning: RMON: Too many open links (0)\nfalse\n",
+    printed("show(rmon_connect('127.0.0.1')); show(rmon_pconnect('127.0.0.1'));", ['rmon.max_links' => -2]),
+    'no negative limit but -1 stands for none',
+);
 $own = "array_map(fn (\$host) => get_resource_id(rmon_pconnect(\$host)), ['127.0.0.1', '127.0.0.1'])";
 expect_same(
     'same',
     printed("[\$a, \$b] = $own; echo \$a === \$b ? 'same' : 'different';", ['rmon.allow_persistent' => 0]),
     'rmon_pconnect is rmon_connect where persistent links are not allowed',
+);
+expect_same(
+    'same',
+    printed("[\$a, \$b] = $own; echo \$a === \$b ? 'same' : 'different';", ['rmon.allow_persistent' => -1]),
+    'nor are they with a negative value',
 );
 expect_same(
     'different',

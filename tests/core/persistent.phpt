@@ -7,6 +7,10 @@ require __DIR__ . '/../process.inc';
 
 $agent = scripted_agent(always(reply(i32(5))));
 $server = new OneProcessServer(<<<'PHP'
+    if ($do === 'nothing opened') {
+        echo json_encode([rmon_close(), error_get_last()['message']]);
+        exit;
+    }
     if ($do === 'normal') {
         $link = rmon_connect('127.0.0.1');
     } else {
@@ -40,6 +44,9 @@ expect_same('5 persistent 1 links 2', $server->request('normal'), 'a normal link
 $agent->wait_open_connections(1);
 expect_same('5 [true,true,null] false persistent 1 links 1', $server->request('close'), 'closing ends the resource only');
 expect_same('5 persistent 1 links 1', $server->request(), 'the connection is still there');
+$output = $server->request('nothing opened');
+expect_same(true, str_ends_with($output, '[null,"rmon_close(): no RMON RPC link resource supplied"]'),
+    "no request finds the link that an earlier one opened last: $output");
 expect_same(2, $agent->connections(), 'the persistent one and the normal one');
 
 $agent->stop();
