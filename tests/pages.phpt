@@ -119,8 +119,8 @@ function result_of(array $texts, string $name): array
 
 // ---- what scripts get: without a link, without an answer, and of replies whose units are all 0 or all 1
 
-$ones = str_repeat(u32(1), 40000);
-$zeros = str_repeat(u32(0), 40000);
+$ones = str_repeat(u32(1), 9000);
+$zeros = str_repeat(u32(0), 9000);
 $answers = [
     'no answer' => proc_unavail(),
     // Each count and each length is 1, and so is a status, which many take for a refusal.
