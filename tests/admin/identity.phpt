@@ -105,6 +105,11 @@ $code = <<<CODE
     CODE;
 expect_in_new_process($code, [-1, '1', '', -1, '1', 'd', -2, '1', 'd', 5, '1', 'd', 5, 5, '1'], [$unreadable]);
 
+// 0 is a code like any other.
+put_file(SETTINGS, "NORV_TARGET_ID=0\n");
+$code = "\$seen = norv_target_id(); file_put_contents($file, \"NORV_TARGET_ID=5\\n\"); return [\$seen, norv_target_id()];";
+expect_in_new_process($code, [0, 0]);
+
 // Each of them reads the file by itself, and none looks at arguments.
 put_file(SETTINGS, "NORV_PROD_NO=\"no\"\nNORV_PROD_DESCR=\"descr\"\nNORV_TARGET_ID=3\n");
 foreach (['norv_target_id' => 3, 'norv_prod_no' => 'no', 'norv_prod_descr' => 'descr'] as $function => $value) {
