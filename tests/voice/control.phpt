@@ -6,17 +6,15 @@ rmon
 <?php
 require __DIR__ . '/voice.inc';
 
-$link = voice_link();
-
 /** A function that reads one record of integers: all of them are shown, in the signed view. */
-function expect_reader(mixed $link, string $function, int $procedure, array $fields, array $shown): void
+function expect_reader(string $function, int $procedure, array $fields, array $shown): void
 {
-    expect_refusals($function, [$link]);
+    expect_refusals($function, []);
     $record = record(...$fields);
-    expect_exchange($function, [$link], $procedure, '', reply($record), $shown);
-    expect_exchange($function, [$link], $procedure, '', proc_unavail(), false);
-    expect_exchange($function, [$link], $procedure, '', truncated($record, -4), false);
-    expect_exchange($function, [$link], $procedure, '', reply($record), $shown);
+    expect_exchange($function, [], $procedure, '', reply($record), $shown);
+    expect_exchange($function, [], $procedure, '', proc_unavail(), false);
+    expect_exchange($function, [], $procedure, '', truncated($record, -4), false);
+    expect_exchange($function, [], $procedure, '', reply($record), $shown);
 }
 
 // ---- Settings ------------------------------------------------------------------
@@ -49,10 +47,10 @@ $shown = [
     'pkt_lost_alarm_enable' => 111,
     'latency_alarm_enable' => 112,
 ];
-expect_reader($link, 'sccp_config_params_get', 87, $fields, $shown);
+expect_reader('sccp_config_params_get', 87, $fields, $shown);
 expect_exchange(
     'sccp_config_params_get',
-    [$link],
+    [],
     87,
     '',
     reply(record(...with_all_ones($fields))),
@@ -82,10 +80,10 @@ $shown = [
     'pkt_lost_alarm_enable' => -209,
 ];
 foreach (['h323' => 119, 'mgcp' => 189] as $protocol => $procedure) {
-    expect_reader($link, "{$protocol}_config_params_get", $procedure, $fields, $shown);
+    expect_reader("{$protocol}_config_params_get", $procedure, $fields, $shown);
     expect_exchange(
         "{$protocol}_config_params_get",
-        [$link],
+        [],
         $procedure,
         '',
         reply(record(...with_all_ones($fields))),
@@ -112,10 +110,10 @@ $shown = [
     'worst_jitter' => -6,
 ];
 foreach (['sccp' => 91, 'mgcp' => 193] as $protocol => $procedure) {
-    expect_reader($link, "{$protocol}_aggregate_data_get", $procedure, $fields, $shown);
+    expect_reader("{$protocol}_aggregate_data_get", $procedure, $fields, $shown);
     expect_exchange(
         "{$protocol}_aggregate_data_get",
-        [$link],
+        [],
         $procedure,
         '',
         reply(record(...with_all_ones($fields))),
@@ -141,7 +139,7 @@ $shown = [
     'worst_pkt_lost' => 405,
     'worst_jitter' => 1,
 ];
-expect_reader($link, 'h323_aggregate_data_get', 123, $fields, $shown);
+expect_reader('h323_aggregate_data_get', 123, $fields, $shown);
 
 $cases = [
     // Without samples both averages are 0, whatever the sums hold.
@@ -167,19 +165,18 @@ $cases = [
 ];
 foreach ($cases as [$changes, $differences]) {
     $reply = reply(record(...but($fields, $changes)));
-    expect_exchange('h323_aggregate_data_get', [$link], 123, '', $reply, but($shown, $differences));
+    expect_exchange('h323_aggregate_data_get', [], 123, '', $reply, but($shown, $differences));
 }
 
 // ---- What changes a monitor ----------------------------------------------------
 
 /** A function that changes something: SCCP and H.323 return the agent's answer, MGCP returns 0 always. */
-function expect_change(mixed $link, string $function, int $procedure, array $arguments = [], string $request = ''): void
+function expect_change(string $function, int $procedure, array $arguments = [], string $request = ''): void
 {
     $mgcp = str_starts_with($function, 'mgcp_');
-    $all = [$link, ...$arguments];
-    expect_refusals($function, $all);
+    expect_refusals($function, $arguments);
     foreach ([0, 1, -1, 2147483647, -2147483648] as $answer) {
-        expect_exchange($function, $all, $procedure, $request, reply(i32($answer)), $mgcp ? 0 : $answer);
+        expect_exchange($function, $arguments, $procedure, $request, reply(i32($answer)), $mgcp ? 0 : $answer);
     }
     $failures = [
         'Procedure unavailable' => proc_unavail(),
@@ -188,9 +185,9 @@ function expect_change(mixed $link, string $function, int $procedure, array $arg
     ];
     foreach ($failures as $text => $step) {
         $value = $mgcp ? 0 : false;
-        expect_exchange($function, $all, $procedure, $request, $step, $value, ["$function: RPC: $text"]);
+        expect_exchange($function, $arguments, $procedure, $request, $step, $value, ["$function: RPC: $text"]);
     }
-    expect_exchange($function, $all, $procedure, $request, reply(i32(5)), $mgcp ? 0 : 5);
+    expect_exchange($function, $arguments, $procedure, $request, reply(i32(5)), $mgcp ? 0 : 5);
 }
 
 $sizes = record(
@@ -200,20 +197,20 @@ $sizes = record(
     num_top_pkt_lost_row: u32(40),
 );
 $latency = record(num_top_latency_row: u32(40)); // as long as the table by packet loss
-expect_change($link, 'sccp_voice_coll_table_sizes_set', 88, [10, 20, 30, 40], $sizes . $latency);
-expect_change($link, 'h323_voice_coll_table_sizes_set', 120, [10, 20, 30, 40], $sizes);
-expect_change($link, 'mgcp_voice_coll_table_sizes_set', 190, [10, 20, 30, 40], $sizes);
+expect_change('sccp_voice_coll_table_sizes_set', 88, [10, 20, 30, 40], $sizes . $latency);
+expect_change('h323_voice_coll_table_sizes_set', 120, [10, 20, 30, 40], $sizes);
+expect_change('mgcp_voice_coll_table_sizes_set', 190, [10, 20, 30, 40], $sizes);
 
 $thresholds = record(jitter_threshold: u32(5), pkt_lost_threshold: u32(7));
 $latency = record(latency_threshold: u32(1000));
-expect_change($link, 'sccp_voice_coll_thresholds_set', 92, [5, 7], $thresholds . $latency);
-expect_change($link, 'h323_voice_coll_thresholds_set', 124, [5, 7], $thresholds);
-expect_change($link, 'mgcp_voice_coll_thresholds_set', 194, [5, 7], $thresholds);
+expect_change('sccp_voice_coll_thresholds_set', 92, [5, 7], $thresholds . $latency);
+expect_change('h323_voice_coll_thresholds_set', 124, [5, 7], $thresholds);
+expect_change('mgcp_voice_coll_thresholds_set', 194, [5, 7], $thresholds);
 
 // Any value goes to the agent, by its low 32 bits.
 expect_exchange(
     'sccp_voice_coll_table_sizes_set',
-    [$link, -1, '12', 4294967296 + 13, -2.9],
+    [-1, '12', 4294967296 + 13, -2.9],
     88,
     u32(4294967295) . u32(12) . u32(13) . u32(4294967294) . u32(4294967294),
     reply(i32(0)),
@@ -221,7 +218,7 @@ expect_exchange(
 );
 expect_exchange(
     'sccp_voice_coll_thresholds_set',
-    [$link, null, true],
+    [null, true],
     92,
     u32(0) . u32(1) . u32(1000),
     reply(i32(0)),
@@ -229,7 +226,7 @@ expect_exchange(
 );
 expect_exchange(
     'h323_voice_coll_thresholds_set',
-    [$link, 4294967295, -2147483648],
+    [4294967295, -2147483648],
     124,
     u32(4294967295) . u32(2147483648),
     reply(i32(0)),
@@ -272,7 +269,7 @@ $switches = [
     'mgcp_voice_top_pkt_lost_table_clear' => 202,
 ];
 foreach ($switches as $function => $procedure) {
-    expect_change($link, $function, $procedure);
+    expect_change($function, $procedure);
 }
 
 // For these the agent has no procedure.
@@ -282,8 +279,8 @@ $idle = [
     'mgcp_voice_top_latency_table_clear',
 ];
 foreach ($idle as $function) {
-    expect_refusals($function, [$link]);
-    expect_no_call($function, [$link], 0);
+    expect_refusals($function, []);
+    expect_no_call($function, [the_link()], 0);
 }
 
 // Of H.323 there are no functions of latency.

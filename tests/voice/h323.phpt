@@ -237,53 +237,47 @@ function shown_phone(int $n): array
     ];
 }
 
-$link = voice_link();
-
 $phone = fn(int $n) => record(...phone($n));
 $call = fn(int $n) => record(...common($n), ...qual($n));
 $shown_call = fn(int $n) => [...shown_common($n), ...shown_qual($n)];
 expect_same([7740, 35004], [strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
 
-expect_readers($link, 'h323_phone_rec', 116, 'phone_rec', $phone, shown_phone(...));
-expect_readers($link, 'h323_call_rec', 115, 'call_rec', $call, $shown_call);
-expect_readers($link, 'h323_top_jitter_rec', 117, 'call_rec', $call, $shown_call);
-expect_readers($link, 'h323_top_pkt_lost_rec', 118, 'call_rec', $call, $shown_call);
+expect_readers('h323_phone_rec', 116, 'phone_rec', $phone, shown_phone(...));
+expect_readers('h323_call_rec', 115, 'call_rec', $call, $shown_call);
+expect_readers('h323_top_jitter_rec', 117, 'call_rec', $call, $shown_call);
+expect_readers('h323_top_pkt_lost_rec', 118, 'call_rec', $call, $shown_call);
 
 /** A call whose fields differ from call 1 shows these values instead. */
-function expect_call_shown(mixed $link, array $changes, array $shown, array $common = [], array $shown_common = []): void
+function expect_call_shown(array $changes, array $shown, array $common = [], array $shown_common = []): void
 {
     $record = record(...but(common(1), $common), ...but(qual(1), $changes));
     $row = [...but(shown_common(1), $shown_common), ...but(shown_qual(1), $shown)];
-    expect_row($link, 'h323_call_rec', 115, 'call_rec', $record, $row);
+    expect_row('h323_call_rec', 115, 'call_rec', $record, $row);
 }
 
 /** A phone whose fields differ from phone 4, which shows three calls, shows these values instead. */
-function expect_phone_shown(mixed $link, array $changes, array $shown): void
+function expect_phone_shown(array $changes, array $shown): void
 {
     $record = record(...but(phone(4), $changes));
-    expect_row($link, 'h323_phone_rec', 116, 'phone_rec', $record, but(shown_phone(4), $shown));
+    expect_row('h323_phone_rec', 116, 'phone_rec', $record, but(shown_phone(4), $shown));
 }
 
 // Without samples there is nothing to divide by, whatever the sums hold.
 expect_call_shown(
-    $link,
     ['forward_num_samples' => u32(0)],
     ['forward_sr_fraction_lost' => 0, 'forward_sr_jitter' => 0],
 );
 expect_call_shown(
-    $link,
     ['reverse_num_samples' => u32(0)],
     ['reverse_sr_fraction_lost' => 0, 'reverse_sr_jitter' => 0],
 );
 // Jitter is in hundredths: 2550 over 5 samples is 5.1.
 expect_call_shown(
-    $link,
     ['forward_sr_jitter' => u32(2550), 'reverse_sr_jitter' => u32(699)],
     ['forward_sr_jitter' => 5, 'reverse_sr_jitter' => 0],
 );
 // The divisor of jitter is a 32-bit product: 2^30 samples times 100 is 0, 42949673 times 100 is 4.
 expect_call_shown(
-    $link,
     [
         'forward_sr_fraction_lost' => u32(3 << 30),
         'forward_num_samples' => u32(1 << 30),
@@ -299,14 +293,12 @@ expect_call_shown(
     ],
 );
 expect_call_shown(
-    $link,
     ['forward_sr_fraction_lost' => u32(4294967295), 'forward_num_samples' => u32(1)],
     ['forward_sr_fraction_lost' => -1, 'forward_sr_jitter' => 355009],
 );
 
 // Integers are in the signed view, the synchronisation sources are not.
 expect_call_shown(
-    $link,
     with_all_ones(qual(1)),
     but(with_minus_ones(shown_qual(1)), [
         'forward_ssrc' => 4294967295.0,
@@ -320,13 +312,11 @@ expect_call_shown(
     with_minus_ones(shown_common(1)),
 );
 expect_call_shown(
-    $link,
     ['forward_ssrc' => u32(0), 'reverse_ssrc' => u32(2147483648)],
     ['forward_ssrc' => 0.0, 'reverse_ssrc' => 2147483648.0],
 );
 
 expect_call_shown(
-    $link,
     ['call_id' => units('', 16), 'conference_id' => units(str_repeat("\xff", 16))],
     [
         'call_id' => '0000 0000 0000 0000 0000 0000 0000 0000',
@@ -336,7 +326,6 @@ expect_call_shown(
 
 // A text ends at its first zero byte or at the vector's end.
 expect_call_shown(
-    $link,
     [
         'f_num' => signed_units(str_repeat('n', 132)),
         'f_alias' => signed_units("a\0b", 81),
@@ -362,18 +351,15 @@ expect_call_shown(
 );
 // The length beside an address says nothing about how it is shown.
 expect_call_shown(
-    $link,
     ['reverse_h245_ipAddr' => units("\0\x09\x63\xff", 16), 'reverse_h245_ipAddr_length' => u32(0)],
     ['reverse_h245_ipAddr' => '0.9.99.255', 'reverse_h245_ipAddr_length' => 0],
 );
 
 expect_phone_shown(
-    $link,
     ['aggregate' => record(...but(aggregate(4), ['num_samples' => u32(0)]))],
     ['avg_pkt_lost' => 0, 'avg_jitter' => 0],
 );
 expect_phone_shown(
-    $link,
     ['aggregate' => record(...with_all_ones(aggregate(4)))],
     [
         'flag' => -1,
@@ -386,11 +372,10 @@ expect_phone_shown(
 );
 $five = array_map(shown_qual(...), history_numbers(4));
 expect_phone_shown(
-    $link,
     ['num_hist_row' => i32(2147483647)],
     ['num_hist_row' => 2147483647, 'history' => $five],
 );
-expect_phone_shown($link, ['num_hist_row' => i32(5)], ['num_hist_row' => 5, 'history' => $five]);
+expect_phone_shown(['num_hist_row' => i32(5)], ['num_hist_row' => 5, 'history' => $five]);
 
 done();
 ?>

@@ -159,38 +159,35 @@ function shown_phone(int $n): array
     ];
 }
 
-$link = voice_link();
-
 $phone = fn(int $n) => record(...phone($n));
 $call = fn(int $n) => record(...call($n));
 expect_same([656, 5500, 29804], [strlen(record(...media(1))), strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
 
-expect_readers($link, 'mgcp_phone_rec', 186, 'phone_rec', $phone, shown_phone(...));
-expect_readers($link, 'mgcp_call_rec', 185, 'call_rec', $call, shown_call(...));
-expect_readers($link, 'mgcp_top_jitter_rec', 187, 'call_rec', $call, shown_call(...));
-expect_readers($link, 'mgcp_top_pkt_lost_rec', 188, 'call_rec', $call, shown_call(...));
+expect_readers('mgcp_phone_rec', 186, 'phone_rec', $phone, shown_phone(...));
+expect_readers('mgcp_call_rec', 185, 'call_rec', $call, shown_call(...));
+expect_readers('mgcp_top_jitter_rec', 187, 'call_rec', $call, shown_call(...));
+expect_readers('mgcp_top_pkt_lost_rec', 188, 'call_rec', $call, shown_call(...));
 
 // The agent has no table of the worst calls by latency.
-expect_reader_refusals($link, 'mgcp_top_latency_rec');
-expect_no_call('mgcp_top_latency_rec_get', [$link, 1], false);
-expect_no_call('mgcp_top_latency_rec_getnext', [$link, 1], false);
-expect_no_call('mgcp_top_latency_rec_getbulk', [$link, 1, 10], false);
+expect_reader_refusals('mgcp_top_latency_rec');
+expect_no_call('mgcp_top_latency_rec_get', [the_link(), 1], false);
+expect_no_call('mgcp_top_latency_rec_getnext', [the_link(), 1], false);
+expect_no_call('mgcp_top_latency_rec_getbulk', [the_link(), 1, 10], false);
 
 /** A call whose fields differ from call 1 shows these values instead. */
-function expect_call_shown(mixed $link, array $changes, array $media, array $shown): void
+function expect_call_shown(array $changes, array $media, array $shown): void
 {
     $fields = but(call(1), ['media' => record(...but(media(1), $media))]);
     $record = record(...but($fields, $changes));
-    expect_row($link, 'mgcp_call_rec', 185, 'call_rec', $record, but(shown_call(1), $shown));
+    expect_row('mgcp_call_rec', 185, 'call_rec', $record, but(shown_call(1), $shown));
 }
 
 // An address without length is a dash; any other length says nothing about how it is shown.
-expect_call_shown($link, ['ca_address_1_length' => u32(0)], [], ['ca_address_1' => '-']);
-expect_call_shown($link, ['ca_address_2_length' => u32(0)], [], ['ca_address_2' => '-']);
-expect_call_shown($link, ['gw_address_1_length' => u32(0)], [], ['gw_address_1' => '-']);
-expect_call_shown($link, ['gw_address_2_length' => u32(0)], [], ['gw_address_2' => '-']);
+expect_call_shown(['ca_address_1_length' => u32(0)], [], ['ca_address_1' => '-']);
+expect_call_shown(['ca_address_2_length' => u32(0)], [], ['ca_address_2' => '-']);
+expect_call_shown(['gw_address_1_length' => u32(0)], [], ['gw_address_1' => '-']);
+expect_call_shown(['gw_address_2_length' => u32(0)], [], ['gw_address_2' => '-']);
 expect_call_shown(
-    $link,
     ['gw_address_2_length' => u32(4294967295), 'gw_address_2' => units("\xff\0\xc8\x07", 16)],
     [],
     ['gw_address_2' => '255.0.200.7'],
@@ -198,25 +195,22 @@ expect_call_shown(
 
 // The larger figure of the two legs, as signed numbers.
 expect_call_shown(
-    $link,
     [],
     ['pkt_loss_1' => i32(3), 'pkt_loss_2' => i32(7), 'jitter_1' => u32(4294967295), 'jitter_2' => i32(0)],
     ['pkt_loss' => 7, 'jitter' => 0, 'pkt_loss_1' => 3, 'pkt_loss_2' => 7, 'jitter_1' => -1, 'jitter_2' => 0],
 );
 expect_call_shown(
-    $link,
     [],
     ['pkt_loss_1' => i32(8), 'pkt_loss_2' => i32(-9), 'jitter_1' => i32(-5), 'jitter_2' => i32(-6)],
     ['pkt_loss' => 8, 'jitter' => -5, 'pkt_loss_1' => 8, 'pkt_loss_2' => -9, 'jitter_1' => -5, 'jitter_2' => -6],
 );
 
-expect_call_shown($link, ['call_flag' => u32(4)], ['media_flag' => i32(1)], ['flag' => 5]);
-expect_call_shown($link, ['call_flag' => u32(6)], ['media_flag' => i32(3)], ['flag' => 7]);
-expect_call_shown($link, ['call_flag' => u32(0x80000000)], ['media_flag' => i32(1)], ['flag' => -2147483647]);
+expect_call_shown(['call_flag' => u32(4)], ['media_flag' => i32(1)], ['flag' => 5]);
+expect_call_shown(['call_flag' => u32(6)], ['media_flag' => i32(3)], ['flag' => 7]);
+expect_call_shown(['call_flag' => u32(0x80000000)], ['media_flag' => i32(1)], ['flag' => -2147483647]);
 
 // Integers are in the signed view.
 expect_call_shown(
-    $link,
     but(with_all_ones(call(1)), ['media' => record(...with_all_ones(media(1)))]),
     [],
     with_minus_ones(shown_call(1)),
@@ -224,7 +218,6 @@ expect_call_shown(
 
 // A text ends at its first zero byte or at the vector's end.
 expect_call_shown(
-    $link,
     [
         'call_id_1' => signed_units(str_repeat('a', 33)),
         'call_id_2' => signed_units("call\0id", 33),
@@ -260,26 +253,23 @@ expect_call_shown(
 );
 
 /** A phone whose fields differ from phone 4, which shows three calls, shows these values instead. */
-function expect_phone_shown(mixed $link, array $changes, array $shown): void
+function expect_phone_shown(array $changes, array $shown): void
 {
     $record = record(...but(phone(4), $changes));
-    expect_row($link, 'mgcp_phone_rec', 186, 'phone_rec', $record, but(shown_phone(4), $shown));
+    expect_row('mgcp_phone_rec', 186, 'phone_rec', $record, but(shown_phone(4), $shown));
 }
 
 $five = array_map(shown_call(...), history_numbers(4));
 expect_phone_shown(
-    $link,
     ['num_hist_row' => i32(2147483647)],
     ['num_hist_row' => 2147483647, 'history' => $five],
 );
-expect_phone_shown($link, ['num_hist_row' => i32(5)], ['num_hist_row' => 5, 'history' => $five]);
+expect_phone_shown(['num_hist_row' => i32(5)], ['num_hist_row' => 5, 'history' => $five]);
 expect_phone_shown(
-    $link,
     [...with_all_ones(phone(4)), 'num_hist_row' => i32(3)],
     [...with_minus_ones(shown_phone(4)), 'num_hist_row' => 3],
 );
 expect_phone_shown(
-    $link,
     [
         'phone_ipAddr' => signed_units(str_repeat('9', 32)),
         'phone_owner' => signed_units(str_repeat('o', 256)),

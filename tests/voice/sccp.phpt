@@ -252,47 +252,42 @@ function shown_phone(int $n): array
     ];
 }
 
-$link = voice_link();
-
 $phone = fn(int $n) => record(...phone($n));
 $top = fn(int $n) => record(...common($n), ...qual($n));
 $call = fn(int $n) => $top($n) . $top($n + 100);
 expect_same([956, 1912, 2680], [strlen($top(1)), strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
 
-expect_readers($link, 'sccp_phone_rec', 83, 'phone_rec', $phone, shown_phone(...));
-expect_readers($link, 'sccp_call_rec', 82, 'call_rec', $call, fn(int $n) => shown_call($n, $n + 100));
-expect_readers($link, 'sccp_top_jitter_rec', 84, 'top_rec', $top, shown_top(...));
-expect_readers($link, 'sccp_top_pkt_lost_rec', 85, 'top_rec', $top, shown_top(...));
-expect_readers($link, 'sccp_top_latency_rec', 86, 'top_rec', $top, shown_top(...));
+expect_readers('sccp_phone_rec', 83, 'phone_rec', $phone, shown_phone(...));
+expect_readers('sccp_call_rec', 82, 'call_rec', $call, fn(int $n) => shown_call($n, $n + 100));
+expect_readers('sccp_top_jitter_rec', 84, 'top_rec', $top, shown_top(...));
+expect_readers('sccp_top_pkt_lost_rec', 85, 'top_rec', $top, shown_top(...));
+expect_readers('sccp_top_latency_rec', 86, 'top_rec', $top, shown_top(...));
 
 // Integers are in the signed view.
 $ones = record(...with_all_ones(common(1)), ...with_all_ones(qual(1)));
-expect_row($link, 'sccp_top_latency_rec', 86, 'top_rec', $ones, with_minus_ones(shown_top(1)));
-expect_row($link, 'sccp_call_rec', 82, 'call_rec', $ones . $ones, with_minus_ones(shown_call(1, 1)));
+expect_row('sccp_top_latency_rec', 86, 'top_rec', $ones, with_minus_ones(shown_top(1)));
+expect_row('sccp_call_rec', 82, 'call_rec', $ones . $ones, with_minus_ones(shown_call(1, 1)));
 
 /** A phone whose fields differ from phone 4, which shows three calls, shows these values instead. */
-function expect_phone_shown(mixed $link, array $changes, array $shown): void
+function expect_phone_shown(array $changes, array $shown): void
 {
     $record = record(...but(phone(4), $changes));
-    expect_row($link, 'sccp_phone_rec', 83, 'phone_rec', $record, but(shown_phone(4), $shown));
+    expect_row('sccp_phone_rec', 83, 'phone_rec', $record, but(shown_phone(4), $shown));
 }
 
 expect_phone_shown(
-    $link,
     ['aggregate' => str_repeat(u32(4294967295), 6)],
     with_minus_ones(aggregate(4)),
 );
 $five = array_map(shown_qual(...), history_numbers(4));
 expect_phone_shown(
-    $link,
     ['num_hist_row' => i32(2147483647)],
     ['num_hist_row' => 2147483647, 'history' => $five],
 );
-expect_phone_shown($link, ['num_hist_row' => i32(5)], ['num_hist_row' => 5, 'history' => $five]);
+expect_phone_shown(['num_hist_row' => i32(5)], ['num_hist_row' => 5, 'history' => $five]);
 
 // A text ends at its first zero byte or at the vector's end; lengths beside addresses are only shown.
 expect_phone_shown(
-    $link,
     [
         'common' => record(...but(common(4), [
             'phone_ipAddr_length' => i32(-1),
@@ -327,7 +322,6 @@ expect_phone_shown(
     ],
 );
 expect_row(
-    $link,
     'sccp_call_rec',
     82,
     'call_rec',
@@ -336,7 +330,6 @@ expect_row(
 );
 // Both ports are the caller's.
 expect_row(
-    $link,
     'sccp_call_rec',
     82,
     'call_rec',
