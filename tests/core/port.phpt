@@ -15,7 +15,7 @@ function reaches(int $port, array $directives, array $environment, string $befor
 }
 
 putenv('RMONRPC_PORT');
-$services = ['LD_PRELOAD' => trim(getenv('RMON_TEST_SERVICES') . ' ' . getenv('LD_PRELOAD'))];
+$services = preloading('services');
 expect_same(true, reaches(9911, [], []), 'nothing configured');
 expect_same(true, reaches(17000, [], ['RMONRPC_PORT' => '17000']), 'the environment');
 expect_same(true, reaches(19000, [], $services), 'the services database');
