@@ -109,7 +109,7 @@ void assign(address_watch_row &row, const rmonrpc_addrmap_ctl_t &request)
 
 int32_t start(probe &agent, address_watch_row &row)
 {
-    row.work = std::make_shared<address_watch>(&agent, row.data_source);
+    row.work = std::make_shared<address_watch>(address_watch{&agent, row.data_source});
     return start_counting(agent, row, count);
 }
 

@@ -22,6 +22,10 @@ constexpr int64_t longest_pause = 60 * 60 * int64_t{1000000};
 /** Octets; what a file claims beyond is no frame's length. */
 constexpr uint32_t longest_frame = 1 << 20;
 
+/** Microseconds between the last frame of a recording and its first one, so that a short one leaves time to
+ * others. */
+constexpr int64_t pause_of_loop = 1000;
+
 int64_t now_us()
 {
     timespec now;
@@ -78,7 +82,10 @@ bool read_frame(capture_file &file)
     if (result == 1) {
         file.captured = header->caplen;
         file.length = std::clamp(header->len, header->caplen, longest_frame);
-        file.stamp = int64_t{header->ts.tv_sec} * 1000000 + header->ts.tv_usec;
+        // Stamps of pcapng reach farther than any clock.
+        const int64_t seconds = std::clamp<int64_t>(header->ts.tv_sec, 0, UINT32_MAX);
+        const int64_t microseconds = std::clamp<int64_t>(header->ts.tv_usec, 0, 999999);
+        file.stamp = seconds * 1000000 + microseconds;
         return true;
     }
     if (result == PCAP_ERROR) {
@@ -119,7 +126,7 @@ void end_round(capture_file &file)
         file.capture = open_file(file.path, wrong);
         file.frames_of_round = 0;
         if (file.capture) {
-            wake_in(file, 0);
+            wake_in(file, file.recorded ? pause_of_loop : 0);
             return;
         }
         std::fprintf(stderr, "rmon-agent: %s\n", wrong.c_str());

@@ -40,8 +40,9 @@ bool skip_auth(XDR *xdrs, const auth_opening &auth)
 
 /* ---- replies ----------------------------------------------------------------- */
 
-constexpr std::size_t mark_size = 4;
+/* Bytes to encode a reply in: at first, kept from one reply to the next, and at most. */
 constexpr std::size_t first_room = 4 * 1024;
+constexpr std::size_t usual_room = 256 * 1024;
 constexpr std::size_t most_room = 64 * 1024 * 1024;
 
 /** A result and the way it travels, as the RPC library's encoder takes them. */
@@ -97,27 +98,34 @@ rpc_msg auth_refused(uint32_t xid, auth_stat why)
     return reply;
 }
 
-/** Appends a reply in one fragment. False, with output as it was, when it cannot be encoded. */
+/**
+ * Appends a reply in one fragment. False, with output as it was, when it cannot
+ * be encoded. It is encoded elsewhere first: what waits for a client takes no
+ * more room than it has bytes.
+ */
 bool append_reply(rpc_msg &reply, std::vector<uint8_t> &output)
 {
-    const std::size_t start = output.size();
-    for (std::size_t room = first_room; room <= most_room; room *= 4) {
-        output.resize(start + mark_size + room);
-        uint8_t *mark = output.data() + start;
+    static std::vector<uint8_t> room(first_room);
+    for (;;) {
         XDR xdrs;
         xdrmem_create(
-            &xdrs, reinterpret_cast<char *>(mark + mark_size), static_cast<u_int>(room), XDR_ENCODE);
-        if (xdr_replymsg(&xdrs, &reply)) {
+            &xdrs, reinterpret_cast<char *>(room.data()), static_cast<u_int>(room.size()), XDR_ENCODE);
+        const bool encoded = xdr_replymsg(&xdrs, &reply);
+        if (encoded) {
             const uint32_t size = XDR_GETPOS(&xdrs);
-            const uint32_t marked = size | 0x80000000;
-            for (std::size_t i = 0; i < mark_size; i++)
-                mark[i] = static_cast<uint8_t>(marked >> (24 - 8 * i));
-            output.resize(start + mark_size + size);
-            return true;
+            const uint32_t mark = size | 0x80000000;
+            for (int shift = 24; shift >= 0; shift -= 8)
+                output.push_back(static_cast<uint8_t>(mark >> shift));
+            output.insert(output.end(), room.begin(), room.begin() + size);
         }
+        const bool larger = !encoded && room.size() < most_room;
+        if (larger)
+            room = std::vector<uint8_t>(room.size() * 4);
+        else if (room.size() > usual_room)
+            room = std::vector<uint8_t>(first_room);
+        if (!larger)
+            return encoded;
     }
-    output.resize(start);
-    return false;
 }
 
 void append_result(uint32_t xid, planned result, std::vector<uint8_t> &output)

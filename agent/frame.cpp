@@ -196,8 +196,10 @@ void skip_snap(frame &to, rest &at)
     static constexpr uint8_t snap[] = {0xaa, 0xaa, 0x03, 0, 0, 0};
     if (to.ethertype > 1500 || at.captured < 8 || std::memcmp(at.bytes, snap, sizeof snap) != 0)
         return;
-    cut(at, to.ethertype);
     const uint16_t ethertype = read_u16(at.bytes + 6);
+    if (ethertype < first_ethernet_type)
+        return; // no type: the frame stays one of 802.3
+    cut(at, to.ethertype);
     if (skip(at, 8))
         to.ethertype = ethertype;
 }

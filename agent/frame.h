@@ -45,6 +45,9 @@ inline net_address make_net_address(const uint8_t *bytes, uint8_t length)
 
 inline constexpr uint32_t mac_octets = 6;
 
+/** From here on the field behind the addresses is a type, below it is a length (IEEE 802.3). */
+inline constexpr uint16_t first_ethernet_type = 0x0600;
+
 inline constexpr uint16_t ethertype_ip = 0x0800;
 inline constexpr uint16_t ethertype_arp = 0x0806;
 inline constexpr uint16_t ethertype_ip6 = 0x86dd;

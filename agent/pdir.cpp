@@ -5,8 +5,6 @@
 #include "agent/row_status.h"
 #include "agent/state.h"
 
-#include <ranges>
-
 namespace {
 
 constexpr std::size_t octets_of_a_layer = 4;
@@ -246,7 +244,9 @@ void save_protocols(probe &agent, state_writer &writer)
 {
     constexpr const wire::layout *layout = &wire::layout_of<rmonrpc_pdir_t>;
     // Before a layer goes, those above it have to, and their identifiers are longer.
-    for (const protocol_key &key : agent.protocols.removed | std::views::reverse) {
+    const auto &removed = agent.protocols.removed;
+    for (auto at = removed.rbegin(); at != removed.rend(); ++at) {
+        const protocol_key &key = *at;
         rmonrpc_pdir_t record{};
         set_bytes(record.protocolDirID, key.id);
         set_bytes(record.protocolDirParameters, key.parameters);

@@ -18,9 +18,6 @@ enum base_layer : int32_t {
     llc = 2,
 };
 
-/** From here on the field behind the addresses is a type, below it is a length (IEEE 802.3). */
-constexpr uint16_t first_ethernet_type = 0x0600;
-
 constexpr uint32_t octets_of_a_layer = 4;
 
 std::vector<uint8_t> id_above(const std::vector<uint8_t> &parent, uint32_t number)
@@ -197,8 +194,8 @@ void classify(protocol_directory &directory, frame &what)
 
 int32_t base_protocol_of(const frame &what)
 {
-    if (!what.destination || !what.source)
-        return 0;
+    if (!what.network)
+        return 0; // cut within the Ethernet header
     return what.ethertype >= first_ethernet_type ? ether2 : llc;
 }
 

@@ -21,6 +21,10 @@ constexpr std::size_t longest_message = 256 * 1024;
 /** While more bytes than these wait for a client to read them, none of its further calls are answered. */
 constexpr std::size_t most_waiting = 256 * 1024;
 
+/** While more bytes than these wait for all clients together, those for whom most of them wait are sent away.
+ */
+constexpr std::size_t most_waiting_of_all = 32 * 1024 * 1024;
+
 /** A message that began must end, and a client must read some of what waits for it, within this time. */
 constexpr int64_t patience_ms = 30 * 1000;
 
@@ -121,6 +125,25 @@ bool take_bytes(connection &client, const uint8_t *bytes, std::size_t size)
     return true;
 }
 
+/** Sends clients away while too much waits for all of them together. False when this one has to go. */
+bool make_room(connection &client)
+{
+    for (;;) {
+        std::size_t all = 0;
+        connection *fullest = &client;
+        for (auto &[socket, other] : client.server->connections) {
+            all += waiting(other);
+            if (waiting(other) > waiting(*fullest))
+                fullest = &other;
+        }
+        if (all <= most_waiting_of_all)
+            return true;
+        if (fullest == &client)
+            return false;
+        close_connection(*fullest);
+    }
+}
+
 /** Sends, and answers what was put off, until it is the client's turn. False: the connection must end. */
 bool settle(connection &client)
 {
@@ -135,6 +158,8 @@ bool settle(connection &client)
             return false;
     }
     if (client.finishing && waiting(client) == 0)
+        return false;
+    if (waiting(client) > most_waiting && !make_room(client))
         return false;
     const bool wants_more = client.input.empty() && !client.finishing;
     const uint32_t events = (wants_more ? uint32_t{EPOLLIN} : 0) | (waiting(client) ? uint32_t{EPOLLOUT} : 0);

@@ -105,10 +105,9 @@ bool read_line(std::string_view line, file_contents &contents)
     kept_record kept{part, std::vector<uint64_t>(part->record->size / sizeof(uint64_t) + 1)};
     XDR xdrs;
     xdrmem_create(&xdrs, bytes.data(), static_cast<u_int>(bytes.size()), XDR_DECODE);
-    if (!wire::xdr_layout(&xdrs, kept.memory.data(), *part->record))
-        return false;
-    contents.records.push_back(std::move(kept));
-    return true;
+    const bool whole = wire::xdr_layout(&xdrs, kept.memory.data(), *part->record);
+    contents.records.push_back(std::move(kept)); // a part of a record has to be released as well
+    return whole;
 }
 
 /** Takes a file apart. 0, or the number of the line at which it makes no sense. */

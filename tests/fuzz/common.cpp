@@ -1,7 +1,9 @@
 #include "tests/fuzz/common.h"
 
 #include <cstdio>
+#include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <tuple>
 
 namespace {
@@ -55,6 +57,33 @@ std::vector<uint8_t> encode(any_record &record)
     if (!wire::xdr_layout(&xdrs, record.bytes, record.layout))
         broken("what was decoded can be encoded");
     return {room.begin(), room.begin() + xdr_getpos(&xdrs)};
+}
+
+void write_file(const std::string &file, const std::vector<uint8_t> &bytes)
+{
+    std::ofstream out(file, std::ios::binary);
+    out.write(reinterpret_cast<const char *>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    if (!out.flush())
+        broken("seeds can be written");
+}
+
+std::vector<uint8_t> repeating(const wire::layout &layout, uint8_t unit)
+{
+    std::vector<uint8_t> bytes(1 << 20);
+    for (size_t i = 3; i < bytes.size(); i += 4)
+        bytes[i] = unit;
+    any_record record(layout);
+    const long used = decode(bytes, record);
+    if (used < 0)
+        broken("a record of equal units is valid");
+    bytes.resize(std::min(static_cast<size_t>(used), longest_seed));
+    return bytes;
+}
+
+std::vector<uint8_t> joined(std::vector<uint8_t> first, const std::vector<uint8_t> &second)
+{
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
 }
 
 void broken(const char *rule)

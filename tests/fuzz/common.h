@@ -35,5 +35,15 @@ long decode(std::span<const uint8_t> from, any_record &to);
 
 std::vector<uint8_t> encode(any_record &record);
 
+/** Larger seeds slow the fuzzers down more than they help. */
+inline constexpr size_t longest_seed = 8192;
+
+void write_file(const std::string &file, const std::vector<uint8_t> &bytes);
+
+/** The bytes of a record all of whose units are the same; cut off when there are too many. */
+std::vector<uint8_t> repeating(const wire::layout &layout, uint8_t unit);
+
+std::vector<uint8_t> joined(std::vector<uint8_t> first, const std::vector<uint8_t> &second);
+
 /** Stops the fuzzer, which keeps the input that led here. */
 [[noreturn]] void broken(const char *rule);

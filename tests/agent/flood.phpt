@@ -1,0 +1,109 @@
+--TEST--
+The bundled agent's memory is bounded: 200,000 addresses and pairs with all groups at work, replies that nobody reads
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/client.inc';
+require __DIR__ . '/captures.inc';
+require __DIR__ . '/rmon2.inc';
+require __DIR__ . '/groups.inc';
+
+const FRAMES = 200000;
+const ROWS = 10000;      // of a learned table of which no size is asked for
+const MOST_KB = 262144;
+
+/** The most memory that the agent had so far, in kilobytes; 0 in a build with sanitizers, whose own is no measure. */
+function most_memory(BundledAgent $agent): int
+{
+    $text = file_get_contents('/proc/' . $agent->pid() . '/status');
+    preg_match('/^VmSize:\s*(\d+)/m', $text, $size);
+    preg_match('/^VmHWM:\s*(\d+)/m', $text, $used);
+    return $size[1] > 1 << 30 ? 0 : (int) $used[1];
+}
+
+// Each frame is a DNS query from another host to another host: its number is part of all its addresses.
+$frame = ethernet(mac(0), mac(0), 0x0800, ip4('10.0.0.0', '11.0.0.0', 17, udp(1024, 53, "\0\0\x01\0")));
+$bytes = CAPTURE_OPENING;
+for ($i = 0; $i < FRAMES; $i++) {
+    $number = pack('N', $i);
+    $frame = "\x02\x01$number" . "\x02\x02$number" . substr($frame, 12, 14) . pack('N', 0x0a000000 + $i)
+        . pack('N', 0x0b000000 + $i) . pack('n', 1024 + $i % 60000) . substr($frame, 36);
+    $bytes .= pack('VVVV', 1 + intdiv($i, 1000000), $i % 1000000, strlen($frame), strlen($frame)) . $frame;
+}
+$file = file_of($bytes);
+$bytes = '';
+
+$agent = reading_agent([$file]);
+$link = module_link($agent);
+foreach (start_groups($link, 1, -1) as $group => $status) {
+    expect_same(1, $status, "status of $group");
+}
+read_files($agent);
+expect_same(FRAMES, (int) rmon_etherstats_get($link, 1)['etherStatsPkts'], 'frames');
+$memory = most_memory($agent);
+if ($memory > MOST_KB) {
+    fail("the agent took $memory KB for the frames");
+}
+
+// RMON1: as many rows as a table has; the newest ones are there.
+$host = rmon_host_ctl_get($link, 1);
+expect_same(ROWS, $host['hostControlTableSize'], 'hosts');
+expect_same(ROWS, rmon_matrix_ctl_get($link, 1)['matrixControlTableSize'], 'pairs');
+$none = [];
+expect_same(ROWS, count(rmon_host_getbulk($link, 1, $none, 2 * ROWS)), 'hosts that are read');
+$last = array_values(unpack('C*', "\x02\x02" . pack('N', FRAMES - 1)));
+$first = array_values(unpack('C*', "\x02\x02" . pack('N', 0)));
+expect_same(1, (int) rmon_host_get($link, 1, $last)['hostOutPkts'], 'the last host');
+expect_same(false, (rmon_host_get($link, 1, $first)['status'] ?? NO_SUCH_NAME) === NO_ERROR, 'the first host');
+
+// RMON2 and DSMON: rows that came and rows that gave way.
+$address = [];
+$scalars = rmon_addrmap_scalars_get($link);
+expect_same([FRAMES, FRAMES - ROWS], [$scalars['addressMapInserts'], $scalars['addressMapDeletes']], 'address map');
+expect_same(ROWS, count(rmon_addrmap_entry_getbulk($link, 0, 0, $address, 0, 2 * ROWS)), 'addresses');
+// Above the network layer, a frame counts as udp and as domain.
+foreach (['Host' => 2 * FRAMES, 'Matrix' => FRAMES] as $table => $inserts) {
+    $row = "rmon_hl{$table}_ctl_get"($link, 1);
+    $got = array_map(fn(string $name) => $row["hl{$table}Control$name"], ['NlInserts', 'NlDeletes', 'NlDroppedFrames', 'AlInserts', 'AlDeletes', 'AlDroppedFrames']);
+    expect_same([$inserts, $inserts - ROWS, 0, 2 * $inserts, 2 * $inserts - ROWS, 0], $got, "hl$table");
+}
+$row = dsmon_pdistctl_get($link, 1);
+expect_same([1, 0, 0], [$row['dsmonPdistCtlInserts'], $row['dsmonPdistCtlDeletes'], $row['dsmonPdistDroppedFrames']], 'protocols by DSCP');
+$row = dsmon_hostctl_get($link, 1);
+expect_same([2 * FRAMES, 2 * FRAMES - ROWS, 0], [$row['dsmonHostCtlInserts'], $row['dsmonHostCtlDeletes'], $row['dsmonHostDroppedFrames']], 'hosts by DSCP');
+$row = dsmon_matrixctl_get($link, 1);
+expect_same([FRAMES, FRAMES - ROWS, 0], [$row['dsmonMatrixCtlInserts'], $row['dsmonMatrixCtlDeletes'], $row['dsmonMatrixDroppedFrames']], 'pairs by DSCP');
+[$from, $to] = [[], []];
+expect_same(ROWS, count(rmon_art_rpt_getbulk($link, 1, 0, $from, $to, 2 * ROWS)), 'pairs that wait for answers');
+
+// Clients that ask for whole tables, many times, and read nothing of them.
+$key = record(
+    hlMatrixControlIndex: i32(1), timeMark: u32(0), protocolDirLocalIndex: i32(0), protocolDirLocalIndex2: i32(0),
+    sourceAddress: byte_list(''), destAddress: byte_list(''), getType: i32(3), applicationLayer: i32(1), direction: i32(0),
+    count: i32(ROWS),
+);
+$calls = str_repeat(marked(call(37, $key)), 10);
+$asking = client($agent);
+fwrite($asking, $calls);
+$answer = message_from($asking);
+expect_same(answer(ACCEPTED), substr($answer, 0, 24), 'answer of a long read');
+if (strlen($answer) < 500000) {
+    fail('a long read is ' . strlen($answer) . ' bytes long');
+}
+$deaf = [];
+for ($i = 0; $i < 100; $i++) {
+    $deaf[] = $other = client($agent);
+    fwrite($other, $calls);
+}
+expect_same(0, status_of(ask(client($agent), 0)), 'answer to a new client');
+$memory = most_memory($agent);
+if ($memory > MOST_KB) {
+    fail("the agent took $memory KB for replies that nobody reads");
+}
+
+agent_done($agent);
+?>
+--EXPECT--
+OK

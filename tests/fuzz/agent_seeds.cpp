@@ -1,0 +1,192 @@
+/*
+ * Writes inputs for the fuzzers of the bundled agent to begin with: calls of
+ * each procedure, frames, NetFlow packets, and the files that it reads.
+ *
+ * usage: fuzz-agent-seeds DIR-FOR-CALLS DIR-FOR-FILES SCENARIO
+ */
+#include "agent/procedures.h"
+#include "tests/fuzz/agent.h"
+#include "tests/fuzz/common.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+using bytes = std::vector<uint8_t>;
+
+/** Bytes from a text of hexadecimal digits; blanks are for the reader. */
+bytes hex(std::string_view text)
+{
+    bytes made;
+    std::string digits;
+    for (const char c : text)
+        if (c != ' ')
+            digits += c;
+    for (size_t i = 0; i + 1 < digits.size(); i += 2)
+        made.push_back(static_cast<uint8_t>(std::strtoul(digits.substr(i, 2).c_str(), nullptr, 16)));
+    return made;
+}
+
+void little(bytes &to, uint64_t value, int octets)
+{
+    for (int i = 0; i < octets; i++)
+        to.push_back(static_cast<uint8_t>(value >> 8 * i));
+}
+
+/** A step of agent_calls.cpp. */
+bytes step(uint8_t what, uint8_t number, const bytes &given)
+{
+    return joined(
+        {what, number, static_cast<uint8_t>(given.size() >> 8), static_cast<uint8_t>(given.size())}, given);
+}
+
+const std::string macs = "020000000002 020000000001 ";
+const std::string ip4 = "4500 0040 0000 0000 4006 0000 0a000001 0a000002 ";
+const std::string ip6 =
+    "60000000 0030 11 40 fd000000000000000000000000000001 fd000000000000000000000000000002 ";
+
+std::vector<bytes> frames()
+{
+    std::vector<bytes> all;
+    for (const std::string &frame : {
+             // A connection: opened, asked, answered, closed.
+             macs + "0800 " + ip4 + "9c40 0050 00000001 00000000 5002 2000 0000 0000",
+             macs + "0800 " + ip4 + "9c40 0050 00000002 00000001 5018 2000 0000 0000 474554",
+             macs
+                 + "0800 4500 0040 0000 0000 4006 0000 0a000002 0a000001 0050 9c40 00000001 00000005 5018 "
+                   "2000 0000 0000 4f4b",
+             // A name asked for and told.
+             macs
+                 + "0800 4500 0040 0000 0000 4011 0000 0a000001 0a000002 9c40 0035 002c 0000 1234 0100 0001 "
+                   "0000",
+             macs
+                 + "0800 4500 0040 0000 0000 4011 0000 0a000002 0a000001 0035 9c40 002c 0000 1234 8180 0001 "
+                   "0001",
+             // Options, a later fragment, SCTP, a tag in a tag.
+             macs + "0800 46b8 0030 0000 20ff 4011 0000 0a000001 0a000003 01010101 0035 0035 0010 0000",
+             macs + "0800 4500 0030 0000 0001 4084 0000 0a000001 0a000003 13c4 13c4 00000001 00000000 00",
+             macs + "88a8 2005 8100 6007 0800 " + ip4 + "0016 9c40",
+             // Extension headers: options, routing, fragment, authentication.
+             macs + "86dd " + ip6 + "0035 9c40 0030 0000 1234 8180",
+             macs
+                 + "86dd 6b800000 0030 00 40 fd000000000000000000000000000001 "
+                   "ff020000000000000000000000000001 "
+                   "2b00 0104 00000000 2c00 0400 00000000 3300 0008 00000001 1100 0000 00000000 0000 0000 "
+                   "13c4 13c4 0010",
+             // A neighbour's advertisement.
+             macs
+                 + "86dd 60000000 0020 3a ff fd000000000000000000000000000001 "
+                   "ff020000000000000000000000000001 "
+                   "8800 0000 20000000 fd000000000000000000000000000001 0201 020000000001",
+             std::string("ffffffffffff 020000000001 0806 0001 0800 0604 0001 020000000001 0a000001 "
+                         "000000000000 0a000002"),
+             macs + "0026 424203 00000000",
+             macs + "0040 aaaa03 000000 0800 " + ip4,
+             macs + "9000 0000",
+         })
+        all.push_back(hex(frame));
+    return all;
+}
+
+bytes capture()
+{
+    bytes file(empty_capture().begin(), empty_capture().end());
+    uint32_t time = 1;
+    for (const bytes &frame : frames()) {
+        for (const size_t value : {size_t{time++}, size_t{1000}, frame.size(), frame.size() + 20})
+            little(file, value, 4);
+        file = joined(file, frame);
+    }
+    return file;
+}
+
+void block(bytes &file, uint32_t type, const bytes &body)
+{
+    little(file, type, 4);
+    const size_t length = 12 + (body.size() + 3) / 4 * 4;
+    little(file, length, 4);
+    file = joined(file, body);
+    file.resize(file.size() + (-body.size() & 3));
+    little(file, length, 4);
+}
+
+bytes new_capture()
+{
+    bytes file;
+    block(file, 0x0a0d0d0a, hex("4d3c2b1a 0100 0000 ffffffffffffffff"));
+    block(file, 1, hex("0100 0000 00000400 0900 0100 03 000000 0e00 0800 0500000000000000 00000000"));
+    uint64_t time = 1;
+    for (const bytes &frame : frames()) {
+        bytes body(4);
+        little(body, time >> 32, 4);
+        little(body, time++ & UINT32_MAX, 4);
+        little(body, frame.size(), 4);
+        little(body, frame.size(), 4);
+        block(file, 6, joined(body, frame));
+    }
+    return file;
+}
+
+/** What an agent with all groups at work keeps. */
+bytes settings()
+{
+    memory_file capture;
+    fill(capture, empty_capture());
+    const std::string directory =
+        std::filesystem::temp_directory_path() / ("rmon-seeds-" + std::to_string(rand()));
+    started_agent started;
+    if (!start_agent(started, capture.path).empty() || !open_state(started.agent, directory).empty())
+        broken("the agent starts");
+    start_groups(started.agent, 100);
+    started.agent.state.changed = true;
+    save_state(started.agent);
+    stop_agent(started);
+    std::filesystem::remove_all(directory);
+    const std::string &kept = started.agent.state.written;
+    return {kept.begin(), kept.end()};
+}
+
+void write_calls(const std::string &directory)
+{
+    const auto served = served_procedures();
+    for (size_t i = 0; i < served.size(); i++)
+        for (const uint8_t unit : {0, 1, 2})
+            write_file(
+                directory + "/" + std::to_string(served[i].number) + "-" + std::to_string(unit),
+                step(unit == 2 ? 7 : 0, static_cast<uint8_t>(i), repeating(*served[i].argument, unit)));
+    bytes all;
+    size_t number = 0;
+    for (const bytes &frame : frames()) {
+        write_file(directory + "/frame-" + std::to_string(number++), step(3, 1, frame));
+        all = joined(all, step(4, 1, frame));
+    }
+    write_file(directory + "/frames", joined(all, step(11, 0, {})));
+    const bytes version_5 =
+        joined(hex("0005 0001 00000000 00000000 00000000 00000000 00000000"), bytes(48, 2));
+    const bytes version_9 = hex("0009 0002 00000000 00000000 00000001 00000000 "
+                                "0000 0010 0100 0002 000a 0002 000e 0004 0100 000c 0001 00000002 0000");
+    write_file(directory + "/netflow", joined(step(5, 0, version_5), step(5, 0, version_9)));
+    const bytes call = hex(
+        "80000028 00000007 00000000 00000002 0001869f 00000001 00000001 00000000 00000000 00000000 00000000");
+    write_file(directory + "/client", joined(joined(step(6, 1, call), step(9, 1, {})), step(10, 1, {})));
+    write_file(directory + "/deaf", joined(step(248, 1, {}), step(9, 0, {})));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc != 4)
+        return 1;
+    write_calls(argv[1]);
+    const std::string directory = argv[2];
+    write_file(directory + "/capture", joined({0}, capture()));
+    write_file(directory + "/new-capture", joined({0}, new_capture()));
+    std::ifstream scenario(argv[3], std::ios::binary);
+    write_file(directory + "/scenario", joined({1}, {std::istreambuf_iterator<char>(scenario), {}}));
+    write_file(directory + "/settings", joined({2}, settings()));
+    return 0;
+}
