@@ -236,9 +236,9 @@ void on_listener(void *context, uint32_t)
             continue;
         }
         const bool exhausted = errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
-        // The waiting client stays ready, which would turn the loop: it is looked at again with the next
-        // tick.
-        if (exhausted && !close_quietest(server))
+        // Without a descriptor left, the kernel says so even when nobody waits; at first somebody does. He
+        // stays ready, which would turn the loop: he is looked at again with the next tick.
+        if (exhausted && round == 0 && !close_quietest(server))
             accept_clients(server, false);
         return;
     }

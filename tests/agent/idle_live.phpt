@@ -1,0 +1,38 @@
+--TEST--
+The bundled agent does not turn while no frames come, while an interface is down, and when it went away
+--SKIPIF--
+<?php
+require __DIR__ . '/client.inc';
+if (!own_network()) echo 'skip needs a network namespace of its own';
+?>
+--FILE--
+<?php
+
+declare(strict_types=1);
+
+require __DIR__ . '/client.inc';
+require __DIR__ . '/idle.inc';
+
+go_to_own_network();
+ip('link add e0 type veth peer name e1');
+foreach (['e0', 'e1'] as $name) {
+    ip("link set $name up addrgenmode none");
+}
+// What the kernel says of itself when an interface comes up is over.
+$agent = bundled_agent();
+expect_soon(true, function () use ($agent) {
+    $before = wake_ups($agent);
+    sleep(1);
+    return wake_ups($agent) - $before < 10;
+}, 'silence on the interfaces');
+expect_idle($agent, 'with live capture');
+ip('link set e1 down');
+expect_idle($agent, 'with an interface that is down');
+ip('link set e1 up');
+expect_idle($agent, 'with an interface that is up again');
+ip('link del e0');
+expect_idle($agent, 'without the interface');
+agent_done($agent);
+?>
+--EXPECT--
+OK
