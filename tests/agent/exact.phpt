@@ -120,7 +120,7 @@ function some_frame(): string
         11 => $plain(any([0x88cc, 0x8847, 0x1234, 0x9000, 0x0600]), str_repeat('?', mt_rand(0, 300))),
         12 => $llc(any(["\x42\x42\x03", "\xe0\xe0\x03", "\xf0\xf0\x03", "\x04\x04\x03"]) . str_repeat('l', mt_rand(4, 200))),
         13 => $llc("\xaa\xaa\x03\0\0\0\x08\0" . some_ip4($from, $to, any([17, 1]))),
-        14 => $llc("\xaa\xaa\x03\0\x80\xc2\0\x07" . str_repeat('b', mt_rand(4, 200))),
+        14 => $llc(any(["\xaa\xaa\x03\0\0\0\x05\xff", "\xaa\xaa\x03\0\x80\xc2\0\x07"]) . str_repeat('b', mt_rand(4, 200))),
         15 => substr($plain(0x1234, ''), 0, any([59, 40, 24])), // too short
         16 => $plain(any([0x0800, 0x86dd]) === 0x0800 ? 0x0800 : 0x9000, some_ip4($from, $to, 17) . str_repeat('#', any([1000, 1400, 1600]))),
     };
@@ -233,7 +233,7 @@ function sums_by(callable $key, ?array $times = null): array
 }
 
 // SNAP and what stands behind it, by its place in the frame.
-const SNAP = '(ether[12:2] <= 1500 and ether[14:4] = 0xaaaa0300 and ether[18:2] = 0)';
+const SNAP = '(ether[12:2] <= 1500 and ether[14:4] = 0xaaaa0300 and ether[18:2] = 0 and ether[20:2] >= 0x600)';
 
 /** A filter for two ports, of which the lower known one tells the application. */
 function port_filter(int $protocol, int $port, string $source, string $destination): string

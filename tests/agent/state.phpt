@@ -61,7 +61,6 @@ for ($round = 0; $round < 8; $round++) {
     $sent = 0;
     $answered = 0;
     $delay = 0.02 + 0.007 * $round;
-    $killer = proc_open(['sh', '-c', "sleep $delay; kill -9 {$agent->pid()}"], [], $pipes, null, environment());
     $limit = microtime(true) + PATIENCE;
     while (microtime(true) < $limit) {
         $sent++;
@@ -70,8 +69,10 @@ for ($round = 0; $round < 8; $round++) {
             break;
         }
         $answered = $sent;
+        $killer ??= proc_open(['sh', '-c', "sleep $delay; kill -9 {$agent->pid()}"], [], $pipes, null, environment());
     }
     proc_close($killer);
+    $killer = null;
     end_agent($agent, 9);
     $agent = started();
     $client = client($agent);
@@ -98,6 +99,8 @@ $damaged = [
     [2, "rmon-agent settings 1\nsystem 0\nend\n"],
     [2, "rmon-agent settings 1\nsystem 00\nend\n"],
     [2, "rmon-agent settings 1\nsystem 0g\nend\n"],
+    // A record that ends behind its first text, which was taken already.
+    [2, "rmon-agent settings 1\nsystem 00000004" . bin2hex('text') . "0000\nend\n"],
     [$lines, substr($file, 0, -1)],
     [$lines, substr($file, 0, -4)],
     [$lines + 1, "$file\n"],
