@@ -187,6 +187,13 @@ expect_same([4, 1], numbers(dsmon_pdstats_getnext($link, 0, 1, 0, 0), 'dsmonPdis
 
 // ---- A small table keeps what was used last; what is persistent stays.
 expect_same([2, 4, 2], [count(walked(fn(array $row) => dsmon_pdstats_getnext($link, $row['dsmonPdistCtlIndex'] ?? 0, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0), [], 'dsmonPdistCtlIndex', 5)), ...numbers(dsmon_pdistctl_get($link, 5), 'dsmonPdistCtlInserts', 'dsmonPdistCtlDeletes')], 'a small table');
+// Read were five, three, two, four frames and one: of hosts the last two pairs are counted, in two rows.
+$small = array_map(fn($row) => address($row['dsmonHostAddress']), walked(fn(array $row) => dsmon_hoststats_getnext($link, $row['dsmonHostCtlIndex'] ?? 5, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0, $row['dsmonHostAddress'] ?? []), [], 'dsmonHostCtlIndex', 5));
+expect_same(['fd00::1', 'fd00::2'], $small, 'a small table of hosts');
+expect_same([0, 8, 6], numbers(dsmon_hostctl_get($link, 5), 'dsmonHostDroppedFrames', 'dsmonHostCtlInserts', 'dsmonHostCtlDeletes'), 'its inserts and deletes');
+$small = array_map($show, walked(fn(array $row) => dsmon_matrixsdstats_getnext($link, $row['dsmonMatrixCtlIndex'] ?? 5, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['dsmonMatrixNLIndex'] ?? 0, $row['dsmonMatrixALIndex'] ?? 0, $row['dsmonMatrixSourceAddress'] ?? [], $row['dsmonMatrixDestAddress'] ?? []), [], 'dsmonMatrixCtlIndex', 5));
+expect_same([[0, '10.0.0.3', '10.0.0.1', 4, 256], [2, 'fd00::1', 'fd00::2', 1, 86]], $small, 'a small table of pairs');
+expect_same([0, 5, 3], numbers(dsmon_matrixctl_get($link, 5), 'dsmonMatrixDroppedFrames', 'dsmonMatrixCtlInserts', 'dsmonMatrixCtlDeletes'), 'its inserts and deletes');
 $key = fn(int $group, int $protocol) => i32(5) . u32(0) . u32($group) . i32($protocol) . i32(GET);
 $client = client($agent);
 [$first, $last] = [$protocols[0]['protocolDirLocalIndex'], $domain[0]['protocolDirLocalIndex']];

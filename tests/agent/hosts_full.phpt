@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent's tables of hosts and conversations are full at 10000 rows; those used least recently give way
+The bundled agent's tables of hosts and conversations are full at 10000 rows, an event's log at 1000: then the oldest give way
 --FILE--
 <?php
 
@@ -22,6 +22,8 @@ foreach (['host', 'matrix'] as $name) {
     expect_same(NO_ERROR, "rmon_{$name}_ctl_set"($link, 1, 1, '', CREATE_REQUEST), 'createRequest');
     expect_same(NO_ERROR, "rmon_{$name}_ctl_set"($link, 1, 1, '', VALID), 'valid');
 }
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_event_set($link, 7, 'frame', 2, '', '', $status)), 'an event that logs');
+expect_same(NO_ERROR, start_row(fn(int $status) => rmon_channel_set($link, 1, 1, 2, 1, 0, 0, 7, 3, '', '', $status)), 'a channel that has it with each frame');
 usleep(30000); // sysUpTime 0 would say that nothing was ever deleted
 read_files($agent);
 
@@ -44,6 +46,12 @@ expect_same(10000, $control['matrixControlTableSize'], 'matrixControlTableSize')
 expect_same(true, $control['matrixControlLastDeleteTime'] > 0, 'matrixControlLastDeleteTime');
 $rows = rmon_matrix_sd_getbulk($link, 1, [], [], 100000);
 expect_same([1, ...range(52, 10050)], array_map(fn($row) => $number($row['matrixSDDestAddress']), $rows), 'conversations that are left');
+
+// The log has the last 1000 of 10050 and 100 frames.
+expect_same(10150, rmon_channel_get($link, 1)['channelMatches'], 'frames');
+expect_same(9151, rmon_log_getnext($link, 0, 0)['logIndex'], 'the first row of the log');
+$logged = fn(int $index) => rmon_log_get($link, 7, $index)['status'];
+expect_same([NO_SUCH_NAME, NO_ERROR, NO_ERROR, NO_SUCH_NAME], array_map($logged, [9150, 9151, 10150, 10151]), 'rows of the log');
 
 // A walk of a full table ends, and meets the same rows.
 for ($walked = 0, $at = []; $row = rmon_host_getnext($link, 1, $at); $at = $row['hostAddress']) {

@@ -68,6 +68,9 @@ foreach (['rmon_hlhost_ctl_set', 'rmon_hlmatrix_ctl_set'] as $set) {
     expect_same(BAD_VALUE, $set($link, 4, 1, -1, -2, '', CREATE_REQUEST), "$set: another size below -1");
     expect_same(NO_ERROR, start_row(fn(int $status) => $set($link, 4, 1, 0, 0x7fffffff, '', $status)), "$set: no rows, and all that there may be");
 }
+foreach (['rmon_hlhost_ctl_set', 'rmon_hlmatrix_ctl_set'] as $set) {
+    expect_same(NO_ERROR, start_row(fn(int $status) => $set($link, 5, 1, -1, 4, '', $status)), "$set: four rows of the application layer");
+}
 expect_same(BAD_VALUE, rmon_addrmap_scalars_set($link, -2), 'a size below -1');
 expect_same(NO_ERROR, rmon_addrmap_scalars_set($link, 10), 'ten addresses');
 
@@ -90,6 +93,15 @@ expect_same([0, 101, 91, 10, 0, 100, 0, -1], array_values(array_slice($control, 
 $addresses = rmon_addrmap_entry_getbulk($link, 0, 0, [], 0, 1000);
 expect_same(['10.1.0.0', ...array_map($host, range(91, 99))], array_map(fn($row) => address_text($row['addressMapNetworkAddress']), $addresses), 'the ten addresses of late');
 expect_same([101, 91, 10], array_slice(array_values(rmon_addrmap_scalars_get($link)), 2), 'scalars of the address map');
+
+// The application layer has a size of its own: of each pair udp is counted.
+$counts5 = fn(array $control, string $prefix) => array_map(fn($field) => $control["$prefix$field"], ['NlDeletes', 'AlDroppedFrames', 'AlInserts', 'AlDeletes', 'AlMaxDesiredEntries']);
+expect_same([0, 0, 102, 98, 4], $counts5(rmon_hlhost_ctl_get($link, 5), 'hlHostControl'), 'counts of the small row of hosts');
+expect_same([0, 0, 101, 97, 4], $counts5(rmon_hlmatrix_ctl_get($link, 5), 'hlMatrixControl'), 'counts of the small row of pairs');
+$applications = array_filter(rmon_alhost_getbulk($link, 5, 0, 0, [], 0, 1000), fn($row) => $row['hlHostControlIndex'] === 5);
+expect_same(['10.0.0.1', '10.1.0.0', '10.1.0.98', '10.1.0.99'], array_map(fn($row) => address_text($row['nlHostAddress']), $applications), 'the four hosts of late');
+$applications = array_filter(rmon_almatrix_sd_getbulk($link, 5, 0, 0, [], [], 0, 1000), fn($row) => $row['hlMatrixControlIndex'] === 5);
+expect_same(['10.1.0.0', '10.1.0.97', '10.1.0.98', '10.1.0.99'], array_map(fn($row) => address_text($row['nlMatrixSDSourceAddress']), $applications), 'the four pairs of late');
 
 // Another size, while it works: fewer rows, then more again.
 expect_same(NO_ERROR, rmon_hlhost_ctl_set($link, 3, 1, 3, -1, 'me', VALID), 'three hosts');
