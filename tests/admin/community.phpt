@@ -11,8 +11,8 @@ function community(int $status, string $text, int $privs): string
 
 $key = fn(string $text, int $getType, int $count) =>
     record(communityString: text($text), getType: i32($getType), count: i32($count));
-$row = fn(int $i) => community(-$i, "community $i", 100 + $i);
-$shown = fn(int $i) => [0 => -$i, 'status' => -$i, 'communityString' => "community $i", 'privs' => 100 + $i];
+$row = fn(int $i) => community(-$i, "community $i", -100 - $i);
+$shown = fn(int $i) => [0 => -$i, 'status' => -$i, 'communityString' => "community $i", 'privs' => -100 - $i];
 
 foreach (['get' => 1, 'getnext' => 2, 'getbulk' => 3] as $form => $getType) {
     $function = "rmon_community_$form";

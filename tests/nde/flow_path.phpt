@@ -29,14 +29,14 @@ expect_readers(
     'flowPaths',
     3,
     flow_path(...),
-    fn(int $i) => flow_path(head([172, 16, 0, $i, 5], 91, 92, 93), 0x80000000 + $i, -100 - $i, 200 + $i, "router $i", 77),
+    fn(int $i) => flow_path(head([172, 16, 0, $i, 5], 91, 92, 93), 0x80000000 + $i, -100 - $i, -200 - $i, "router $i", 77),
     fn(int $i) => [
         'address' => [172, 16, 0, $i, 5],
         'addressLength' => 5,
         'deviceName' => "router $i",
         'datasrcIndex' => 0x80000000 + $i,
         'inputIndex' => -100 - $i,
-        'outputIndex' => 200 + $i,
+        'outputIndex' => -200 - $i,
     ],
 );
 

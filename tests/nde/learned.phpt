@@ -34,8 +34,8 @@ expect_readers(
     'interfaces',
     1,
     learned_dev_intf(...),
-    fn(int $i) => learned_dev_intf(head([10, 2, 3, 4], 91, 92, 93), 500 + $i, -3 - $i),
-    fn(int $i) => ['ifIndex' => 500 + $i, 'dirFlag' => -3 - $i],
+    fn(int $i) => learned_dev_intf(head([10, 2, 3, 4], 91, 92, 93), -500 - $i, -3 - $i),
+    fn(int $i) => ['ifIndex' => -500 - $i, 'dirFlag' => -3 - $i],
 );
 $bytes = learned_dev_intf(head([1], 1, 1), -1);
 expect_exchange('rmon_nde_learned_dev_intf_get', [[1], 4294967295], 170, $bytes, reply(rows()), ['interfaces' => []]);
