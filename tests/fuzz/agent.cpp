@@ -14,12 +14,12 @@ bool on_call(void *context, const uint8_t *message, std::size_t size, std::vecto
     return answer_call(*static_cast<probe *>(context), served_procedures(), message, size, output);
 }
 
-/** Sets a row to work by the row status of RFC 2579 or of RFC 2819: what one refuses the other does. */
+/** Sets a row to work: one that is there is made anew. */
 template <class Record, class Status>
 void set_to_work(probe &agent, int32_t (*set)(probe &, const Record &), Record record, Status Record::*status)
 {
-    for (const int32_t asked : {4, 2, 1}) {
-        record.*status = asked;
+    for (const row_status asked : {row_status::invalid, row_status::create_request, row_status::valid}) {
+        record.*status = static_cast<int32_t>(asked);
         set(agent, record);
     }
 }
