@@ -75,8 +75,7 @@ rmonrpc_matrix_t matrix_reply(int32_t control, const matrix_key &key, const matr
     return reply;
 }
 
-} // namespace
-
+/** What was counted of a conversation up to this moment, or null. */
 const matrix_counts *find_conversation(probe &agent, int32_t control, const matrix_key &key)
 {
     const auto found = agent.matrix.find(control);
@@ -87,6 +86,8 @@ const matrix_counts *find_conversation(probe &agent, int32_t control, const matr
     const uint32_t entry = find_learned(learned, key);
     return entry == no_entry ? nullptr : &learned.entries[entry].row;
 }
+
+} // namespace
 
 void matrix_interface_gone(probe &agent, int32_t index)
 {

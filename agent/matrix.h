@@ -34,9 +34,6 @@ struct matrix_work {
 using matrix_control = counting_row<matrix_work>;
 using matrix_table = std::map<int32_t, matrix_control>; // by matrixControlIndex
 
-/** What was counted of a conversation up to this moment, or null. */
-const matrix_counts *find_conversation(probe &agent, int32_t control, const matrix_key &key);
-
 void matrix_interface_gone(probe &agent, int32_t index);
 void matrix_ctl_describe(rmonrpc_matrix_ctl_t &record, int32_t index, const matrix_control &row);
 

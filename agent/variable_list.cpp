@@ -1,0 +1,550 @@
+#include "agent/variable_list.h"
+
+#include "agent/addrmap.h"
+#include "agent/alarms.h"
+#include "agent/art.h"
+#include "agent/capture_buffers.h"
+#include "agent/channels.h"
+#include "agent/dsmon_hosts.h"
+#include "agent/dsmon_matrix.h"
+#include "agent/dsmon_pdist.h"
+#include "agent/dsmon_stats.h"
+#include "agent/etherstats.h"
+#include "agent/events.h"
+#include "agent/history.h"
+#include "agent/hlhost.h"
+#include "agent/hlmatrix.h"
+#include "agent/hosts.h"
+#include "agent/hosttopn.h"
+#include "agent/interface_rows.h"
+#include "agent/matrix.h"
+#include "agent/pdir.h"
+#include "agent/pdist.h"
+#include "agent/reply.h"
+#include "agent/smon.h"
+#include "agent/system_group.h"
+
+#include "rmon/rpc/rmonrpc_xdr.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/* ---- instances -------------------------------------------------------------------------- */
+
+/** The numbers of an instance, taken one after the other. */
+struct instance_reader {
+    variable_instance rest;
+    bool good = true; // as far as it was taken
+};
+
+uint32_t take_number(instance_reader &from, uint32_t most)
+{
+    if (from.rest.empty() || from.rest[0] > most) {
+        from.good = false;
+        return 0;
+    }
+    const uint32_t number = from.rest[0];
+    from.rest = from.rest.subspan(1);
+    return number;
+}
+
+int32_t take_index(instance_reader &from)
+{
+    return static_cast<int32_t>(take_number(from, INT32_MAX));
+}
+
+uint32_t take_time(instance_reader &from)
+{
+    return take_number(from, UINT32_MAX);
+}
+
+/** Octets of an address: their number, then each. Addresses have fewer than most names have numbers. */
+void take_octets(instance_reader &from, wire::byte_list &list)
+{
+    std::array<uint8_t, 20> octets;
+    const uint32_t size = take_number(from, octets.size());
+    for (uint32_t i = 0; i < size; i++)
+        octets[i] = static_cast<uint8_t>(take_number(from, UINT8_MAX));
+    set_bytes(list, std::span(octets).first(size));
+}
+
+int32_t take_octets(instance_reader &from, rmonrpc_dsmon_address_t &address)
+{
+    const uint32_t size = take_number(from, rmonrpc_dsmon_address_t::size);
+    for (uint32_t i = 0; i < size; i++)
+        address.value[i] = static_cast<uint8_t>(take_number(from, UINT8_MAX));
+    return static_cast<int32_t>(size);
+}
+
+/* Each makes the key of a read of an instance, in the order of the MIB's index. */
+
+rmonrpc_row_key2_t one_index(instance_reader &from)
+{
+    return {take_index(from), GET};
+}
+
+rmonrpc_row_key4_t two_indexes(instance_reader &from)
+{
+    const int32_t first = take_index(from);
+    return {first, take_index(from), GET, 1};
+}
+
+rmonrpc_row_key3_t two_short_indexes(instance_reader &from)
+{
+    const int32_t first = take_index(from);
+    return {first, take_index(from), GET};
+}
+
+rmonrpc_host_key_t host_index(instance_reader &from)
+{
+    rmonrpc_host_key_t key{};
+    key.hostIndex = take_index(from);
+    take_octets(from, key.hostAddress);
+    key.getType = GET;
+    return key;
+}
+
+/** The addresses of a pair, the one by which the view is ordered first. */
+template <int32_t Direction, class Key> void take_pair(instance_reader &from, Key &key)
+{
+    take_octets(from, Direction == MATRIX_SD ? key.sourceAddress : key.destAddress);
+    take_octets(from, Direction == MATRIX_SD ? key.destAddress : key.sourceAddress);
+    key.direction = Direction;
+}
+
+template <int32_t Direction> rmonrpc_matrix_key_t matrix_index(instance_reader &from)
+{
+    rmonrpc_matrix_key_t key{};
+    key.index = take_index(from);
+    take_pair<Direction>(from, key);
+    key.getType = GET;
+    return key;
+}
+
+rmonrpc_hlhost_key_t nl_host_index(instance_reader &from)
+{
+    rmonrpc_hlhost_key_t key{};
+    key.hlHostControlIndex = take_index(from);
+    key.timeMark = take_time(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_octets(from, key.nlHostAddress);
+    key.getType = GET;
+    return key;
+}
+
+rmonrpc_hlhost_key_t al_host_index(instance_reader &from)
+{
+    rmonrpc_hlhost_key_t key = nl_host_index(from);
+    key.protocolDirLocalIndex2 = take_index(from);
+    key.applicationLayer = APPLICATION_LAYER;
+    return key;
+}
+
+template <int32_t Direction> rmonrpc_hlmatrix_key_t nl_matrix_index(instance_reader &from)
+{
+    rmonrpc_hlmatrix_key_t key{};
+    key.hlMatrixControlIndex = take_index(from);
+    key.timeMark = take_time(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_pair<Direction>(from, key);
+    key.getType = GET;
+    return key;
+}
+
+template <int32_t Direction> rmonrpc_hlmatrix_key_t al_matrix_index(instance_reader &from)
+{
+    rmonrpc_hlmatrix_key_t key = nl_matrix_index<Direction>(from);
+    key.protocolDirLocalIndex2 = take_index(from);
+    key.applicationLayer = APPLICATION_LAYER;
+    return key;
+}
+
+rmonrpc_dsmon_pdist_key_t dsmon_pdist_index(instance_reader &from)
+{
+    rmonrpc_dsmon_pdist_key_t key{};
+    key.dsmonPdistCtlIndex = take_index(from);
+    key.dsmonPdistTimeMark = take_time(from);
+    key.dsmonAggGroupIndex = take_number(from, UINT32_MAX);
+    key.protocolDirLocalIndex = take_index(from);
+    key.getType = GET;
+    return key;
+}
+
+rmonrpc_dsmon_host_key_t dsmon_host_index(instance_reader &from)
+{
+    rmonrpc_dsmon_host_key_t key{};
+    key.dsmonHostCtlIndex = take_index(from);
+    key.dsmonHostTimeMark = take_time(from);
+    key.dsmonAggGroupIndex = take_number(from, UINT32_MAX);
+    key.protocolDirLocalIndex = take_index(from);
+    key.dsmonHostAddressLength = take_octets(from, key.dsmonHostAddress);
+    key.getType = GET;
+    return key;
+}
+
+template <int32_t Direction> rmonrpc_dsmon_matrix_key_t dsmon_matrix_index(instance_reader &from)
+{
+    rmonrpc_dsmon_matrix_key_t key{};
+    const auto take_source = [&] {
+        key.dsmonMatrixSourceAddressLength = take_octets(from, key.dsmonMatrixSourceAddress);
+    };
+    key.dsmonMatrixCtlIndex = take_index(from);
+    key.dsmonMatrixTimeMark = take_time(from);
+    key.dsmonAggGroupIndex = take_number(from, UINT32_MAX);
+    key.dsmonMatrixNLIndex = take_index(from);
+    if (Direction == MATRIX_SD)
+        take_source();
+    key.dsmonMatrixDestAddressLength = take_octets(from, key.dsmonMatrixDestAddress);
+    if (Direction == MATRIX_DS)
+        take_source();
+    key.dsmonMatrixALIndex = take_index(from);
+    key.getType = GET;
+    return key;
+}
+
+rmonrpc_art_rpt_key_t art_report_index(instance_reader &from)
+{
+    rmonrpc_art_rpt_key_t key{};
+    key.artControlIndex = take_index(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_octets(from, key.artServerAddress);
+    take_octets(from, key.artClientAddress);
+    key.getType = GET;
+    return key;
+}
+
+rmonrpc_art_sum_key_t art_summary_index(instance_reader &from)
+{
+    rmonrpc_art_sum_key_t key{};
+    key.artControlIndex = take_index(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_octets(from, key.artSummaryServerAddress);
+    key.getType = GET;
+    return key;
+}
+
+/* ---- columns ---------------------------------------------------------------------------- */
+
+/** The row of a reply; null when it has none. */
+template <class Row> const Row *row_of(const Row &reply)
+{
+    return reply.status == no_error ? &reply : nullptr;
+}
+
+template <class Row> const Row *row_of(const wire::rows<Row> &reply)
+{
+    return reply.length > 0 ? reply.value : nullptr;
+}
+
+/** A record's field as a number. An INTEGER is taken as its 32 bits, so that a negative one stays one in
+ * them. */
+template <class Number> uint64_t number_of(Number value)
+{
+    return std::make_unsigned_t<Number>(value);
+}
+
+/** A column of a table: Get is the table's read, Index makes its key, Field is the record's field. */
+template <auto Get, auto Index, auto Field, bool Counter>
+constexpr known_variable column(const char *name, const char *identifier)
+{
+    return {name, identifier, Counter, [](probe &agent, variable_instance instance, uint64_t &value) {
+                instance_reader from{instance};
+                auto key = Index(from);
+                bool there = false;
+                if (from.good && from.rest.empty()) {
+                    auto reply = Get(agent, key);
+                    if (const auto *row = row_of(reply)) {
+                        value = number_of(row->*Field);
+                        there = true;
+                    }
+                    release(&reply);
+                }
+                release(&key);
+                return there;
+            }};
+}
+
+template <auto Get, auto Index, auto Field>
+constexpr known_variable counter(const char *name, const char *identifier)
+{
+    return column<Get, Index, Field, true>(name, identifier);
+}
+
+template <auto Get, auto Index, auto Field>
+constexpr known_variable gauge(const char *name, const char *identifier)
+{
+    return column<Get, Index, Field, false>(name, identifier);
+}
+
+/** Whether an instance is that of a variable with one only. */
+bool is_scalar(variable_instance instance)
+{
+    return instance.size() == 1 && instance[0] == 0;
+}
+
+template <auto Get, auto Field, bool Counter>
+constexpr known_variable scalar(const char *name, const char *identifier)
+{
+    return {name, identifier, Counter, [](probe &agent, variable_instance instance, uint64_t &value) {
+                auto group = Get(agent);
+                value = number_of(group.*Field);
+                release(&group);
+                return is_scalar(instance);
+            }};
+}
+
+/** A number that is read as such. */
+template <auto Get> constexpr known_variable plain_scalar(const char *name, const char *identifier)
+{
+    return {name, identifier, false, [](probe &agent, variable_instance instance, uint64_t &value) {
+                value = number_of(Get(agent));
+                return is_scalar(instance);
+            }};
+}
+
+// clang-format off
+constexpr known_variable variables[] = {
+    // system
+    scalar<system_get, &rmonrpc_system_t::sysUpTime, false>("sysUpTime", "1.3.6.1.2.1.1.3"),
+    scalar<system_get, &rmonrpc_system_t::sysServices, false>("sysServices", "1.3.6.1.2.1.1.7"),
+
+    // interfaces
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifIndex>("ifIndex", "1.3.6.1.2.1.2.2.1.1"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifType>("ifType", "1.3.6.1.2.1.2.2.1.3"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifMtu>("ifMtu", "1.3.6.1.2.1.2.2.1.4"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifSpeed>("ifSpeed", "1.3.6.1.2.1.2.2.1.5"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifAdminStatus>("ifAdminStatus", "1.3.6.1.2.1.2.2.1.7"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOperStatus>("ifOperStatus", "1.3.6.1.2.1.2.2.1.8"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifLastChange>("ifLastChange", "1.3.6.1.2.1.2.2.1.9"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInOctets>("ifInOctets", "1.3.6.1.2.1.2.2.1.10"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInUcastPkts>("ifInUcastPkts", "1.3.6.1.2.1.2.2.1.11"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInNUcastPkts>("ifInNUcastPkts", "1.3.6.1.2.1.2.2.1.12"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInDiscards>("ifInDiscards", "1.3.6.1.2.1.2.2.1.13"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInErrors>("ifInErrors", "1.3.6.1.2.1.2.2.1.14"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInUnknownProtos>("ifInUnknownProtos", "1.3.6.1.2.1.2.2.1.15"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutOctets>("ifOutOctets", "1.3.6.1.2.1.2.2.1.16"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutUcastPkts>("ifOutUcastPkts", "1.3.6.1.2.1.2.2.1.17"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutNUcastPkts>("ifOutNUcastPkts", "1.3.6.1.2.1.2.2.1.18"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutDiscards>("ifOutDiscards", "1.3.6.1.2.1.2.2.1.19"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutErrors>("ifOutErrors", "1.3.6.1.2.1.2.2.1.20"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutQLen>("ifOutQLen", "1.3.6.1.2.1.2.2.1.21"),
+
+    // statistics, history
+    gauge<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsIndex>("etherStatsIndex", "1.3.6.1.2.1.16.1.1.1.1"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsDropEvents>("etherStatsDropEvents", "1.3.6.1.2.1.16.1.1.1.3"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsOctets>("etherStatsOctets", "1.3.6.1.2.1.16.1.1.1.4"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts>("etherStatsPkts", "1.3.6.1.2.1.16.1.1.1.5"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsBroadcastPkts>("etherStatsBroadcastPkts", "1.3.6.1.2.1.16.1.1.1.6"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsMulticastPkts>("etherStatsMulticastPkts", "1.3.6.1.2.1.16.1.1.1.7"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsCRCAlignErrors>("etherStatsCRCAlignErrors", "1.3.6.1.2.1.16.1.1.1.8"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsUndersizePkts>("etherStatsUndersizePkts", "1.3.6.1.2.1.16.1.1.1.9"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsOversizePkts>("etherStatsOversizePkts", "1.3.6.1.2.1.16.1.1.1.10"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsFragments>("etherStatsFragments", "1.3.6.1.2.1.16.1.1.1.11"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsJabbers>("etherStatsJabbers", "1.3.6.1.2.1.16.1.1.1.12"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsCollisions>("etherStatsCollisions", "1.3.6.1.2.1.16.1.1.1.13"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts64Octets>("etherStatsPkts64Octets", "1.3.6.1.2.1.16.1.1.1.14"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts65to127Octets>("etherStatsPkts65to127Octets", "1.3.6.1.2.1.16.1.1.1.15"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts128to255Octets>("etherStatsPkts128to255Octets", "1.3.6.1.2.1.16.1.1.1.16"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts256to511Octets>("etherStatsPkts256to511Octets", "1.3.6.1.2.1.16.1.1.1.17"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts512to1023Octets>("etherStatsPkts512to1023Octets", "1.3.6.1.2.1.16.1.1.1.18"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts1024to1518Octets>("etherStatsPkts1024to1518Octets", "1.3.6.1.2.1.16.1.1.1.19"),
+    gauge<history_ctl_get, one_index, &rmonrpc_history_ctl_t::historyControlBucketsGranted>("historyControlBucketsGranted", "1.3.6.1.2.1.16.2.1.1.4"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryIntervalStart>("etherHistoryIntervalStart", "1.3.6.1.2.1.16.2.2.1.3"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryDropEvents>("etherHistoryDropEvents", "1.3.6.1.2.1.16.2.2.1.4"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryOctets>("etherHistoryOctets", "1.3.6.1.2.1.16.2.2.1.5"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryPkts>("etherHistoryPkts", "1.3.6.1.2.1.16.2.2.1.6"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryBroadcastPkts>("etherHistoryBroadcastPkts", "1.3.6.1.2.1.16.2.2.1.7"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryMulticastPkts>("etherHistoryMulticastPkts", "1.3.6.1.2.1.16.2.2.1.8"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryCRCAlignErrors>("etherHistoryCRCAlignErrors", "1.3.6.1.2.1.16.2.2.1.9"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryUndersizePkts>("etherHistoryUndersizePkts", "1.3.6.1.2.1.16.2.2.1.10"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryOversizePkts>("etherHistoryOversizePkts", "1.3.6.1.2.1.16.2.2.1.11"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryFragments>("etherHistoryFragments", "1.3.6.1.2.1.16.2.2.1.12"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryJabbers>("etherHistoryJabbers", "1.3.6.1.2.1.16.2.2.1.13"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryCollisions>("etherHistoryCollisions", "1.3.6.1.2.1.16.2.2.1.14"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryUtilization>("etherHistoryUtilization", "1.3.6.1.2.1.16.2.2.1.15"),
+
+    // alarms, events
+    gauge<alarm_get, one_index, &rmonrpc_alarm_t::alarmValue>("alarmValue", "1.3.6.1.2.1.16.3.1.1.5"),
+    gauge<event_get, one_index, &rmonrpc_event_t::eventLastTimeSent>("eventLastTimeSent", "1.3.6.1.2.1.16.9.1.1.5"),
+    gauge<log_get, two_short_indexes, &rmonrpc_log_t::logTime>("logTime", "1.3.6.1.2.1.16.9.2.1.3"),
+
+    // hosts
+    gauge<host_ctl_get, one_index, &rmonrpc_host_ctl_t::hostControlTableSize>("hostControlTableSize", "1.3.6.1.2.1.16.4.1.1.3"),
+    gauge<host_ctl_get, one_index, &rmonrpc_host_ctl_t::hostControlLastDeleteTime>("hostControlLastDeleteTime", "1.3.6.1.2.1.16.4.1.1.4"),
+    gauge<host_get, host_index, &rmonrpc_host_t::hostCreationOrder>("hostCreationOrder", "1.3.6.1.2.1.16.4.2.1.2"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostInPkts>("hostInPkts", "1.3.6.1.2.1.16.4.2.1.4"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutPkts>("hostOutPkts", "1.3.6.1.2.1.16.4.2.1.5"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostInOctets>("hostInOctets", "1.3.6.1.2.1.16.4.2.1.6"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutOctets>("hostOutOctets", "1.3.6.1.2.1.16.4.2.1.7"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutErrors>("hostOutErrors", "1.3.6.1.2.1.16.4.2.1.8"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutBroadcastPkts>("hostOutBroadcastPkts", "1.3.6.1.2.1.16.4.2.1.9"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutMulticastPkts>("hostOutMulticastPkts", "1.3.6.1.2.1.16.4.2.1.10"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeInPkts>("hostTimeInPkts", "1.3.6.1.2.1.16.4.3.1.4"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutPkts>("hostTimeOutPkts", "1.3.6.1.2.1.16.4.3.1.5"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeInOctets>("hostTimeInOctets", "1.3.6.1.2.1.16.4.3.1.6"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutOctets>("hostTimeOutOctets", "1.3.6.1.2.1.16.4.3.1.7"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutErrors>("hostTimeOutErrors", "1.3.6.1.2.1.16.4.3.1.8"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutBroadcastPkts>("hostTimeOutBroadcastPkts", "1.3.6.1.2.1.16.4.3.1.9"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutMulticastPkts>("hostTimeOutMulticastPkts", "1.3.6.1.2.1.16.4.3.1.10"),
+    gauge<hosttopn_ctl_get, one_index, &rmonrpc_hosttopn_ctl_t::hostTopNTimeRemaining>("hostTopNTimeRemaining", "1.3.6.1.2.1.16.5.1.1.4"),
+    gauge<hosttopn_ctl_get, one_index, &rmonrpc_hosttopn_ctl_t::hostTopNDuration>("hostTopNDuration", "1.3.6.1.2.1.16.5.1.1.5"),
+    gauge<hosttopn_ctl_get, one_index, &rmonrpc_hosttopn_ctl_t::hostTopNGrantedSize>("hostTopNGrantedSize", "1.3.6.1.2.1.16.5.1.1.7"),
+    gauge<hosttopn_ctl_get, one_index, &rmonrpc_hosttopn_ctl_t::hostTopNStartTime>("hostTopNStartTime", "1.3.6.1.2.1.16.5.1.1.8"),
+    gauge<hosttopn_get, two_indexes, &rmonrpc_hosttopn_t::hostTopNRate>("hostTopNRate", "1.3.6.1.2.1.16.5.2.1.4"),
+
+    // matrix
+    gauge<matrix_ctl_get, one_index, &rmonrpc_matrix_ctl_t::matrixControlTableSize>("matrixControlTableSize", "1.3.6.1.2.1.16.6.1.1.3"),
+    gauge<matrix_ctl_get, one_index, &rmonrpc_matrix_ctl_t::matrixControlLastDeleteTime>("matrixControlLastDeleteTime", "1.3.6.1.2.1.16.6.1.1.4"),
+    counter<matrix_get, matrix_index<MATRIX_SD>, &rmonrpc_matrix_t::pkts>("matrixSDPkts", "1.3.6.1.2.1.16.6.2.1.4"),
+    counter<matrix_get, matrix_index<MATRIX_SD>, &rmonrpc_matrix_t::octets>("matrixSDOctets", "1.3.6.1.2.1.16.6.2.1.5"),
+    counter<matrix_get, matrix_index<MATRIX_SD>, &rmonrpc_matrix_t::errors>("matrixSDErrors", "1.3.6.1.2.1.16.6.2.1.6"),
+    counter<matrix_get, matrix_index<MATRIX_DS>, &rmonrpc_matrix_t::pkts>("matrixDSPkts", "1.3.6.1.2.1.16.6.3.1.4"),
+    counter<matrix_get, matrix_index<MATRIX_DS>, &rmonrpc_matrix_t::octets>("matrixDSOctets", "1.3.6.1.2.1.16.6.3.1.5"),
+    counter<matrix_get, matrix_index<MATRIX_DS>, &rmonrpc_matrix_t::errors>("matrixDSErrors", "1.3.6.1.2.1.16.6.3.1.6"),
+
+    // channels, capture
+    counter<channel_get, one_index, &rmonrpc_channel_t::channelMatches>("channelMatches", "1.3.6.1.2.1.16.7.2.1.9"),
+    gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlFullStatus>("bufferControlFullStatus", "1.3.6.1.2.1.16.8.1.1.3"),
+    gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlMaxOctetsGranted>("bufferControlMaxOctetsGranted", "1.3.6.1.2.1.16.8.1.1.9"),
+    gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlCapturedPackets>("bufferControlCapturedPackets", "1.3.6.1.2.1.16.8.1.1.10"),
+    gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlTurnOnTime>("bufferControlTurnOnTime", "1.3.6.1.2.1.16.8.1.1.11"),
+
+    // protocol directory, protocol distribution, address map
+    plain_scalar<pdir_lastchange_get>("protocolDirLastChange", "1.3.6.1.2.1.16.11.1"),
+    counter<pdist_ctl_get, one_index, &rmonrpc_pdist_ctl_t::protocolDistControlDroppedFrames>("protocolDistControlDroppedFrames", "1.3.6.1.2.1.16.12.1.1.3"),
+    gauge<pdist_ctl_get, one_index, &rmonrpc_pdist_ctl_t::protocolDistControlCreateTime>("protocolDistControlCreateTime", "1.3.6.1.2.1.16.12.1.1.4"),
+    counter<pdist_stats_get, two_indexes, &rmonrpc_pdist_stats_t::protocolDistStatsPkts>("protocolDistStatsPkts", "1.3.6.1.2.1.16.12.2.1.1"),
+    counter<pdist_stats_get, two_indexes, &rmonrpc_pdist_stats_t::protocolDistStatsOctets>("protocolDistStatsOctets", "1.3.6.1.2.1.16.12.2.1.2"),
+    scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapInserts, true>("addressMapInserts", "1.3.6.1.2.1.16.13.1"),
+    scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapDeletes, true>("addressMapDeletes", "1.3.6.1.2.1.16.13.2"),
+    scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapMaxDesiredEntries, false>("addressMapMaxDesiredEntries", "1.3.6.1.2.1.16.13.3"),
+    counter<addrmap_ctl_get, one_index, &rmonrpc_addrmap_ctl_t::addressMapControlDroppedFrames>("addressMapControlDroppedFrames", "1.3.6.1.2.1.16.13.4.1.3"),
+
+    // higher-layer hosts
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlNlDroppedFrames>("hlHostControlNlDroppedFrames", "1.3.6.1.2.1.16.14.1.1.3"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlNlInserts>("hlHostControlNlInserts", "1.3.6.1.2.1.16.14.1.1.4"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlNlDeletes>("hlHostControlNlDeletes", "1.3.6.1.2.1.16.14.1.1.5"),
+    gauge<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlNlMaxDesiredEntries>("hlHostControlNlMaxDesiredEntries", "1.3.6.1.2.1.16.14.1.1.6"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlAlDroppedFrames>("hlHostControlAlDroppedFrames", "1.3.6.1.2.1.16.14.1.1.7"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlAlInserts>("hlHostControlAlInserts", "1.3.6.1.2.1.16.14.1.1.8"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlAlDeletes>("hlHostControlAlDeletes", "1.3.6.1.2.1.16.14.1.1.9"),
+    gauge<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlAlMaxDesiredEntries>("hlHostControlAlMaxDesiredEntries", "1.3.6.1.2.1.16.14.1.1.10"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::inPkts>("nlHostInPkts", "1.3.6.1.2.1.16.14.2.1.3"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::outPkts>("nlHostOutPkts", "1.3.6.1.2.1.16.14.2.1.4"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::inOctets>("nlHostInOctets", "1.3.6.1.2.1.16.14.2.1.5"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::outOctets>("nlHostOutOctets", "1.3.6.1.2.1.16.14.2.1.6"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::outMacNonUnicastPkts>("nlHostOutMacNonUnicastPkts", "1.3.6.1.2.1.16.14.2.1.7"),
+    gauge<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::createTime>("nlHostCreateTime", "1.3.6.1.2.1.16.14.2.1.8"),
+    counter<hlhost_get, al_host_index, &rmonrpc_hlhost_t::inPkts>("alHostInPkts", "1.3.6.1.2.1.16.16.1.1.2"),
+    counter<hlhost_get, al_host_index, &rmonrpc_hlhost_t::outPkts>("alHostOutPkts", "1.3.6.1.2.1.16.16.1.1.3"),
+    counter<hlhost_get, al_host_index, &rmonrpc_hlhost_t::inOctets>("alHostInOctets", "1.3.6.1.2.1.16.16.1.1.4"),
+    counter<hlhost_get, al_host_index, &rmonrpc_hlhost_t::outOctets>("alHostOutOctets", "1.3.6.1.2.1.16.16.1.1.5"),
+    gauge<hlhost_get, al_host_index, &rmonrpc_hlhost_t::createTime>("alHostCreateTime", "1.3.6.1.2.1.16.16.1.1.6"),
+
+    // higher-layer matrix
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlNlDroppedFrames>("hlMatrixControlNlDroppedFrames", "1.3.6.1.2.1.16.15.1.1.3"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlNlInserts>("hlMatrixControlNlInserts", "1.3.6.1.2.1.16.15.1.1.4"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlNlDeletes>("hlMatrixControlNlDeletes", "1.3.6.1.2.1.16.15.1.1.5"),
+    gauge<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlNlMaxDesiredEntries>("hlMatrixControlNlMaxDesiredEntries", "1.3.6.1.2.1.16.15.1.1.6"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlAlDroppedFrames>("hlMatrixControlAlDroppedFrames", "1.3.6.1.2.1.16.15.1.1.7"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlAlInserts>("hlMatrixControlAlInserts", "1.3.6.1.2.1.16.15.1.1.8"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlAlDeletes>("hlMatrixControlAlDeletes", "1.3.6.1.2.1.16.15.1.1.9"),
+    gauge<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlAlMaxDesiredEntries>("hlMatrixControlAlMaxDesiredEntries", "1.3.6.1.2.1.16.15.1.1.10"),
+    counter<hlmatrix_get, nl_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::pkts>("nlMatrixSDPkts", "1.3.6.1.2.1.16.15.2.1.4"),
+    counter<hlmatrix_get, nl_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::octets>("nlMatrixSDOctets", "1.3.6.1.2.1.16.15.2.1.5"),
+    gauge<hlmatrix_get, nl_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::createTime>("nlMatrixSDCreateTime", "1.3.6.1.2.1.16.15.2.1.6"),
+    counter<hlmatrix_get, nl_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::pkts>("nlMatrixDSPkts", "1.3.6.1.2.1.16.15.3.1.4"),
+    counter<hlmatrix_get, nl_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::octets>("nlMatrixDSOctets", "1.3.6.1.2.1.16.15.3.1.5"),
+    gauge<hlmatrix_get, nl_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::createTime>("nlMatrixDSCreateTime", "1.3.6.1.2.1.16.15.3.1.6"),
+    counter<hlmatrix_get, al_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::pkts>("alMatrixSDPkts", "1.3.6.1.2.1.16.17.1.1.2"),
+    counter<hlmatrix_get, al_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::octets>("alMatrixSDOctets", "1.3.6.1.2.1.16.17.1.1.3"),
+    gauge<hlmatrix_get, al_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::createTime>("alMatrixSDCreateTime", "1.3.6.1.2.1.16.17.1.1.4"),
+    counter<hlmatrix_get, al_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::pkts>("alMatrixDSPkts", "1.3.6.1.2.1.16.17.2.1.2"),
+    counter<hlmatrix_get, al_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::octets>("alMatrixDSOctets", "1.3.6.1.2.1.16.17.2.1.3"),
+    gauge<hlmatrix_get, al_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::createTime>("alMatrixDSCreateTime", "1.3.6.1.2.1.16.17.2.1.4"),
+
+    // VLANs and priorities
+    counter<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsTotalPkts>("smonVlanIdStatsTotalPkts", "1.3.6.1.2.1.16.22.1.2.2.1.2"),
+    counter<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsTotalOctets>("smonVlanIdStatsTotalOctets", "1.3.6.1.2.1.16.22.1.2.2.1.5"),
+    counter<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsNUcastPkts>("smonVlanIdStatsNUcastPkts", "1.3.6.1.2.1.16.22.1.2.2.1.8"),
+    counter<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsNUcastOctets>("smonVlanIdStatsNUcastOctets", "1.3.6.1.2.1.16.22.1.2.2.1.11"),
+    gauge<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsCreateTime>("smonVlanIdStatsCreateTime", "1.3.6.1.2.1.16.22.1.2.2.1.14"),
+    counter<smon_prio_get, two_short_indexes, &rmonrpc_smon_prio_t::smonPrioStatsPkts>("smonPrioStatsPkts", "1.3.6.1.2.1.16.22.1.2.4.1.2"),
+    counter<smon_prio_get, two_short_indexes, &rmonrpc_smon_prio_t::smonPrioStatsOctets>("smonPrioStatsOctets", "1.3.6.1.2.1.16.22.1.2.4.1.5"),
+    gauge<smon_vlan_ctl_get, one_index, &rmonrpc_smon_vlan_ctl_t::smonVlanStatsControlCreateTime>("smonVlanStatsControlCreateTime", "1.3.6.1.2.1.16.22.1.2.1.1.3"),
+    gauge<smon_prio_ctl_get, one_index, &rmonrpc_smon_prio_ctl_t::smonPrioStatsControlCreateTime>("smonPrioStatsControlCreateTime", "1.3.6.1.2.1.16.22.1.2.3.1.3"),
+
+    // differentiated services
+    counter<dsmon_stats_ctl_get, one_index, &rmonrpc_dsmon_stats_ctl_t::dsmonStatsControlDroppedFrames>("dsmonStatsControlDroppedFrames", "1.3.6.1.2.1.16.26.1.2.1.1.4"),
+    counter<dsmon_stats_get, two_short_indexes, &rmonrpc_dsmon_stats_t::dsmonStatsInHCPkts>("dsmonStatsInHCPkts", "1.3.6.1.2.1.16.26.1.2.2.1.5"),
+    counter<dsmon_stats_get, two_short_indexes, &rmonrpc_dsmon_stats_t::dsmonStatsInHCOctets>("dsmonStatsInHCOctets", "1.3.6.1.2.1.16.26.1.2.2.1.6"),
+    counter<dsmon_stats_get, two_short_indexes, &rmonrpc_dsmon_stats_t::dsmonStatsOutHCPkts>("dsmonStatsOutHCPkts", "1.3.6.1.2.1.16.26.1.2.2.1.11"),
+    counter<dsmon_stats_get, two_short_indexes, &rmonrpc_dsmon_stats_t::dsmonStatsOutHCOctets>("dsmonStatsOutHCOctets", "1.3.6.1.2.1.16.26.1.2.2.1.12"),
+    counter<dsmon_pdistctl_get, one_index, &rmonrpc_dsmon_pdctl_t::dsmonPdistDroppedFrames>("dsmonPdistCtlDroppedFrames", "1.3.6.1.2.1.16.26.1.3.1.1.5"),
+    counter<dsmon_pdistctl_get, one_index, &rmonrpc_dsmon_pdctl_t::dsmonPdistCtlInserts>("dsmonPdistCtlInserts", "1.3.6.1.2.1.16.26.1.3.1.1.6"),
+    counter<dsmon_pdistctl_get, one_index, &rmonrpc_dsmon_pdctl_t::dsmonPdistCtlDeletes>("dsmonPdistCtlDeletes", "1.3.6.1.2.1.16.26.1.3.1.1.7"),
+    counter<dsmon_hostctl_get, one_index, &rmonrpc_dsmon_hostctl_t::dsmonHostDroppedFrames>("dsmonHostCtlDroppedFrames", "1.3.6.1.2.1.16.26.1.4.1.1.7"),
+    counter<dsmon_hostctl_get, one_index, &rmonrpc_dsmon_hostctl_t::dsmonHostCtlInserts>("dsmonHostCtlInserts", "1.3.6.1.2.1.16.26.1.4.1.1.8"),
+    counter<dsmon_hostctl_get, one_index, &rmonrpc_dsmon_hostctl_t::dsmonHostCtlDeletes>("dsmonHostCtlDeletes", "1.3.6.1.2.1.16.26.1.4.1.1.9"),
+    counter<dsmon_matrixctl_get, one_index, &rmonrpc_dsmon_matrixctl_t::dsmonMatrixDroppedFrames>("dsmonMatrixCtlDroppedFrames", "1.3.6.1.2.1.16.26.1.6.1.1.5"),
+    counter<dsmon_matrixctl_get, one_index, &rmonrpc_dsmon_matrixctl_t::dsmonMatrixCtlInserts>("dsmonMatrixCtlInserts", "1.3.6.1.2.1.16.26.1.6.1.1.6"),
+    counter<dsmon_matrixctl_get, one_index, &rmonrpc_dsmon_matrixctl_t::dsmonMatrixCtlDeletes>("dsmonMatrixCtlDeletes", "1.3.6.1.2.1.16.26.1.6.1.1.7"),
+    counter<dsmon_pdstats_get, dsmon_pdist_index, &rmonrpc_dsmon_pdstats_t::dsmonPdistStatsHCPkts>("dsmonPdistStatsHCPkts", "1.3.6.1.2.1.16.26.1.3.2.1.6"),
+    counter<dsmon_pdstats_get, dsmon_pdist_index, &rmonrpc_dsmon_pdstats_t::dsmonPdistStatsHCOctets>("dsmonPdistStatsHCOctets", "1.3.6.1.2.1.16.26.1.3.2.1.7"),
+    counter<dsmon_hoststats_get, dsmon_host_index, &rmonrpc_dsmon_hoststats_t::dsmonHostInHCPkts>("dsmonHostInHCPkts", "1.3.6.1.2.1.16.26.1.4.2.1.7"),
+    counter<dsmon_hoststats_get, dsmon_host_index, &rmonrpc_dsmon_hoststats_t::dsmonHostInHCOctets>("dsmonHostInHCOctets", "1.3.6.1.2.1.16.26.1.4.2.1.8"),
+    counter<dsmon_hoststats_get, dsmon_host_index, &rmonrpc_dsmon_hoststats_t::dsmonHostOutHCPkts>("dsmonHostOutHCPkts", "1.3.6.1.2.1.16.26.1.4.2.1.13"),
+    counter<dsmon_hoststats_get, dsmon_host_index, &rmonrpc_dsmon_hoststats_t::dsmonHostOutHCOctets>("dsmonHostOutHCOctets", "1.3.6.1.2.1.16.26.1.4.2.1.14"),
+    counter<dsmon_matrixsdstats_get, dsmon_matrix_index<MATRIX_SD>, &rmonrpc_dsmon_matrixstats_t::hcPkts>("dsmonMatrixSDHCPkts", "1.3.6.1.2.1.16.26.1.6.2.1.8"),
+    counter<dsmon_matrixsdstats_get, dsmon_matrix_index<MATRIX_SD>, &rmonrpc_dsmon_matrixstats_t::hcOctets>("dsmonMatrixSDHCOctets", "1.3.6.1.2.1.16.26.1.6.2.1.11"),
+    counter<dsmon_matrixdsstats_get, dsmon_matrix_index<MATRIX_DS>, &rmonrpc_dsmon_matrixstats_t::hcPkts>("dsmonMatrixDSHCPkts", "1.3.6.1.2.1.16.26.1.6.3.1.3"),
+    counter<dsmon_matrixdsstats_get, dsmon_matrix_index<MATRIX_DS>, &rmonrpc_dsmon_matrixstats_t::hcOctets>("dsmonMatrixDSHCOctets", "1.3.6.1.2.1.16.26.1.6.3.1.6"),
+
+    // response times, which have no MIB
+    gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlTimeRemaining>("artControlTimeRemaining", nullptr),
+    gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlDuration>("artControlDuration", nullptr),
+    gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlRptStartTime>("artControlRptStartTime", nullptr),
+    gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlGrantedSize>("artControlGrantedSize", nullptr),
+    counter<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlGeneratedRpts>("artControlGeneratedRpts", nullptr),
+    gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artAvgRspTime>("artAvgRspTime", nullptr),
+    gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artMinRspTime>("artMinRspTime", nullptr),
+    gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artMaxRspTime>("artMaxRspTime", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artTotalResponses>("artTotalResponses", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps1>("artRsps1", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps2>("artRsps2", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps3>("artRsps3", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps4>("artRsps4", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps5>("artRsps5", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps6>("artRsps6", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps7>("artRsps7", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artClientOctets>("artClientOctets", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artServerOctets>("artServerOctets", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRetries>("artRetries", nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artTimeouts>("artTimeouts", nullptr),
+    gauge<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryClients>("artSummaryClients", nullptr),
+    gauge<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryAvgRspTime>("artSummaryAvgRspTime", nullptr),
+    gauge<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryMinRspTime>("artSummaryMinRspTime", nullptr),
+    gauge<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryMaxRspTime>("artSummaryMaxRspTime", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryTotalResponses>("artSummaryTotalResponses", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps1>("artSummaryRsps1", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps2>("artSummaryRsps2", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps3>("artSummaryRsps3", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps4>("artSummaryRsps4", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps5>("artSummaryRsps5", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps6>("artSummaryRsps6", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps7>("artSummaryRsps7", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryClientOctets>("artSummaryClientOctets", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryServerOctets>("artSummaryServerOctets", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRetries>("artSummaryRetries", nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryTimeouts>("artSummaryTimeouts", nullptr),
+};
+// clang-format on
+
+} // namespace
+
+std::span<const known_variable> known_variables()
+{
+    return variables;
+}
