@@ -12,6 +12,7 @@ void check(bool passed, const std::string &what);
 void test_wire();
 void test_streams();
 void test_stubs();
+void test_transport();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

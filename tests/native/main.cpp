@@ -62,6 +62,7 @@ int main()
     test_wire();
     test_streams();
     test_stubs();
+    test_transport();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }

@@ -1,0 +1,260 @@
+/*
+ * Calls on a connection whose other end is the test: what each reply comes to,
+ * held against the words of the RPC library's own client.
+ */
+
+#include "rmon/rpc/rmonrpc_clnt.h"
+#include "rmon/rpc/rmonrpc_transport.h"
+#include "tests/native/check.h"
+
+#include <csignal>
+#include <cstdarg>
+#include <thread>
+
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+/** Of the first call on a line, and of the second. */
+constexpr uint32_t first_xid = 0x01000000, second_xid = first_xid - 1;
+constexpr timeval moment{0, 20000};
+constexpr timeval long_enough{10, 0};
+
+/** A client and the other end of its connection. */
+struct line {
+    CLIENT *client;
+    int agent;
+};
+
+/** The library's own client, or ours over it. */
+line make_line(bool ours)
+{
+    int ends[2];
+    check(socketpair(AF_UNIX, SOCK_STREAM, 0, ends) == 0, "there are sockets");
+    sockaddr_in nobody{};
+    nobody.sin_family = AF_INET;
+    const netbuf address{sizeof nobody, sizeof nobody, &nobody};
+    CLIENT *client = clnt_vc_create(ends[0], &address, RMONRPC_PROGRAM, RMONRPC_VERSION, 0, 0);
+    // Both count down; the library does it in network order.
+    uint32_t xid = ours ? first_xid : ntohl(htonl(first_xid) + 1) - 1;
+    clnt_control(client, CLSET_XID, reinterpret_cast<char *>(&xid));
+    char yes = 1;
+    clnt_control(client, CLSET_FD_CLOSE, &yes);
+    return {ours ? client_over(client, RMONRPC_PROGRAM, RMONRPC_VERSION) : client, ends[1]};
+}
+
+void end(line &of)
+{
+    clnt_destroy(of.client);
+    if (of.agent >= 0)
+        close(of.agent);
+}
+
+void say(const line &to, const bytes &what)
+{
+    check(
+        send(to.agent, what.all.data(), what.all.size(), MSG_NOSIGNAL)
+            == static_cast<ssize_t>(what.all.size()),
+        "the reply is sent");
+}
+
+bytes record(const bytes &message)
+{
+    return bytes{}.unit(static_cast<uint32_t>(message.all.size()) | 0x80000000u).add(message);
+}
+
+bytes accepted(uint32_t xid, uint32_t status)
+{
+    return bytes{}.unit(xid).unit(1).unit(0).unit(0).unit(0).unit(status);
+}
+
+/** Another call on line, whose result is a number. */
+clnt_stat call(const line &on, int32_t &result, timeval patience = long_enough)
+{
+    return clnt_call(
+        on.client, 5, reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_void)), nullptr,
+        reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_int)), &result, patience);
+}
+
+/* ---- the library's words ------------------------------------------------------- */
+
+struct failure {
+    const char *what;
+    bytes said;
+    bool hangs_up;
+    bool times_out = false;
+};
+
+std::string words(const failure &each, bool ours, timeval patience)
+{
+    line on = make_line(ours);
+    say(on, each.said);
+    if (each.hangs_up) {
+        close(on.agent);
+        on.agent = -1;
+    }
+    int32_t result = 0;
+    check(call(on, result, patience) != RPC_SUCCESS, std::string{each.what} + " is no success");
+    const std::string text = clnt_sperror(on.client, "label");
+    end(on);
+    return text;
+}
+
+void test_words()
+{
+    const uint32_t xid = first_xid;
+    std::vector<failure> failures{
+        {"nothing", {}, false, true},
+        {"a lost connection", {}, true},
+        {"half a mark", bytes{{0x80, 0}}, true},
+        {"half a header", bytes{}.unit(0x8000001c).unit(xid).unit(1), true},
+        {"half a result", bytes{}.unit(0x8000001c).add(accepted(xid, 0)), true},
+        {"no result", record(accepted(xid, 0)), false},
+        {"a result in an empty fragment", bytes{}.unit(24).add(accepted(xid, 0)).unit(0x80000000), true},
+        {"other RPC versions", record(bytes{}.unit(xid).unit(1).unit(1).unit(0).unit(3).unit(4)), false},
+        {"an unknown denial", record(bytes{}.unit(xid).unit(1).unit(1).unit(2).unit(3)), false, true},
+        {"an unknown answer", record(bytes{}.unit(xid).unit(1).unit(2).unit(0).unit(0).unit(0)), false, true},
+        {"a call", record(bytes{}.unit(xid).unit(0).unit(2).unit(RMONRPC_PROGRAM).unit(1).unit(5)), false,
+         true},
+        {"a reply to another call", record(accepted(xid - 1, 0).unit(7)), false, true},
+    };
+    for (uint32_t status = 1; status < 8; status++)
+        failures.push_back({"a status", record(accepted(xid, status).unit(2).unit(3)), false});
+    for (uint32_t why = 0; why < 16; why++)
+        failures.push_back(
+            {"an authentication error", record(bytes{}.unit(xid).unit(1).unit(1).unit(1).unit(why)), false});
+    for (const failure &each : failures) {
+        const std::string library = words(each, false, moment), ours = words(each, true, moment);
+        check((ours == "label: RPC: Timed out") == each.times_out, std::string{each.what} + ": " + ours);
+        check(
+            library == ours, std::string{each.what} + ": \"" + ours + "\", the library: \"" + library + '"');
+    }
+}
+
+/* ---- what is no reply --------------------------------------------------------------- */
+
+/** They are none of the reply's bytes, wherever they stand, and make no reply alone. */
+void test_empty_fragments()
+{
+    const bytes reply = accepted(first_xid, 0).unit(7);
+    for (size_t at = 0; at <= reply.all.size(); at++) {
+        line on = make_line(true);
+        const auto middle = reply.all.begin() + static_cast<long>(at);
+        say(on, bytes{}
+                    .unit(0)
+                    .unit(0x80000000)
+                    .unit(static_cast<uint32_t>(at))
+                    .add(bytes{{reply.all.begin(), middle}})
+                    .unit(0)
+                    .unit(0)
+                    .unit(static_cast<uint32_t>(reply.all.size() - at))
+                    .add(bytes{{middle, reply.all.end()}})
+                    .unit(0x80000000));
+        int32_t result = 0;
+        const std::string what = "empty fragments before byte " + std::to_string(at);
+        check(call(on, result) == RPC_SUCCESS && result == 7, what);
+        check(call(on, result, moment) == RPC_TIMEDOUT, "no reply behind " + what);
+        say(on, record(accepted(second_xid - 1, 0).unit(8)));
+        check(call(on, result) == RPC_SUCCESS && result == 8, "the reply after " + what);
+        end(on);
+    }
+}
+
+/**
+ * The call that a reply belongs to has given up before all of it arrived, or before any of it did, whether
+ * the rest comes late or never: of a reply that was begun only the end can't be missing.
+ */
+void test_late_replies()
+{
+    const bytes first = record(accepted(first_xid, 0).unit(1));
+    bool rest = false; // of a reply of which nothing came in time
+    for (size_t early = 0; early <= first.all.size(); early += rest ? 1 : 0, rest = true) {
+        line on = make_line(true);
+        const auto middle = first.all.begin() + static_cast<long>(early);
+        say(on, bytes{{first.all.begin(), middle}});
+        int32_t result = 0;
+        const clnt_stat status = call(on, result, moment);
+        check(
+            status == (early < first.all.size() ? RPC_TIMEDOUT : RPC_SUCCESS),
+            std::to_string(early) + " bytes in time");
+        if (early > 0 || rest)
+            say(on, bytes{{middle, first.all.end()}});
+        say(on, record(accepted(second_xid, 0).unit(2)));
+        check(call(on, result) == RPC_SUCCESS && result == 2, "the rest of a reply comes late");
+        end(on);
+    }
+}
+
+/* ---- an agent that does not read, and one that does not end ---------------------------- */
+
+/** As the library calls it, with one pointer behind the stream. */
+bool_t xdr_megabytes(XDR *stream, ...)
+{
+    static char text[8 << 20];
+    return XDR_PUTBYTES(stream, text, sizeof text);
+}
+
+void test_deaf_agent()
+{
+    line on = make_line(true);
+    int32_t result = 0;
+    const auto decode = reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_int));
+    check(
+        clnt_call(on.client, 5, xdr_megabytes, nullptr, decode, &result, moment) == RPC_TIMEDOUT,
+        "nobody takes a long call");
+    check(call(on, result) == RPC_CANTSEND, "half a call is the connection's last");
+    end(on);
+}
+
+struct any_length {
+    wire::byte_list list;
+};
+
+bool_t xdr_any_length(XDR *stream, ...)
+{
+    va_list arguments;
+    va_start(arguments, stream);
+    auto *list = va_arg(arguments, any_length *);
+    va_end(arguments);
+    return xdr_record(stream, list);
+}
+
+/** One fragment of 2 GB, so a mark says, is all the same reply: its count promises 4 GB, and bytes come for
+ * ever. */
+void test_endless_result()
+{
+    line on = make_line(true);
+    say(on, bytes{}.unit(0x7fffffff).add(accepted(first_xid, 0)).unit(0xffffffff));
+    size_t said = 0;
+    std::thread agent([&] {
+        const std::vector<char> units(1 << 20);
+        for (ssize_t sent; (sent = send(on.agent, units.data(), units.size(), MSG_NOSIGNAL)) > 0;)
+            said += static_cast<size_t>(sent);
+    });
+    any_length result{};
+    const auto nothing = reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_void));
+    check(
+        clnt_call(on.client, 5, nothing, nullptr, xdr_any_length, &result, long_enough) == RPC_CANTDECODERES,
+        "a result without end can't be decoded");
+    check(result.list.length == 0, "and leaves nothing");
+    clnt_destroy(on.client);
+    agent.join();
+    check(said > 256 << 20 && said < 264 << 20, "the call took " + std::to_string(said) + " bytes");
+    close(on.agent);
+}
+
+} // namespace
+
+void test_transport()
+{
+    // The library's own client does not keep it away.
+    signal(SIGPIPE, SIG_IGN);
+    test_words();
+    signal(SIGPIPE, SIG_DFL);
+    test_empty_fragments();
+    test_late_replies();
+    test_deaf_agent();
+    test_endless_result();
+}
