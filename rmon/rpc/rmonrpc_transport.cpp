@@ -21,9 +21,9 @@ namespace {
 constexpr u_int buffer_size = 65536;
 
 /**
- * Bytes of a result at most. A decoded row takes up to ten times what it takes on the wire, an array of it
- * more: this is far beyond what a script could use, and keeps an agent that goes on for ever from filling the
- * machine's memory.
+ * Bytes of a result at most. Decoded they take up to twenty times as much, and an array of them more: this is
+ * far beyond what a script could use, and keeps an agent that goes on for ever from filling the machine's
+ * memory.
  */
 constexpr int64_t longest_result = 256 << 20;
 
