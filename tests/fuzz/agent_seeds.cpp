@@ -156,7 +156,9 @@ void write_calls(const std::string &directory)
         for (const uint8_t unit : {0, 1, 2})
             write_file(
                 directory + "/" + std::to_string(served[i].number) + "-" + std::to_string(unit),
-                step(unit == 2 ? 7 : 0, static_cast<uint8_t>(i), repeating(*served[i].argument, unit)));
+                step(
+                    unit == 2 ? 7 : 0, static_cast<uint8_t>(i),
+                    cut_off(repeating(*served[i].argument, unit))));
     bytes all;
     size_t number = 0;
     for (const bytes &frame : frames()) {

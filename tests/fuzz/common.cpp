@@ -67,16 +67,28 @@ void write_file(const std::string &file, const std::vector<uint8_t> &bytes)
         broken("seeds can be written");
 }
 
+std::vector<uint8_t> units(uint8_t unit, size_t size)
+{
+    std::vector<uint8_t> bytes(size);
+    for (size_t i = 3; i < size; i += 4)
+        bytes[i] = unit;
+    return bytes;
+}
+
 std::vector<uint8_t> repeating(const wire::layout &layout, uint8_t unit)
 {
-    std::vector<uint8_t> bytes(1 << 20);
-    for (size_t i = 3; i < bytes.size(); i += 4)
-        bytes[i] = unit;
+    std::vector<uint8_t> bytes = units(unit, 1 << 20);
     any_record record(layout);
     const long used = decode(bytes, record);
     if (used < 0)
         broken("a record of equal units is valid");
-    bytes.resize(std::min(static_cast<size_t>(used), longest_seed));
+    bytes.resize(static_cast<size_t>(used));
+    return bytes;
+}
+
+std::vector<uint8_t> cut_off(std::vector<uint8_t> bytes)
+{
+    bytes.resize(std::min(bytes.size(), longest_seed));
     return bytes;
 }
 

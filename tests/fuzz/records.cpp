@@ -2,8 +2,9 @@
  * Any bytes as any record: decoded, encoded and released, from memory and from
  * a record stream that arrives in pieces.
  *
- * An input: which procedure (two bytes), argument or result and the pieces'
- * size (one byte), the record's bytes.
+ * An input: which procedure (two bytes), argument or result and how it arrives
+ * (one byte: in pieces of which size, in small fragments or in one that is said
+ * to have 2 GB), the record's bytes.
  */
 #include "tests/fuzz/common.h"
 
@@ -56,13 +57,14 @@ int write_nothing(void *, void *, int)
     return -1;
 }
 
-std::vector<uint8_t> as_fragments(std::span<const uint8_t> message, size_t size)
+std::vector<uint8_t> as_fragments(std::span<const uint8_t> message, size_t size, bool promising)
 {
     std::vector<uint8_t> out;
     do {
-        const auto piece = message.first(std::min(size, message.size()));
+        const auto piece = message.first(promising ? message.size() : std::min(size, message.size()));
         message = message.subspan(piece.size());
-        const auto mark = static_cast<uint32_t>(piece.size()) | (message.empty() ? 0x80000000u : 0);
+        const auto length = promising ? 0x7fffffffu : static_cast<uint32_t>(piece.size());
+        const auto mark = length | (message.empty() ? 0x80000000u : 0);
         for (int shift = 24; shift >= 0; shift -= 8)
             out.push_back(static_cast<uint8_t>(mark >> shift));
         out.insert(out.end(), piece.begin(), piece.end());
@@ -70,14 +72,28 @@ std::vector<uint8_t> as_fragments(std::span<const uint8_t> message, size_t size)
     return out;
 }
 
-bool decode_stream(std::span<const uint8_t> message, any_record &to, size_t piece)
+/** Notes what is allocated from here on. */
+void watch_memory()
 {
-    const std::vector<uint8_t> bytes = as_fragments(message, 3 * piece + 1);
+    held = most_held = 0;
+}
+
+void check_memory(std::span<const uint8_t> arrived)
+{
+    if (most_held > fixed_allowance + allowance_per_byte * static_cast<long>(arrived.size()))
+        broken("memory grows with the bytes that arrive");
+}
+
+bool decode_stream(std::span<const uint8_t> message, any_record &to, size_t piece, bool promising)
+{
+    const std::vector<uint8_t> bytes = as_fragments(message, 3 * piece + 1, promising);
     arriving from{bytes, piece};
     XDR xdrs;
     xdrrec_create(&xdrs, 100, 4000, &from, read_piece, write_nothing);
     xdrs.x_op = XDR_DECODE;
+    watch_memory();
     const bool decoded = xdrrec_skiprecord(&xdrs) && wire::xdr_layout(&xdrs, to.bytes, to.layout);
+    check_memory(message);
     xdr_destroy(&xdrs);
     return decoded;
 }
@@ -103,19 +119,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const auto all = procedures();
     const any_procedure &procedure = all[(data[0] << 8 | data[1]) % all.size()];
     const wire::layout &layout = data[2] & 1 ? *procedure.argument : *procedure.result;
-    const size_t piece = 1 + data[2] / 2u * 31u;
+    const size_t piece = 1 + data[2] / 4u * 31u;
     const std::span bytes{data + 3, size - 3};
 
     any_record record(layout);
-    held = most_held = 0;
+    watch_memory();
     const long used = decode(bytes, record);
-    if (most_held > fixed_allowance + allowance_per_byte * static_cast<long>(bytes.size()))
-        broken("memory grows with the bytes that arrive");
+    check_memory(bytes);
     if (used < 0 && !all_zero(record))
         broken("a failed decode leaves a zeroed record");
 
     any_record streamed(layout);
-    if (decode_stream(bytes, streamed, piece) != (used >= 0))
+    if (decode_stream(bytes, streamed, piece, data[2] & 2) != (used >= 0))
         broken("a stream in pieces is decoded like memory");
     if (used < 0)
         return 0;
