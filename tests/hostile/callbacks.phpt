@@ -10,6 +10,7 @@ final class Behaviour
     public static ?Closure $what = null;
     private static int $depth = 0;
     public static int $runs = 0;
+    public static int $opened = 0;
 
     /** The error handler. The engine takes it away while it runs: what is called in it is to have one, too. */
     public static function report(): bool
@@ -53,9 +54,9 @@ hostile_test(function (): void {
                 Link::close();
                 Link::open();
             },
-            'open another' => fn() => [@rmon_connect('127.0.0.2'), @rmon_pconnect('127.0.0.3')],
+            'open another' => fn() => [Behaviour::$opened += is_resource(rmon_connect('127.1')) ? 1 : 0, rmon_pconnect('0x7f.1')],
             'close others' => function (): void {
-                $link = rmon_connect('127.0.0.2');
+                $link = rmon_connect('127.1');
                 while (is_resource($link)) {
                     rmon_close($link);
                 }
@@ -123,6 +124,7 @@ hostile_test(function (): void {
     }
     restore_error_handler();
     expect_same(true, Behaviour::$runs > 10000, 'user code ran often');
+    expect_same(true, Behaviour::$opened > 500, 'other links were opened');
 });
 ?>
 --EXPECT--
