@@ -1,13 +1,19 @@
 /*
  * Writes inputs for the fuzzers to begin with: for each procedure's records,
  * replies that repeat one unit, read as a count where a count stands, and for
- * each count in a result one that promises as much as it can.
+ * each count in a result one that promises as much as it can; for each
+ * function, what is a valid result whatever its record.
  *
- * usage: fuzz-seeds DIR-FOR-RECORDS DIR-FOR-SESSIONS
+ * usage: fuzz-seeds DIR-FOR-RECORDS DIR-FOR-SESSIONS DIR-FOR-CALLS
  */
 #include "tests/fuzz/common.h"
 
 namespace {
+
+/** Bytes of the longest row. */
+constexpr size_t longest_row = 16384;
+/** More than there are functions; numbers beyond begin anew. */
+constexpr uint32_t functions = 320;
 
 /** Where the counts stand in a record all of whose units are 1; its end. */
 size_t find_counts(const wire::layout &layout, size_t at, std::vector<size_t> &counts)
@@ -26,7 +32,7 @@ size_t find_counts(const wire::layout &layout, size_t at, std::vector<size_t> &c
 
 int main(int argc, char **argv)
 {
-    if (argc != 3)
+    if (argc != 4)
         return 1;
     const auto all = procedures();
     for (size_t i = 0; i < all.size(); i++) {
@@ -60,5 +66,12 @@ int main(int argc, char **argv)
                     joined({high, low, arrival}, promising));
         }
     }
+    for (uint32_t i = 0; i < functions; i++)
+        for (const uint8_t unit : {0, 1, 2})
+            write_file(
+                argv[3] + ('/' + std::to_string(i) + '-' + std::to_string(unit)),
+                joined(
+                    {static_cast<uint8_t>(i >> 8), static_cast<uint8_t>(i)},
+                    units(unit, unit == 1 ? longest_row : longest_seed / 4)));
     return 0;
 }
