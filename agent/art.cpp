@@ -337,8 +337,8 @@ int32_t art_ctl_set(probe &agent, const rmonrpc_art_ctl_t &request)
 {
     const auto found = agent.art.find(request.artControlIndex);
     const std::shared_ptr<art_work> worked = found != agent.art.end() ? found->second.work : nullptr;
-    const int32_t error =
-        set_row(agent, agent.art, request.artControlIndex, request.artControlStatus, request, rules);
+    const int32_t error = set_row(
+        agent, agent.art, request.artControlIndex, request.artControlStatus, request, rules, learning_rows);
     // Setting the interval of a row that works begins its report anew.
     if (error == no_error && worked && request.artControlStatus == static_cast<int32_t>(row_status::valid))
         begin_report(agent, *worked);

@@ -132,7 +132,8 @@ rmonrpc_dsmon_hostctl_t dsmon_hostctl_get(probe &agent, const rmonrpc_row_key2_t
 int32_t dsmon_hostctl_set(probe &agent, const rmonrpc_dsmon_hostctl_t &request)
 {
     return set_row(
-        agent, agent.dsmon_hosts, request.dsmonHostCtlIndex, request.dsmonHostCtlStatus, request, rules);
+        agent, agent.dsmon_hosts, request.dsmonHostCtlIndex, request.dsmonHostCtlStatus, request, rules,
+        learning_rows);
 }
 
 rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_host_key_t &key)

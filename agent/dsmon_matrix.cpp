@@ -153,7 +153,8 @@ rmonrpc_dsmon_matrixctl_t dsmon_matrixctl_get(probe &agent, const rmonrpc_row_ke
 int32_t dsmon_matrixctl_set(probe &agent, const rmonrpc_dsmon_matrixctl_t &request)
 {
     return set_row(
-        agent, agent.dsmon_matrix, request.dsmonMatrixCtlIndex, request.dsmonMatrixCtlStatus, request, rules);
+        agent, agent.dsmon_matrix, request.dsmonMatrixCtlIndex, request.dsmonMatrixCtlStatus, request, rules,
+        learning_rows);
 }
 
 rmonrpc_dsmon_matrixstats_t dsmon_matrixsdstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)

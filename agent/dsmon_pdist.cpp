@@ -87,7 +87,8 @@ rmonrpc_dsmon_pdctl_t dsmon_pdistctl_get(probe &agent, const rmonrpc_row_key2_t 
 int32_t dsmon_pdistctl_set(probe &agent, const rmonrpc_dsmon_pdctl_t &request)
 {
     return set_row(
-        agent, agent.dsmon_pdist, request.dsmonPdistCtlIndex, request.dsmonPdistCtlStatus, request, rules);
+        agent, agent.dsmon_pdist, request.dsmonPdistCtlIndex, request.dsmonPdistCtlStatus, request, rules,
+        learning_rows);
 }
 
 rmonrpc_dsmon_pdstats_t dsmon_pdstats_get(probe &agent, const rmonrpc_dsmon_pdist_key_t &key)

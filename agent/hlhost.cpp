@@ -167,7 +167,8 @@ rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t hlhost_ctl_set(probe &agent, const rmonrpc_hlhost_ctl_t &request)
 {
     return set_row(
-        agent, agent.hl_hosts, request.hlHostControlIndex, request.hlHostControlStatus, request, rules);
+        agent, agent.hl_hosts, request.hlHostControlIndex, request.hlHostControlStatus, request, rules,
+        learning_rows);
 }
 
 rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &key)

@@ -180,8 +180,8 @@ rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &
 int32_t hlmatrix_ctl_set(probe &agent, const rmonrpc_hlmatrix_ctl_t &request)
 {
     return set_row(
-        agent, agent.hl_matrices, request.hlMatrixControlIndex, request.hlMatrixControlStatus, request,
-        rules);
+        agent, agent.hl_matrices, request.hlMatrixControlIndex, request.hlMatrixControlStatus, request, rules,
+        learning_rows);
 }
 
 rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &key)

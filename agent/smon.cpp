@@ -158,7 +158,7 @@ int32_t smon_vlan_ctl_set(probe &agent, const rmonrpc_smon_vlan_ctl_t &request)
 {
     return set_row(
         agent, agent.vlan_stats, request.smonVlanStatsControlIndex, request.smonVlanStatsControlStatus,
-        request, vlan_rules);
+        request, vlan_rules, learning_rows);
 }
 
 rmonrpc_smon_vlan_t smon_vlan_get(probe &agent, const rmonrpc_row_key3_t &key)

@@ -120,7 +120,7 @@ for (; $round <= 10; $round++) {
     if ($round === 10) {
         break;
     }
-    $delay = 0.03 + 0.013 * $round;
+    $delay = 0.05 + 0.03 * $round;
     $killer = proc_open(['sh', '-c', "sleep $delay; kill -9 {$agent->pid()}"], [], $pipes, null, environment());
     for ($unanswered = null, $names = array_keys($things), $at = 0; $unanswered === null; $at++) {
         $thing = $names[$at % count($names)];
