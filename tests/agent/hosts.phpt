@@ -70,7 +70,7 @@ foreach (['host', 'matrix'] as $name) {
 expect_same(false, rmon_host_getnext($link, 0, []), 'no host yet');
 
 // Reports: the busiest senders by octets, and by errors; rows of hosts that are not there don't start.
-$topn = fn(int $index, int $status, int $base = 4, int $time = 1, int $size = 2, int $host = 5) =>
+$topn = fn(int $index, int $status, int $base = 4, int $time = 5, int $size = 2, int $host = 5) =>
     rmon_hosttopn_ctl_set($link, $index, $host, $base, $time, $size, 'me', $status);
 expect_same(BAD_VALUE, $topn(1, CREATE_REQUEST, base: 0), 'rate base 0');
 expect_same(BAD_VALUE, $topn(1, CREATE_REQUEST, base: 8), 'rate base 8');
@@ -182,7 +182,7 @@ foreach (['sd' => [0, 1], 'ds' => [1, 0]] as $view => [$major, $minor]) {
 }
 expect_same(5, rmon_matrix_ctl_get($link, 5)['matrixControlTableSize'], 'matrixControlTableSize');
 
-// The reports come when their second is over.
+// The reports come when their seconds are over: so many that the frames were read within them, however slowly.
 expect_soon(0, fn() => rmon_hosttopn_ctl_get($link, 3)['hostTopNTimeRemaining'], 'the end of the interval');
 expect_soon(0, fn() => rmon_hosttopn_ctl_get($link, 1)['hostTopNTimeRemaining'], 'the end of the interval');
 $report = fn(array $rows) => array_map(fn($row) => [
@@ -199,7 +199,7 @@ foreach ([[1, 0], [1, 3], [4, 1], [2, 1]] as [$control, $rank]) {
     expect_same(false, rmon_hosttopn_get($link, $control, $rank), "rank $rank of report $control");
 }
 $control = rmon_hosttopn_ctl_get($link, 3);
-expect_same([5, 5, 0, 1, 70000, 1000], array_values(array_intersect_key($control, array_flip([
+expect_same([5, 5, 0, 5, 70000, 1000], array_values(array_intersect_key($control, array_flip([
     'hostTopNHostIndex', 'hostTopNRateBase', 'hostTopNTimeRemaining', 'hostTopNDuration', 'hostTopNRequestedSize', 'hostTopNGrantedSize',
 ]))), 'the control row');
 // Another interval: the old report goes at once, the new one has nobody, as nothing more was sent.
