@@ -84,7 +84,7 @@ $key = record(
     sourceAddress: byte_list(''), destAddress: byte_list(''), getType: i32(3), applicationLayer: i32(1), direction: i32(0),
     count: i32(ROWS),
 );
-$calls = str_repeat(marked(call(37, $key)), 10);
+$calls = str_repeat(marked(call(37, $key)), 6);
 $asking = client($agent);
 fwrite($asking, $calls);
 $answer = message_from($asking);
@@ -93,7 +93,8 @@ if (strlen($answer) < 500000) {
     fail('a long read is ' . strlen($answer) . ' bytes long');
 }
 $deaf = [];
-for ($i = 0; $i < 200; $i++) {
+// Where memory can't be measured, and each reply takes its time, a few will do.
+for ($i = $memory > 0 ? 200 : 10; $i > 0; $i--) {
     $deaf[] = $other = client($agent);
     fwrite($other, $calls);
 }
