@@ -27,6 +27,7 @@ $getnext = ['rmon_addrmap_ctl_getnext', [78], 29, record(index: i32(78), getType
 check_row($get, $bytes('operator'), $row, $label);
 check_row($getnext, $bytes('operator'), $row, $label);
 check_reply($get, $bytes(''), array_replace($row, ['addressMapControlOwner' => '']));
+check_order(['rmon_addrmap_ctl_get', [], 29, record(index: i32(1), getType: i32(1))], 'ii', [1, 2], [], $label);
 check_refused_reply($get, $bytes(str_repeat('m', 256)), $label);
 
 $label = 'rmon_addrmap_ctl_set';

@@ -60,6 +60,7 @@ foreach (['hlHost' => [32, 33], 'hlMatrix' => [35, 36]] as $table => [$read, $wr
     check_row($get, $bytes('operator'), $row($table, 'operator'), $label);
     check_row($getnext, $bytes('operator'), $row($table, 'operator'), $label);
     check_reply($get, $bytes(''), $row($table, ''));
+    check_order([$get[0], [], $read, record(index: i32(1), getType: i32(1))], 'ii', [1, 2], [], $label);
     check_refused_reply($get, $bytes(str_repeat('m', 256)), $label);
 
     $label = "rmon_{$name}_ctl_set";

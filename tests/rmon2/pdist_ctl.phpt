@@ -28,6 +28,7 @@ $get = ['rmon_pdist_ctl_get', [77], 24, record(index: i32(77), getType: i32(1))]
 $getnext = ['rmon_pdist_ctl_getnext', [78], 24, record(index: i32(78), getType: i32(2))];
 check_row($get, $bytes('operator'), $row, $label);
 check_row($getnext, $bytes('operator'), $row, $label);
+check_order(['rmon_pdist_ctl_get', [], 24, record(index: i32(1), getType: i32(1))], 'ii', [1, 2], [], $label);
 check_refused_reply($get, $bytes(str_repeat('m', 256)), $label);
 
 // An empty owner is not a missing one.
