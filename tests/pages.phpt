@@ -1,5 +1,7 @@
 --TEST--
 Every function's page: what it says of the result is what scripts get, down to the order of the keys
+--CONFLICTS--
+appliance
 --FILE--
 <?php
 require __DIR__ . '/exchange.inc';

@@ -1,5 +1,7 @@
 --TEST--
 No memory for the name servers' list
+--CONFLICTS--
+appliance
 --FILE--
 <?php
 require __DIR__ . '/../exchange.inc';

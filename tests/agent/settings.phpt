@@ -1,5 +1,7 @@
 --TEST--
 The bundled agent keeps addresses, host name, resolvers, communities and trap destinations, over a restart too
+--CONFLICTS--
+appliance
 --FILE--
 <?php
 

@@ -1,5 +1,7 @@
 --TEST--
 Whatever is set in the bundled agent, a kill at any moment leaves what was answered, and nothing half done
+--CONFLICTS--
+appliance
 --FILE--
 <?php
 

@@ -1,5 +1,7 @@
 --TEST--
 Conversions and reports run code that closes links, opens others, calls back, throws, changes the arguments
+--CONFLICTS--
+appliance
 --FILE--
 <?php
 require __DIR__ . '/hostile.inc';

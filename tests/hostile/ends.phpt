@@ -1,5 +1,7 @@
 --TEST--
 A conversion ends the request: by exit, by a fatal error; the next request works
+--CONFLICTS--
+appliance
 --ENV--
 USE_TRACKED_ALLOC=1
 --FILE--

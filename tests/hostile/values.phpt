@@ -1,5 +1,7 @@
 --TEST--
 Every argument of every function is a value of every type
+--CONFLICTS--
+appliance
 --FILE--
 <?php
 require __DIR__ . '/hostile.inc';
