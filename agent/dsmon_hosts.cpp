@@ -61,12 +61,12 @@ void count_hosts(dsmon_host_counts &counts, const frame &seen, uint8_t group)
 {
     if (seen.network_index == 0 || seen.from.length == 0 || seen.to.length == 0)
         return;
-    const auto sender = host_of(counts, seen.from, group, seen.network_index);
+    const auto sender = seek(counts.learned, host_of(counts, seen.from, group, seen.network_index));
+    const auto receiver = seek(counts.learned, host_of(counts, seen.to, group, seen.network_index));
     if (dsmon_host_counters *row = learn_changed(counts.work, counts.learned, sender)) {
         row->out_pkts++;
         row->out_octets += seen.length;
     }
-    const auto receiver = host_of(counts, seen.to, group, seen.network_index);
     if (dsmon_host_counters *row = learn_changed(counts.work, counts.learned, receiver)) {
         row->in_pkts++;
         row->in_octets += seen.length;

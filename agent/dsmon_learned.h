@@ -21,9 +21,9 @@ template <class Counts> void forget_learned(Counts &counts)
 
 /** The row of this key, which changes now; null and a dropped frame when there is no room. */
 template <class Key, class Row>
-Row *learn_changed(dsmon_work &work, learned_table<Key, Row> &table, const Key &key)
+Row *learn_changed(dsmon_work &work, learned_table<Key, Row> &table, const tagged_key<Key> &key)
 {
-    Row *row = learn(table, key);
+    Row *row = learn_sought(table, key);
     if (row)
         row->changed = work.now;
     else
@@ -35,7 +35,7 @@ Row *learn_changed(dsmon_work &work, learned_table<Key, Row> &table, const Key &
 template <class Key> void
 count_learned(dsmon_work &work, learned_table<Key, dsmon_counters> &table, const Key &key, uint32_t octets)
 {
-    if (dsmon_counters *row = learn_changed(work, table, key)) {
+    if (dsmon_counters *row = learn_changed(work, table, seek(table, key))) {
         row->pkts++;
         row->octets += octets;
     }

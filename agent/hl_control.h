@@ -11,12 +11,58 @@
 #include "agent/probe.h"
 #include "agent/protocols.h"
 
+#include <array>
+#include <cstddef>
 #include <memory>
+#include <type_traits>
 
 /** The table that a key's applicationLayer means. */
 template <class Counts> auto &layer_of(Counts &counts, int32_t application_layer)
 {
     return application_layer == APPLICATION_LAYER ? counts.application : counts.network;
+}
+
+/* ---- counting --------------------------------------------------------------------------- */
+
+/**
+ * Counts a frame in each of its layers that are counted: begin(table, application) begins to look for the
+ * layer's keys, count(table, keys) counts. The tables are far larger than the processor's cache, so several
+ * layers are begun before the first one is counted.
+ */
+template <counting protocol::*On, class Counts, class Begin, class Count>
+void count_layers(Counts &counts, const frame &seen, Begin begin, Count count)
+{
+    const protocol_directory &directory = counts.agent->protocols;
+    const protocol *network = find_protocol(directory, seen.network_index);
+    if (!network || seen.from.length == 0)
+        return;
+
+    using table = typename Counts::table;
+    struct layer {
+        table *in;
+        std::invoke_result_t<Begin, table &, int32_t> keys;
+    };
+    std::array<layer, 4> begun;
+    std::size_t used = 0;
+    const auto count_begun = [&] {
+        for (std::size_t i = 0; i < used; i++)
+            count(*begun[i].in, begun[i].keys);
+        used = 0;
+    };
+    const auto begin_layer = [&](table &in, int32_t application) {
+        begun[used++] = {&in, begin(in, application)};
+        if (used == begun.size())
+            count_begun();
+    };
+
+    if (network->*On == counting::on)
+        begin_layer(counts.network, 0);
+    const protocol *above = find_protocol(directory, seen.application_index);
+    for (; above && above != network; above = find_protocol(directory, above->parent)) {
+        if (above->*On == counting::on)
+            begin_layer(counts.application, above->local_index);
+    }
+    count_begun();
 }
 
 /* ---- the rules of the control rows ------------------------------------------------------ */

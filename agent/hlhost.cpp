@@ -15,9 +15,9 @@ namespace {
 /* ---- counting ---------------------------------------------------------------------------- */
 
 /** The row of a host, or null when there is no room for it. */
-hl_host *host_of(hl_host_counts::table &table, const hl_host_key &key, uint32_t now)
+hl_host *host_of(hl_host_counts::table &table, const tagged_key<hl_host_key> &key, uint32_t now)
 {
-    hl_host *host = learn(table.rows, key);
+    hl_host *host = learn_sought(table.rows, key);
     if (!host)
         return nullptr;
     if (host->in_pkts + host->out_pkts == 0)
@@ -26,18 +26,21 @@ hl_host *host_of(hl_host_counts::table &table, const hl_host_key &key, uint32_t 
     return host;
 }
 
+struct both_ends {
+    tagged_key<hl_host_key> from;
+    tagged_key<hl_host_key> to;
+};
+
 /** Counts a frame in one table, at its sender and at its receiver. */
-void count_in(hl_host_counts::table &table, const frame &seen, int32_t application, uint32_t now)
+void count_in(hl_host_counts::table &table, const both_ends &ends, const frame &seen, uint32_t now)
 {
-    const hl_host_key from{key_address_of(seen.from), seen.from.length, seen.network_index, application, 0};
-    const hl_host_key to{key_address_of(seen.to), seen.to.length, seen.network_index, application, 0};
-    hl_host *sender = host_of(table, from, now);
+    hl_host *sender = host_of(table, ends.from, now);
     if (sender) {
         sender->out_pkts++;
         sender->out_octets += seen.length;
         sender->out_mac_nonunicast_pkts += seen.destination[0] & 1;
     }
-    hl_host *receiver = host_of(table, to, now);
+    hl_host *receiver = host_of(table, ends.to, now);
     if (receiver) {
         receiver->in_pkts++;
         receiver->in_octets += seen.length;
@@ -49,18 +52,15 @@ void count_in(hl_host_counts::table &table, const frame &seen, int32_t applicati
 void count(void *context, const frame &seen)
 {
     auto &counts = *static_cast<hl_host_counts *>(context);
-    const protocol_directory &directory = counts.agent->protocols;
-    const protocol *network = find_protocol(directory, seen.network_index);
-    if (!network || seen.from.length == 0)
-        return;
     const uint32_t now = frame_time(*counts.agent, seen);
-    if (network->host == counting::on)
-        count_in(counts.network, seen, 0, now);
-    const protocol *above = find_protocol(directory, seen.application_index);
-    for (; above && above != network; above = find_protocol(directory, above->parent)) {
-        if (above->host == counting::on)
-            count_in(counts.application, seen, above->local_index, now);
-    }
+    const auto begin = [&](hl_host_counts::table &table, int32_t application) -> both_ends {
+        const auto end = [&](const net_address &of) -> hl_host_key {
+            return {key_address_of(of), of.length, seen.network_index, application, 0};
+        };
+        return {seek(table.rows, end(seen.from)), seek(table.rows, end(seen.to))};
+    };
+    count_layers<&protocol::host>(
+        counts, seen, begin, [&](auto &table, const both_ends &ends) { count_in(table, ends, seen, now); });
 }
 
 /* ---- the control table ---------------------------------------------------------------------- */

@@ -14,15 +14,10 @@ namespace {
 
 /* ---- counting ---------------------------------------------------------------------------- */
 
-void count_in(hl_pair_counts::table &table, const frame &seen, int32_t application, uint32_t now)
+void count_in(
+    hl_pair_counts::table &table, const tagged_key<hl_pair_key> &key, const frame &seen, uint32_t now)
 {
-    const hl_pair_key key{key_address_of(seen.from),
-                          key_address_of(seen.to),
-                          seen.from.length,
-                          seen.network_index,
-                          application,
-                          0};
-    hl_pair *pair = learn(table.rows, key);
+    hl_pair *pair = learn_sought(table.rows, key);
     if (!pair) {
         table.dropped_frames++;
         return;
@@ -37,18 +32,15 @@ void count_in(hl_pair_counts::table &table, const frame &seen, int32_t applicati
 void count(void *context, const frame &seen)
 {
     auto &counts = *static_cast<hl_pair_counts *>(context);
-    const protocol_directory &directory = counts.agent->protocols;
-    const protocol *network = find_protocol(directory, seen.network_index);
-    if (!network || seen.from.length == 0)
-        return;
     const uint32_t now = frame_time(*counts.agent, seen);
-    if (network->matrix == counting::on)
-        count_in(counts.network, seen, 0, now);
-    const protocol *above = find_protocol(directory, seen.application_index);
-    for (; above && above != network; above = find_protocol(directory, above->parent)) {
-        if (above->matrix == counting::on)
-            count_in(counts.application, seen, above->local_index, now);
-    }
+    const auto begin = [&](hl_pair_counts::table &table, int32_t application) {
+        return seek(
+            table.rows, hl_pair_key{
+                            key_address_of(seen.from), key_address_of(seen.to), seen.from.length,
+                            seen.network_index, application, 0});
+    };
+    count_layers<&protocol::matrix>(
+        counts, seen, begin, [&](auto &table, const auto &key) { count_in(table, key, seen, now); });
 }
 
 /* ---- the control table ---------------------------------------------------------------------- */

@@ -211,6 +211,25 @@ uint32_t find_tagged(const learned_table<Key, Row> &table, const Key &key, uint3
 
 /* ---- use ---------------------------------------------------------------------------- */
 
+/** A key and its tag. */
+template <class Key> struct tagged_key {
+    Key key;
+    uint32_t tag;
+};
+
+/**
+ * Begins to look for a key: what the tag tells of its place is on its way into
+ * the processor's cache then. Who needs several rows begins with all of them,
+ * and waits for memory once.
+ */
+template <class Key, class Row> tagged_key<Key> seek(const learned_table<Key, Row> &table, const Key &key)
+{
+    const uint32_t tag = tag_of(key);
+    if (!table.slots.empty())
+        __builtin_prefetch(&table.slots[tag & (table.slots.size() - 1)]);
+    return {key, tag};
+}
+
 /** The entry with this key, or no_entry. It does not count as use. */
 template <class Key, class Row> uint32_t find_learned(const learned_table<Key, Row> &table, const Key &key)
 {
@@ -221,9 +240,10 @@ template <class Key, class Row> uint32_t find_learned(const learned_table<Key, R
  * The row of this key, which is used now; a new one when there was none. Null
  * when the table is full of rows that never give way. Good until the next call.
  */
-template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const Key &key)
+template <class Key, class Row>
+Row *learn_sought(learned_table<Key, Row> &table, const tagged_key<Key> &sought)
 {
-    const uint32_t tag = tag_of(key);
+    const auto &[key, tag] = sought;
     uint32_t index = find_tagged(table, key, tag);
     if (index != no_entry) {
         table.entries[index].used = ++table.uses;
@@ -250,6 +270,11 @@ template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const
     table.inserts++;
     table.version++;
     return &entry.row;
+}
+
+template <class Key, class Row> Row *learn(learned_table<Key, Row> &table, const Key &key)
+{
+    return learn_sought(table, tagged_key<Key>{key, tag_of(key)});
 }
 
 /** Sets whether an entry is kept whatever comes. */
