@@ -193,7 +193,9 @@ rmonrpc_nde_learned_dev_intf_arr_t
 nde_learned_dev_intf_get(probe &agent, const rmonrpc_nde_learned_dev_intf_t &request)
 {
     const auto address = address_of(request.head);
-    const auto device = address ? agent.netflow.devices.find(*address) : agent.netflow.devices.end();
+    if (!address)
+        return {};
+    const auto device = agent.netflow.devices.find(*address);
     if (device == agent.netflow.devices.end())
         return {};
     return read_rows<rmonrpc_nde_learned_dev_intf_t>(

@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: 40764eaf1f9d7a84fae137fdce69b9f5af02f9ac */
+ * Stub hash: fb7486f291587c3a2053203dd6106b521df8d36e */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
