@@ -25,15 +25,15 @@ function most_memory(BundledAgent $agent): int
 
 // Each frame is a DNS query from another host to another host: its number is part of all its addresses.
 $frame = ethernet(mac(0), mac(0), 0x0800, ip4('10.0.0.0', '11.0.0.0', 17, udp(1024, 53, "\0\0\x01\0")));
-$bytes = CAPTURE_OPENING;
+$file = file_of(CAPTURE_OPENING);
+$out = fopen($file, 'ab');
 for ($i = 0; $i < FRAMES; $i++) {
     $number = pack('N', $i);
     $frame = "\x02\x01$number" . "\x02\x02$number" . substr($frame, 12, 14) . pack('N', 0x0a000000 + $i)
         . pack('N', 0x0b000000 + $i) . pack('n', 1024 + $i % 60000) . substr($frame, 36);
-    $bytes .= pack('VVVV', 1 + intdiv($i, 1000000), $i % 1000000, strlen($frame), strlen($frame)) . $frame;
+    fwrite($out, pack('VVVV', 1 + intdiv($i, 1000000), $i % 1000000, strlen($frame), strlen($frame)) . $frame);
 }
-$file = file_of($bytes);
-$bytes = '';
+fclose($out);
 
 $agent = reading_agent([$file]);
 $link = module_link($agent);
