@@ -136,6 +136,25 @@ template <counting protocol::*On, class Counts> void hl_sift(std::map<int32_t, h
             sift_counts<On>(*row.work, row.work->network.rows.most, row.work->application.rows.most);
 }
 
+/** The row of this key never gives way to another one, or does again. A request_status. */
+template <class Counts, class Key> int32_t hl_keep(
+    std::map<int32_t, hl_row<Counts>> &controls,
+    int32_t index,
+    int32_t application_layer,
+    const Key &key,
+    bool keep)
+{
+    const auto found = controls.find(index);
+    if (found == controls.end() || !found->second.work)
+        return no_such_name;
+    auto &rows = layer_of(*found->second.work, application_layer).rows;
+    const uint32_t place = find_learned(rows, key);
+    if (place == no_entry)
+        return no_such_name;
+    keep_learned(rows, place, keep);
+    return no_error;
+}
+
 /* ---- reading ------------------------------------------------------------------------------ */
 
 /** Has the rows' answers appended for a read; a row's last change must not lie before the time mark. */

@@ -107,19 +107,6 @@ rmonrpc_hlhost_t answer(int32_t control, uint32_t time_mark, const hl_host_key &
     return row;
 }
 
-int32_t keep_row(probe &agent, const rmonrpc_hlhost_key_t &key, bool keep)
-{
-    const auto found = agent.hl_hosts.find(key.hlHostControlIndex);
-    if (found == agent.hl_hosts.end() || !found->second.work)
-        return no_such_name;
-    auto &rows = layer_of(*found->second.work, key.applicationLayer).rows;
-    const uint32_t index = find_learned(rows, key_of(key));
-    if (index == no_entry)
-        return no_such_name;
-    keep_learned(rows, index, keep);
-    return no_error;
-}
-
 } // namespace
 
 void hlhost_interface_gone(probe &agent, int32_t index)
@@ -189,10 +176,10 @@ rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &key)
 
 int32_t nlhost_make_persistent(probe &agent, const rmonrpc_hlhost_key_t &key)
 {
-    return keep_row(agent, key, true);
+    return hl_keep(agent.hl_hosts, key.hlHostControlIndex, key.applicationLayer, key_of(key), true);
 }
 
 int32_t nlhost_make_nonpersistent(probe &agent, const rmonrpc_hlhost_key_t &key)
 {
-    return keep_row(agent, key, false);
+    return hl_keep(agent.hl_hosts, key.hlHostControlIndex, key.applicationLayer, key_of(key), false);
 }

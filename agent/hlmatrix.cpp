@@ -112,19 +112,6 @@ rmonrpc_hlmatrix_t answer(int32_t control, uint32_t time_mark, const hl_pair_key
     return row;
 }
 
-int32_t keep_row(probe &agent, const rmonrpc_hlmatrix_key_t &key, bool keep)
-{
-    const auto found = agent.hl_matrices.find(key.hlMatrixControlIndex);
-    if (found == agent.hl_matrices.end() || !found->second.work)
-        return no_such_name;
-    auto &rows = layer_of(*found->second.work, key.applicationLayer).rows;
-    const uint32_t index = find_learned(rows, key_of(key));
-    if (index == no_entry)
-        return no_such_name;
-    keep_learned(rows, index, keep);
-    return no_error;
-}
-
 } // namespace
 
 void hlmatrix_interface_gone(probe &agent, int32_t index)
@@ -199,10 +186,10 @@ rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &
 
 int32_t nlmatrix_make_persistent(probe &agent, const rmonrpc_hlmatrix_key_t &key)
 {
-    return keep_row(agent, key, true);
+    return hl_keep(agent.hl_matrices, key.hlMatrixControlIndex, key.applicationLayer, key_of(key), true);
 }
 
 int32_t nlmatrix_make_nonpersistent(probe &agent, const rmonrpc_hlmatrix_key_t &key)
 {
-    return keep_row(agent, key, false);
+    return hl_keep(agent.hl_matrices, key.hlMatrixControlIndex, key.applicationLayer, key_of(key), false);
 }

@@ -2,7 +2,9 @@
 
 #include "rmon/arguments.h"
 #include "rmon/connections.h"
+#include "rmon/groups/admin/identity.h"
 #include "rmon/rows.h"
+#include "rmon/rpc/rmonrpc_admin.h"
 
 #include "ext/standard/info.h"
 #include "php_ini.h"
@@ -59,8 +61,8 @@ struct named_integer {
 };
 
 static const named_integer constants[] = {
-    {"COMM_RO", 1},
-    {"COMM_RW", 2},
+    {"COMM_RO", COMM_RO},
+    {"COMM_RW", COMM_RW},
     {"AF_INET", AF_INET},
     {"AF_INET6", AF_INET6},
     {"PDIR_FLAG_NETWORK", 1},
@@ -71,12 +73,12 @@ static const named_integer constants[] = {
     {"PDIR_FLAG_AUTO_LEARN", 32},
     {"PDIR_FLAG_BASE_PROTO", 64},
     {"PDIR_FLAG_OTHER_PROTO", 128},
-    {"NORV_TARGET_ORN_AP", 1},
-    {"NORV_TARGET_NORV2_AP", 3},
-    {"NORV_TARGET_NORV1_AP", 4},
-    {"NORV_TARGET_DESK", 5},
-    {"NORV_TARGET_TAMBO", 6},
-    {"NORV_TARGET_VELDRIN", 7},
+    {"NORV_TARGET_ORN_AP", NORV_TARGET_ORN_AP},
+    {"NORV_TARGET_NORV2_AP", NORV_TARGET_NORV2_AP},
+    {"NORV_TARGET_NORV1_AP", NORV_TARGET_NORV1_AP},
+    {"NORV_TARGET_DESK", NORV_TARGET_DESK},
+    {"NORV_TARGET_TAMBO", NORV_TARGET_TAMBO},
+    {"NORV_TARGET_VELDRIN", NORV_TARGET_VELDRIN},
 };
 
 /** The engine's sockets extension brings some of the same names, with the same values. */

@@ -364,9 +364,8 @@ constexpr size_t used_bytes(uint32_t count)
 
 /**
  * Copies a table's data block, in steps of a cache line: for the sizes that
- * most rows have, that takes half the time of the string instruction that
- * compilers make of a memcpy() of a known size. Both blocks have room for
- * table_bytes(count).
+ * most rows have, that takes less time than the string instruction that
+ * compilers make of a memcpy() of a known size.
  */
 template <uint32_t count> void copy_table(void *to, const void *from)
 {

@@ -3,9 +3,12 @@
 
 #include <cstdint>
 
-/* The kinds of appliance that have a network configuration of their own. */
+/* Platform codes, which scripts know by the same names. */
+inline constexpr int32_t NORV_TARGET_ORN_AP = 1;
 inline constexpr int32_t NORV_TARGET_NORV2_AP = 3;
 inline constexpr int32_t NORV_TARGET_NORV1_AP = 4;
+inline constexpr int32_t NORV_TARGET_DESK = 5;
+inline constexpr int32_t NORV_TARGET_TAMBO = 6;
 inline constexpr int32_t NORV_TARGET_VELDRIN = 7;
 
 /**
