@@ -430,14 +430,36 @@ zend_array *make_row(const Record &record, const Before &...behind)
     return row;
 }
 
+/**
+ * Has the cache fetch the block that the row after next will probably lie in:
+ * the engine hands out neighbours one after the other. In a large table the
+ * wait for it is an eighth of a row's time; a wrong guess reads and writes
+ * nothing. Always in line: g++ takes a function that only fetches for one
+ * without effect, and drops its calls.
+ */
+template <class Shape>
+[[gnu::always_inline]] inline void fetch_ahead(const zend_array *row, const zend_array *before)
+{
+    constexpr size_t line = 64;
+    const auto here = reinterpret_cast<uintptr_t>(HT_GET_DATA_ADDR(row));
+    const uintptr_t ahead = here + 2 * (here - reinterpret_cast<uintptr_t>(HT_GET_DATA_ADDR(before)));
+    for (size_t i = 0; i < used_bytes(Shape::keys.size()); i += line)
+        __builtin_prefetch(reinterpret_cast<const void *>(ahead + i), 1);
+}
+
 /** The list of all rows, under 0, 1, 2 in their order. */
 template <class Shape, class Record> zend_array *make_rows(const Record *records, uint32_t length)
 {
-    const Bucket *before = nullptr;
+    const zend_array *before = nullptr;
     return make_list(length, [records, before](zval *slot, uint32_t i) mutable {
-        zend_array *row =
-            before ? make_row<Shape>(records[i], before, records[i - 1]) : make_row<Shape>(records[i]);
-        before = row->arData;
+        zend_array *row;
+        if (before) {
+            row = make_row<Shape>(records[i], before->arData, records[i - 1]);
+            fetch_ahead<Shape>(row, before);
+        } else {
+            row = make_row<Shape>(records[i]);
+        }
+        before = row;
         ZVAL_ARR(slot, row);
     });
 }
