@@ -81,7 +81,7 @@ const char *origin(const options &chosen, bool may_capture)
 std::string serve_until_signal(probe &agent, tcp_server &server, const options &chosen)
 {
     if (!chosen.voice.empty()) {
-        const std::string mistake = read_scenario(agent.voice.scenario, chosen.voice);
+        std::string mistake = read_scenario(agent.voice.scenario, chosen.voice);
         if (!mistake.empty())
             return mistake;
     }

@@ -59,7 +59,7 @@ std::string start_probe(probe &agent, bool may_capture, const file_reading &read
     fill_protocols(agent.protocols);
     open_sources(agent, may_capture);
     if (!reading.files.empty()) {
-        const std::string wrong = open_capture_files(agent.files, reading, agent.sources, agent.interfaces);
+        std::string wrong = open_capture_files(agent.files, reading, agent.sources, agent.interfaces);
         if (!wrong.empty())
             return wrong;
     } else if (

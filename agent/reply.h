@@ -51,6 +51,7 @@ inline void set_bytes(wire::byte_list &list, std::span<const uint8_t> bytes)
         list.large = to;
     }
     std::memcpy(to, bytes.data(), bytes.size());
+    // NOLINTNEXTLINE(clang-analyzer-unix.Malloc): the block is the list's, which the dispatcher releases
     list.length = static_cast<uint32_t>(bytes.size());
 }
 

@@ -177,7 +177,7 @@ std::string read_scenario(voice_scenario &scenario, const std::string &path)
     for (int number = 1; wrong.empty() && std::fgets(line, sizeof line, file); number++) {
         wrong = std::strlen(line) > longest_line ? "the line is too long" : read_line(scenario, line, take);
         if (!wrong.empty())
-            wrong = path + " line " + std::to_string(number) + ": " + wrong;
+            wrong.insert(0, path + " line " + std::to_string(number) + ": ");
     }
     if (wrong.empty() && std::ferror(file))
         wrong = "cannot read " + path + ": " + std::strerror(errno);

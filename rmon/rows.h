@@ -444,6 +444,7 @@ template <class Shape>
     const auto here = reinterpret_cast<uintptr_t>(HT_GET_DATA_ADDR(row));
     const uintptr_t ahead = here + 2 * (here - reinterpret_cast<uintptr_t>(HT_GET_DATA_ADDR(before)));
     for (size_t i = 0; i < used_bytes(Shape::keys.size()); i += line)
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): perhaps no object's address, so no pointer leads there
         __builtin_prefetch(reinterpret_cast<const void *>(ahead + i), 1);
 }
 
