@@ -5,7 +5,8 @@
  * engine's add_assoc calls behind it (naive), and against one that only
  * receives the bytes (floor). The contestants take turns, so that whatever else
  * the machine does falls on all of them; each figure is the median of its
- * turns. Exit code 1 when a target is missed.
+ * turns. A line that misses a target is measured again. Exit code 1 when a
+ * target is missed.
  *
  * usage: bench.php reply_server [table...]
  */
@@ -13,6 +14,9 @@ declare(strict_types=1);
 
 /** What the narrow rows of one reply may cost of the engine's memory, bytes a row. */
 const MOST_BYTES_A_ROW = 1000;
+
+/** A target is missed when so many measurements in a row miss it: other load on the machine comes and goes. */
+const TRIES = 3;
 
 /* rows => [most of raw, most of naive] */
 const NARROW = [1 => [1.05, 1.00], 10 => [1.00, 0.85], 100 => [0.80, 0.45], 1000 => [0.60, 0.25]];
@@ -66,7 +70,7 @@ function verdict(string $what, float $ratio, float $most, float $floor, array &$
     return sprintf('%5.2f (<= %.2f)%s', $ratio, $most, $ratio > $most ? '!' : ' ');
 }
 
-/** Measures one table with so many rows and prints its line. */
+/** Measures one table with so many rows and prints its line; again, when a target is missed. */
 function measure(string $table, int $rows, callable $module, array $most, int $turns, array &$missed): void
 {
     $contestants = [
@@ -77,13 +81,20 @@ function measure(string $table, int $rows, callable $module, array $most, int $t
     if (isset($most[1])) {
         $contestants['naive'] = fn () => rmon_bench_naive($table, $rows);
     }
-    $median = take_turns($contestants, $turns);
-    $beside = function (string $other, ?float $most) use ($median, $table, $rows, &$missed): string {
-        return $most === null ? '' : verdict("$table x $rows of $other", $median['module'] / $median[$other], $most,
-            $median['floor'] / $median[$other], $missed);
-    };
-    printf("%-16s %6d  %9.1f  %-20s %-20s %8.2f\n", $table, $rows, $median['module'] / 1000,
-        $beside('raw', $most[0]), $beside('naive', $most[1]), $median['module'] / $median['floor']);
+    for ($tries = 1; $tries <= TRIES; $tries++) {
+        $median = take_turns($contestants, $turns);
+        $misses = [];
+        $beside = function (string $other, ?float $most) use ($median, $table, $rows, &$misses): string {
+            return $most === null ? '' : verdict("$table x $rows of $other", $median['module'] / $median[$other],
+                $most, $median['floor'] / $median[$other], $misses);
+        };
+        printf("%-16s %6d  %9.1f  %-20s %-20s %8.2f\n", $table, $rows, $median['module'] / 1000,
+            $beside('raw', $most[0]), $beside('naive', $most[1]), $median['module'] / $median['floor']);
+        if (!$misses) {
+            return;
+        }
+    }
+    array_push($missed, ...$misses);
 }
 
 [$server, $port] = start_server($argv[1]);
