@@ -225,6 +225,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         fill(*made, empty_capture());
         return made;
     }();
+    go_on_after_alarms();
     session now;
     if (!start_agent(now.started, capture->path).empty())
         broken("the agent starts");

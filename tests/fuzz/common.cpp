@@ -6,6 +6,8 @@
 #include <fstream>
 #include <tuple>
 
+#include <signal.h>
+
 namespace {
 
 constexpr std::tuple all_procedures{
@@ -96,6 +98,14 @@ std::vector<uint8_t> joined(std::vector<uint8_t> first, const std::vector<uint8_
 {
     first.insert(first.end(), second.begin(), second.end());
     return first;
+}
+
+void go_on_after_alarms()
+{
+    struct sigaction alarm;
+    sigaction(SIGALRM, nullptr, &alarm);
+    alarm.sa_flags |= SA_RESTART;
+    sigaction(SIGALRM, &alarm, nullptr);
 }
 
 void broken(const char *rule)

@@ -50,5 +50,12 @@ std::vector<uint8_t> cut_off(std::vector<uint8_t> bytes);
 
 std::vector<uint8_t> joined(std::vector<uint8_t> first, const std::vector<uint8_t> &second);
 
+/**
+ * The fuzzer's alarm, by which it notices inputs that take too long, breaks off
+ * a connect() that has to wait; from here on it does not. For an input's start:
+ * the fuzzer sets its alarm late.
+ */
+void go_on_after_alarms();
+
 /** Stops the fuzzer, which keeps the input that led here. */
 [[noreturn]] void broken(const char *rule);
