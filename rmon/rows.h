@@ -141,26 +141,12 @@ template <uint32_t N> struct key_text {
     consteval key_text(const char (&text)[N]) { std::copy_n(text, N, value); }
 };
 
-/** The name of a record's member, from its pointer as the compiler spells it: "Member = &record::member". */
-template <auto Member> consteval std::string_view member_name()
-{
-    std::string_view name = __PRETTY_FUNCTION__;
-    name = name.substr(name.find("Member = "));
-    name = name.substr(0, name.find_first_of(";])"));
-    return name.substr(name.rfind(':') + 1);
-}
-static_assert(member_name<&script_call::return_value>() == "return_value");
-
 template <auto Member> struct member_key {
-    static constexpr std::string_view view = member_name<Member>();
-    // Interning takes zero-terminated texts; the compiler's spelling goes on behind the name.
-    static constexpr auto text = [] {
-        std::array<char, view.size() + 1> copy{};
-        std::copy(view.begin(), view.end(), copy.begin());
-        return copy;
-    }();
+    static constexpr const auto &text = wire::member_name<Member>;
+    static constexpr std::string_view view{text.data(), text.size() - 1};
     static constexpr row_key key{text.data(), static_cast<uint32_t>(view.size()), 0};
 };
+static_assert(member_key<&script_call::return_value>::view == "return_value");
 
 template <key_text Text> struct text_key {
     static constexpr auto text = Text;

@@ -5,12 +5,16 @@
  * stand once, in wire order, and everything that walks them asks here. The
  * language (C++20) offers no such list, but it can count the values that
  * initialise an aggregate and it can bind that many names at once; the two
- * together give the types of all members. Nothing here runs: with_members is
- * only ever named inside decltype.
+ * together give the types of all members, and a pointer to a member is spelled
+ * with its name. Nothing here runs: with_members is only ever named inside
+ * decltype.
  */
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -138,5 +142,22 @@ struct list_types {
 /** type_list of the member types of Record, in order of declaration. */
 template <class Record> using member_types =
     decltype(with_members(std::declval<Record &>(), std::declval<list_types>()));
+
+/** The compiler's spelling of a pointer to a member, "Member = &record::member", without all but the name. */
+template <auto Member> consteval std::string_view spelled_name()
+{
+    std::string_view name = __PRETTY_FUNCTION__;
+    name = name.substr(name.find("Member = "));
+    name = name.substr(0, name.find_first_of(";])"));
+    return name.substr(name.rfind(':') + 1);
+}
+
+/** The name of a record's member, with a zero behind it. */
+template <auto Member> inline constexpr auto member_name = [] {
+    constexpr std::string_view name = spelled_name<Member>();
+    std::array<char, name.size() + 1> copy{};
+    std::copy(name.begin(), name.end(), copy.begin());
+    return copy;
+}();
 
 } // namespace wire
