@@ -82,17 +82,28 @@ void every_second(event_loop &loop, on_tick tick, void *context)
     loop.ticks.push_back({tick, context});
 }
 
+int turn_loop(event_loop &loop, int wait_ms)
+{
+    epoll_event events[64];
+    const int count = epoll_wait(loop.epoll, events, 64, wait_ms);
+    for (int i = 0; i < count && !loop.ended; i++)
+        call_ready(loop, events[i]);
+    return count;
+}
+
+void tick_loop(event_loop &loop)
+{
+    for (const tick_entry &entry : loop.ticks)
+        entry.tick(entry.context);
+}
+
 bool run_loop(event_loop &loop)
 {
     int64_t next_tick = now_ms() + tick_ms;
     while (!loop.ended) {
         const int64_t wait = next_tick - now_ms();
-        epoll_event events[64];
-        const int count = epoll_wait(loop.epoll, events, 64, wait > 0 ? static_cast<int>(wait) : 0);
-        if (count < 0 && errno != EINTR)
+        if (turn_loop(loop, wait > 0 ? static_cast<int>(wait) : 0) < 0 && errno != EINTR)
             return false;
-        for (int i = 0; i < count && !loop.ended; i++)
-            call_ready(loop, events[i]);
 
         const int64_t now = now_ms();
         if (now < next_tick)
@@ -100,8 +111,7 @@ bool run_loop(event_loop &loop)
         next_tick += tick_ms;
         if (next_tick <= now) // the machine slept, or a round took long: ticks are not caught up on
             next_tick = now + tick_ms;
-        for (const tick_entry &entry : loop.ticks)
-            entry.tick(entry.context);
+        tick_loop(loop);
     }
     return true;
 }

@@ -57,3 +57,11 @@ void every_second(event_loop &loop, on_tick tick, void *context);
 /** Waits and calls until end_loop(). False, with errno, when waiting fails. */
 bool run_loop(event_loop &loop);
 void end_loop(event_loop &loop);
+
+/* What run_loop() does again and again. */
+
+/** Waits for so long at most and calls what is ready. How many were; -1, with errno, when waiting fails. */
+int turn_loop(event_loop &loop, int wait_ms);
+
+/** Calls what hangs on the tick. */
+void tick_loop(event_loop &loop);

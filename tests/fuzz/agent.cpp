@@ -3,7 +3,6 @@
 #include "agent/dispatch.h"
 #include "tests/fuzz/common.h"
 
-#include <sys/epoll.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -189,24 +188,6 @@ void start_groups(probe &agent, int32_t most)
     // Each group counts on the interface, so that a fuzzer that stays with one of them is noticed.
     if (agent.sources.rows.at(1).counters.size() < 14)
         broken("all groups count");
-}
-
-bool turn(event_loop &loop)
-{
-    epoll_event events[64];
-    const int count = epoll_wait(loop.epoll, events, 64, 0);
-    for (int i = 0; i < count; i++) {
-        const auto found = loop.watches.find(static_cast<int>(events[i].data.u64 & UINT32_MAX));
-        if (found != loop.watches.end() && found->second.serial == events[i].data.u64 >> 32)
-            found->second.ready(found->second.context, events[i].events);
-    }
-    return count > 0;
-}
-
-void tick(event_loop &loop)
-{
-    for (const tick_entry &entry : loop.ticks)
-        entry.tick(entry.context);
 }
 
 void stop_agent(started_agent &started)

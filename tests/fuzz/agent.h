@@ -33,10 +33,4 @@ std::string start_agent(started_agent &started, const std::string &capture);
  * rows. */
 void start_groups(probe &agent, int32_t most);
 
-/** Does what there is to do now, without waiting; true while there was something. */
-bool turn(event_loop &loop);
-
-/** As if a second had passed. */
-void tick(event_loop &loop);
-
 void stop_agent(started_agent &started);

@@ -85,7 +85,7 @@ void check_reply(const bytes &reply, const served_procedure &procedure, std::spa
 
 void turn_until_quiet(session &now)
 {
-    for (int i = 0; turn(now.started.agent.loop); i++)
+    for (int i = 0; turn_loop(now.started.agent.loop, 0) > 0; i++)
         if (i == most_turns)
             broken("nothing keeps the loop turning");
 }
@@ -199,7 +199,7 @@ void step(session &now, uint8_t what, uint8_t number, std::span<const uint8_t> g
         turn_until_quiet(now);
         break;
     default:
-        tick(agent.loop);
+        tick_loop(agent.loop);
         break;
     }
 }

@@ -35,11 +35,11 @@ void read_capture(std::span<const uint8_t> bytes)
         if (!begin_capture_files(started.agent.files, started.agent.loop))
             broken("there are timers");
         for (int i = 0; started.agent.files.front().capture; i++) {
-            turn(started.agent.loop);
+            turn_loop(started.agent.loop, 0);
             if (i == most_turns)
                 broken("a file has an end");
         }
-        tick(started.agent.loop);
+        tick_loop(started.agent.loop);
     }
     stop_agent(started);
 }
@@ -53,7 +53,7 @@ void read_voice(std::span<const uint8_t> bytes)
         broken("the agent starts");
     if (read_scenario(started.agent.voice.scenario, file->path).empty()) {
         play_scenario(started.agent);
-        tick(started.agent.loop);
+        tick_loop(started.agent.loop);
     }
     stop_agent(started);
 }
