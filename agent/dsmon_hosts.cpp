@@ -73,10 +73,16 @@ void count_hosts(dsmon_host_counts &counts, const frame &seen, uint8_t group)
     }
 }
 
-constexpr dsmon_kind<dsmon_host_counts, rmonrpc_dsmon_hostctl_t> kind{
-    settings_of, begin_hosts, count_hosts, forget_learned<dsmon_host_counts>};
+struct dsmon_host_kind {
+    using counts_type = dsmon_host_counts;
+    using request_type = rmonrpc_dsmon_hostctl_t;
+    static constexpr auto settings = settings_of;
+    static constexpr auto begin = begin_hosts;
+    static constexpr auto count = count_hosts;
+    static constexpr auto forget = forget_learned<dsmon_host_counts>;
+};
 
-constexpr auto &rules = dsmon_rules<kind>;
+constexpr auto &rules = dsmon_rules<dsmon_host_kind>;
 
 dsmon_host_key key_of(const rmonrpc_dsmon_host_key_t &from)
 {
@@ -91,7 +97,7 @@ dsmon_host_key key_of(const rmonrpc_dsmon_host_key_t &from)
 
 void dsmon_host_lock_changed(probe &agent, bool locked)
 {
-    dsmon_lock_changed<kind>(agent, agent.dsmon_hosts, locked);
+    dsmon_lock_changed<dsmon_host_kind>(agent, agent.dsmon_hosts, locked);
 }
 
 void dsmon_host_interface_gone(probe &agent, int32_t index)

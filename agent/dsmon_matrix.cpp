@@ -64,10 +64,16 @@ void count_matrix(dsmon_matrix_counts &counts, const frame &seen, uint8_t group)
     count_learned(counts.work, counts.learned, key, seen.length);
 }
 
-constexpr dsmon_kind<dsmon_matrix_counts, rmonrpc_dsmon_matrixctl_t> kind{
-    settings_of, begin_learned<dsmon_matrix_counts>, count_matrix, forget_learned<dsmon_matrix_counts>};
+struct dsmon_matrix_kind {
+    using counts_type = dsmon_matrix_counts;
+    using request_type = rmonrpc_dsmon_matrixctl_t;
+    static constexpr auto settings = settings_of;
+    static constexpr auto begin = begin_learned<dsmon_matrix_counts>;
+    static constexpr auto count = count_matrix;
+    static constexpr auto forget = forget_learned<dsmon_matrix_counts>;
+};
 
-constexpr auto &rules = dsmon_rules<kind>;
+constexpr auto &rules = dsmon_rules<dsmon_matrix_kind>;
 
 dsmon_matrix_key key_of(const rmonrpc_dsmon_matrix_key_t &from)
 {
@@ -114,7 +120,7 @@ rmonrpc_dsmon_matrixstats_t read_matrix(
 
 void dsmon_matrix_lock_changed(probe &agent, bool locked)
 {
-    dsmon_lock_changed<kind>(agent, agent.dsmon_matrix, locked);
+    dsmon_lock_changed<dsmon_matrix_kind>(agent, agent.dsmon_matrix, locked);
 }
 
 void dsmon_matrix_interface_gone(probe &agent, int32_t index)

@@ -34,10 +34,16 @@ void count_pdist(dsmon_pdist_counts &counts, const frame &seen, uint8_t group)
     count_learned(counts.work, counts.learned, {protocol, group}, seen.length);
 }
 
-constexpr dsmon_kind<dsmon_pdist_counts, rmonrpc_dsmon_pdctl_t> kind{
-    settings_of, begin_learned<dsmon_pdist_counts>, count_pdist, forget_learned<dsmon_pdist_counts>};
+struct dsmon_pdist_kind {
+    using counts_type = dsmon_pdist_counts;
+    using request_type = rmonrpc_dsmon_pdctl_t;
+    static constexpr auto settings = settings_of;
+    static constexpr auto begin = begin_learned<dsmon_pdist_counts>;
+    static constexpr auto count = count_pdist;
+    static constexpr auto forget = forget_learned<dsmon_pdist_counts>;
+};
 
-constexpr auto &rules = dsmon_rules<kind>;
+constexpr auto &rules = dsmon_rules<dsmon_pdist_kind>;
 
 dsmon_pdist_key key_of(const rmonrpc_dsmon_pdist_key_t &key)
 {
@@ -48,7 +54,7 @@ dsmon_pdist_key key_of(const rmonrpc_dsmon_pdist_key_t &key)
 
 void dsmon_pdist_lock_changed(probe &agent, bool locked)
 {
-    dsmon_lock_changed<kind>(agent, agent.dsmon_pdist, locked);
+    dsmon_lock_changed<dsmon_pdist_kind>(agent, agent.dsmon_pdist, locked);
 }
 
 void dsmon_pdist_interface_gone(probe &agent, int32_t index)

@@ -8,32 +8,30 @@
 #include "agent/dsmon_rows.h"
 
 #include <algorithm>
-#include <type_traits>
 
-/** What a kind of table adds to the rules. */
-template <class Counts, class Request> struct dsmon_kind {
-    using counts_type = Counts;
-    using request_type = Request;
-    /** What a set asks for. */
-    dsmon_settings (*settings)(const Request &request);
-    /** The row begins to count; all is at 0. */
-    void (*begin)(probe &agent, const dsmon_row<Counts> &row, Counts &counts);
-    void (*count)(Counts &counts, const frame &seen, uint8_t group);
-    void (*forget)(Counts &counts);
-};
-
-template <const auto &Kind> using counts_of = typename std::remove_cvref_t<decltype(Kind)>::counts_type;
-template <const auto &Kind> using request_of = typename std::remove_cvref_t<decltype(Kind)>::request_type;
-template <const auto &Kind> using dsmon_row_of = dsmon_row<counts_of<Kind>>;
+/**
+ * What a kind of table adds to the rules stands in a type that is made for it,
+ * with a name that no other kind has: compilers differ in whether they keep
+ * apart what is made of objects of one name that each belong to a file.
+ *
+ *   counts_type, request_type
+ *   settings(request)              what a set asks for, as dsmon_settings
+ *   begin(agent, row, counts)      the row begins to count; all is at 0
+ *   count(counts, frame, group)
+ *   forget(counts)
+ */
+template <class Kind> using counts_of = typename Kind::counts_type;
+template <class Kind> using request_of = typename Kind::request_type;
+template <class Kind> using dsmon_row_of = dsmon_row<counts_of<Kind>>;
 
 /** Each IP frame is given to the table, with the group of its DSCP. */
-template <const auto &Kind> void count_dsmon_frame(void *context, const frame &seen)
+template <class Kind> void count_dsmon_frame(void *context, const frame &seen)
 {
     if (seen.dscp < 0 || seen.dscp >= dscp_values)
         return;
     auto &counts = *static_cast<counts_of<Kind> *>(context);
     counts.work.now = frame_time(*counts.work.agent, seen);
-    Kind.count(counts, seen, counts.work.group_of[static_cast<uint32_t>(seen.dscp)]);
+    Kind::count(counts, seen, counts.work.group_of[static_cast<uint32_t>(seen.dscp)]);
 }
 
 /** The protocol that a frame is counted as: the highest one that is known. 0: none. */
@@ -50,26 +48,26 @@ template <class Counts> uint32_t granted_rows(const dsmon_row<Counts> &row)
 }
 
 /** Begins to count, if the profile is (still) there. */
-template <const auto &Kind> void begin_dsmon(probe &agent, dsmon_row_of<Kind> &row)
+template <class Kind> void begin_dsmon(probe &agent, dsmon_row_of<Kind> &row)
 {
     const dscp_map *map = find_profile(agent, row.profile);
     if (!map || row.counts->work.counting)
         return;
     counts_of<Kind> &counts = *row.counts;
     counts.work.group_of = *map;
-    Kind.begin(agent, row, counts);
+    Kind::begin(agent, row, counts);
     counts.work.counting = attach(agent, row.data_source, count_dsmon_frame<Kind>, &counts);
 }
 
 /** Ends to count. */
-template <const auto &Kind> void end_dsmon(probe &agent, dsmon_row_of<Kind> &row)
+template <class Kind> void end_dsmon(probe &agent, dsmon_row_of<Kind> &row)
 {
     if (row.counts->work.counting)
         detach(agent, row.data_source, count_dsmon_frame<Kind>, row.counts.get());
     row.counts->work.counting = false;
 }
 
-template <const auto &Kind> int32_t start_dsmon(probe &agent, dsmon_row_of<Kind> &row)
+template <class Kind> int32_t start_dsmon(probe &agent, dsmon_row_of<Kind> &row)
 {
     // The source stays in use while the lock is off, so that it is there when the lock goes on.
     if (!find_profile(agent, row.profile) || !use_source(agent.sources, row.data_source))
@@ -81,32 +79,31 @@ template <const auto &Kind> int32_t start_dsmon(probe &agent, dsmon_row_of<Kind>
     return no_error;
 }
 
-template <const auto &Kind> void stop_dsmon(probe &agent, dsmon_row_of<Kind> &row)
+template <class Kind> void stop_dsmon(probe &agent, dsmon_row_of<Kind> &row)
 {
     end_dsmon<Kind>(agent, row);
     row.counts.reset();
     leave_source(agent.sources, row.data_source);
 }
 
-template <const auto &Kind> bool nonsense_dsmon(const request_of<Kind> &request)
+template <class Kind> bool nonsense_dsmon(const request_of<Kind> &request)
 {
-    const dsmon_settings wanted = Kind.settings(request);
+    const dsmon_settings wanted = Kind::settings(request);
     return wanted.data_source < 0 || wanted.profile < 0 || wanted.most < -1 || wanted.most == 0
            || wanted.ipv4_prefix < 8 || wanted.ipv4_prefix > whole_ipv4 || wanted.ipv6_prefix < 8
            || wanted.ipv6_prefix > whole_ipv6 || !is_printable(wanted.owner);
 }
 
-template <const auto &Kind>
-bool dsmon_changes_fixed(const dsmon_row_of<Kind> &row, const request_of<Kind> &request)
+template <class Kind> bool dsmon_changes_fixed(const dsmon_row_of<Kind> &row, const request_of<Kind> &request)
 {
-    const dsmon_settings wanted = Kind.settings(request);
+    const dsmon_settings wanted = Kind::settings(request);
     return wanted.data_source != row.data_source || wanted.profile != row.profile || wanted.most != row.most
            || wanted.ipv4_prefix != row.ipv4_prefix || wanted.ipv6_prefix != row.ipv6_prefix;
 }
 
-template <const auto &Kind> void assign_dsmon(dsmon_row_of<Kind> &row, const request_of<Kind> &request)
+template <class Kind> void assign_dsmon(dsmon_row_of<Kind> &row, const request_of<Kind> &request)
 {
-    const dsmon_settings wanted = Kind.settings(request);
+    const dsmon_settings wanted = Kind::settings(request);
     row.data_source = wanted.data_source;
     row.profile = wanted.profile;
     row.most = wanted.most;
@@ -115,11 +112,11 @@ template <const auto &Kind> void assign_dsmon(dsmon_row_of<Kind> &row, const req
     row.owner = wanted.owner;
 }
 
-template <const auto &Kind> constexpr row_rules<dsmon_row_of<Kind>, request_of<Kind>> dsmon_rules{
+template <class Kind> constexpr row_rules<dsmon_row_of<Kind>, request_of<Kind>> dsmon_rules{
     nonsense_dsmon<Kind>, dsmon_changes_fixed<Kind>, assign_dsmon<Kind>, start_dsmon<Kind>, stop_dsmon<Kind>};
 
 /** The lock went on or off: the valid rows of a table begin or end to count. */
-template <const auto &Kind>
+template <class Kind>
 void dsmon_lock_changed(probe &agent, std::map<int32_t, dsmon_row_of<Kind>> &table, bool locked)
 {
     for (auto &[index, row] : table) {
@@ -130,6 +127,6 @@ void dsmon_lock_changed(probe &agent, std::map<int32_t, dsmon_row_of<Kind>> &tab
             continue;
         }
         end_dsmon<Kind>(agent, row);
-        Kind.forget(*row.counts);
+        Kind::forget(*row.counts);
     }
 }

@@ -56,16 +56,22 @@ void forget_stats(dsmon_stats_counts &counts)
     counts.out = {};
 }
 
-constexpr dsmon_kind<dsmon_stats_counts, rmonrpc_dsmon_stats_ctl_t> kind{
-    settings_of, begin_stats, count_stats, forget_stats};
+struct dsmon_stats_kind {
+    using counts_type = dsmon_stats_counts;
+    using request_type = rmonrpc_dsmon_stats_ctl_t;
+    static constexpr auto settings = settings_of;
+    static constexpr auto begin = begin_stats;
+    static constexpr auto count = count_stats;
+    static constexpr auto forget = forget_stats;
+};
 
-constexpr auto &rules = dsmon_rules<kind>;
+constexpr auto &rules = dsmon_rules<dsmon_stats_kind>;
 
 } // namespace
 
 void dsmon_stats_lock_changed(probe &agent, bool locked)
 {
-    dsmon_lock_changed<kind>(agent, agent.dsmon_stats, locked);
+    dsmon_lock_changed<dsmon_stats_kind>(agent, agent.dsmon_stats, locked);
 }
 
 void dsmon_stats_interface_gone(probe &agent, int32_t index)
