@@ -1,10 +1,10 @@
 /* rmon-agent: starts the probe and the server, and runs them until a signal comes. */
 
-#include "agent/capture_save.h"
-#include "agent/dispatch.h"
+#include "agent/rmon1/capture_save.h"
+#include "agent/rpc/dispatch.h"
 #include "agent/options.h"
-#include "agent/probe.h"
-#include "agent/server.h"
+#include "agent/capture/probe.h"
+#include "agent/rpc/server.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,7 +1,7 @@
 /* The command line. */
 #pragma once
 
-#include "agent/capture_files.h"
+#include "agent/capture/capture_files.h"
 
 #include "rmon/rpc/rmonrpc.h"
 

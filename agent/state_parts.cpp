@@ -1,8 +1,8 @@
 /* What survives a restart, one line each, in the order in which it is taken back. */
 
-#include "agent/pdir.h"
-#include "agent/probe.h"
-#include "agent/state.h"
+#include "agent/rmon2/pdir.h"
+#include "agent/capture/probe.h"
+#include "agent/core/state.h"
 
 namespace {
 

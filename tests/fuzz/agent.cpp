@@ -1,6 +1,6 @@
 #include "tests/fuzz/agent.h"
 
-#include "agent/dispatch.h"
+#include "agent/rpc/dispatch.h"
 #include "tests/fuzz/common.h"
 
 #include <sys/mman.h>

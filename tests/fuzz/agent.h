@@ -2,8 +2,8 @@
  * own. */
 #pragma once
 
-#include "agent/probe.h"
-#include "agent/server.h"
+#include "agent/capture/probe.h"
+#include "agent/rpc/server.h"
 
 #include <cstdint>
 #include <span>

@@ -9,7 +9,7 @@
  *   a size         two bytes
  *   bytes          so many, or what is left of the input
  */
-#include "agent/dispatch.h"
+#include "agent/rpc/dispatch.h"
 #include "tests/fuzz/agent.h"
 #include "tests/fuzz/common.h"
 

@@ -4,7 +4,7 @@
  *
  * usage: fuzz-agent-seeds DIR-FOR-CALLS DIR-FOR-FILES SCENARIO
  */
-#include "agent/procedures.h"
+#include "agent/rpc/procedures.h"
 #include "tests/fuzz/agent.h"
 #include "tests/fuzz/common.h"
 

@@ -1,0 +1,354 @@
+#include "agent/capture/sources.h"
+
+#include "agent/capture/probe.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include <linux/if.h>
+#include <linux/if_arp.h>
+#include <sys/epoll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+/** Frames taken in one go, so that clients and other interfaces get their turn. */
+constexpr int frames_in_a_round = 1024;
+
+/** Rounds before an answer: enough for all frames that the capture's buffer holds, and an end under a flood.
+ */
+constexpr int most_rounds = 64;
+
+/** Octets of the kernel's buffer where more than the usual part of each frame is captured: each frame takes
+ * as much. */
+constexpr int room_for_long_frames = 32 * 1024 * 1024;
+
+/** Octets, without check sequence, of the shortest frame that an adapter sends. */
+constexpr uint32_t shortest_on_the_wire = 60;
+
+void on_frame(u_char *context, const pcap_pkthdr *header, const u_char *bytes)
+{
+    const int64_t time = int64_t{header->ts.tv_sec} * 1000000 + header->ts.tv_usec;
+    take_frame(*reinterpret_cast<data_source *>(context), bytes, header->caplen, header->len, time);
+}
+
+/* ---- live capture ---------------------------------------------------------------- */
+
+/** Adds the frames for which the capture had no room. */
+void count_dropped(data_source &source)
+{
+    pcap_stat stat{};
+    if (pcap_stats(source.capture, &stat) != 0)
+        return;
+    source.total.drop_events += stat.ps_drop - source.dropped; // wraps at 32 bits, both of them
+    source.dropped = stat.ps_drop;
+}
+
+void stop_capture(data_source &source)
+{
+    if (!source.capture)
+        return;
+    count_dropped(source);
+    unwatch(*source.table->loop, pcap_get_selectable_fd(source.capture));
+    pcap_close(source.capture);
+    source.capture = nullptr;
+}
+
+/** Takes what is there, at most one round. The number of frames. */
+int take_frames(data_source &source)
+{
+    if (!source.capture)
+        return 0;
+    const int taken =
+        pcap_dispatch(source.capture, frames_in_a_round, on_frame, reinterpret_cast<u_char *>(&source));
+    if (taken < 0)
+        stop_capture(source); // the interface went down or away; the next tick tries again if it did not
+    return taken;
+}
+
+/** Takes all that is there. */
+void take_waiting(data_source &source)
+{
+    for (int round = 0; round < most_rounds && take_frames(source) > 0; round++)
+        ;
+}
+
+void on_capture(void *context, uint32_t)
+{
+    take_frames(*static_cast<data_source *>(context));
+}
+
+/** A capture that delivers each frame at once, or null with its error code in code. */
+pcap_t *activate(const std::string &name, uint32_t octets, int &code, std::string &why)
+{
+    char error[PCAP_ERRBUF_SIZE] = "";
+    for (const bool promiscuous : {true, false}) {
+        pcap_t *capture = pcap_create(name.c_str(), error);
+        if (!capture) {
+            code = PCAP_ERROR;
+            why = error;
+            return nullptr;
+        }
+        pcap_set_snaplen(capture, static_cast<int>(octets));
+        pcap_set_promisc(capture, promiscuous);
+        pcap_set_immediate_mode(capture, 1);
+        if (octets > usual_octets)
+            pcap_set_buffer_size(capture, room_for_long_frames);
+        code = pcap_activate(capture);
+        if (code >= 0 && pcap_datalink(capture) == DLT_EN10MB && pcap_setnonblock(capture, 1, error) == 0)
+            return capture;
+        why = code < 0 ? pcap_statustostr(code) : "no Ethernet frames";
+        pcap_close(capture);
+        if (code != PCAP_ERROR_PROMISC_PERM_DENIED)
+            break;
+    }
+    return nullptr;
+}
+
+/** Octets of a frame that somebody wants to see. */
+uint32_t wanted_octets(const data_source &source)
+{
+    uint32_t most = usual_octets;
+    for (const attached_counter &counter : source.counters)
+        most = std::max(most, counter.octets);
+    return most;
+}
+
+/** Starts capture on an interface that is up; where that fails for good, the kernel's counters must do. */
+void start_capture(data_source &source, const interface &link)
+{
+    int code = 0;
+    std::string why;
+    const uint32_t octets = wanted_octets(source);
+    pcap_t *capture = activate(link.name, octets, code, why);
+    if (!capture) {
+        if (code == PCAP_ERROR_IFACE_NOT_UP || code == PCAP_ERROR_NO_SUCH_DEVICE)
+            return; // it went down or away just now
+        std::fprintf(
+            stderr, "rmon-agent: cannot capture on %s (%s): its statistics come from the kernel's counters\n",
+            link.name.c_str(), why.c_str());
+        source.capturing = false;
+        return;
+    }
+    source.capture = capture;
+    source.octets = octets;
+    source.dropped = 0;
+    if (!watch(*source.table->loop, pcap_get_selectable_fd(capture), EPOLLIN, on_capture, &source))
+        stop_capture(source);
+}
+
+/** Starts the capture of an interface that is up and has none. */
+void resume_capture(data_source &source)
+{
+    if (!source.capturing || source.capture)
+        return;
+    const auto link = source.table->interfaces->rows.find(source.index);
+    if (link != source.table->interfaces->rows.end() && link->second.flags & IFF_UP && !link->second.file)
+        start_capture(source, link->second);
+}
+
+void on_source_tick(void *context)
+{
+    for (auto &[index, source] : static_cast<source_table *>(context)->rows)
+        resume_capture(source);
+}
+
+/* ---- the kernel's counters ---------------------------------------------------------- */
+
+/** What a counter grew by; one that was set back began again at 0. */
+uint64_t growth(uint64_t before, uint64_t now)
+{
+    return now >= before ? now - before : now;
+}
+
+/**
+ * What a capture doesn't see: adapters keep damaged frames, and those for which
+ * they had no room, to themselves, but count them. (What the kernel calls
+ * dropped is no loss: frames of protocols that nobody on this machine speaks.)
+ */
+void count_errors(ether_counters &total, const link_counters &before, const link_counters &now)
+{
+    total.drop_events += growth(before.rx_missed_errors, now.rx_missed_errors);
+    total.crc_align_errors +=
+        growth(before.rx_crc_errors, now.rx_crc_errors) + growth(before.rx_frame_errors, now.rx_frame_errors);
+    total.collisions += growth(before.collisions, now.collisions);
+}
+
+/**
+ * Frames in both directions, as a capture sees them. What the loopback sends
+ * it also receives, as the same frame; its counters leave out the frame's
+ * header.
+ */
+void count_kernel_frames(data_source &source, const link_counters &before, const link_counters &now)
+{
+    constexpr uint64_t header_octets = 14;
+    ether_counters &total = source.total;
+    uint64_t frames = growth(before.rx_packets, now.rx_packets);
+    uint64_t octets = growth(before.rx_bytes, now.rx_bytes);
+    if (source.loopback) {
+        octets += frames * header_octets;
+    } else {
+        frames += growth(before.tx_packets, now.tx_packets);
+        octets += growth(before.tx_bytes, now.tx_bytes);
+    }
+    total.pkts += frames;
+    total.octets += octets + frames * fcs_octets;
+    total.multicast_pkts += growth(before.multicast, now.multicast);
+}
+
+void take_kernel_counters(data_source &source)
+{
+    const interface *link = fetch_interface(*source.table->interfaces, source.index);
+    if (!link)
+        return;
+    count_errors(source.total, source.kernel, link->counters);
+    if (!source.capturing)
+        count_kernel_frames(source, source.kernel, link->counters);
+    source.kernel = link->counters;
+}
+
+bool open_source(source_table &table, int32_t index)
+{
+    const interface *link = fetch_interface(*table.interfaces, index);
+    if (!link || !is_ethernet_like(*link))
+        return false;
+    data_source &source = table.rows[index];
+    source.table = &table;
+    source.index = index;
+    source.loopback = link->hardware_type == ARPHRD_LOOPBACK;
+    source.shortest = link->adapter ? shortest_on_the_wire : 0;
+    source.capturing = table.may_capture || link->file;
+    source.kernel = link->counters;
+    resume_capture(source);
+    return true;
+}
+
+} // namespace
+
+bool capture_permitted()
+{
+    // Protocol 0: a socket that receives nothing.
+    const int socket = ::socket(AF_PACKET, SOCK_RAW | SOCK_CLOEXEC, 0);
+    if (socket < 0)
+        return false;
+    close(socket);
+    return true;
+}
+
+void open_sources(probe &agent, bool may_capture)
+{
+    source_table &table = agent.sources;
+    table.loop = &agent.loop;
+    table.interfaces = &agent.interfaces;
+    table.protocols = &agent.protocols;
+    table.may_capture = may_capture;
+    every_second(agent.loop, on_source_tick, &table);
+}
+
+bool use_source(source_table &table, int32_t index)
+{
+    if (!table.rows.contains(index) && !open_source(table, index))
+        return false;
+    table.rows[index].users++;
+    return true;
+}
+
+void leave_source(source_table &table, int32_t index)
+{
+    const auto found = table.rows.find(index);
+    if (found == table.rows.end() || --found->second.users > 0)
+        return;
+    stop_capture(found->second);
+    table.rows.erase(found);
+}
+
+void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, uint32_t length, int64_t time)
+{
+    length = std::max(length, source.shortest) + fcs_octets;
+    count_frame(source.total, bytes, captured, length);
+    if (source.counters.empty())
+        return;
+    frame seen;
+    decode_frame(seen, bytes, captured, length, time);
+    classify(*source.table->protocols, seen);
+    for (const attached_counter &counter : source.counters)
+        counter.count(counter.row, seen);
+}
+
+bool attach(probe &agent, int32_t index, count_function count, void *row)
+{
+    if (!use_source(agent.sources, index))
+        return false;
+    data_source &source = agent.sources.rows[index];
+    take_waiting(source); // what arrived before is not for this row
+    source.counters.push_back({count, row, usual_octets});
+    return true;
+}
+
+void want_octets(probe &agent, int32_t index, count_function count, const void *row, uint32_t octets)
+{
+    const auto found = agent.sources.rows.find(index);
+    if (found == agent.sources.rows.end())
+        return;
+    data_source &source = found->second;
+    for (attached_counter &counter : source.counters)
+        if (counter.count == count && counter.row == row)
+            counter.octets = octets;
+    // More than is wanted does no harm, and costs less than a new capture.
+    if (!source.capture || source.octets >= wanted_octets(source))
+        return;
+    take_waiting(source);
+    stop_capture(source);
+    resume_capture(source);
+}
+
+void detach(probe &agent, int32_t index, count_function count, const void *row)
+{
+    const auto found = agent.sources.rows.find(index);
+    if (found == agent.sources.rows.end())
+        return;
+    const auto is_it = [&](const attached_counter &one) { return one.count == count && one.row == row; };
+    if (std::erase_if(found->second.counters, is_it) > 0)
+        leave_source(agent.sources, index);
+}
+
+void catch_up(probe &agent, int32_t index)
+{
+    const auto found = agent.sources.rows.find(index);
+    if (found != agent.sources.rows.end())
+        take_waiting(found->second);
+}
+
+const ether_counters &source_counters(source_table &table, int32_t index)
+{
+    static const ether_counters none{};
+    const auto found = table.rows.find(index);
+    if (found == table.rows.end())
+        return none;
+    data_source &source = found->second;
+    take_waiting(source);
+    if (source.capture)
+        count_dropped(source);
+    take_kernel_counters(source);
+    return source.total;
+}
+
+void source_changed(source_table &table, int32_t index)
+{
+    const auto found = table.rows.find(index);
+    const auto link = table.interfaces->rows.find(index);
+    if (found == table.rows.end() || link == table.interfaces->rows.end())
+        return;
+    if (link->second.flags & IFF_UP)
+        resume_capture(found->second);
+    else
+        stop_capture(found->second);
+}
+
+void close_sources(source_table &table)
+{
+    for (auto &[index, source] : table.rows)
+        stop_capture(source);
+    table.rows.clear();
+}

@@ -1,0 +1,109 @@
+/*
+ * Data sources: the interfaces on which something is counted.
+ *
+ * One pass over each frame serves all that count on its interface: the frame is
+ * taken apart once, then every counter that is attached gets to see it. A source
+ * is open while somebody uses it. Frames come from live capture where the process
+ * has the right to it; without, the source has only what the kernel's counters
+ * tell.
+ */
+#pragma once
+
+#include "agent/capture/ether_counters.h"
+#include "agent/capture/frame.h"
+#include "agent/capture/interfaces.h"
+#include "agent/core/loop.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <pcap/pcap.h>
+
+struct probe;
+struct protocol_directory;
+struct source_table;
+
+/**
+ * Counts one frame for a row. It must not attach or detach anything, and must
+ * not keep what the frame points to.
+ */
+using count_function = void (*)(void *row, const frame &seen);
+
+struct attached_counter {
+    count_function count;
+    void *row;
+    uint32_t octets; // of each frame that the row wants captured
+};
+
+/** Octets of each frame that are captured when nobody wants more: headers, and the beginning of what they
+ * carry. */
+inline constexpr uint32_t usual_octets = 256;
+
+struct data_source {
+    source_table *table = nullptr;
+    int32_t index = 0;  // ifIndex
+    uint32_t users = 0; // rows that count on it
+    std::vector<attached_counter> counters;
+    bool loopback = false;
+    uint32_t shortest = 0;  // octets, without check sequence, to which the adapter fills up what it sends
+    bool capturing = false; // whether frames come from capture; stays so while the interface is down
+    pcap_t *capture = nullptr;
+    uint32_t octets = 0;    // of each frame that the capture keeps
+    uint32_t dropped = 0;   // the capture's own count of frames that found no room, when it was last asked
+    link_counters kernel{}; // the kernel's counters when they were last asked for
+    ether_counters total{};
+};
+
+struct source_table {
+    event_loop *loop = nullptr;
+    interface_table *interfaces = nullptr;
+    protocol_directory *protocols = nullptr;
+    bool may_capture = false;
+    std::map<int32_t, data_source> rows; // by ifIndex
+};
+
+/** True when this process may capture frames. */
+bool capture_permitted();
+
+/** The table must not move from then on. */
+void open_sources(probe &agent, bool may_capture);
+
+/** Begins to use a source. False when there is no Ethernet-like interface of this index. */
+bool use_source(source_table &table, int32_t index);
+
+/** Ends one use. */
+void leave_source(source_table &table, int32_t index);
+
+/**
+ * Begins to use a source and has each of its frames counted for a row, which
+ * must stay where it is until it is detached. Rows count in the order in which
+ * they were attached. False when there is no Ethernet-like interface of this
+ * index.
+ */
+bool attach(probe &agent, int32_t index, count_function count, void *row);
+
+/** Has at least so many octets of each frame captured for a row that is attached; usual_octets are at the
+ * start. */
+void want_octets(probe &agent, int32_t index, count_function count, const void *row, uint32_t octets);
+
+/** Ends what attach() began for this counter and row. */
+void detach(probe &agent, int32_t index, count_function count, const void *row);
+
+/** Takes the frames that arrived on a source up to this moment: to be called before its rows are read. */
+void catch_up(probe &agent, int32_t index);
+
+/**
+ * Counts one frame of a source that is in use: of length octets without check
+ * sequence, of which the first captured are there. The time is in microseconds.
+ */
+void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, uint32_t length, int64_t time);
+
+/** What was counted on a source that is in use, up to this moment. */
+const ether_counters &source_counters(source_table &table, int32_t index);
+
+/** Takes note that an interface came up, went down or changed otherwise. */
+void source_changed(source_table &table, int32_t index);
+
+void close_sources(source_table &table);

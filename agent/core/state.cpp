@@ -1,0 +1,289 @@
+#include "agent/core/state.h"
+
+#include "agent/capture/probe.h"
+
+#include "rmon/rpc/rmonrpc_xdr.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <set>
+#include <string_view>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr const char file_name[] = "settings";
+constexpr const char new_file_name[] = "settings.new";
+
+/**
+ * The file's first and last line. Between them, for each part, a line with its
+ * name, and for each of its records one with the name, a space, and the
+ * record's bytes in hexadecimal.
+ */
+constexpr std::string_view opening = "rmon-agent settings 1\n";
+constexpr std::string_view closing = "end\n";
+
+/** Of a file that is read; the agent's own stay far below it. */
+constexpr std::size_t most_bytes = 64 * 1024 * 1024;
+
+/** Of one record on the wire. */
+constexpr std::size_t first_room = 1024;
+constexpr std::size_t most_room = 1024 * 1024;
+
+/* ---- text ----------------------------------------------------------------------- */
+
+constexpr char digits[] = "0123456789abcdef";
+
+void append_hex(std::string &text, const std::vector<char> &bytes, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; i++) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        text += digits[byte >> 4];
+        text += digits[byte & 15];
+    }
+}
+
+int digit(char c)
+{
+    return c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+}
+
+/** False when the text is no bytes in hexadecimal. */
+bool read_hex(std::string_view text, std::vector<char> &bytes)
+{
+    bytes.clear();
+    if (text.size() % 2 != 0)
+        return false;
+    for (std::size_t i = 0; i < text.size(); i += 2) {
+        const int high = digit(text[i]);
+        const int low = digit(text[i + 1]);
+        if (high < 0 || low < 0)
+            return false;
+        bytes.push_back(static_cast<char>(high << 4 | low));
+    }
+    return true;
+}
+
+const state_part *find_part(std::string_view name)
+{
+    for (const state_part &part : state_parts())
+        if (part.name == name)
+            return &part;
+    return nullptr;
+}
+
+/* ---- reading ------------------------------------------------------------------------ */
+
+struct kept_record {
+    const state_part *part;
+    std::vector<uint64_t> memory; // the decoded record
+};
+
+struct file_contents {
+    std::set<const state_part *> parts;
+    std::vector<kept_record> records;
+};
+
+bool read_line(std::string_view line, file_contents &contents)
+{
+    const std::size_t space = line.find(' ');
+    const state_part *part = find_part(line.substr(0, space));
+    if (!part)
+        return false;
+    contents.parts.insert(part);
+    if (space == line.npos)
+        return true;
+    std::vector<char> bytes;
+    if (!read_hex(line.substr(space + 1), bytes))
+        return false;
+    kept_record kept{part, std::vector<uint64_t>(part->record->size / sizeof(uint64_t) + 1)};
+    XDR xdrs;
+    xdrmem_create(&xdrs, bytes.data(), static_cast<u_int>(bytes.size()), XDR_DECODE);
+    const bool whole = wire::xdr_layout(&xdrs, kept.memory.data(), *part->record);
+    contents.records.push_back(std::move(kept)); // a part of a record has to be released as well
+    return whole;
+}
+
+/** Takes a file apart. 0, or the number of the line at which it makes no sense. */
+int read_lines(std::string_view text, file_contents &contents)
+{
+    if (!text.starts_with(opening))
+        return 1;
+    text.remove_prefix(opening.size());
+    for (int number = 2;; number++) {
+        if (text == closing)
+            return 0;
+        const std::size_t end = text.find('\n');
+        if (end == text.npos || !read_line(text.substr(0, end), contents))
+            return number;
+        text.remove_prefix(end + 1);
+    }
+}
+
+void take_back(probe &agent, const file_contents &contents)
+{
+    // What refers to others goes before them, and comes after them.
+    const std::span<const state_part> parts = state_parts();
+    for (std::size_t i = parts.size(); i-- > 0;)
+        if (parts[i].clear && contents.parts.contains(&parts[i]))
+            parts[i].clear(agent);
+    for (const state_part &part : parts)
+        for (const kept_record &kept : contents.records)
+            if (kept.part == &part)
+                part.load(agent, kept.memory.data());
+}
+
+/** The whole file; errno ENOENT when there is none. */
+bool read_file(int directory, std::string &text)
+{
+    const int file = openat(directory, file_name, O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    char block[16 * 1024];
+    ssize_t count;
+    while ((count = read(file, block, sizeof block)) > 0 && text.size() < most_bytes)
+        text.append(block, static_cast<std::size_t>(count));
+    const int error = errno;
+    close(file);
+    errno = count < 0 ? error : EFBIG;
+    return count == 0;
+}
+
+/* ---- writing --------------------------------------------------------------------------- */
+
+std::string describe_state(probe &agent)
+{
+    state_writer writer{"", std::string(opening)};
+    for (const state_part &part : state_parts()) {
+        writer.part = part.name;
+        writer.text.append(part.name) += '\n';
+        part.save(agent, writer);
+    }
+    return std::move(writer.text) + std::string(closing);
+}
+
+bool write_all(int file, std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t count = write(file, text.data(), text.size());
+        if (count < 0 && errno != EINTR)
+            return false;
+        if (count > 0)
+            text.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+/** False, with errno, when the file could not be replaced; the old one stands then. */
+bool replace_file(int directory, std::string_view text)
+{
+    const int file = openat(directory, new_file_name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (file < 0)
+        return false;
+    const bool written = write_all(file, text) && fsync(file) == 0;
+    const int error = errno;
+    close(file);
+    errno = error;
+    return written && renameat(directory, new_file_name, directory, file_name) == 0 && fsync(directory) == 0;
+}
+
+std::string failure(const char *what, const std::string &directory)
+{
+    return std::string("cannot ") + what + " " + directory + ": " + std::strerror(errno);
+}
+
+void save_again(void *context)
+{
+    save_state(*static_cast<probe *>(context)); // what could not be written is tried again
+}
+
+} // namespace
+
+void write_record(state_writer &writer, const void *record, const wire::layout &layout)
+{
+    static std::vector<char> bytes(first_room);
+    for (;;) {
+        XDR xdrs;
+        xdrmem_create(&xdrs, bytes.data(), static_cast<u_int>(bytes.size()), XDR_ENCODE);
+        if (wire::xdr_layout(&xdrs, const_cast<void *>(record), layout)) {
+            writer.text += writer.part;
+            writer.text += ' ';
+            append_hex(writer.text, bytes, XDR_GETPOS(&xdrs));
+            writer.text += '\n';
+            return;
+        }
+        if (bytes.size() >= most_room)
+            return;
+        bytes.resize(bytes.size() * 4);
+    }
+}
+
+void release_written(void *record, const wire::layout &layout)
+{
+    wire::release_layout(record, layout);
+}
+
+std::string open_state(probe &agent, const std::string &directory)
+{
+    state_store &store = agent.state;
+    store.name = directory;
+    if (mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST)
+        return failure("make", directory);
+    store.directory = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (store.directory < 0)
+        return failure("open", directory);
+    if (flock(store.directory, LOCK_EX | LOCK_NB) != 0)
+        return errno == EWOULDBLOCK ? directory + " is in use by another agent" : failure("lock", directory);
+
+    const std::string path = directory + "/" + file_name;
+    std::string text;
+    if (read_file(store.directory, text)) {
+        file_contents contents;
+        const int line = read_lines(text, contents);
+        if (line == 0)
+            take_back(agent, contents);
+        for (kept_record &kept : contents.records)
+            wire::release_layout(kept.memory.data(), *kept.part->record);
+        if (line != 0)
+            return path + " is damaged in line " + std::to_string(line);
+        store.written = std::move(text);
+    } else if (errno == ENOENT) {
+        store.written = describe_state(agent);
+    } else {
+        return failure("read", path);
+    }
+    every_second(agent.loop, save_again, &agent);
+    return {};
+}
+
+void save_state(probe &agent)
+{
+    state_store &store = agent.state;
+    if (!store.changed || store.directory < 0)
+        return;
+    std::string text = describe_state(agent);
+    if (text != store.written) {
+        if (!replace_file(store.directory, text)) {
+            if (!store.failed)
+                std::fprintf(stderr, "rmon-agent: %s\n", failure("keep the settings in", store.name).c_str());
+            store.failed = true;
+            return;
+        }
+        store.written = std::move(text);
+    }
+    store.changed = false;
+    store.failed = false;
+}
+
+void close_state(probe &agent)
+{
+    if (agent.state.directory >= 0)
+        close(agent.state.directory);
+    agent.state.directory = -1;
+}

@@ -1,0 +1,53 @@
+/* Addresses in the keys of the differentiated-services tables and in their records. */
+#pragma once
+
+#include "agent/capture/frame.h"
+#include "agent/core/octets.h"
+
+#include "rmon/rpc/rmonrpc_dsmon.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+/** The longest address that a frame can have. */
+inline constexpr uint32_t longest_address = 16;
+
+/**
+ * A record's address as a key's octets and their number. What is no address at
+ * all keeps its place in the order: lengths count before octets.
+ */
+inline uint8_t
+take_octets(uint8_t (&octets)[longest_address], const rmonrpc_dsmon_address_t &from, int32_t length)
+{
+    const int32_t bounded = std::clamp(length, 0, static_cast<int32_t>(from.size));
+    std::memcpy(octets, from.value, std::min(static_cast<uint32_t>(bounded), longest_address));
+    return static_cast<uint8_t>(bounded);
+}
+
+/** A key's octets as a record's address; its length. */
+inline int32_t
+give_octets(rmonrpc_dsmon_address_t &to, const uint8_t (&octets)[longest_address], uint8_t length)
+{
+    std::memcpy(to.value, octets, std::min<uint32_t>(length, longest_address));
+    return length;
+}
+
+inline int compare_addresses(
+    const uint8_t (&one)[longest_address],
+    uint8_t one_length,
+    const uint8_t (&other)[longest_address],
+    uint8_t other_length)
+{
+    if (one_length != other_length)
+        return one_length < other_length ? -1 : 1;
+    const std::size_t size = std::min<std::size_t>(one_length, longest_address);
+    return compare_octets({one, size}, {other, size});
+}
+
+/** A group of a request; those that no row can have stay behind all that are. */
+inline uint8_t group_in_key(uint32_t group)
+{
+    return static_cast<uint8_t>(std::min(group, uint32_t{UINT8_MAX}));
+}

@@ -1,0 +1,277 @@
+#include "agent/dsmon/aggregation.h"
+
+#include "agent/capture/counting.h"
+#include "agent/capture/probe.h"
+#include "agent/core/table.h"
+
+namespace {
+
+/** TruthValue (RFC 2579). */
+constexpr int32_t truth = 1, falsehood = 2;
+
+/* ---- profiles ------------------------------------------------------------------------ */
+
+bool nonsense_profile(const rmonrpc_dsmon_aggctl_t &request)
+{
+    return !is_printable(text_of(request.dsmonAggControlDescr))
+           || !is_printable(text_of(request.dsmonAggControlOwner));
+}
+
+/** The lock keeps profiles as they are; without it anything may change. */
+template <class Row, class Request> bool nothing_fixed(const Row &, const Request &)
+{
+    return false;
+}
+
+void assign_profile(aggregation_profile &row, const rmonrpc_dsmon_aggctl_t &request)
+{
+    row.description = text_of(request.dsmonAggControlDescr);
+    row.owner = text_of(request.dsmonAggControlOwner);
+}
+
+template <class Row> int32_t nothing_to_start(probe &, Row &)
+{
+    return no_error;
+}
+
+template <class Row> void nothing_to_stop(probe &, Row &) {}
+
+constexpr row_rules<aggregation_profile, rmonrpc_dsmon_aggctl_t> profile_rules{
+    nonsense_profile, nothing_fixed, assign_profile, nothing_to_start, nothing_to_stop};
+
+/* ---- groups -------------------------------------------------------------------------- */
+
+bool nonsense_group(const rmonrpc_dsmon_agggrp_t &request)
+{
+    return !is_printable(text_of(request.dsmonAggGroupDescr));
+}
+
+void assign_group(aggregation_group &row, const rmonrpc_dsmon_agggrp_t &request)
+{
+    row.description = text_of(request.dsmonAggGroupDescr);
+}
+
+constexpr row_rules<aggregation_group, rmonrpc_dsmon_agggrp_t> group_rules{
+    nonsense_group, nothing_fixed, assign_group, nothing_to_start, nothing_to_stop};
+
+constexpr row_limits group_limits{0, aggregation_groups - 1, aggregation_groups};
+
+rmonrpc_dsmon_aggctl_t profile_reply(int32_t index, const aggregation_profile &row)
+{
+    rmonrpc_dsmon_aggctl_t reply{};
+    reply.dsmonAggControlIndex = static_cast<uint32_t>(index);
+    set_text(reply.dsmonAggControlDescr, row.description);
+    set_text(reply.dsmonAggControlOwner, row.owner);
+    reply.dsmonAggControlStatus = static_cast<int32_t>(row.status);
+    return reply;
+}
+
+rmonrpc_dsmon_agggrp_t group_reply(int32_t profile, int32_t group, const aggregation_group &row)
+{
+    rmonrpc_dsmon_agggrp_t reply{};
+    reply.dsmonAggControlIndex = static_cast<uint32_t>(profile);
+    reply.dsmonAggGroupIndex = static_cast<uint32_t>(group);
+    set_text(reply.dsmonAggGroupDescr, row.description);
+    reply.dsmonAggGroupStatus = static_cast<int32_t>(row.status);
+    return reply;
+}
+
+rmonrpc_dsmon_aggprof_t dscp_reply(int32_t profile, int32_t dscp, const aggregation_profile &row)
+{
+    rmonrpc_dsmon_aggprof_t reply{};
+    reply.dsmonAggControlIndex = static_cast<uint32_t>(profile);
+    reply.dsmonAggGroupIndex = row.group_of[static_cast<uint32_t>(dscp)];
+    reply.dscp = static_cast<uint32_t>(dscp);
+    return reply;
+}
+
+/** Makes a row again as it was when it was saved. */
+template <class Record>
+void set_again(probe &agent, Record record, int32_t Record::*status, int32_t (*set)(probe &, const Record &))
+{
+    const int32_t was = record.*status;
+    record.*status = static_cast<int32_t>(row_status::create_request);
+    if (set(agent, record) != no_error || was != static_cast<int32_t>(row_status::valid))
+        return;
+    record.*status = was;
+    set(agent, record);
+}
+
+} // namespace
+
+const dscp_map *find_profile(const probe &agent, int32_t index)
+{
+    const auto &profiles = agent.aggregation.profiles;
+    const auto found = profiles.find(index);
+    return found != profiles.end() && found->second.status == row_status::valid ? &found->second.group_of
+                                                                                : nullptr;
+}
+
+void dsmon_interface_gone(probe &agent, int32_t index)
+{
+    dsmon_stats_interface_gone(agent, index);
+    dsmon_pdist_interface_gone(agent, index);
+    dsmon_host_interface_gone(agent, index);
+    dsmon_matrix_interface_gone(agent, index);
+}
+
+rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    const auto found = find_row(agent.aggregation.profiles, key.index, key.getType);
+    if (found == agent.aggregation.profiles.end()) {
+        rmonrpc_dsmon_aggctl_t none{};
+        none.status = no_such_name;
+        return none;
+    }
+    return profile_reply(found->first, found->second);
+}
+
+int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request)
+{
+    if (agent.aggregation.locked)
+        return gen_err;
+    return set_row(
+        agent, agent.aggregation.profiles, signed_index(request.dsmonAggControlIndex),
+        request.dsmonAggControlStatus, request, profile_rules);
+}
+
+rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &key)
+{
+    auto &profiles = agent.aggregation.profiles;
+    for (auto profile = profiles.lower_bound(key.index1); profile != profiles.end(); ++profile) {
+        // A later profile's groups are all behind the index.
+        const bool asked = profile->first == key.index1;
+        auto &groups = profile->second.groups;
+        if (!asked && key.getType == GET)
+            break;
+        const auto group = find_row(groups, asked ? key.index2 : -1, key.getType);
+        if (group != groups.end())
+            return group_reply(profile->first, group->first, group->second);
+    }
+    rmonrpc_dsmon_agggrp_t none{};
+    none.status = no_such_name;
+    return none;
+}
+
+int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request)
+{
+    if (agent.aggregation.locked)
+        return gen_err;
+    const auto profile = agent.aggregation.profiles.find(signed_index(request.dsmonAggControlIndex));
+    if (profile == agent.aggregation.profiles.end())
+        return no_such_name;
+    return set_row(
+        agent, profile->second.groups, signed_index(request.dsmonAggGroupIndex), request.dsmonAggGroupStatus,
+        request, group_rules, group_limits);
+}
+
+rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key3_t &key)
+{
+    const auto &profiles = agent.aggregation.profiles;
+    if (key.getType == GET) {
+        const auto profile = profiles.find(key.index1);
+        if (profile != profiles.end() && key.index2 >= 0 && key.index2 < dscp_values)
+            return dscp_reply(profile->first, key.index2, profile->second);
+    } else if (key.getType == GETNEXT || key.getType == GETBULK) {
+        auto profile = profiles.lower_bound(key.index1);
+        int32_t dscp = 0;
+        if (profile != profiles.end() && profile->first == key.index1 && key.index2 >= 0) {
+            if (key.index2 < dscp_values - 1)
+                dscp = key.index2 + 1;
+            else
+                ++profile;
+        }
+        if (profile != profiles.end())
+            return dscp_reply(profile->first, dscp, profile->second);
+    }
+    rmonrpc_dsmon_aggprof_t none{};
+    none.status = no_such_name;
+    return none;
+}
+
+int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &request)
+{
+    if (agent.aggregation.locked)
+        return gen_err;
+    const auto profile = agent.aggregation.profiles.find(signed_index(request.dsmonAggControlIndex));
+    if (profile == agent.aggregation.profiles.end())
+        return no_such_name;
+    if (request.dscp >= dscp_values || request.dsmonAggGroupIndex >= aggregation_groups)
+        return bad_value;
+    profile->second.group_of[request.dscp] = static_cast<uint8_t>(request.dsmonAggGroupIndex);
+    return no_error;
+}
+
+int32_t dsmon_aggctl_locked(probe &agent)
+{
+    return agent.aggregation.locked ? truth : falsehood;
+}
+
+int32_t dsmon_aggctl_set_lock(probe &agent, const int32_t &wanted)
+{
+    if (wanted != truth && wanted != falsehood)
+        return bad_value;
+    const bool lock = wanted == truth;
+    if (lock == agent.aggregation.locked)
+        return no_error;
+    catch_up_all(agent);
+    agent.aggregation.locked = lock;
+    dsmon_stats_lock_changed(agent, lock);
+    dsmon_pdist_lock_changed(agent, lock);
+    dsmon_host_lock_changed(agent, lock);
+    dsmon_matrix_lock_changed(agent, lock);
+    return no_error;
+}
+
+void save_profiles(probe &agent, state_writer &writer)
+{
+    for (const auto &[index, row] : agent.aggregation.profiles) {
+        rmonrpc_dsmon_aggctl_t record = profile_reply(index, row);
+        write_record(writer, record);
+        release_written(&record, wire::layout_of<rmonrpc_dsmon_aggctl_t>);
+    }
+}
+
+void load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record)
+{
+    set_again(agent, record, &rmonrpc_dsmon_aggctl_t::dsmonAggControlStatus, dsmon_aggctl_set);
+}
+
+void save_groups(probe &agent, state_writer &writer)
+{
+    for (const auto &[index, profile] : agent.aggregation.profiles)
+        for (const auto &[group, row] : profile.groups) {
+            rmonrpc_dsmon_agggrp_t record = group_reply(index, group, row);
+            write_record(writer, record);
+            release_written(&record, wire::layout_of<rmonrpc_dsmon_agggrp_t>);
+        }
+}
+
+void load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record)
+{
+    set_again(agent, record, &rmonrpc_dsmon_agggrp_t::dsmonAggGroupStatus, dsmon_agggrp_set);
+}
+
+void save_dscp_maps(probe &agent, state_writer &writer)
+{
+    for (const auto &[index, profile] : agent.aggregation.profiles)
+        for (int32_t dscp = 0; dscp < dscp_values; dscp++)
+            if (profile.group_of[static_cast<uint32_t>(dscp)] != 0)
+                write_record(writer, dscp_reply(index, dscp, profile));
+}
+
+void load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record)
+{
+    dsmon_aggprofile_set(agent, record);
+}
+
+void save_lock(probe &agent, state_writer &writer)
+{
+    if (agent.aggregation.locked)
+        write_record(writer, truth);
+}
+
+void load_lock(probe &agent, const int32_t &locked)
+{
+    dsmon_aggctl_set_lock(agent, locked);
+}

@@ -1,0 +1,75 @@
+/*
+ * Aggregation of the differentiated-services tables (RFC 3287,
+ * dsmonAggObjects): profiles that map each of the 64 DSCP values to a group,
+ * and names for the groups.
+ *
+ * Profiles change only while the lock is off, and traffic is counted only
+ * while it is on. So whoever counts takes a profile's map once, when the lock
+ * goes on.
+ */
+#pragma once
+
+#include "agent/core/row_status.h"
+#include "agent/core/state.h"
+
+#include "rmon/rpc/rmonrpc_dsmon.h"
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+
+struct probe;
+
+inline constexpr int32_t dscp_values = 64;
+inline constexpr int32_t aggregation_groups = 64; // of one profile, numbered from 0
+
+/** DSCP to group. */
+using dscp_map = std::array<uint8_t, dscp_values>;
+
+struct aggregation_group {
+    std::string description;
+    row_status status = row_status::under_creation;
+};
+
+struct aggregation_profile {
+    std::string description;
+    std::string owner;
+    row_status status = row_status::under_creation;
+    dscp_map group_of{};                         // all in group 0 at first
+    std::map<int32_t, aggregation_group> groups; // by dsmonAggGroupIndex: those that have a description
+};
+
+struct dsmon_aggregation {
+    bool locked = false;
+    std::map<int32_t, aggregation_profile> profiles; // by dsmonAggControlIndex
+};
+
+/** The map of a valid profile, or null. */
+const dscp_map *find_profile(const probe &agent, int32_t index);
+
+/** Removes the rows of all tables that counted on an interface that went away. */
+void dsmon_interface_gone(probe &agent, int32_t index);
+
+rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key);
+int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request);
+
+rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &key);
+int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request);
+
+rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key3_t &key);
+int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &request);
+
+/** A TruthValue (RFC 2579): 1 locked, 2 not. */
+int32_t dsmon_aggctl_locked(probe &agent);
+int32_t dsmon_aggctl_set_lock(probe &agent, const int32_t &wanted);
+
+/* What survives a restart. The lock comes back last: it keeps all the rest as it is. */
+void save_profiles(probe &agent, state_writer &writer);
+void load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record);
+void save_groups(probe &agent, state_writer &writer);
+void load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record);
+void save_dscp_maps(probe &agent, state_writer &writer);
+void load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record);
+void save_lock(probe &agent, state_writer &writer);
+void load_lock(probe &agent, const int32_t &locked);

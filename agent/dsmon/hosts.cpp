@@ -1,0 +1,178 @@
+#include "agent/dsmon/hosts.h"
+
+#include "agent/dsmon/learned.h"
+#include "agent/core/table.h"
+
+namespace {
+
+using host_row = dsmon_row<dsmon_host_counts>;
+
+bool host_less(const dsmon_host_key &one, const dsmon_host_key &other)
+{
+    if (one.group != other.group)
+        return one.group < other.group;
+    if (one.protocol != other.protocol)
+        return one.protocol < other.protocol;
+    return compare_addresses(one.address, one.length, other.address, other.length) < 0;
+}
+
+dsmon_settings settings_of(const rmonrpc_dsmon_hostctl_t &request)
+{
+    return {
+        .data_source = signed_index(request.dsmonHostCtlDataSource_ifIndex),
+        .profile = signed_index(request.dsmonHostAggProfile),
+        .most = request.dsmonHostCtlMaxDesiredEntries,
+        .ipv4_prefix = request.dsmonHostCtlIPv4PrefixLen,
+        .ipv6_prefix = request.dsmonHostCtlIPv6PrefixLen,
+        .owner = text_of(request.dsmonHostCtlOwner),
+    };
+}
+
+void begin_hosts(probe &, const host_row &row, dsmon_host_counts &counts)
+{
+    counts.learned.most = granted_rows(row);
+    counts.ipv4_prefix = row.ipv4_prefix;
+    counts.ipv6_prefix = row.ipv6_prefix;
+}
+
+/** Only the first bits of an address stay, the others become 0. */
+void mask(uint8_t (&address)[longest_address], int32_t bits)
+{
+    auto octet = static_cast<uint32_t>(bits / 8);
+    if (octet < longest_address && bits % 8)
+        address[octet++] &= static_cast<uint8_t>(0xff00 >> bits % 8);
+    for (; octet < longest_address; octet++)
+        address[octet] = 0;
+}
+
+dsmon_host_key
+host_of(const dsmon_host_counts &counts, const net_address &address, uint8_t group, int32_t protocol)
+{
+    dsmon_host_key key{.length = address.length, .group = group, .protocol = protocol};
+    std::memcpy(key.address, address.bytes, std::min<uint32_t>(address.length, longest_address));
+    const bool ipv4 = address.length == whole_ipv4 / 8;
+    const int32_t prefix = ipv4 ? counts.ipv4_prefix : counts.ipv6_prefix;
+    if (prefix < (ipv4 ? whole_ipv4 : whole_ipv6))
+        mask(key.address, prefix);
+    return key;
+}
+
+void count_hosts(dsmon_host_counts &counts, const frame &seen, uint8_t group)
+{
+    if (seen.network_index == 0 || seen.from.length == 0 || seen.to.length == 0)
+        return;
+    const auto sender = seek(counts.learned, host_of(counts, seen.from, group, seen.network_index));
+    const auto receiver = seek(counts.learned, host_of(counts, seen.to, group, seen.network_index));
+    if (dsmon_host_counters *row = learn_changed(counts.work, counts.learned, sender)) {
+        row->out_pkts++;
+        row->out_octets += seen.length;
+    }
+    if (dsmon_host_counters *row = learn_changed(counts.work, counts.learned, receiver)) {
+        row->in_pkts++;
+        row->in_octets += seen.length;
+    }
+}
+
+struct dsmon_host_kind {
+    using counts_type = dsmon_host_counts;
+    using request_type = rmonrpc_dsmon_hostctl_t;
+    static constexpr auto settings = settings_of;
+    static constexpr auto begin = begin_hosts;
+    static constexpr auto count = count_hosts;
+    static constexpr auto forget = forget_learned<dsmon_host_counts>;
+};
+
+constexpr auto &rules = dsmon_rules<dsmon_host_kind>;
+
+dsmon_host_key key_of(const rmonrpc_dsmon_host_key_t &from)
+{
+    dsmon_host_key key;
+    key.length = take_octets(key.address, from.dsmonHostAddress, from.dsmonHostAddressLength);
+    key.group = group_in_key(from.dsmonAggGroupIndex);
+    key.protocol = from.protocolDirLocalIndex;
+    return key;
+}
+
+} // namespace
+
+void dsmon_host_lock_changed(probe &agent, bool locked)
+{
+    dsmon_lock_changed<dsmon_host_kind>(agent, agent.dsmon_hosts, locked);
+}
+
+void dsmon_host_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.dsmon_hosts, index, rules);
+}
+
+void describe_dsmon_host_row(rmonrpc_dsmon_hostctl_t &record, int32_t index, const host_row &row)
+{
+    record.dsmonHostCtlIndex = index;
+    record.dsmonHostCtlDataSource_ifIndex = static_cast<uint32_t>(row.data_source);
+    record.dsmonHostAggProfile = static_cast<uint32_t>(row.profile);
+    record.dsmonHostCtlMaxDesiredEntries = row.most;
+    record.dsmonHostCtlIPv4PrefixLen = row.ipv4_prefix;
+    record.dsmonHostCtlIPv6PrefixLen = row.ipv6_prefix;
+    set_text(record.dsmonHostCtlOwner, row.owner);
+}
+
+rmonrpc_dsmon_hostctl_t dsmon_hostctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    catch_up_all(agent);
+    rmonrpc_dsmon_hostctl_t reply{};
+    const auto found = find_row(agent.dsmon_hosts, key.index, key.getType);
+    if (found == agent.dsmon_hosts.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    describe_dsmon_host_row(reply, found->first, found->second);
+    if (const auto &counts = found->second.counts) {
+        reply.dsmonHostDroppedFrames = counts->work.dropped;
+        reply.dsmonHostCtlInserts = counts->learned.inserts;
+        reply.dsmonHostCtlDeletes = counts->learned.deletes;
+    }
+    reply.dsmonHostCtlStatus = static_cast<int32_t>(found->second.status);
+    return reply;
+}
+
+int32_t dsmon_hostctl_set(probe &agent, const rmonrpc_dsmon_hostctl_t &request)
+{
+    return set_row(
+        agent, agent.dsmon_hosts, request.dsmonHostCtlIndex, request.dsmonHostCtlStatus, request, rules,
+        learning_rows);
+}
+
+rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_host_key_t &key)
+{
+    catch_up_all(agent);
+    rmonrpc_dsmon_hoststats_t reply{};
+    reply.status = no_such_name;
+    const learned_read<dsmon_host_key> read{
+        key.dsmonHostCtlIndex, key_of(key), key.getType, key.dsmonHostTimeMark};
+    find_counted(
+        agent.dsmon_hosts, read, &dsmon_host_counts::order, host_less,
+        [&](int32_t control, const auto &entry) {
+            reply.status = no_error;
+            reply.dsmonHostCtlIndex = control;
+            reply.dsmonHostTimeMark = key.dsmonHostTimeMark;
+            reply.dsmonAggGroupIndex = entry.key.group;
+            reply.protocolDirLocalIndex = entry.key.protocol;
+            reply.dsmonHostAddressLength =
+                give_octets(reply.dsmonHostAddress, entry.key.address, entry.key.length);
+            reply.dsmonHostInHCPkts = entry.row.in_pkts;
+            reply.dsmonHostInHCOctets = entry.row.in_octets;
+            reply.dsmonHostOutHCPkts = entry.row.out_pkts;
+            reply.dsmonHostOutHCOctets = entry.row.out_octets;
+        });
+    return reply;
+}
+
+int32_t dshost_make_persistent(probe &agent, const rmonrpc_dsmon_host_key_t &key)
+{
+    return keep_counted(agent.dsmon_hosts, key.dsmonHostCtlIndex, key_of(key), true);
+}
+
+int32_t dshost_make_nonpersistent(probe &agent, const rmonrpc_dsmon_host_key_t &key)
+{
+    return keep_counted(agent.dsmon_hosts, key.dsmonHostCtlIndex, key_of(key), false);
+}

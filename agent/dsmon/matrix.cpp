@@ -1,0 +1,184 @@
+#include "agent/dsmon/matrix.h"
+
+#include "agent/dsmon/learned.h"
+#include "agent/core/table.h"
+
+namespace {
+
+using matrix_row = dsmon_row<dsmon_matrix_counts>;
+
+int compare_sources(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
+{
+    return compare_addresses(one.source, one.source_length, other.source, other.source_length);
+}
+
+int compare_destinations(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
+{
+    return compare_addresses(
+        one.destination, one.destination_length, other.destination, other.destination_length);
+}
+
+using address_order = int (*)(const dsmon_matrix_key &, const dsmon_matrix_key &);
+
+template <address_order First, address_order Second>
+bool matrix_less(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
+{
+    if (one.group != other.group)
+        return one.group < other.group;
+    if (one.network != other.network)
+        return one.network < other.network;
+    if (const int first = First(one, other))
+        return first < 0;
+    if (const int second = Second(one, other))
+        return second < 0;
+    return one.application < other.application;
+}
+
+constexpr auto &source_less = matrix_less<compare_sources, compare_destinations>;
+constexpr auto &destination_less = matrix_less<compare_destinations, compare_sources>;
+
+dsmon_settings settings_of(const rmonrpc_dsmon_matrixctl_t &request)
+{
+    return {
+        .data_source = signed_index(request.dsmonMatrixCtlDataSource_ifIndex),
+        .profile = signed_index(request.dsmonMatrixAggProfile),
+        .most = request.dsmonMatrixCtlMaxDesiredEntries,
+        .ipv4_prefix = whole_ipv4,
+        .ipv6_prefix = whole_ipv6,
+        .owner = text_of(request.dsmonMatrixCtlOwner),
+    };
+}
+
+void count_matrix(dsmon_matrix_counts &counts, const frame &seen, uint8_t group)
+{
+    if (seen.network_index == 0 || seen.from.length == 0 || seen.to.length == 0)
+        return;
+    dsmon_matrix_key key;
+    std::memcpy(key.source, seen.from.bytes, std::min<uint32_t>(seen.from.length, longest_address));
+    std::memcpy(key.destination, seen.to.bytes, std::min<uint32_t>(seen.to.length, longest_address));
+    key.source_length = seen.from.length;
+    key.destination_length = seen.to.length;
+    key.group = group;
+    key.network = seen.network_index;
+    key.application = highest_protocol(seen);
+    count_learned(counts.work, counts.learned, key, seen.length);
+}
+
+struct dsmon_matrix_kind {
+    using counts_type = dsmon_matrix_counts;
+    using request_type = rmonrpc_dsmon_matrixctl_t;
+    static constexpr auto settings = settings_of;
+    static constexpr auto begin = begin_learned<dsmon_matrix_counts>;
+    static constexpr auto count = count_matrix;
+    static constexpr auto forget = forget_learned<dsmon_matrix_counts>;
+};
+
+constexpr auto &rules = dsmon_rules<dsmon_matrix_kind>;
+
+dsmon_matrix_key key_of(const rmonrpc_dsmon_matrix_key_t &from)
+{
+    dsmon_matrix_key key;
+    key.source_length =
+        take_octets(key.source, from.dsmonMatrixSourceAddress, from.dsmonMatrixSourceAddressLength);
+    key.destination_length =
+        take_octets(key.destination, from.dsmonMatrixDestAddress, from.dsmonMatrixDestAddressLength);
+    key.group = group_in_key(from.dsmonAggGroupIndex);
+    key.network = from.dsmonMatrixNLIndex;
+    key.application = from.dsmonMatrixALIndex;
+    return key;
+}
+
+rmonrpc_dsmon_matrixstats_t read_matrix(
+    probe &agent,
+    const rmonrpc_dsmon_matrix_key_t &key,
+    ordered_view dsmon_matrix_counts::*order,
+    bool (&less)(const dsmon_matrix_key &, const dsmon_matrix_key &))
+{
+    catch_up_all(agent);
+    rmonrpc_dsmon_matrixstats_t reply{};
+    reply.status = no_such_name;
+    const learned_read<dsmon_matrix_key> read{
+        key.dsmonMatrixCtlIndex, key_of(key), key.getType, key.dsmonMatrixTimeMark};
+    find_counted(agent.dsmon_matrix, read, order, less, [&](int32_t control, const auto &entry) {
+        reply.status = no_error;
+        reply.dsmonMatrixCtlIndex = control;
+        reply.dsmonMatrixTimeMark = key.dsmonMatrixTimeMark;
+        reply.dsmonAggGroupIndex = entry.key.group;
+        reply.dsmonMatrixNLIndex = entry.key.network;
+        reply.dsmonMatrixSourceAddressLength =
+            give_octets(reply.dsmonMatrixSourceAddress, entry.key.source, entry.key.source_length);
+        reply.dsmonMatrixDestAddressLength =
+            give_octets(reply.dsmonMatrixDestAddress, entry.key.destination, entry.key.destination_length);
+        reply.dsmonMatrixALIndex = entry.key.application;
+        reply.hcPkts = entry.row.pkts;
+        reply.hcOctets = entry.row.octets;
+    });
+    return reply;
+}
+
+} // namespace
+
+void dsmon_matrix_lock_changed(probe &agent, bool locked)
+{
+    dsmon_lock_changed<dsmon_matrix_kind>(agent, agent.dsmon_matrix, locked);
+}
+
+void dsmon_matrix_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.dsmon_matrix, index, rules);
+}
+
+void describe_dsmon_matrix_row(rmonrpc_dsmon_matrixctl_t &record, int32_t index, const matrix_row &row)
+{
+    record.dsmonMatrixCtlIndex = index;
+    record.dsmonMatrixCtlDataSource_ifIndex = static_cast<uint32_t>(row.data_source);
+    record.dsmonMatrixAggProfile = static_cast<uint32_t>(row.profile);
+    record.dsmonMatrixCtlMaxDesiredEntries = row.most;
+    set_text(record.dsmonMatrixCtlOwner, row.owner);
+}
+
+rmonrpc_dsmon_matrixctl_t dsmon_matrixctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    catch_up_all(agent);
+    rmonrpc_dsmon_matrixctl_t reply{};
+    const auto found = find_row(agent.dsmon_matrix, key.index, key.getType);
+    if (found == agent.dsmon_matrix.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    describe_dsmon_matrix_row(reply, found->first, found->second);
+    if (const auto &counts = found->second.counts) {
+        reply.dsmonMatrixDroppedFrames = counts->work.dropped;
+        reply.dsmonMatrixCtlInserts = counts->learned.inserts;
+        reply.dsmonMatrixCtlDeletes = counts->learned.deletes;
+    }
+    reply.dsmonMatrixCtlStatus = static_cast<int32_t>(found->second.status);
+    return reply;
+}
+
+int32_t dsmon_matrixctl_set(probe &agent, const rmonrpc_dsmon_matrixctl_t &request)
+{
+    return set_row(
+        agent, agent.dsmon_matrix, request.dsmonMatrixCtlIndex, request.dsmonMatrixCtlStatus, request, rules,
+        learning_rows);
+}
+
+rmonrpc_dsmon_matrixstats_t dsmon_matrixsdstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
+{
+    return read_matrix(agent, key, &dsmon_matrix_counts::by_source, source_less);
+}
+
+rmonrpc_dsmon_matrixstats_t dsmon_matrixdsstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
+{
+    return read_matrix(agent, key, &dsmon_matrix_counts::by_destination, destination_less);
+}
+
+int32_t dsmatrix_make_persistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
+{
+    return keep_counted(agent.dsmon_matrix, key.dsmonMatrixCtlIndex, key_of(key), true);
+}
+
+int32_t dsmatrix_make_nonpersistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
+{
+    return keep_counted(agent.dsmon_matrix, key.dsmonMatrixCtlIndex, key_of(key), false);
+}

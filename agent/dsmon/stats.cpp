@@ -1,0 +1,156 @@
+#include "agent/dsmon/stats.h"
+
+#include "agent/dsmon/rules.h"
+#include "agent/core/table.h"
+
+#include <bit>
+#include <cstring>
+
+namespace {
+
+dsmon_settings settings_of(const rmonrpc_dsmon_stats_ctl_t &request)
+{
+    return {
+        .data_source = request.dsmonStatsControlDataSource_ifIndex,
+        .profile = signed_index(request.dsmonStatsControlAggProfile),
+        .most = -1,
+        .ipv4_prefix = whole_ipv4,
+        .ipv6_prefix = whole_ipv6,
+        .owner = text_of(request.dsmonStatsControlOwner),
+    };
+}
+
+void count_stats(dsmon_stats_counts &counts, const frame &seen, uint8_t group)
+{
+    const bool sent = counts.has_address && seen.source
+                      && std::memcmp(seen.source, counts.address.data(), counts.address.size()) == 0;
+    dsmon_direction &direction = (sent ? counts.out : counts.in)[group];
+    direction.pkts++;
+    direction.octets += seen.length;
+}
+
+/** The loopback has no address that would tell; all it carries is "in". */
+void take_address(const probe &agent, int32_t data_source, dsmon_stats_counts &counts)
+{
+    constexpr std::array<uint8_t, 6> none{};
+    const auto link = agent.interfaces.rows.find(data_source);
+    counts.has_address = false;
+    if (link == agent.interfaces.rows.end() || link->second.address.size() != counts.address.size())
+        return;
+    std::ranges::copy(link->second.address, counts.address.begin());
+    counts.has_address = counts.address != none;
+}
+
+void begin_stats(probe &agent, const dsmon_row<dsmon_stats_counts> &row, dsmon_stats_counts &counts)
+{
+    counts.groups = 0;
+    for (const uint8_t group : counts.work.group_of)
+        counts.groups |= uint64_t{1} << group;
+    take_address(agent, row.data_source, counts);
+}
+
+void forget_stats(dsmon_stats_counts &counts)
+{
+    counts.groups = 0;
+    counts.in = {};
+    counts.out = {};
+}
+
+struct dsmon_stats_kind {
+    using counts_type = dsmon_stats_counts;
+    using request_type = rmonrpc_dsmon_stats_ctl_t;
+    static constexpr auto settings = settings_of;
+    static constexpr auto begin = begin_stats;
+    static constexpr auto count = count_stats;
+    static constexpr auto forget = forget_stats;
+};
+
+constexpr auto &rules = dsmon_rules<dsmon_stats_kind>;
+
+} // namespace
+
+void dsmon_stats_lock_changed(probe &agent, bool locked)
+{
+    dsmon_lock_changed<dsmon_stats_kind>(agent, agent.dsmon_stats, locked);
+}
+
+void dsmon_stats_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.dsmon_stats, index, rules);
+}
+
+void dsmon_stats_interface_changed(probe &agent, int32_t index)
+{
+    for (auto &[control, row] : agent.dsmon_stats)
+        if (row.counts && row.data_source == index)
+            take_address(agent, index, *row.counts);
+}
+
+void describe_dsmon_stats_row(
+    rmonrpc_dsmon_stats_ctl_t &record, int32_t index, const dsmon_row<dsmon_stats_counts> &row)
+{
+    record.dsmonStatsControlIndex = static_cast<uint32_t>(index);
+    record.dsmonStatsControlAggProfile = static_cast<uint32_t>(row.profile);
+    set_text(record.dsmonStatsControlOwner, row.owner);
+    record.dsmonStatsControlDataSource_ifIndex = row.data_source;
+}
+
+rmonrpc_dsmon_stats_ctl_t dsmon_stats_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_dsmon_stats_ctl_t reply{};
+    const auto found = find_row(agent.dsmon_stats, key.index, key.getType);
+    if (found == agent.dsmon_stats.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    describe_dsmon_stats_row(reply, found->first, found->second);
+    // Each group has its counters from the beginning: no frame is left out.
+    reply.dsmonStatsControlDroppedFrames = 0;
+    reply.dsmonStatsControlStatus = static_cast<int32_t>(found->second.status);
+    return reply;
+}
+
+int32_t dsmon_stats_ctl_set(probe &agent, const rmonrpc_dsmon_stats_ctl_t &request)
+{
+    return set_row(
+        agent, agent.dsmon_stats, signed_index(request.dsmonStatsControlIndex),
+        request.dsmonStatsControlStatus, request, rules);
+}
+
+rmonrpc_dsmon_stats_t dsmon_stats_get(probe &agent, const rmonrpc_row_key3_t &key)
+{
+    catch_up_all(agent);
+    rmonrpc_dsmon_stats_t reply{};
+    for (auto at = agent.dsmon_stats.lower_bound(key.index1); at != agent.dsmon_stats.end(); ++at) {
+        if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
+            break;
+        const bool asked = at->first == key.index1;
+        if (!asked && key.getType == GET)
+            break;
+        if (!at->second.counts)
+            continue;
+        // Groups from first on; of a later control row all of them are behind the index.
+        const int32_t first = !asked                            ? 0
+                              : key.getType == GET              ? key.index2
+                              : key.index2 < 0                  ? 0
+                              : key.index2 < aggregation_groups ? key.index2 + 1
+                                                                : aggregation_groups;
+        if (first < 0 || first >= aggregation_groups)
+            continue;
+        const auto &counts = *at->second.counts;
+        const uint64_t groups = counts.groups >> first;
+        const int32_t group = first + std::countr_zero(groups);
+        if (groups == 0 || (key.getType == GET && group != first))
+            continue;
+        const auto number = static_cast<uint32_t>(group);
+        reply.dsmonAggGroupIndex = number;
+        reply.dsmonStatsControlIndex = static_cast<uint32_t>(at->first);
+        reply.dsmonStatsInHCPkts = counts.in[number].pkts;
+        reply.dsmonStatsInHCOctets = counts.in[number].octets;
+        reply.dsmonStatsOutHCPkts = counts.out[number].pkts;
+        reply.dsmonStatsOutHCOctets = counts.out[number].octets;
+        return reply;
+    }
+    reply.status = no_such_name;
+    return reply;
+}

@@ -1,0 +1,43 @@
+/*
+ * Traffic of a data source by aggregation group (RFC 3287, dsmonStatsTable).
+ *
+ * "Out" is what the interface itself sent: frames from its own address. All
+ * others are "in", also those between others that it only hears.
+ */
+#pragma once
+
+#include "agent/dsmon/rows.h"
+
+#include <array>
+#include <cstdint>
+#include <map>
+
+struct dsmon_direction {
+    uint64_t pkts;
+    uint64_t octets;
+};
+
+struct dsmon_stats_counts {
+    dsmon_work work;
+    uint64_t groups = 0;              // those of the profile, one bit each
+    std::array<uint8_t, 6> address{}; // of the interface
+    bool has_address = false;
+    std::array<dsmon_direction, aggregation_groups> in{};
+    std::array<dsmon_direction, aggregation_groups> out{};
+};
+
+using dsmon_stats_table = std::map<int32_t, dsmon_row<dsmon_stats_counts>>; // by dsmonStatsControlIndex
+
+/** Fills in what a set gives to a control row. */
+void describe_dsmon_stats_row(
+    rmonrpc_dsmon_stats_ctl_t &record, int32_t index, const dsmon_row<dsmon_stats_counts> &row);
+
+void dsmon_stats_lock_changed(probe &agent, bool locked);
+void dsmon_stats_interface_gone(probe &agent, int32_t index);
+
+/** Takes note that an interface may have got another address. */
+void dsmon_stats_interface_changed(probe &agent, int32_t index);
+
+rmonrpc_dsmon_stats_ctl_t dsmon_stats_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
+int32_t dsmon_stats_ctl_set(probe &agent, const rmonrpc_dsmon_stats_ctl_t &request);
+rmonrpc_dsmon_stats_t dsmon_stats_get(probe &agent, const rmonrpc_row_key3_t &key);

@@ -1,0 +1,234 @@
+#include "agent/nde/nde.h"
+
+#include "agent/capture/probe.h"
+#include "agent/core/reply.h"
+#include "agent/core/state.h"
+#include "agent/core/read_rows.h"
+
+#include <climits>
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t most_devices = 1000;
+constexpr std::size_t most_datasrcs = 10000;
+constexpr std::size_t most_paths = 10000;
+
+std::string_view text_in(const nde_text &field)
+{
+    const auto *text = reinterpret_cast<const char *>(field.value);
+    return {text, strnlen(text, field.size)};
+}
+
+/** The field is zero before. */
+void put_text(nde_text &field, std::string_view text)
+{
+    text.copy(reinterpret_cast<char *>(field.value), field.size);
+}
+
+rmonrpc_nde_device_t device_record(const nde_address &address, const nde_device &device)
+{
+    rmonrpc_nde_device_t record{};
+    set_address(record.head, address);
+    put_text(record.deviceName, device.name);
+    put_text(record.commString, device.community);
+    return record;
+}
+
+rmonrpc_nde_datasrc_t datasrc_record(const nde_datasrc_key &key, const std::string &name)
+{
+    rmonrpc_nde_datasrc_t record{};
+    set_address(record.head, key.first);
+    record.datasrcIndex = key.second;
+    put_text(record.datasrcName, name);
+    return record;
+}
+
+rmonrpc_nde_flow_path_t path_record(const nde_path_key &key)
+{
+    rmonrpc_nde_flow_path_t record{};
+    nde_address address;
+    std::tie(address, record.datasrcIndex, record.inputIndex, record.outputIndex) = key;
+    set_address(record.head, address);
+    return record;
+}
+
+/** Rows of a table from the request's index on; none for an address that is none. */
+template <class Record, class Table, class Fill> wire::rows<Record> rows_for(
+    Table &table, const rmonrpc_nde_head_t &head, const typename Table::key_type &index, const Fill &fill)
+{
+    if (head.addressLength > head.address.size)
+        return {};
+    return read_rows<Record>(table, index, head.getType, head.count, fill);
+}
+
+/** Removes the rows of a table whose keys lie from first to last. */
+template <class Table>
+void remove_range(Table &table, const typename Table::key_type &first, const typename Table::key_type &last)
+{
+    table.erase(table.lower_bound(first), table.upper_bound(last));
+}
+
+/** The lowest index that is free on a device. */
+uint32_t free_index(const nde_tables &tables, const nde_address &device)
+{
+    uint32_t index = 1;
+    for (auto at = tables.datasrcs.lower_bound({device, 1});
+         at != tables.datasrcs.end() && at->first == nde_datasrc_key{device, index}; ++at)
+        index++;
+    return index;
+}
+
+} // namespace
+
+/* ---- devices ------------------------------------------------------------------------ */
+
+rmonrpc_nde_device_arr_t nde_device_get(probe &agent, const rmonrpc_nde_device_t &request)
+{
+    const nde_address index = address_of(request.head).value_or(nde_address{});
+    return rows_for<rmonrpc_nde_device_t>(agent.nde.devices, request.head, index, [&](const auto &entry) {
+        rmonrpc_nde_device_t row = device_record(entry.first, entry.second);
+        row.flag = agent.netflow.devices.contains(entry.first); // packets came from it
+        return row;
+    });
+}
+
+int32_t nde_device_set(probe &agent, const rmonrpc_nde_device_t &request)
+{
+    nde_tables &tables = agent.nde;
+    const auto address = address_of(request.head);
+    if (!address || (address->length != 4 && address->length != 16))
+        return bad_value;
+
+    if (request.head.operation == NDE_DELETE) {
+        if (!tables.devices.erase(*address))
+            return no_such_name;
+        remove_range(tables.datasrcs, {*address, 0}, {*address, UINT32_MAX});
+        remove_range(
+            tables.paths, {*address, 0, INT32_MIN, INT32_MIN}, {*address, UINT32_MAX, INT32_MAX, INT32_MAX});
+        return no_error;
+    }
+
+    const std::string_view name = text_in(request.deviceName);
+    const std::string_view community = text_in(request.commString);
+    if (request.head.operation != NDE_SET || !is_printable(name) || !is_printable(community))
+        return bad_value;
+    if (tables.devices.size() >= most_devices && !tables.devices.contains(*address))
+        return gen_err;
+    tables.devices[*address] = {std::string(name), std::string(community)};
+    return no_error;
+}
+
+void save_nde_devices(probe &agent, state_writer &writer)
+{
+    for (const auto &[address, device] : agent.nde.devices) {
+        rmonrpc_nde_device_t record = device_record(address, device);
+        record.head.operation = NDE_SET;
+        write_record(writer, record);
+    }
+}
+
+/* ---- data sources ---------------------------------------------------------------------- */
+
+rmonrpc_nde_datasrc_arr_t nde_datasrc_get(probe &agent, const rmonrpc_nde_datasrc_t &request)
+{
+    const nde_address address = address_of(request.head).value_or(nde_address{});
+    return rows_for<rmonrpc_nde_datasrc_t>(
+        agent.nde.datasrcs, request.head, {address, request.datasrcIndex}, [&](const auto &entry) {
+            rmonrpc_nde_datasrc_t row = datasrc_record(entry.first, entry.second);
+            put_text(row.deviceName, agent.nde.devices[entry.first.first].name);
+            return row;
+        });
+}
+
+int32_t nde_datasrc_set(probe &agent, const rmonrpc_nde_datasrc_t &request)
+{
+    nde_tables &tables = agent.nde;
+    const auto address = address_of(request.head);
+    if (!address)
+        return bad_value;
+    const nde_datasrc_key key{*address, request.datasrcIndex};
+    const bool there = tables.datasrcs.contains(key);
+
+    if (request.head.operation == NDE_DELETE) {
+        if (!there)
+            return no_such_name;
+        tables.datasrcs.erase(key);
+        remove_range(
+            tables.paths, {key.first, key.second, INT32_MIN, INT32_MIN},
+            {key.first, key.second, INT32_MAX, INT32_MAX});
+        return no_error;
+    }
+
+    const std::string_view name = text_in(request.datasrcName);
+    if (request.head.operation != NDE_SET || !is_printable(name))
+        return bad_value;
+    if (request.datasrcIndex != 0) {
+        if (!there)
+            return no_such_name;
+        tables.datasrcs[key] = name;
+        return no_error;
+    }
+    if (!tables.devices.contains(*address))
+        return no_such_name;
+    if (tables.datasrcs.size() >= most_datasrcs)
+        return gen_err;
+    tables.datasrcs[{*address, free_index(tables, *address)}] = name;
+    return no_error;
+}
+
+void save_nde_datasrcs(probe &agent, state_writer &writer)
+{
+    for (const auto &[key, name] : agent.nde.datasrcs)
+        write_record(writer, datasrc_record(key, name));
+}
+
+void load_nde_datasrc(probe &agent, const rmonrpc_nde_datasrc_t &kept)
+{
+    const auto address = address_of(kept.head);
+    if (address && agent.nde.devices.contains(*address) && agent.nde.datasrcs.size() < most_datasrcs)
+        agent.nde.datasrcs[{*address, kept.datasrcIndex}] = text_in(kept.datasrcName);
+}
+
+/* ---- flow paths --------------------------------------------------------------------------- */
+
+rmonrpc_nde_flow_path_arr_t nde_flow_path_get(probe &agent, const rmonrpc_nde_flow_path_t &request)
+{
+    const nde_address address = address_of(request.head).value_or(nde_address{});
+    return rows_for<rmonrpc_nde_flow_path_t>(
+        agent.nde.paths, request.head,
+        {address, request.datasrcIndex, request.inputIndex, request.outputIndex}, [&](const auto &entry) {
+            rmonrpc_nde_flow_path_t row = path_record(entry);
+            put_text(row.deviceName, agent.nde.devices[std::get<0>(entry)].name);
+            return row;
+        });
+}
+
+int32_t nde_flow_path_set(probe &agent, const rmonrpc_nde_flow_path_t &request)
+{
+    nde_tables &tables = agent.nde;
+    const auto address = address_of(request.head);
+    if (!address)
+        return bad_value;
+    const nde_path_key key{*address, request.datasrcIndex, request.inputIndex, request.outputIndex};
+
+    if (request.head.operation == NDE_DELETE)
+        return tables.paths.erase(key) ? no_error : no_such_name;
+    if (request.head.operation != NDE_SET || request.inputIndex < 0 || request.outputIndex < 0)
+        return bad_value;
+    if (!tables.datasrcs.contains({*address, request.datasrcIndex}))
+        return no_such_name;
+    if (tables.paths.size() >= most_paths && !tables.paths.contains(key))
+        return gen_err;
+    tables.paths.insert(key);
+    return no_error;
+}
+
+void save_nde_paths(probe &agent, state_writer &writer)
+{
+    for (const nde_path_key &key : agent.nde.paths) {
+        rmonrpc_nde_flow_path_t record = path_record(key);
+        record.head.operation = NDE_SET;
+        write_record(writer, record);
+    }
+}

@@ -1,0 +1,246 @@
+#include "agent/nde/netflow.h"
+
+#include "agent/capture/probe.h"
+#include "agent/core/reply.h"
+#include "agent/core/state.h"
+#include "agent/core/read_rows.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include <netdb.h>
+#include <netinet/in.h>
+#include <sys/epoll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t most_devices = 1000;
+constexpr std::size_t most_interfaces = 1000; // of one device
+
+/** Packets taken in one go. */
+constexpr int packets_in_a_round = 256;
+
+/** Makes room for one more in a table that is full: what was seen longest ago gives way. */
+template <class Table> void make_room(Table &table, std::size_t most)
+{
+    if (table.size() < most)
+        return;
+    table.erase(
+        std::ranges::min_element(table, {}, [](const auto &entry) { return entry.second.last_seen; }));
+}
+
+/** Interfaces that one packet may add: real ones name a few, and room must be looked for. */
+constexpr int most_new_interfaces = 64;
+
+struct seen_packet {
+    learned_device *device;
+    uint64_t number;
+    int added; // interfaces
+};
+
+void note_interface(seen_packet &seen, int32_t index, int32_t direction)
+{
+    if (index < 0)
+        return;
+    auto &interfaces = seen.device->interfaces;
+    if (!interfaces.contains(index)) {
+        if (++seen.added > most_new_interfaces)
+            return;
+        make_room(interfaces, most_interfaces);
+    }
+    learned_interface &row = interfaces[index];
+    row.directions |= direction;
+    row.last_seen = seen.number;
+}
+
+void note_flow(void *context, int32_t input, int32_t output)
+{
+    auto &seen = *static_cast<seen_packet *>(context);
+    note_interface(seen, input, flows_in);
+    note_interface(seen, output, flows_out);
+}
+
+nde_address address_from(const sockaddr_storage &from)
+{
+    nde_address made;
+    const auto take = [&](const void *bytes, uint32_t length) {
+        made.length = length;
+        std::memcpy(made.bytes.data(), bytes, length);
+    };
+    if (from.ss_family == AF_INET)
+        take(&reinterpret_cast<const sockaddr_in &>(from).sin_addr, 4);
+    else if (from.ss_family == AF_INET6)
+        take(&reinterpret_cast<const sockaddr_in6 &>(from).sin6_addr, 16);
+    return made;
+}
+
+void learn(probe &agent, const nde_address &from, std::span<const uint8_t> packet)
+{
+    netflow_learning &learning = agent.netflow;
+    const auto found = learning.devices.find(from);
+    const bool known = found != learning.devices.end();
+    // A device is not known before a packet of its made sense.
+    learned_device fresh;
+    seen_packet seen{known ? &found->second : &fresh, ++learning.packets, 0};
+    if (!read_netflow(packet, seen.device->templates, note_flow, &seen))
+        return;
+    if (!known) {
+        make_room(learning.devices, most_devices);
+        seen.device = &(learning.devices[from] = std::move(fresh));
+    }
+    seen.device->last_seen = seen.number;
+    seen.device->last_time = up_time(agent);
+    seen.device->packets++;
+}
+
+void on_packets(void *context, uint32_t)
+{
+    auto &agent = *static_cast<probe *>(context);
+    static uint8_t packet[65536];
+    for (int i = 0; i < packets_in_a_round; i++) {
+        sockaddr_storage from{};
+        socklen_t from_length = sizeof from;
+        const ssize_t size = recvfrom(
+            agent.netflow.socket, packet, sizeof packet, 0, reinterpret_cast<sockaddr *>(&from),
+            &from_length);
+        if (size < 0)
+            return;
+        if (agent.netflow.enabled)
+            learn(agent, address_from(from), {packet, static_cast<std::size_t>(size)});
+    }
+}
+
+/** Binds a socket to one address. -1, with errno. */
+int bind_socket(const addrinfo &address)
+{
+    const int made = socket(address.ai_family, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (made < 0 || bind(made, address.ai_addr, address.ai_addrlen) == 0)
+        return made;
+    const int error = errno;
+    close(made);
+    errno = error;
+    return -1;
+}
+
+uint16_t port_of(int socket)
+{
+    sockaddr_storage bound{};
+    socklen_t length = sizeof bound;
+    if (getsockname(socket, reinterpret_cast<sockaddr *>(&bound), &length) != 0)
+        return 0;
+    return ntohs(
+        bound.ss_family == AF_INET6 ? reinterpret_cast<const sockaddr_in6 &>(bound).sin6_port
+                                    : reinterpret_cast<const sockaddr_in &>(bound).sin_port);
+}
+
+} // namespace
+
+std::string open_netflow(probe &agent, const std::string &host, uint16_t port)
+{
+    const std::string what = "cannot listen for NetFlow on " + host + " port " + std::to_string(port) + ": ";
+    addrinfo hints{};
+    hints.ai_socktype = SOCK_DGRAM;
+    hints.ai_flags = AI_PASSIVE | AI_NUMERICSERV;
+    addrinfo *list = nullptr;
+    if (const int error = getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &list))
+        return what + gai_strerror(error);
+    int &socket = agent.netflow.socket;
+    for (const addrinfo *address = list; address && socket < 0; address = address->ai_next)
+        socket = bind_socket(*address);
+    const int error = errno;
+    freeaddrinfo(list);
+    if (socket < 0)
+        return what + std::strerror(error);
+    if (!watch(agent.loop, socket, EPOLLIN, on_packets, &agent))
+        return what + std::strerror(errno);
+    agent.netflow.start_time = up_time(agent);
+    std::fprintf(stderr, "rmon-agent: NetFlow packets are taken on port %u\n", unsigned{port_of(socket)});
+    return {};
+}
+
+void close_netflow(probe &agent)
+{
+    int &socket = agent.netflow.socket;
+    if (socket < 0)
+        return;
+    unwatch(agent.loop, socket);
+    close(socket);
+    socket = -1;
+}
+
+/* ---- the tables ------------------------------------------------------------------------ */
+
+rmonrpc_nde_learned_dev_arr_t nde_learned_dev_get(probe &agent, const rmonrpc_nde_learned_dev_t &request)
+{
+    const auto index = address_of(request.head);
+    if (!index)
+        return {};
+    return read_rows<rmonrpc_nde_learned_dev_t>(
+        agent.netflow.devices, *index, request.head.getType, request.head.count, [](const auto &entry) {
+            rmonrpc_nde_learned_dev_t row{};
+            set_address(row.head, entry.first);
+            row.timeLastNdePkt = entry.second.last_time;
+            row.numNdePkts = entry.second.packets;
+            return row;
+        });
+}
+
+rmonrpc_nde_learned_dev_intf_arr_t
+nde_learned_dev_intf_get(probe &agent, const rmonrpc_nde_learned_dev_intf_t &request)
+{
+    const auto address = address_of(request.head);
+    if (!address)
+        return {};
+    const auto device = agent.netflow.devices.find(*address);
+    if (device == agent.netflow.devices.end())
+        return {};
+    return read_rows<rmonrpc_nde_learned_dev_intf_t>(
+        device->second.interfaces, request.ifIndex, request.head.getType, request.head.count,
+        [&](const auto &entry) {
+            rmonrpc_nde_learned_dev_intf_t row{};
+            set_address(row.head, *address);
+            row.ifIndex = entry.first;
+            row.dirFlag = entry.second.directions;
+            return row;
+        });
+}
+
+/* ---- the switch --------------------------------------------------------------------------- */
+
+int32_t nde_auto_learned_enable(probe &agent)
+{
+    if (agent.netflow.socket < 0)
+        return gen_err;
+    if (agent.netflow.enabled)
+        return no_error;
+    agent.netflow.enabled = true;
+    agent.netflow.start_time = up_time(agent);
+    agent.netflow.devices.clear();
+    return no_error;
+}
+
+int32_t nde_auto_learned_disable(probe &agent)
+{
+    agent.netflow.enabled = false;
+    return no_error;
+}
+
+rmonrpc_nde_learned_dev_status_t nde_learned_dev_status(probe &agent)
+{
+    const netflow_learning &learning = agent.netflow;
+    return {learning.enabled && learning.socket >= 0, learning.start_time};
+}
+
+void save_learning(probe &agent, state_writer &writer)
+{
+    write_record(writer, rmonrpc_nde_learned_dev_status_t{agent.netflow.enabled, 0});
+}
+
+void load_learning(probe &agent, const rmonrpc_nde_learned_dev_status_t &kept)
+{
+    agent.netflow.enabled = kept.state != 0;
+}

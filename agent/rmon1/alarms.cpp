@@ -1,0 +1,191 @@
+#include "agent/rmon1/alarms.h"
+
+#include "agent/capture/counting.h"
+#include "agent/capture/probe.h"
+#include "agent/core/table.h"
+#include "agent/core/variables.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+/** What is compared with the thresholds (alarmSampleType): the variable, or by how much it grew. */
+constexpr int32_t absolute_value = 1;
+constexpr int32_t delta_value = 2;
+
+/** Which alarm the first sample may raise (alarmStartupAlarm). */
+constexpr int32_t startup_rising = 1;
+constexpr int32_t startup_falling = 2;
+constexpr int32_t startup_either = 3;
+
+constexpr uint32_t longest_interval = 24 * 3600; // seconds
+constexpr std::size_t longest_variable = 1024;
+
+/* ---- sampling --------------------------------------------------------------------------------- */
+
+std::string describe_crossing(const alarm_row &row, bool rising)
+{
+    return row.variable + (rising ? " rose to " : " fell to ") + std::to_string(*row.value) + ", threshold "
+           + std::to_string(rising ? row.rising_threshold : row.falling_threshold);
+}
+
+void compare(probe &agent, alarm_row &row, uint32_t value)
+{
+    const std::optional<uint32_t> before = row.value;
+    row.value = value;
+    const bool rises = value >= row.rising_threshold
+                       && (before ? *before < row.rising_threshold : row.startup != startup_falling);
+    const bool falls = value <= row.falling_threshold
+                       && (before ? *before > row.falling_threshold : row.startup != startup_rising);
+    const bool rising = rises && row.may_rise;
+    const bool falling = falls && row.may_fall;
+    if (value >= row.rising_threshold)
+        row.may_fall = true;
+    if (value <= row.falling_threshold)
+        row.may_rise = true;
+    if (rising) {
+        row.may_rise = false;
+        fire_event(agent, row.rising_event, describe_crossing(row, true));
+    }
+    if (falling) {
+        row.may_fall = false;
+        fire_event(agent, row.falling_event, describe_crossing(row, false));
+    }
+}
+
+uint32_t low_32_bits(uint64_t value)
+{
+    return static_cast<uint32_t>(value);
+}
+
+/** By how much a variable grew; a gauge that fell has grown by nothing, a counter that fell began anew. */
+uint32_t growth(uint64_t before, const variable_reading &now)
+{
+    const uint64_t grown = now.value >= before ? now.value - before : now.counter ? now.value : 0;
+    return static_cast<uint32_t>(std::min<uint64_t>(grown, UINT32_MAX));
+}
+
+void sample(probe &agent, alarm_row &row, const variable_reading &now)
+{
+    const uint64_t before = row.last_reading;
+    row.last_reading = now.value;
+    compare(agent, row, row.sample_type == delta_value ? growth(before, now) : low_32_bits(now.value));
+}
+
+/** Samples what is due. The alarm of a variable that is no more goes (RFC 2819). */
+void on_alarm_tick(void *context)
+{
+    auto &agent = *static_cast<probe *>(context);
+    const uint32_t now = up_time(agent);
+    for (auto next = agent.alarms.begin(); next != agent.alarms.end();) {
+        const auto at = next++;
+        alarm_row &row = at->second;
+        if (row.status != row_status::valid || !seconds_passed(row.last_sampled, now, row.interval))
+            continue;
+        row.last_sampled = now;
+        if (const auto reading = read_variable(agent, row.variable))
+            sample(agent, row, *reading);
+        else
+            agent.alarms.erase(at);
+    }
+}
+
+/* ---- the control table --------------------------------------------------------------------------- */
+
+bool nonsense(const rmonrpc_alarm_t &request)
+{
+    const std::string_view variable = text_of(request.alarmVariable);
+    return request.alarmInterval < 1 || request.alarmInterval > longest_interval
+           || request.alarmSampleType < absolute_value || request.alarmSampleType > delta_value
+           || request.alarmStartupAlarm < startup_rising || request.alarmStartupAlarm > startup_either
+           || request.alarmRisingThreshold < request.alarmFallingThreshold
+           || request.alarmRisingEventIndex > last_control_index
+           || request.alarmFallingEventIndex > last_control_index || variable.size() > longest_variable
+           || !is_printable(variable) || !is_printable(text_of(request.alarmOwner));
+}
+
+bool changes_fixed(const alarm_row &row, const rmonrpc_alarm_t &request)
+{
+    return request.alarmInterval != row.interval || text_of(request.alarmVariable) != row.variable
+           || request.alarmSampleType != row.sample_type || request.alarmStartupAlarm != row.startup
+           || request.alarmRisingThreshold != row.rising_threshold
+           || request.alarmFallingThreshold != row.falling_threshold
+           || request.alarmRisingEventIndex != row.rising_event
+           || request.alarmFallingEventIndex != row.falling_event;
+}
+
+void assign(alarm_row &row, const rmonrpc_alarm_t &request)
+{
+    row.interval = request.alarmInterval;
+    row.variable = text_of(request.alarmVariable);
+    row.sample_type = request.alarmSampleType;
+    row.startup = request.alarmStartupAlarm;
+    row.rising_threshold = request.alarmRisingThreshold;
+    row.falling_threshold = request.alarmFallingThreshold;
+    row.rising_event = request.alarmRisingEventIndex;
+    row.falling_event = request.alarmFallingEventIndex;
+    row.owner = text_of(request.alarmOwner);
+}
+
+int32_t start(probe &agent, alarm_row &row)
+{
+    const auto reading = read_variable(agent, row.variable);
+    if (!reading)
+        return bad_value;
+    row.value.reset();
+    row.may_rise = row.may_fall = true;
+    row.last_sampled = up_time(agent);
+    row.last_reading = reading->value;
+    if (row.sample_type == absolute_value)
+        sample(agent, row, *reading);
+    return no_error;
+}
+
+void stop(probe &, alarm_row &row)
+{
+    row.value.reset();
+}
+
+constexpr row_rules<alarm_row, rmonrpc_alarm_t> rules{nonsense, changes_fixed, assign, start, stop};
+
+} // namespace
+
+void start_alarms(probe &agent)
+{
+    every_second(agent.loop, on_alarm_tick, &agent);
+}
+
+void alarm_describe(rmonrpc_alarm_t &record, int32_t index, const alarm_row &row)
+{
+    record.alarmIndex = static_cast<uint32_t>(index);
+    record.alarmInterval = row.interval;
+    set_text(record.alarmVariable, row.variable);
+    record.alarmSampleType = row.sample_type;
+    record.alarmStartupAlarm = row.startup;
+    record.alarmRisingThreshold = row.rising_threshold;
+    record.alarmFallingThreshold = row.falling_threshold;
+    record.alarmRisingEventIndex = row.rising_event;
+    record.alarmFallingEventIndex = row.falling_event;
+    set_text(record.alarmOwner, row.owner);
+    record.alarmStatus = static_cast<int32_t>(row.status);
+}
+
+rmonrpc_alarm_t alarm_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_alarm_t reply{};
+    const auto found = find_row(agent.alarms, key.index, key.getType);
+    if (found == agent.alarms.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    alarm_describe(reply, found->first, found->second);
+    reply.alarmValue = found->second.value.value_or(0);
+    return reply;
+}
+
+int32_t alarm_set(probe &agent, const rmonrpc_alarm_t &request)
+{
+    return set_row(
+        agent, agent.alarms, signed_index(request.alarmIndex), request.alarmStatus, request, rules);
+}

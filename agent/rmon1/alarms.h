@@ -1,0 +1,42 @@
+/* Thresholds on the agent's variables (RFC 2819, alarmTable). */
+#pragma once
+
+#include "agent/core/row_status.h"
+
+#include "rmon/rpc/rmonrpc_rmon1.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+struct probe;
+
+struct alarm_row {
+    uint32_t interval = 0; // seconds
+    std::string variable;
+    int32_t sample_type = 0;
+    int32_t startup = 0;
+    uint32_t rising_threshold = 0;
+    uint32_t falling_threshold = 0;
+    uint32_t rising_event = 0;
+    uint32_t falling_event = 0;
+    std::string owner;
+    row_status status = row_status::under_creation;
+
+    uint32_t last_sampled = 0;     // sysUpTime
+    uint64_t last_reading = 0;     // the variable itself, then
+    std::optional<uint32_t> value; // of the last sample; none before there was one
+    bool may_rise = true;          // a threshold is armed again when the other one is reached
+    bool may_fall = true;
+};
+
+using alarm_table = std::map<int32_t, alarm_row>; // by alarmIndex
+
+/** Has variables sampled from now on. */
+void start_alarms(probe &agent);
+
+void alarm_describe(rmonrpc_alarm_t &record, int32_t index, const alarm_row &row);
+
+rmonrpc_alarm_t alarm_get(probe &agent, const rmonrpc_row_key2_t &key);
+int32_t alarm_set(probe &agent, const rmonrpc_alarm_t &request);

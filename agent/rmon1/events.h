@@ -1,0 +1,46 @@
+/*
+ * Events and their log (RFC 2819, eventTable, logTable).
+ *
+ * An event happens when an alarm crosses a threshold or a channel accepts a
+ * packet. It writes the log, as its type says, and turns channels on or off.
+ */
+#pragma once
+
+#include "agent/core/row_status.h"
+
+#include "rmon/rpc/rmonrpc_rmon1.h"
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <string>
+#include <string_view>
+
+struct probe;
+
+struct log_row {
+    uint32_t time; // sysUpTime
+    std::string description;
+};
+
+struct event_row {
+    std::string description;
+    int32_t type = 0;
+    std::string community;
+    uint32_t last_time_sent = 0; // sysUpTime of the last time, 0: never
+    std::string owner;
+    row_status status = row_status::under_creation;
+    int32_t last_index = 0; // logIndex of the newest log row; they are numbered from 1 on
+    std::deque<log_row> log;
+};
+
+using event_table = std::map<int32_t, event_row>; // by eventIndex
+
+/** An event happens, if there is a valid one of this index. What tells why, for the log. */
+void fire_event(probe &agent, uint32_t index, std::string_view what);
+
+void event_describe(rmonrpc_event_t &record, int32_t index, const event_row &row);
+
+rmonrpc_event_t event_get(probe &agent, const rmonrpc_row_key2_t &key);
+int32_t event_set(probe &agent, const rmonrpc_event_t &request);
+rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key);

@@ -1,0 +1,235 @@
+#include "agent/rmon1/history.h"
+
+#include "agent/core/bulk.h"
+#include "agent/capture/probe.h"
+#include "agent/core/table.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char own_rows[] = "monitor";
+
+/** The rows that each interface has from the start (RFC 2819). */
+constexpr int32_t own_intervals[] = {30, 1800};
+constexpr int32_t own_buckets = 50;
+
+constexpr int32_t longest_interval = 3600; // seconds
+constexpr int32_t most_buckets_requested = 65535;
+constexpr int32_t most_buckets = 3600;
+
+/** Each may hold all of these buckets. */
+constexpr row_limits history_rows{first_control_index, last_control_index, 200};
+
+int32_t granted(const history_row &row)
+{
+    return std::min(row.buckets_requested, most_buckets);
+}
+
+void forget_oldest(history_row &row)
+{
+    while (std::ssize(row.samples) > granted(row))
+        row.samples.pop_front();
+}
+
+/* ---- the control table ----------------------------------------------------------------- */
+
+bool nonsense(const rmonrpc_history_ctl_t &request)
+{
+    return request.historyControlDataSource < 0 || request.historyControlBucketsRequested < 1
+           || request.historyControlBucketsRequested > most_buckets_requested
+           || request.historyControlInterval < 1 || request.historyControlInterval > longest_interval
+           || !is_printable(text_of(request.historyControlOwner));
+}
+
+bool changes_fixed(const history_row &row, const rmonrpc_history_ctl_t &request)
+{
+    return request.historyControlDataSource != row.data_source
+           || request.historyControlInterval != row.interval;
+}
+
+void assign(history_row &row, const rmonrpc_history_ctl_t &request)
+{
+    row.data_source = request.historyControlDataSource;
+    row.buckets_requested = request.historyControlBucketsRequested;
+    row.interval = request.historyControlInterval;
+    row.owner = text_of(request.historyControlOwner);
+    forget_oldest(row);
+}
+
+int32_t start(probe &agent, history_row &row)
+{
+    if (!use_source(agent.sources, row.data_source))
+        return bad_value;
+    row.before = source_counters(agent.sources, row.data_source);
+    row.began = up_time(agent);
+    return no_error;
+}
+
+void stop(probe &agent, history_row &row)
+{
+    leave_source(agent.sources, row.data_source);
+    row.samples.clear();
+    row.last_index = 0;
+}
+
+constexpr row_rules<history_row, rmonrpc_history_ctl_t> rules{nonsense, changes_fixed, assign, start, stop};
+
+/* ---- sampling ------------------------------------------------------------------------------ */
+
+/**
+ * How busy the medium was: each packet takes its octets and as long as 20 more
+ * (preamble and gap) at the interface's speed. 0 where the speed is not known.
+ */
+int32_t utilization(const ether_counters &counted, uint32_t hundredths, uint32_t bits_per_second)
+{
+    const double most = static_cast<double>(bits_per_second) * hundredths / 100;
+    if (most <= 0)
+        return 0;
+    const double used = static_cast<double>(counted.pkts) * 160 + static_cast<double>(counted.octets) * 8;
+    return static_cast<int32_t>(std::min(used / most * 10000, 10000.0));
+}
+
+void take_sample(probe &agent, history_row &row, uint32_t now)
+{
+    const ether_counters &total = source_counters(agent.sources, row.data_source);
+    const ether_counters counted = since(row.before, total);
+    const auto link = agent.interfaces.rows.find(row.data_source);
+    const uint32_t speed = link == agent.interfaces.rows.end() ? 0 : speed_of(link->second);
+    row.samples.push_back({row.began, counted, utilization(counted, now - row.began, speed)});
+    row.last_index++;
+    forget_oldest(row);
+    row.before = total;
+    row.began = now;
+}
+
+/**
+ * Samples are taken on the tick, so an interval lasts whole ticks; the first
+ * one of a row begins with the row and lasts up to the tick behind its end.
+ */
+void on_history_tick(void *context)
+{
+    auto &agent = *static_cast<probe *>(context);
+    const uint32_t now = up_time(agent);
+    for (auto &[index, row] : agent.history)
+        if (row.status == row_status::valid
+            && seconds_passed(row.began, now, static_cast<uint32_t>(row.interval)))
+            take_sample(agent, row, now);
+}
+
+/* ---- the rows ---------------------------------------------------------------------------------- */
+
+int32_t first_index(const history_row &row)
+{
+    return row.last_index - static_cast<int32_t>(row.samples.size()) + 1;
+}
+
+rmonrpc_etherhistory_t sample_reply(int32_t control, int32_t index, const history_sample &sample)
+{
+    rmonrpc_etherhistory_t reply{};
+    reply.etherHistoryIndex = control;
+    reply.etherHistorySampleIndex = index;
+    reply.etherHistoryIntervalStart = sample.start;
+    reply.etherHistoryDropEvents = sample.counted.drop_events;
+    reply.etherHistoryOctets = sample.counted.octets;
+    reply.etherHistoryPkts = sample.counted.pkts;
+    reply.etherHistoryBroadcastPkts = sample.counted.broadcast_pkts;
+    reply.etherHistoryMulticastPkts = sample.counted.multicast_pkts;
+    reply.etherHistoryCRCAlignErrors = sample.counted.crc_align_errors;
+    reply.etherHistoryUndersizePkts = sample.counted.undersize_pkts;
+    reply.etherHistoryOversizePkts = sample.counted.oversize_pkts;
+    reply.etherHistoryFragments = sample.counted.fragments;
+    reply.etherHistoryJabbers = sample.counted.jabbers;
+    reply.etherHistoryCollisions = sample.counted.collisions;
+    reply.etherHistoryUtilization = sample.utilization;
+    return reply;
+}
+
+/** Appends a row's samples from an index on, until there are as many as wanted. */
+void append_samples(
+    int32_t control,
+    const history_row &row,
+    int32_t from,
+    std::size_t wanted,
+    std::vector<rmonrpc_etherhistory_t> &to)
+{
+    const int32_t first = first_index(row);
+    for (int32_t i = std::max(from, first); i <= row.last_index && to.size() < wanted; i++)
+        to.push_back(sample_reply(control, i, row.samples[static_cast<std::size_t>(i - first)]));
+}
+
+} // namespace
+
+void start_history(probe &agent)
+{
+    every_second(agent.loop, on_history_tick, &agent);
+    int32_t next = first_control_index;
+    for (const auto &[index, link] : agent.interfaces.rows) {
+        for (const int32_t interval : own_intervals) {
+            if (!is_ethernet_like(link) || agent.history.size() >= history_rows.most)
+                continue;
+            history_row row;
+            row.data_source = index;
+            row.buckets_requested = own_buckets;
+            row.interval = interval;
+            row.owner = own_rows;
+            if (start(agent, row) != no_error)
+                continue;
+            row.status = row_status::valid;
+            agent.history.emplace(next++, std::move(row));
+        }
+    }
+}
+
+void history_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.history, index, rules);
+}
+
+void history_ctl_describe(rmonrpc_history_ctl_t &record, int32_t index, const history_row &row)
+{
+    record.historyControlIndex = index;
+    record.historyControlDataSource = row.data_source;
+    record.historyControlBucketsRequested = row.buckets_requested;
+    record.historyControlInterval = row.interval;
+    set_text(record.historyControlOwner, row.owner);
+    record.historyControlStatus = static_cast<int32_t>(row.status);
+}
+
+rmonrpc_history_ctl_t history_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_history_ctl_t reply{};
+    const auto found = find_row(agent.history, key.index, key.getType);
+    if (found == agent.history.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    history_ctl_describe(reply, found->first, found->second);
+    reply.historyControlBucketsGranted = granted(found->second);
+    return reply;
+}
+
+int32_t history_ctl_set(probe &agent, const rmonrpc_history_ctl_t &request)
+{
+    return set_row(
+        agent, agent.history, request.historyControlIndex, request.historyControlStatus, request, rules,
+        history_rows);
+}
+
+rmonrpc_etherhistory_arr_t etherhistory_get(probe &agent, const rmonrpc_row_key4_t &key)
+{
+    std::vector<rmonrpc_etherhistory_t> rows;
+    if (key.getType == GET) {
+        const auto found = agent.history.find(key.index1);
+        if (found != agent.history.end() && key.index2 >= first_index(found->second))
+            append_samples(key.index1, found->second, key.index2, 1, rows);
+    } else if (key.getType == GETNEXT || key.getType == GETBULK) {
+        const std::size_t wanted = rows_wanted(key.getType, key.count);
+        for (auto at = agent.history.lower_bound(key.index1); at != agent.history.end(); ++at) {
+            const int32_t after = at->first == key.index1 ? key.index2 : 0;
+            if (after < INT32_MAX)
+                append_samples(at->first, at->second, after + 1, wanted, rows);
+        }
+    }
+    return reply_rows(rows);
+}

@@ -1,0 +1,44 @@
+/* Samples of a data source at regular intervals (RFC 2819, historyControlTable, etherHistoryTable). */
+#pragma once
+
+#include "agent/capture/ether_counters.h"
+#include "agent/core/row_status.h"
+
+#include "rmon/rpc/rmonrpc_rmon1.h"
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <string>
+
+struct probe;
+
+struct history_sample {
+    uint32_t start; // sysUpTime
+    ether_counters counted;
+    int32_t utilization; // hundredths of a percent
+};
+
+struct history_row {
+    int32_t data_source = 0; // ifIndex
+    int32_t buckets_requested = 0;
+    int32_t interval = 0; // seconds
+    std::string owner;
+    row_status status = row_status::under_creation;
+    uint32_t began = 0;      // sysUpTime at which the running interval began
+    ether_counters before{}; // the source's counters then
+    int32_t last_index = 0;  // etherHistorySampleIndex of the newest sample; they are numbered from 1 on
+    std::deque<history_sample> samples;
+};
+
+using history_table = std::map<int32_t, history_row>; // by historyControlIndex
+
+/** Has samples taken from now on, and makes two rows for each interface, for a short and a long interval. */
+void start_history(probe &agent);
+
+void history_interface_gone(probe &agent, int32_t index);
+void history_ctl_describe(rmonrpc_history_ctl_t &record, int32_t index, const history_row &row);
+
+rmonrpc_history_ctl_t history_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
+int32_t history_ctl_set(probe &agent, const rmonrpc_history_ctl_t &request);
+rmonrpc_etherhistory_arr_t etherhistory_get(probe &agent, const rmonrpc_row_key4_t &key);

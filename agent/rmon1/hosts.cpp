@@ -1,0 +1,242 @@
+#include "agent/rmon1/hosts.h"
+
+#include "agent/core/bulk.h"
+#include "agent/capture/counting.h"
+#include "agent/capture/probe.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+/* ---- counting ------------------------------------------------------------------------ */
+
+host_counts *learn_host(host_work &work, mac_key key, const frame &seen)
+{
+    const uint32_t deletes = work.learned.deletes;
+    host_counts *host = learn(work.learned, key);
+    if (host->serial == 0)
+        host->serial = ++work.last_serial;
+    if (work.learned.deletes != deletes)
+        work.last_delete = frame_time(*work.agent, seen);
+    return host;
+}
+
+/** Hosts are found by good frames; of others only the sender is counted, if it is known. */
+void count(void *context, const frame &seen)
+{
+    if (!seen.source)
+        return;
+    auto &work = *static_cast<host_work *>(context);
+    const mac_key from = mac_key_of(seen.source);
+    if (!is_good_length(seen.length)) {
+        const uint32_t found = find_learned(work.learned, from);
+        if (found == no_entry)
+            return;
+        host_counts &sender = work.learned.entries[found].row;
+        sender.out_pkts++;
+        sender.out_octets += seen.length;
+        sender.out_errors++;
+        return;
+    }
+    host_counts &sender = *learn_host(work, from, seen);
+    sender.out_pkts++;
+    sender.out_octets += seen.length;
+    if (is_broadcast(seen.destination))
+        sender.out_broadcast_pkts++;
+    else if (is_group(seen.destination))
+        sender.out_multicast_pkts++;
+
+    host_counts &receiver = *learn_host(work, mac_key_of(seen.destination), seen);
+    receiver.in_pkts++;
+    receiver.in_octets += seen.length;
+}
+
+/* ---- the control table ----------------------------------------------------------------- */
+
+bool nonsense(const rmonrpc_host_ctl_t &request)
+{
+    return request.hostControlDataSource < 0 || !is_printable(text_of(request.hostControlOwner));
+}
+
+bool changes_fixed(const host_control &row, const rmonrpc_host_ctl_t &request)
+{
+    return request.hostControlDataSource != row.data_source;
+}
+
+void assign(host_control &row, const rmonrpc_host_ctl_t &request)
+{
+    row.data_source = request.hostControlDataSource;
+    row.owner = text_of(request.hostControlOwner);
+}
+
+int32_t start(probe &agent, host_control &row)
+{
+    row.work = std::make_shared<host_work>();
+    row.work->agent = &agent;
+    return start_counting(agent, row, count);
+}
+
+constexpr row_rules<host_control, rmonrpc_host_ctl_t> rules{
+    nonsense, changes_fixed, assign, start, stop_counting<count, host_work>};
+
+/* ---- the rows ---------------------------------------------------------------------------- */
+
+/** The entries in the order in which they were found; creation_orders follows it. */
+const std::vector<uint32_t> &in_creation_order(host_work &work)
+{
+    auto &[version, order] = work.by_creation;
+    const auto &entries = work.learned.entries;
+    if (version == work.learned.version)
+        return order;
+    order.resize(entries.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::sort(order, {}, [&](uint32_t index) { return entries[index].row.serial; });
+    work.creation_orders.resize(entries.size());
+    for (std::size_t i = 0; i < order.size(); i++)
+        work.creation_orders[order[i]] = static_cast<int32_t>(i + 1);
+    version = work.learned.version;
+    return order;
+}
+
+using host_entry = learned_entry<mac_key, host_counts>;
+
+int32_t creation_order_of(host_work &work, const host_entry &entry)
+{
+    in_creation_order(work);
+    return work.creation_orders[static_cast<std::size_t>(&entry - work.learned.entries.data())];
+}
+
+rmonrpc_host_t host_reply(int32_t control, host_work &work, const host_entry &entry)
+{
+    rmonrpc_host_t reply{};
+    set_mac(reply.hostAddress, entry.key);
+    reply.hostCreationOrder = creation_order_of(work, entry);
+    reply.hostIndex = control;
+    reply.hostInPkts = entry.row.in_pkts;
+    reply.hostOutPkts = entry.row.out_pkts;
+    reply.hostInOctets = entry.row.in_octets;
+    reply.hostOutOctets = entry.row.out_octets;
+    reply.hostOutErrors = entry.row.out_errors;
+    reply.hostOutBroadcastPkts = entry.row.out_broadcast_pkts;
+    reply.hostOutMulticastPkts = entry.row.out_multicast_pkts;
+    return reply;
+}
+
+rmonrpc_hosttime_t hosttime_reply(int32_t control, host_work &work, const host_entry &entry)
+{
+    rmonrpc_hosttime_t reply{};
+    set_mac(reply.hostTimeAddress, entry.key);
+    reply.hostTimeCreationOrder = creation_order_of(work, entry);
+    reply.hostTimeIndex = control;
+    reply.hostTimeInPkts = entry.row.in_pkts;
+    reply.hostTimeOutPkts = entry.row.out_pkts;
+    reply.hostTimeInOctets = entry.row.in_octets;
+    reply.hostTimeOutOctets = entry.row.out_octets;
+    reply.hostTimeOutErrors = entry.row.out_errors;
+    reply.hostTimeOutBroadcastPkts = entry.row.out_broadcast_pkts;
+    reply.hostTimeOutMulticastPkts = entry.row.out_multicast_pkts;
+    return reply;
+}
+
+} // namespace
+
+host_work *find_hosts(probe &agent, int32_t control)
+{
+    const auto found = agent.hosts.find(control);
+    if (found == agent.hosts.end() || !found->second.work)
+        return nullptr;
+    catch_up(agent, found->second.data_source);
+    return found->second.work.get();
+}
+
+void hosts_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.hosts, index, rules);
+}
+
+void host_ctl_describe(rmonrpc_host_ctl_t &record, int32_t index, const host_control &row)
+{
+    record.hostControlIndex = index;
+    record.hostControlDataSource = row.data_source;
+    set_text(record.hostControlOwner, row.owner);
+    record.hostControlStatus = static_cast<int32_t>(row.status);
+}
+
+rmonrpc_host_ctl_t host_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_host_ctl_t reply{};
+    const auto found = find_row(agent.hosts, key.index, key.getType);
+    if (found == agent.hosts.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    host_ctl_describe(reply, found->first, found->second);
+    if (const host_work *work = find_hosts(agent, found->first)) {
+        reply.hostControlTableSize = static_cast<int32_t>(work->learned.entries.size());
+        reply.hostControlLastDeleteTime = work->last_delete;
+    }
+    return reply;
+}
+
+int32_t host_ctl_set(probe &agent, const rmonrpc_host_ctl_t &request)
+{
+    return set_row(
+        agent, agent.hosts, request.hostControlIndex, request.hostControlStatus, request, rules,
+        learning_rows);
+}
+
+rmonrpc_host_arr_t host_get(probe &agent, const rmonrpc_host_key_t &key)
+{
+    std::vector<rmonrpc_host_t> rows;
+    const mac_key address = mac_key_of(key.hostAddress);
+    if (key.getType == GET) {
+        host_work *work = find_hosts(agent, key.hostIndex);
+        const uint32_t found = work ? find_learned(work->learned, address) : no_entry;
+        if (found != no_entry)
+            rows.push_back(host_reply(key.hostIndex, *work, work->learned.entries[found]));
+        return reply_rows(rows);
+    }
+    const std::size_t wanted = rows_wanted(key.getType, key.count);
+    if (wanted == 0 || (key.getType != GETNEXT && key.getType != GETBULK))
+        return {};
+    visit_after(
+        agent.hosts, key.hostIndex, address,
+        [&](host_control &row) {
+            catch_up(agent, row.data_source);
+            return row.work ? &row.work->learned : nullptr;
+        },
+        [](host_control &row) -> ordered_view & { return row.work->by_address; }, std::ranges::less{},
+        [&](int32_t control, const host_entry &entry) {
+            rows.push_back(host_reply(control, *agent.hosts.at(control).work, entry));
+            return rows.size() < wanted;
+        });
+    return reply_rows(rows);
+}
+
+rmonrpc_hosttime_arr_t hosttime_get(probe &agent, const rmonrpc_row_key4_t &key)
+{
+    if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
+        return {};
+    std::vector<rmonrpc_hosttime_t> rows;
+    const std::size_t wanted = rows_wanted(key.getType, key.count);
+    for (auto at = agent.hosts.lower_bound(key.index1); at != agent.hosts.end(); ++at) {
+        const bool asked = at->first == key.index1;
+        if (key.getType == GET && !asked)
+            break;
+        host_work *work = find_hosts(agent, at->first);
+        if (!work)
+            continue;
+        // The row of creation order n stands at n - 1.
+        const auto &order = in_creation_order(*work);
+        int64_t i = asked ? std::max(key.index2, 0) : 0;
+        if (key.getType == GET && --i < 0)
+            break;
+        for (; i < std::ssize(order) && rows.size() < wanted; i++)
+            rows.push_back(
+                hosttime_reply(at->first, *work, work->learned.entries[order[static_cast<std::size_t>(i)]]));
+        if (key.getType == GET || rows.size() >= wanted)
+            break;
+    }
+    return reply_rows(rows);
+}

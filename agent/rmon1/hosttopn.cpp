@@ -1,0 +1,219 @@
+#include "agent/rmon1/hosttopn.h"
+
+#include "agent/core/bulk.h"
+#include "agent/capture/probe.h"
+#include "agent/core/table.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+/** Hosts of a report. */
+constexpr int32_t most_reported = 1000;
+
+int32_t granted(const topn_row &row)
+{
+    return std::min(row.requested, most_reported);
+}
+
+/** Seconds until the running interval ends; one that should have ended waits for the tick. */
+int32_t remaining(const topn_row &row, uint32_t now)
+{
+    if (!row.running)
+        return 0;
+    const uint32_t passed = (now - row.start_time) / 100;
+    return std::max(row.duration - static_cast<int32_t>(passed), 1);
+}
+
+/* ---- reports ------------------------------------------------------------------------------- */
+
+uint64_t value_of(const topn_row &row, const host_counts &host)
+{
+    return host.*host_rate_bases[row.rate_base - 1];
+}
+
+void begin_interval(probe &agent, topn_row &row)
+{
+    row.report.clear();
+    row.base.clear();
+    row.running = false;
+    if (row.duration == 0)
+        return;
+    if (const host_work *hosts = find_hosts(agent, row.host_index)) {
+        row.base.reserve(hosts->learned.entries.size());
+        for (const auto &entry : hosts->learned.entries)
+            row.base.push_back({entry.row.serial, value_of(row, entry.row)});
+        std::ranges::sort(row.base, {}, &topn_base::serial);
+    }
+    row.running = true;
+    row.start_time = up_time(agent);
+}
+
+/** By how much a host's value grew; one that was found in the interval began at 0. */
+uint64_t rate_of(const topn_row &row, const host_counts &host)
+{
+    const auto base = std::ranges::lower_bound(row.base, host.serial, {}, &topn_base::serial);
+    const uint64_t before = base != row.base.end() && base->serial == host.serial ? base->value : 0;
+    return value_of(row, host) - before;
+}
+
+/** Makes the report of those hosts whose value grew. */
+void end_interval(probe &agent, topn_row &row)
+{
+    if (const host_work *hosts = find_hosts(agent, row.host_index)) {
+        for (const auto &entry : hosts->learned.entries)
+            if (const uint64_t rate = rate_of(row, entry.row))
+                row.report.push_back({entry.key, rate});
+        // Of equal ones the lower address stands first.
+        const auto busier = [](const topn_host &a, const topn_host &b) {
+            return a.rate != b.rate ? a.rate > b.rate : a.address < b.address;
+        };
+        const auto size = std::min(std::ssize(row.report), std::ptrdiff_t{granted(row)});
+        std::ranges::partial_sort(row.report, row.report.begin() + size, busier);
+        row.report.resize(static_cast<std::size_t>(size));
+        row.report.shrink_to_fit();
+    }
+    row.base = {};
+    row.running = false;
+}
+
+void on_topn_tick(void *context)
+{
+    auto &agent = *static_cast<probe *>(context);
+    const uint32_t now = up_time(agent);
+    for (auto &[index, row] : agent.hosttopn)
+        if (row.running && seconds_passed(row.start_time, now, static_cast<uint32_t>(row.duration)))
+            end_interval(agent, row);
+}
+
+/* ---- the control table ----------------------------------------------------------------------- */
+
+bool nonsense(const rmonrpc_hosttopn_ctl_t &request)
+{
+    constexpr int32_t longest = 365 * 24 * 3600; // seconds; so that their hundredths fit a time of the agent
+    return request.hostTopNHostIndex < 0 || request.hostTopNRateBase < 1
+           || request.hostTopNRateBase > std::ssize(host_rate_bases) || request.hostTopNTimeRemaining < 0
+           || request.hostTopNTimeRemaining > longest || request.hostTopNRequestedSize < 1
+           || !is_printable(text_of(request.hostTopNOwner));
+}
+
+bool changes_fixed(const topn_row &row, const rmonrpc_hosttopn_ctl_t &request)
+{
+    return request.hostTopNHostIndex != row.host_index || request.hostTopNRateBase != row.rate_base;
+}
+
+void assign(topn_row &row, const rmonrpc_hosttopn_ctl_t &request)
+{
+    row.host_index = request.hostTopNHostIndex;
+    row.rate_base = request.hostTopNRateBase;
+    row.requested = request.hostTopNRequestedSize;
+    row.owner = text_of(request.hostTopNOwner);
+    // While the row works, the set begins an interval behind this; one of no time changes nothing.
+    if (row.status != row_status::valid)
+        row.duration = request.hostTopNTimeRemaining;
+}
+
+int32_t start(probe &agent, topn_row &row)
+{
+    if (!find_hosts(agent, row.host_index))
+        return bad_value;
+    begin_interval(agent, row);
+    return no_error;
+}
+
+void stop(probe &, topn_row &row)
+{
+    row.running = false;
+    row.base = {};
+    row.report = {};
+}
+
+constexpr row_rules<topn_row, rmonrpc_hosttopn_ctl_t> rules{nonsense, changes_fixed, assign, start, stop};
+
+rmonrpc_hosttopn_t host_reply(int32_t report, int32_t rank, const topn_host &host)
+{
+    rmonrpc_hosttopn_t reply{};
+    reply.hostTopNReport = report;
+    reply.hostTopNIndex = rank;
+    set_mac(reply.hostTopNAddress, host.address);
+    reply.hostTopNRate = host.rate;
+    return reply;
+}
+
+} // namespace
+
+void start_hosttopn(probe &agent)
+{
+    every_second(agent.loop, on_topn_tick, &agent);
+}
+
+void hosttopn_ctl_describe(rmonrpc_hosttopn_ctl_t &record, int32_t index, const topn_row &row)
+{
+    record.hostTopNControlIndex = index;
+    record.hostTopNHostIndex = row.host_index;
+    record.hostTopNRateBase = row.rate_base;
+    record.hostTopNTimeRemaining = row.duration;
+    record.hostTopNRequestedSize = row.requested;
+    set_text(record.hostTopNOwner, row.owner);
+    record.hostTopNStatus = static_cast<int32_t>(row.status);
+}
+
+rmonrpc_hosttopn_ctl_t hosttopn_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_hosttopn_ctl_t reply{};
+    const auto found = find_row(agent.hosttopn, key.index, key.getType);
+    if (found == agent.hosttopn.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    const topn_row &row = found->second;
+    hosttopn_ctl_describe(reply, found->first, row);
+    if (row.status == row_status::valid)
+        reply.hostTopNTimeRemaining = remaining(row, up_time(agent));
+    reply.hostTopNDuration = row.duration;
+    reply.hostTopNGrantedSize = granted(row);
+    reply.hostTopNStartTime = row.start_time;
+    return reply;
+}
+
+int32_t hosttopn_ctl_set(probe &agent, const rmonrpc_hosttopn_ctl_t &request)
+{
+    const auto before = agent.hosttopn.find(request.hostTopNControlIndex);
+    const bool worked = before != agent.hosttopn.end() && before->second.status == row_status::valid;
+    const int32_t error = set_row(
+        agent, agent.hosttopn, request.hostTopNControlIndex, request.hostTopNStatus, request, rules,
+        learning_rows);
+    if (error != no_error || !worked || request.hostTopNTimeRemaining == 0)
+        return error;
+    const auto row = agent.hosttopn.find(request.hostTopNControlIndex);
+    if (row == agent.hosttopn.end() || row->second.status != row_status::valid)
+        return error;
+    row->second.duration = request.hostTopNTimeRemaining;
+    begin_interval(agent, row->second);
+    return error;
+}
+
+rmonrpc_hosttopn_arr_t hosttopn_get(probe &agent, const rmonrpc_row_key4_t &key)
+{
+    if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
+        return {};
+    std::vector<rmonrpc_hosttopn_t> rows;
+    const std::size_t wanted = rows_wanted(key.getType, key.count);
+    for (auto at = agent.hosttopn.lower_bound(key.index1); at != agent.hosttopn.end(); ++at) {
+        const bool asked = at->first == key.index1;
+        if (key.getType == GET && !asked)
+            break;
+        // Rank n stands at n - 1.
+        const auto &report = at->second.report;
+        int64_t i = asked ? std::max(key.index2, 0) : 0;
+        if (key.getType == GET && --i < 0)
+            break;
+        for (; i < std::ssize(report) && rows.size() < wanted; i++)
+            rows.push_back(
+                host_reply(at->first, static_cast<int32_t>(i + 1), report[static_cast<std::size_t>(i)]));
+        if (key.getType == GET || rows.size() >= wanted)
+            break;
+    }
+    return reply_rows(rows);
+}

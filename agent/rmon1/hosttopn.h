@@ -1,0 +1,52 @@
+/* Reports of the busiest hosts over an interval (RFC 2819, hostTopNControlTable, hostTopNTable). */
+#pragma once
+
+#include "agent/capture/mac_key.h"
+#include "agent/core/row_status.h"
+
+#include "rmon/rpc/rmonrpc_rmon1.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+struct probe;
+
+/** What a host had when the interval began. */
+struct topn_base {
+    uint64_t serial; // of the host, see host_counts
+    uint64_t value;
+};
+
+struct topn_host {
+    mac_key address;
+    uint64_t rate; // by how much the value grew in the interval
+};
+
+struct topn_row {
+    int32_t host_index = 0; // hostControlIndex
+    int32_t rate_base = 0;
+    int32_t duration = 0; // seconds, of the running or the last interval
+    int32_t requested = 0;
+    std::string owner;
+    row_status status = row_status::under_creation;
+    bool running = false;
+    uint32_t start_time = 0;       // sysUpTime at which the running or the last interval began
+    std::vector<topn_base> base;   // by serial; while an interval runs
+    std::vector<topn_host> report; // of the last interval that ended, the busiest host first
+};
+
+using topn_table = std::map<int32_t, topn_row>; // by hostTopNControlIndex
+
+/** Has reports made from now on. */
+void start_hosttopn(probe &agent);
+
+void hosttopn_ctl_describe(rmonrpc_hosttopn_ctl_t &record, int32_t index, const topn_row &row);
+
+rmonrpc_hosttopn_ctl_t hosttopn_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
+
+/** A time that remains begins an interval; the last report is gone then. */
+int32_t hosttopn_ctl_set(probe &agent, const rmonrpc_hosttopn_ctl_t &request);
+
+rmonrpc_hosttopn_arr_t hosttopn_get(probe &agent, const rmonrpc_row_key4_t &key);

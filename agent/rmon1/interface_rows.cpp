@@ -1,0 +1,129 @@
+#include "agent/rmon1/interface_rows.h"
+
+#include "agent/capture/probe.h"
+#include "agent/core/reply.h"
+#include "agent/core/table.h"
+
+#include <linux/if.h>
+#include <linux/if_arp.h>
+
+namespace {
+
+/* Numbers of the interface table's enumerations (IANAifType-MIB, RFC 2863). */
+enum if_type : int32_t { if_other = 1, if_ethernet_csmacd = 6, if_software_loopback = 24, if_tunnel = 131 };
+enum if_status : int32_t {
+    if_up = 1,
+    if_down = 2,
+    if_testing = 3,
+    if_dormant = 5,
+    if_not_present = 6,
+    if_lower_layer_down = 7,
+};
+
+/* Kinds of data source. */
+enum dsrc_type : uint32_t { dsrc_other = 0, dsrc_eth = 1, dsrc_vlan = 2 };
+
+int32_t type_of(const interface &link)
+{
+    switch (link.hardware_type) {
+    case ARPHRD_ETHER:
+        return if_ethernet_csmacd;
+    case ARPHRD_LOOPBACK:
+        return if_software_loopback;
+    case ARPHRD_TUNNEL:
+    case ARPHRD_TUNNEL6:
+    case ARPHRD_SIT:
+    case ARPHRD_IPGRE:
+    case ARPHRD_IP6GRE:
+        return if_tunnel;
+    default:
+        return if_other;
+    }
+}
+
+int32_t oper_status_of(const interface &link)
+{
+    switch (link.oper_state) {
+    case IF_OPER_UP:
+        return if_up;
+    case IF_OPER_DORMANT:
+        return if_dormant;
+    case IF_OPER_TESTING:
+        return if_testing;
+    case IF_OPER_LOWERLAYERDOWN:
+        return if_lower_layer_down;
+    case IF_OPER_NOTPRESENT:
+        return if_not_present;
+    case IF_OPER_DOWN:
+        return if_down;
+    default:
+        // Drivers of virtual interfaces don't keep the state; the flags tell whether packets pass.
+        return link.flags & IFF_UP && link.flags & IFF_RUNNING ? if_up : if_down;
+    }
+}
+
+uint32_t source_type_of(const interface &link)
+{
+    if (link.kind == "vlan")
+        return dsrc_vlan;
+    return link.hardware_type == ARPHRD_ETHER ? dsrc_eth : dsrc_other;
+}
+
+/** A Counter32: the counter modulo 2^32. */
+uint32_t counter(uint64_t value)
+{
+    return static_cast<uint32_t>(value);
+}
+
+/**
+ * What the kernel doesn't tell stays 0: the multicast and broadcast packets
+ * among those sent (all are counted as unicast), and packets of unknown
+ * protocols (which it counts among the dropped ones). Whether broadcast packets
+ * are among the received multicast ones depends on the driver.
+ */
+void fill_counters(rmonrpc_ifentry_t &row, const link_counters &kernel)
+{
+    row.ifInOctets = counter(kernel.rx_bytes);
+    row.ifInUcastPkts = counter(kernel.rx_packets - kernel.multicast);
+    row.ifInNUcastPkts = counter(kernel.multicast);
+    row.ifInDiscards = counter(kernel.rx_dropped + kernel.rx_missed_errors);
+    row.ifInErrors = counter(kernel.rx_errors);
+    row.ifOutOctets = counter(kernel.tx_bytes);
+    row.ifOutUcastPkts = counter(kernel.tx_packets);
+    row.ifOutDiscards = counter(kernel.tx_dropped);
+    row.ifOutErrors = counter(kernel.tx_errors);
+}
+
+} // namespace
+
+rmonrpc_ifentry_t ifentry_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    interface_table &table = agent.interfaces;
+    auto found = find_row(table.rows, key.index, key.getType);
+    const interface *link = nullptr;
+    while (found != table.rows.end() && !(link = fetch_interface(table, found->first)))
+        found = key.getType == GET ? table.rows.end() : std::next(found);
+
+    rmonrpc_ifentry_t row{};
+    if (!link) {
+        row.status = no_such_name;
+        return row;
+    }
+    row.ifIndex = link->index;
+    set_text(row.ifDescr, link->name);
+    row.ifType = type_of(*link);
+    row.ifMtu = link->mtu;
+    row.ifSpeed = speed_of(*link);
+    // The loopback has no address; the kernel shows one of zeros.
+    if (link->hardware_type != ARPHRD_LOOPBACK)
+        set_bytes(row.ifPhysAddress, link->address);
+    row.ifAdminStatus = link->flags & IFF_UP ? if_up : if_down;
+    row.ifOperStatus = oper_status_of(*link);
+    row.ifLastChange = link->last_change;
+    fill_counters(row, link->counters);
+    row.ifOutQLen = queue_length_of(table, *link);
+    // Slot and port, channel group and span mode are a switch's; a host has none, and they stay 0.
+    row.dsrcType = source_type_of(*link);
+    row.dsrcVlan = link->vlan;
+    return row;
+}

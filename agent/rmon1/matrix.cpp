@@ -1,0 +1,160 @@
+#include "agent/rmon1/matrix.h"
+
+#include "agent/core/bulk.h"
+#include "agent/capture/counting.h"
+#include "agent/capture/probe.h"
+
+#include <tuple>
+
+namespace {
+
+/** Conversations are found by good frames; others are counted where the conversation is known. */
+void count(void *context, const frame &seen)
+{
+    if (!seen.source)
+        return;
+    auto &work = *static_cast<matrix_work *>(context);
+    const matrix_key key{mac_key_of(seen.source), mac_key_of(seen.destination)};
+    if (!is_good_length(seen.length)) {
+        const uint32_t found = find_learned(work.learned, key);
+        if (found == no_entry)
+            return;
+        matrix_counts &counts = work.learned.entries[found].row;
+        counts.pkts++;
+        counts.octets += seen.length;
+        counts.errors++;
+        return;
+    }
+    const uint32_t deletes = work.learned.deletes;
+    matrix_counts &counts = *learn(work.learned, key);
+    if (work.learned.deletes != deletes)
+        work.last_delete = frame_time(*work.agent, seen);
+    counts.pkts++;
+    counts.octets += seen.length;
+}
+
+/* ---- the control table ----------------------------------------------------------------- */
+
+bool nonsense(const rmonrpc_matrix_ctl_t &request)
+{
+    return request.matrixControlDataSource < 0 || !is_printable(text_of(request.matrixControlOwner));
+}
+
+bool changes_fixed(const matrix_control &row, const rmonrpc_matrix_ctl_t &request)
+{
+    return request.matrixControlDataSource != row.data_source;
+}
+
+void assign(matrix_control &row, const rmonrpc_matrix_ctl_t &request)
+{
+    row.data_source = request.matrixControlDataSource;
+    row.owner = text_of(request.matrixControlOwner);
+}
+
+int32_t start(probe &agent, matrix_control &row)
+{
+    row.work = std::make_shared<matrix_work>();
+    row.work->agent = &agent;
+    return start_counting(agent, row, count);
+}
+
+constexpr row_rules<matrix_control, rmonrpc_matrix_ctl_t> rules{
+    nonsense, changes_fixed, assign, start, stop_counting<count, matrix_work>};
+
+/* ---- the rows ---------------------------------------------------------------------------- */
+
+rmonrpc_matrix_t matrix_reply(int32_t control, const matrix_key &key, const matrix_counts &counts)
+{
+    rmonrpc_matrix_t reply{};
+    set_mac(reply.sourceAddress, key.source);
+    set_mac(reply.destAddress, key.destination);
+    reply.index = control;
+    reply.pkts = counts.pkts;
+    reply.octets = counts.octets;
+    reply.errors = counts.errors;
+    return reply;
+}
+
+/** What was counted of a conversation up to this moment, or null. */
+const matrix_counts *find_conversation(probe &agent, int32_t control, const matrix_key &key)
+{
+    const auto found = agent.matrix.find(control);
+    if (found == agent.matrix.end() || !found->second.work)
+        return nullptr;
+    catch_up(agent, found->second.data_source);
+    auto &learned = found->second.work->learned;
+    const uint32_t entry = find_learned(learned, key);
+    return entry == no_entry ? nullptr : &learned.entries[entry].row;
+}
+
+} // namespace
+
+void matrix_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.matrix, index, rules);
+}
+
+void matrix_ctl_describe(rmonrpc_matrix_ctl_t &record, int32_t index, const matrix_control &row)
+{
+    record.matrixControlIndex = index;
+    record.matrixControlDataSource = row.data_source;
+    set_text(record.matrixControlOwner, row.owner);
+    record.matrixControlStatus = static_cast<int32_t>(row.status);
+}
+
+rmonrpc_matrix_ctl_t matrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_matrix_ctl_t reply{};
+    const auto found = find_row(agent.matrix, key.index, key.getType);
+    if (found == agent.matrix.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    matrix_ctl_describe(reply, found->first, found->second);
+    if (const matrix_work *work = found->second.work.get()) {
+        catch_up(agent, found->second.data_source);
+        reply.matrixControlTableSize = static_cast<int32_t>(work->learned.entries.size());
+        reply.matrixControlLastDeleteTime = work->last_delete;
+    }
+    return reply;
+}
+
+int32_t matrix_ctl_set(probe &agent, const rmonrpc_matrix_ctl_t &request)
+{
+    return set_row(
+        agent, agent.matrix, request.matrixControlIndex, request.matrixControlStatus, request, rules,
+        learning_rows);
+}
+
+rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key)
+{
+    if (key.direction != MATRIX_SD && key.direction != MATRIX_DS)
+        return {};
+    std::vector<rmonrpc_matrix_t> rows;
+    const matrix_key wanted_key{mac_key_of(key.sourceAddress), mac_key_of(key.destAddress)};
+    if (key.getType == GET) {
+        if (const matrix_counts *counts = find_conversation(agent, key.index, wanted_key))
+            rows.push_back(matrix_reply(key.index, wanted_key, *counts));
+        return reply_rows(rows);
+    }
+    const std::size_t wanted = rows_wanted(key.getType, key.count);
+    if (wanted == 0 || (key.getType != GETNEXT && key.getType != GETBULK))
+        return {};
+    visit_after(
+        agent.matrix, key.index, wanted_key,
+        [&](matrix_control &row) {
+            catch_up(agent, row.data_source);
+            return row.work ? &row.work->learned : nullptr;
+        },
+        [&](matrix_control &row) -> ordered_view & { return row.work->by_direction[key.direction]; },
+        [&](const matrix_key &a, const matrix_key &b) {
+            return key.direction == MATRIX_SD
+                       ? std::tie(a.source, a.destination) < std::tie(b.source, b.destination)
+                       : std::tie(a.destination, a.source) < std::tie(b.destination, b.source);
+        },
+        [&](int32_t control, const learned_entry<matrix_key, matrix_counts> &entry) {
+            rows.push_back(matrix_reply(control, entry.key, entry.row));
+            return rows.size() < wanted;
+        });
+    return reply_rows(rows);
+}

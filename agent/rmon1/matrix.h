@@ -1,0 +1,44 @@
+/* The conversations of a data source (RFC 2819, matrixControlTable, matrixSDTable, matrixDSTable). */
+#pragma once
+
+#include "agent/capture/counting_row.h"
+#include "agent/core/learned_table.h"
+#include "agent/capture/mac_key.h"
+
+#include "rmon/rpc/rmonrpc_rmon1.h"
+
+#include <cstdint>
+#include <map>
+
+struct probe;
+
+/** One direction of a conversation. */
+struct matrix_key {
+    mac_key source;
+    mac_key destination;
+};
+
+struct matrix_counts {
+    uint64_t pkts;
+    uint64_t octets;
+    uint64_t errors;
+};
+
+struct matrix_work {
+    probe *agent = nullptr;
+    learned_table<matrix_key, matrix_counts> learned;
+    uint32_t last_delete = 0;     // sysUpTime at which a conversation gave way, 0: never
+    ordered_view by_direction[2]; // MATRIX_SD, MATRIX_DS
+};
+
+using matrix_control = counting_row<matrix_work>;
+using matrix_table = std::map<int32_t, matrix_control>; // by matrixControlIndex
+
+void matrix_interface_gone(probe &agent, int32_t index);
+void matrix_ctl_describe(rmonrpc_matrix_ctl_t &record, int32_t index, const matrix_control &row);
+
+rmonrpc_matrix_ctl_t matrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
+int32_t matrix_ctl_set(probe &agent, const rmonrpc_matrix_ctl_t &request);
+
+/** In the order of the source's address first, or of the destination's. */
+rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key);

@@ -1,0 +1,253 @@
+#include "agent/rmon2/addrmap.h"
+
+#include "agent/core/bulk.h"
+#include "agent/capture/counting.h"
+#include "agent/capture/frame.h"
+#include "agent/rmon2/hl_control.h"
+#include "agent/capture/probe.h"
+#include "agent/core/state.h"
+
+namespace {
+
+/* ---- learning ------------------------------------------------------------------------------ */
+
+/** Addresses that no host has: unspecified, broadcast and multicast ones. */
+bool is_host_address(const net_address &address)
+{
+    static constexpr uint8_t none[16] = {};
+    if (address.length == 4)
+        return address.bytes[0] != 0 && address.bytes[0] < 224;
+    return address.length == 16 && address.bytes[0] != 0xff && std::memcmp(address.bytes, none, 16) != 0;
+}
+
+/** True for the address of one interface: no group's, not all zero. */
+bool is_physical_address(const uint8_t *mac)
+{
+    return !(mac[0] & 1) && mac_number(mac) != 0;
+}
+
+void learn_address(
+    const address_watch &watch,
+    const frame &seen,
+    int32_t network,
+    const net_address &address,
+    const uint8_t *mac)
+{
+    if (!is_host_address(address) || !is_physical_address(mac))
+        return;
+    probe &agent = *watch.agent;
+    const protocol *found = find_protocol(agent.protocols, network);
+    if (!found || found->address_map != counting::on)
+        return;
+    mapped_address *entry =
+        learn(agent.addresses.rows, {key_address_of(address), address.length, network, watch.source, 0});
+    if (!entry || std::memcmp(entry->physical, mac, sizeof entry->physical) == 0)
+        return;
+    std::memcpy(entry->physical, mac, sizeof entry->physical);
+    entry->changed = frame_time(agent, seen);
+}
+
+/** ARP tells of IP addresses, which stand in the map as those of ip. */
+void learn_from_arp(const address_watch &watch, const frame &seen)
+{
+    constexpr uint32_t sender_at = 8;
+    if (seen.from.length == 4 && seen.network_length >= sender_at + mac_octets)
+        learn_address(
+            watch, seen, protocol_of_type(watch.agent->protocols, ethertype_ip), seen.from,
+            seen.network + sender_at);
+}
+
+/** A neighbour advertisement (RFC 4861) tells of the target's address, which needs not be the sender's. */
+void learn_from_advertisement(const address_watch &watch, const frame &seen)
+{
+    constexpr uint8_t advertisement = 136, target_link_layer = 2;
+    constexpr uint32_t target_at = 8, options_at = 24;
+    if (seen.payload_length < options_at || seen.payload[0] != advertisement)
+        return;
+    const uint8_t *option = seen.payload + options_at;
+    uint32_t left = seen.payload_length - options_at;
+    while (left >= 8 && option[1] > 0 && option[1] * 8u <= left) {
+        if (option[0] == target_link_layer && option[1] == 1) {
+            const net_address target = make_net_address(seen.payload + target_at, 16);
+            learn_address(watch, seen, seen.network_index, target, option + 2);
+            return;
+        }
+        left -= option[1] * 8u;
+        option += option[1] * 8;
+    }
+}
+
+void count(void *context, const frame &seen)
+{
+    const auto &watch = *static_cast<address_watch *>(context);
+    if (seen.ethertype == ethertype_arp)
+        return learn_from_arp(watch, seen);
+    if (seen.from.length == 0 || !seen.source)
+        return;
+    learn_address(watch, seen, seen.network_index, seen.from, seen.source);
+    if (seen.ip_protocol == ip_icmp6 && seen.from.length == 16 && !seen.later_fragment)
+        learn_from_advertisement(watch, seen);
+}
+
+/* ---- the control table ---------------------------------------------------------------------- */
+
+bool nonsense(const rmonrpc_addrmap_ctl_t &request)
+{
+    return request.addressMapControlDataSource < 0 || !is_printable(text_of(request.addressMapControlOwner));
+}
+
+bool changes_fixed(const address_watch_row &row, const rmonrpc_addrmap_ctl_t &request)
+{
+    return request.addressMapControlDataSource != row.data_source;
+}
+
+void assign(address_watch_row &row, const rmonrpc_addrmap_ctl_t &request)
+{
+    row.data_source = request.addressMapControlDataSource;
+    row.owner = text_of(request.addressMapControlOwner);
+}
+
+int32_t start(probe &agent, address_watch_row &row)
+{
+    row.work = std::make_shared<address_watch>(address_watch{&agent, row.data_source});
+    return start_counting(agent, row, count);
+}
+
+/** What the row learned is forgotten, unless another one looks at the same interface. */
+void stop(probe &agent, address_watch_row &row)
+{
+    stop_counting<count>(agent, row);
+    for (const auto &[index, other] : agent.address_watches)
+        if (other.work && other.data_source == row.data_source)
+            return;
+    sift_learned(agent.addresses.rows, agent.addresses.rows.most, [&](const mapped_key &key) {
+        return key.source != row.data_source;
+    });
+}
+
+constexpr row_rules<address_watch_row, rmonrpc_addrmap_ctl_t> rules{
+    nonsense, changes_fixed, assign, start, stop};
+
+/* ---- the rows --------------------------------------------------------------------------------- */
+
+bool before(const mapped_key &a, const mapped_key &b)
+{
+    if (a.network != b.network)
+        return a.network < b.network;
+    if (a.length != b.length)
+        return a.length < b.length;
+    const int order = compare_addresses(a.address, b.address);
+    return order != 0 ? order < 0 : a.source < b.source;
+}
+
+rmonrpc_addrmap_entry_t answer(uint32_t time_mark, const mapped_key &key, const mapped_address &mapped)
+{
+    rmonrpc_addrmap_entry_t row{};
+    row.addressMapTimeMark = time_mark;
+    row.protocolDirLocalIndex = key.network;
+    set_bytes(row.addressMapNetworkAddress, {key.address.bytes, key.length});
+    row.addressMapSource = key.source;
+    set_bytes(row.addressMapPhysicalAddress, mapped.physical);
+    row.addressMapLastChange = mapped.changed;
+    return row;
+}
+
+} // namespace
+
+void addrmap_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.address_watches, index, rules);
+}
+
+void addrmap_protocols_changed(probe &agent)
+{
+    sift_learned(agent.addresses.rows, agent.addresses.rows.most, [&](const mapped_key &key) {
+        return is_counted<&protocol::address_map>(agent.protocols, key.network);
+    });
+}
+
+rmonrpc_addrmap_scalars_t addrmap_scalars_get(probe &agent)
+{
+    catch_up_all(agent);
+    rmonrpc_addrmap_scalars_t reply{};
+    reply.addressMapInserts = agent.addresses.rows.inserts;
+    reply.addressMapDeletes = agent.addresses.rows.deletes;
+    reply.addressMapMaxDesiredEntries = agent.addresses.most;
+    return reply;
+}
+
+int32_t addrmap_scalars_set(probe &agent, const rmonrpc_addrmap_scalars_t &request)
+{
+    if (request.addressMapMaxDesiredEntries < -1)
+        return bad_value;
+    agent.addresses.most = request.addressMapMaxDesiredEntries;
+    sift_learned(
+        agent.addresses.rows, granted_rows(agent.addresses.most), [](const mapped_key &) { return true; });
+    return no_error;
+}
+
+void addrmap_describe(rmonrpc_addrmap_ctl_t &record, int32_t index, const address_watch_row &row)
+{
+    record.addressMapControlIndex = index;
+    record.addressMapControlDataSource = row.data_source;
+    set_text(record.addressMapControlOwner, row.owner);
+    record.addressMapControlStatus = static_cast<int32_t>(row.status);
+}
+
+void save_address_map(probe &agent, state_writer &writer)
+{
+    rmonrpc_addrmap_scalars_t record{};
+    record.addressMapMaxDesiredEntries = agent.addresses.most;
+    write_record(writer, record);
+}
+
+void load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record)
+{
+    addrmap_scalars_set(agent, record);
+}
+
+rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_addrmap_ctl_t reply{};
+    const auto found = find_row(agent.address_watches, key.index, key.getType);
+    if (found == agent.address_watches.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    addrmap_describe(reply, found->first, found->second);
+    reply.addressMapControlDroppedFrames = 0; // there are no frames that the agent chooses not to look at
+    return reply;
+}
+
+int32_t addrmap_ctl_set(probe &agent, const rmonrpc_addrmap_ctl_t &request)
+{
+    return set_row(
+        agent, agent.address_watches, request.addressMapControlIndex, request.addressMapControlStatus,
+        request, rules);
+}
+
+rmonrpc_addrmap_arr_t addrmap_entry_get(probe &agent, const rmonrpc_addrmap_key_t &asked)
+{
+    catch_up_all(agent);
+    auto &table = agent.addresses.rows;
+    const mapped_key key{
+        key_address_of(asked.addressMapNetworkAddress), asked.addressMapNetworkAddress.length,
+        asked.protocolDirLocalIndex, asked.addressMapSource, 0};
+    std::vector<rmonrpc_addrmap_entry_t> rows;
+    const std::size_t wanted = rows_wanted(asked.getType, asked.count);
+    const auto take = [&](const auto &entry) {
+        if (entry.row.changed >= asked.addressMapTimeMark)
+            rows.push_back(answer(asked.addressMapTimeMark, entry.key, entry.row));
+    };
+    if (asked.getType == GET) {
+        const uint32_t index = find_learned(table, key);
+        if (index != no_entry)
+            take(table.entries[index]);
+    } else if (asked.getType == GETNEXT || asked.getType == GETBULK) {
+        const auto &order = in_order(table, agent.addresses.view, before);
+        for (std::size_t i = place_after(table, agent.addresses.view, before, key);
+             i < order.size() && rows.size() < wanted; i++)
+            take(table.entries[order[i]]);
+    }
+    return reply_rows(rows);
+}

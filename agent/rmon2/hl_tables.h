@@ -1,0 +1,56 @@
+/*
+ * What the higher-layer hosts and the higher-layer matrix (RFC 2021, nlHost,
+ * alHost, nlMatrix, alMatrix) have in common: a control row counts the frames
+ * of a data source in two learned tables, one for the network layer and one for
+ * all protocols above it.
+ */
+#pragma once
+
+#include "agent/capture/counting_row.h"
+#include "agent/capture/key_address.h"
+#include "agent/core/learned_table.h"
+
+#include "rmon/rpc/rmonrpc_rmon2.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <string_view>
+
+struct probe;
+
+/** Rows of one learned table at most, whatever is desired. */
+inline constexpr uint32_t most_learned_rows = 65536;
+
+/** Rows that a table gets for its MaxDesiredEntries: -1 leaves it to the agent. */
+inline uint32_t granted_rows(int32_t desired)
+{
+    return desired < 0 ? default_learned_rows : std::min(static_cast<uint32_t>(desired), most_learned_rows);
+}
+
+/** One layer's table of a control row. View is the order, or the orders, in which it is read. */
+template <class Key, class Row, class View> struct hl_table {
+    learned_table<Key, Row> rows;
+    View view;
+    uint32_t dropped_frames = 0; // that were not counted since the table was full of rows that stay
+};
+
+template <class Key, class Row, class View> struct hl_counts {
+    using table = hl_table<Key, Row, View>;
+    probe *agent = nullptr;
+    table network;
+    table application;
+};
+
+template <class Counts> struct hl_row : counting_row<Counts> {
+    int32_t network_most = -1; // as desired
+    int32_t application_most = -1;
+};
+
+/** What a set of a control row gives. */
+struct hl_settings {
+    int32_t data_source;
+    int32_t network_most;
+    int32_t application_most;
+    std::string_view owner;
+};

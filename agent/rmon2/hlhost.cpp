@@ -1,0 +1,185 @@
+#include "agent/rmon2/hlhost.h"
+
+#include "agent/rmon2/hl_control.h"
+#include "agent/core/table.h"
+
+hl_settings settings_of(const rmonrpc_hlhost_ctl_t &request)
+{
+    return {
+        request.hlHostControlDataSource, request.hlHostControlNlMaxDesiredEntries,
+        request.hlHostControlAlMaxDesiredEntries, text_of(request.hlHostControlOwner)};
+}
+
+namespace {
+
+/* ---- counting ---------------------------------------------------------------------------- */
+
+/** The row of a host, or null when there is no room for it. */
+hl_host *host_of(hl_host_counts::table &table, const tagged_key<hl_host_key> &key, uint32_t now)
+{
+    hl_host *host = learn_sought(table.rows, key);
+    if (!host)
+        return nullptr;
+    if (host->in_pkts + host->out_pkts == 0)
+        host->create_time = now;
+    host->changed = now;
+    return host;
+}
+
+struct both_ends {
+    tagged_key<hl_host_key> from;
+    tagged_key<hl_host_key> to;
+};
+
+/** Counts a frame in one table, at its sender and at its receiver. */
+void count_in(hl_host_counts::table &table, const both_ends &ends, const frame &seen, uint32_t now)
+{
+    hl_host *sender = host_of(table, ends.from, now);
+    if (sender) {
+        sender->out_pkts++;
+        sender->out_octets += seen.length;
+        sender->out_mac_nonunicast_pkts += seen.destination[0] & 1;
+    }
+    hl_host *receiver = host_of(table, ends.to, now);
+    if (receiver) {
+        receiver->in_pkts++;
+        receiver->in_octets += seen.length;
+    }
+    if (!sender || !receiver)
+        table.dropped_frames++;
+}
+
+void count(void *context, const frame &seen)
+{
+    auto &counts = *static_cast<hl_host_counts *>(context);
+    const uint32_t now = frame_time(*counts.agent, seen);
+    const auto begin = [&](hl_host_counts::table &table, int32_t application) -> both_ends {
+        const auto end = [&](const net_address &of) -> hl_host_key {
+            return {key_address_of(of), of.length, seen.network_index, application, 0};
+        };
+        return {seek(table.rows, end(seen.from)), seek(table.rows, end(seen.to))};
+    };
+    count_layers<&protocol::host>(
+        counts, seen, begin, [&](auto &table, const both_ends &ends) { count_in(table, ends, seen, now); });
+}
+
+/* ---- the control table ---------------------------------------------------------------------- */
+
+constexpr auto stop = hl_stop<count, hl_host_counts>;
+
+constexpr row_rules<hl_host_row, rmonrpc_hlhost_ctl_t> rules{
+    hl_nonsense, hl_changes_fixed, hl_assign<&protocol::host>, hl_start<count>, stop};
+
+/* ---- the rows ------------------------------------------------------------------------------- */
+
+/** The order of both tables' indexes. */
+bool before(const hl_host_key &a, const hl_host_key &b)
+{
+    if (a.network != b.network)
+        return a.network < b.network;
+    if (a.length != b.length)
+        return a.length < b.length;
+    const int order = compare_addresses(a.address, b.address);
+    return order != 0 ? order < 0 : a.application < b.application;
+}
+
+hl_host_key key_of(const rmonrpc_hlhost_key_t &asked)
+{
+    return {
+        key_address_of(asked.nlHostAddress), asked.nlHostAddress.length, asked.protocolDirLocalIndex,
+        asked.applicationLayer == APPLICATION_LAYER ? asked.protocolDirLocalIndex2 : 0, 0};
+}
+
+rmonrpc_hlhost_t answer(int32_t control, uint32_t time_mark, const hl_host_key &key, const hl_host &host)
+{
+    rmonrpc_hlhost_t row{};
+    row.timeMark = time_mark;
+    set_bytes(row.nlHostAddress, {key.address.bytes, key.length});
+    row.inPkts = host.in_pkts;
+    row.outPkts = host.out_pkts;
+    row.inOctets = host.in_octets;
+    row.outOctets = host.out_octets;
+    row.outMacNonUnicastPkts = key.application == 0 ? host.out_mac_nonunicast_pkts : 0;
+    row.createTime = host.create_time;
+    row.hlHostControlIndex = control;
+    row.protocolDirLocalIndex = key.network;
+    row.protocolDirLocalIndex2 = key.application;
+    return row;
+}
+
+} // namespace
+
+void hlhost_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.hl_hosts, index, rules);
+}
+
+void hlhost_protocols_changed(probe &agent)
+{
+    hl_sift<&protocol::host>(agent.hl_hosts);
+}
+
+void hlhost_describe(rmonrpc_hlhost_ctl_t &record, int32_t index, const hl_host_row &row)
+{
+    record.hlHostControlIndex = index;
+    record.hlHostControlDataSource = row.data_source;
+    record.hlHostControlNlMaxDesiredEntries = row.network_most;
+    record.hlHostControlAlMaxDesiredEntries = row.application_most;
+    set_text(record.hlHostControlOwner, row.owner);
+    record.hlHostControlStatus = static_cast<int32_t>(row.status);
+}
+
+rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_hlhost_ctl_t reply{};
+    const auto found = find_row(agent.hl_hosts, key.index, key.getType);
+    if (found == agent.hl_hosts.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    const hl_host_row &row = found->second;
+    hlhost_describe(reply, found->first, row);
+    if (row.work) {
+        catch_up(agent, row.data_source);
+        reply.hlHostControlNlDroppedFrames = row.work->network.dropped_frames;
+        reply.hlHostControlNlInserts = row.work->network.rows.inserts;
+        reply.hlHostControlNlDeletes = row.work->network.rows.deletes;
+        reply.hlHostControlAlDroppedFrames = row.work->application.dropped_frames;
+        reply.hlHostControlAlInserts = row.work->application.rows.inserts;
+        reply.hlHostControlAlDeletes = row.work->application.rows.deletes;
+    }
+    return reply;
+}
+
+int32_t hlhost_ctl_set(probe &agent, const rmonrpc_hlhost_ctl_t &request)
+{
+    return set_row(
+        agent, agent.hl_hosts, request.hlHostControlIndex, request.hlHostControlStatus, request, rules,
+        learning_rows);
+}
+
+rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &key)
+{
+    catch_up_all(agent);
+    std::vector<rmonrpc_hlhost_t> rows;
+    const std::size_t wanted = rows_wanted(key.getType, key.count);
+    read_learned(
+        agent.hl_hosts, key.hlHostControlIndex, key_of(key), key.applicationLayer, key.getType, key.timeMark,
+        [](hl_host_counts::table &table) -> ordered_view & { return table.view; }, before,
+        [&](int32_t control, const auto &entry) {
+            if (rows.size() < wanted)
+                rows.push_back(answer(control, key.timeMark, entry.key, entry.row));
+            return rows.size() < wanted;
+        });
+    return reply_rows(rows);
+}
+
+int32_t nlhost_make_persistent(probe &agent, const rmonrpc_hlhost_key_t &key)
+{
+    return hl_keep(agent.hl_hosts, key.hlHostControlIndex, key.applicationLayer, key_of(key), true);
+}
+
+int32_t nlhost_make_nonpersistent(probe &agent, const rmonrpc_hlhost_key_t &key)
+{
+    return hl_keep(agent.hl_hosts, key.hlHostControlIndex, key.applicationLayer, key_of(key), false);
+}

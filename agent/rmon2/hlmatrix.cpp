@@ -1,0 +1,195 @@
+#include "agent/rmon2/hlmatrix.h"
+
+#include "agent/rmon2/hl_control.h"
+#include "agent/core/table.h"
+
+hl_settings settings_of(const rmonrpc_hlmatrix_ctl_t &request)
+{
+    return {
+        request.hlMatrixControlDataSource, request.hlMatrixControlNlMaxDesiredEntries,
+        request.hlMatrixControlAlMaxDesiredEntries, text_of(request.hlMatrixControlOwner)};
+}
+
+namespace {
+
+/* ---- counting ---------------------------------------------------------------------------- */
+
+void count_in(
+    hl_pair_counts::table &table, const tagged_key<hl_pair_key> &key, const frame &seen, uint32_t now)
+{
+    hl_pair *pair = learn_sought(table.rows, key);
+    if (!pair) {
+        table.dropped_frames++;
+        return;
+    }
+    if (pair->pkts == 0)
+        pair->create_time = now;
+    pair->changed = now;
+    pair->pkts++;
+    pair->octets += seen.length;
+}
+
+void count(void *context, const frame &seen)
+{
+    auto &counts = *static_cast<hl_pair_counts *>(context);
+    const uint32_t now = frame_time(*counts.agent, seen);
+    const auto begin = [&](hl_pair_counts::table &table, int32_t application) {
+        return seek(
+            table.rows, hl_pair_key{
+                            key_address_of(seen.from), key_address_of(seen.to), seen.from.length,
+                            seen.network_index, application, 0});
+    };
+    count_layers<&protocol::matrix>(
+        counts, seen, begin, [&](auto &table, const auto &key) { count_in(table, key, seen, now); });
+}
+
+/* ---- the control table ---------------------------------------------------------------------- */
+
+constexpr auto stop = hl_stop<count, hl_pair_counts>;
+
+constexpr row_rules<hl_matrix_row, rmonrpc_hlmatrix_ctl_t> rules{
+    hl_nonsense, hl_changes_fixed, hl_assign<&protocol::matrix>, hl_start<count>, stop};
+
+/* ---- the rows ------------------------------------------------------------------------------- */
+
+/** The order of the indexes, with the addresses in the order first, second. */
+bool before(
+    const hl_pair_key &a,
+    const hl_pair_key &b,
+    key_address hl_pair_key::*first,
+    key_address hl_pair_key::*second)
+{
+    if (a.network != b.network)
+        return a.network < b.network;
+    if (a.length != b.length)
+        return a.length < b.length;
+    int order = compare_addresses(a.*first, b.*first);
+    if (order == 0)
+        order = compare_addresses(a.*second, b.*second);
+    return order != 0 ? order < 0 : a.application < b.application;
+}
+
+bool before_by_source(const hl_pair_key &a, const hl_pair_key &b)
+{
+    return before(a, b, &hl_pair_key::from, &hl_pair_key::to);
+}
+
+bool before_by_destination(const hl_pair_key &a, const hl_pair_key &b)
+{
+    return before(a, b, &hl_pair_key::to, &hl_pair_key::from);
+}
+
+bool is_by_destination(const rmonrpc_hlmatrix_key_t &asked)
+{
+    return asked.direction == MATRIX_DS;
+}
+
+/** The address lengths of a key may differ, but those of a row never do. */
+hl_pair_key key_of(const rmonrpc_hlmatrix_key_t &asked)
+{
+    hl_pair_key key{
+        key_address_of(asked.sourceAddress),
+        key_address_of(asked.destAddress),
+        asked.sourceAddress.length,
+        asked.protocolDirLocalIndex,
+        asked.applicationLayer == APPLICATION_LAYER ? asked.protocolDirLocalIndex2 : 0,
+        0};
+    return key;
+}
+
+rmonrpc_hlmatrix_t answer(int32_t control, uint32_t time_mark, const hl_pair_key &key, const hl_pair &pair)
+{
+    rmonrpc_hlmatrix_t row{};
+    row.timeMark = time_mark;
+    set_bytes(row.sourceAddress, {key.from.bytes, key.length});
+    set_bytes(row.destAddress, {key.to.bytes, key.length});
+    row.pkts = pair.pkts;
+    row.octets = pair.octets;
+    row.createTime = pair.create_time;
+    row.hlMatrixControlIndex = control;
+    row.protocolDirLocalIndex = key.network;
+    row.protocolDirLocalIndex2 = key.application;
+    return row;
+}
+
+} // namespace
+
+void hlmatrix_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.hl_matrices, index, rules);
+}
+
+void hlmatrix_protocols_changed(probe &agent)
+{
+    hl_sift<&protocol::matrix>(agent.hl_matrices);
+}
+
+void hlmatrix_describe(rmonrpc_hlmatrix_ctl_t &record, int32_t index, const hl_matrix_row &row)
+{
+    record.hlMatrixControlIndex = index;
+    record.hlMatrixControlDataSource = row.data_source;
+    record.hlMatrixControlNlMaxDesiredEntries = row.network_most;
+    record.hlMatrixControlAlMaxDesiredEntries = row.application_most;
+    set_text(record.hlMatrixControlOwner, row.owner);
+    record.hlMatrixControlStatus = static_cast<int32_t>(row.status);
+}
+
+rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_hlmatrix_ctl_t reply{};
+    const auto found = find_row(agent.hl_matrices, key.index, key.getType);
+    if (found == agent.hl_matrices.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    const hl_matrix_row &row = found->second;
+    hlmatrix_describe(reply, found->first, row);
+    if (row.work) {
+        catch_up(agent, row.data_source);
+        reply.hlMatrixControlNlDroppedFrames = row.work->network.dropped_frames;
+        reply.hlMatrixControlNlInserts = row.work->network.rows.inserts;
+        reply.hlMatrixControlNlDeletes = row.work->network.rows.deletes;
+        reply.hlMatrixControlAlDroppedFrames = row.work->application.dropped_frames;
+        reply.hlMatrixControlAlInserts = row.work->application.rows.inserts;
+        reply.hlMatrixControlAlDeletes = row.work->application.rows.deletes;
+    }
+    return reply;
+}
+
+int32_t hlmatrix_ctl_set(probe &agent, const rmonrpc_hlmatrix_ctl_t &request)
+{
+    return set_row(
+        agent, agent.hl_matrices, request.hlMatrixControlIndex, request.hlMatrixControlStatus, request, rules,
+        learning_rows);
+}
+
+rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &key)
+{
+    catch_up_all(agent);
+    const bool by_destination = is_by_destination(key);
+    std::vector<rmonrpc_hlmatrix_t> rows;
+    const std::size_t wanted = rows_wanted(key.getType, key.count);
+    read_learned(
+        agent.hl_matrices, key.hlMatrixControlIndex, key_of(key), key.applicationLayer, key.getType,
+        key.timeMark,
+        [&](hl_pair_counts::table &table) -> ordered_view & {
+            return by_destination ? table.view.by_destination : table.view.by_source;
+        },
+        by_destination ? before_by_destination : before_by_source,
+        [&](int32_t control, const auto &entry) {
+            if (rows.size() < wanted)
+                rows.push_back(answer(control, key.timeMark, entry.key, entry.row));
+            return rows.size() < wanted;
+        });
+    return reply_rows(rows);
+}
+
+int32_t nlmatrix_make_persistent(probe &agent, const rmonrpc_hlmatrix_key_t &key)
+{
+    return hl_keep(agent.hl_matrices, key.hlMatrixControlIndex, key.applicationLayer, key_of(key), true);
+}
+
+int32_t nlmatrix_make_nonpersistent(probe &agent, const rmonrpc_hlmatrix_key_t &key)
+{
+    return hl_keep(agent.hl_matrices, key.hlMatrixControlIndex, key.applicationLayer, key_of(key), false);
+}

@@ -1,0 +1,227 @@
+#include "agent/rmon2/pdist.h"
+
+#include "agent/core/bulk.h"
+#include "agent/capture/counting.h"
+#include "agent/capture/frame.h"
+#include "agent/capture/probe.h"
+
+namespace {
+
+/* ---- counting ---------------------------------------------------------------------- */
+
+void count(void *context, const frame &seen)
+{
+    auto &work = *static_cast<distribution *>(context);
+    const int32_t highest = seen.application_index ? seen.application_index
+                            : seen.network_index   ? seen.network_index
+                                                   : base_protocol_of(seen);
+    const auto at = static_cast<std::size_t>(highest);
+    if (at >= work.counted.size())
+        work.counted.resize(work.agent->protocols.rows.size()); // protocols were added
+    work.counted[at].pkts++;
+    work.counted[at].octets += seen.length;
+}
+
+void add(protocol_counter &to, const protocol_counter &more)
+{
+    to.pkts += more.pkts;
+    to.octets += more.octets;
+}
+
+/** What was counted, by local index, with what stands above each protocol. */
+std::vector<protocol_counter> totals(const probe &agent, const distribution &work)
+{
+    std::vector<protocol_counter> sums = work.counted;
+    sums.resize(agent.protocols.rows.size());
+    // What stands above a protocol has a higher index than it.
+    for (std::size_t i = sums.size() - 1; i > 0; i--) {
+        const int32_t below = parent_protocol(agent.protocols, static_cast<int32_t>(i));
+        if (below)
+            add(sums[static_cast<std::size_t>(below)], sums[i]);
+    }
+    return sums;
+}
+
+/* ---- the control table ---------------------------------------------------------------- */
+
+bool nonsense(const rmonrpc_pdist_ctl_t &request)
+{
+    return request.protocolDistControlDataSource < 0
+           || !is_printable(text_of(request.protocolDistControlOwner));
+}
+
+bool changes_fixed(const distribution_row &row, const rmonrpc_pdist_ctl_t &request)
+{
+    return request.protocolDistControlDataSource != row.data_source;
+}
+
+void assign(distribution_row &row, const rmonrpc_pdist_ctl_t &request)
+{
+    row.data_source = request.protocolDistControlDataSource;
+    row.owner = text_of(request.protocolDistControlOwner);
+}
+
+int32_t start(probe &agent, distribution_row &row)
+{
+    row.work = std::make_shared<distribution>();
+    row.work->agent = &agent;
+    row.work->counted.resize(agent.protocols.rows.size());
+    return start_counting(agent, row, count);
+}
+
+void stop(probe &agent, distribution_row &row)
+{
+    stop_counting<count>(agent, row);
+}
+
+constexpr row_rules<distribution_row, rmonrpc_pdist_ctl_t> rules{
+    nonsense, changes_fixed, assign, start, stop};
+
+/* ---- the rows --------------------------------------------------------------------------- */
+
+bool is_shown(const distribution &work, const std::vector<protocol_counter> &sums, int32_t index)
+{
+    return sums[static_cast<std::size_t>(index)].pkts > 0 || work.persistent.contains(index);
+}
+
+rmonrpc_pdist_stats_t
+stats_row(const probe &agent, int32_t control, int32_t index, const std::vector<protocol_counter> &sums)
+{
+    const protocol_counter &sum = sums[static_cast<std::size_t>(index)];
+    rmonrpc_pdist_stats_t row{};
+    row.protocolDistControlIndex = control;
+    row.protocolDirLocalIndex = index;
+    row.protocolDistStatsPkts = sum.pkts;
+    row.protocolDistStatsOctets = sum.octets;
+    row.pd_flags = static_cast<uint32_t>(flags_of(*find_protocol(agent.protocols, index)));
+    return row;
+}
+
+/** Appends the rows of one control row from a local index to an end, until there are as many as wanted. */
+void append_rows(
+    probe &agent,
+    int32_t control,
+    const distribution_row &row,
+    int32_t from,
+    int32_t end,
+    std::size_t wanted,
+    std::vector<rmonrpc_pdist_stats_t> &to)
+{
+    if (!row.work)
+        return;
+    catch_up(agent, row.data_source);
+    const std::vector<protocol_counter> sums = totals(agent, *row.work);
+    for (int32_t i = std::max(from, first_local_index); i < end && to.size() < wanted; i++) {
+        if (find_protocol(agent.protocols, i) && is_shown(*row.work, sums, i))
+            to.push_back(stats_row(agent, control, i, sums));
+    }
+}
+
+/** The counts of a control row that works, or null. */
+distribution *find_work(probe &agent, int32_t control)
+{
+    const auto found = agent.distributions.find(control);
+    return found == agent.distributions.end() ? nullptr : found->second.work.get();
+}
+
+} // namespace
+
+void pdist_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.distributions, index, rules);
+}
+
+void pdist_protocol_gone(probe &agent, const protocol &which)
+{
+    const auto at = static_cast<std::size_t>(which.local_index);
+    for (auto &[control, row] : agent.distributions) {
+        if (!row.work || at >= row.work->counted.size())
+            continue;
+        add(row.work->counted[static_cast<std::size_t>(which.parent)], row.work->counted[at]);
+        row.work->counted[at] = {};
+        row.work->persistent.erase(which.local_index);
+    }
+}
+
+void pdist_describe(rmonrpc_pdist_ctl_t &record, int32_t index, const distribution_row &row)
+{
+    record.protocolDistControlIndex = index;
+    record.protocolDistControlDataSource = row.data_source;
+    set_text(record.protocolDistControlOwner, row.owner);
+    record.protocolDistControlStatus = static_cast<int32_t>(row.status);
+}
+
+rmonrpc_pdist_ctl_t pdist_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_pdist_ctl_t reply{};
+    const auto found = find_row(agent.distributions, key.index, key.getType);
+    if (found == agent.distributions.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    pdist_describe(reply, found->first, found->second);
+    reply.protocolDistControlDroppedFrames = 0; // there are no frames that the agent chooses not to count
+    reply.protocolDistControlCreateTime = found->second.create_time;
+    return reply;
+}
+
+int32_t pdist_ctl_set(probe &agent, const rmonrpc_pdist_ctl_t &request)
+{
+    return set_row(
+        agent, agent.distributions, request.protocolDistControlIndex, request.protocolDistControlStatus,
+        request, rules);
+}
+
+rmonrpc_pdist_stats_arr_t pdist_stats_get(probe &agent, const rmonrpc_row_key4_t &key)
+{
+    std::vector<rmonrpc_pdist_stats_t> rows;
+    const int32_t end = local_index_end(agent.protocols);
+    if (key.getType == GET) {
+        const auto found = agent.distributions.find(key.index1);
+        if (found != agent.distributions.end() && key.index2 > 0 && key.index2 < end)
+            append_rows(agent, found->first, found->second, key.index2, key.index2 + 1, 1, rows);
+    } else if (key.getType == GETNEXT || key.getType == GETBULK) {
+        const std::size_t wanted = rows_wanted(key.getType, key.count);
+        const int32_t after = std::clamp(key.index2, 0, end);
+        auto at = agent.distributions.lower_bound(key.index1);
+        for (; at != agent.distributions.end() && rows.size() < wanted; at++)
+            append_rows(
+                agent, at->first, at->second, at->first == key.index1 ? after + 1 : 0, end, wanted, rows);
+    }
+    return reply_rows(rows);
+}
+
+rmonrpc_others_counters_t pdist_get_others(probe &agent, const rmonrpc_row_key1_t &key)
+{
+    rmonrpc_others_counters_t reply{};
+    const distribution *work = find_work(agent, key.index);
+    if (!work) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    catch_up(agent, agent.distributions[key.index].data_source);
+    protocol_counter others{};
+    for (std::size_t i = 0; i < work->counted.size(); i++) {
+        const protocol *which = find_protocol(agent.protocols, static_cast<int32_t>(i));
+        if (!which || which->flags & base_protocol)
+            add(others, work->counted[i]);
+    }
+    reply.packets = others.pkts;
+    reply.octets = others.octets;
+    return reply;
+}
+
+int32_t pdist_make_persistent(probe &agent, const rmonrpc_row_key4_t &key)
+{
+    distribution *work = find_work(agent, key.index1);
+    if (!work || !find_protocol(agent.protocols, key.index2))
+        return no_such_name;
+    work->persistent.insert(key.index2);
+    return no_error;
+}
+
+int32_t pdist_make_nonpersistent(probe &agent, const rmonrpc_row_key4_t &key)
+{
+    distribution *work = find_work(agent, key.index1);
+    return work && work->persistent.erase(key.index2) ? no_error : no_such_name;
+}

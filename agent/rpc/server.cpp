@@ -1,0 +1,341 @@
+#include "agent/rpc/server.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <netdb.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/epoll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t most_connections = 512;
+
+/** Bytes of the longest message that is taken; the longest call of any sense is far shorter. */
+constexpr std::size_t longest_message = 256 * 1024;
+
+/** While more bytes than these wait for a client to read them, none of its further calls are answered. */
+constexpr std::size_t most_waiting = 256 * 1024;
+
+/** While more bytes than these wait for all clients together, those for whom most of them wait are sent away.
+ */
+constexpr std::size_t most_waiting_of_all = 32 * 1024 * 1024;
+
+/** A message that began must end, and a client must read some of what waits for it, within this time. */
+constexpr int64_t patience_ms = 30 * 1000;
+
+constexpr uint32_t last_fragment_bit = 0x80000000;
+
+std::size_t waiting(const connection &client)
+{
+    return client.output.size() - client.sent;
+}
+
+void close_connection(connection &client)
+{
+    tcp_server &server = *client.server;
+    const int socket = client.socket;
+    unwatch(*server.loop, socket);
+    close(socket);
+    server.connections.erase(socket);
+}
+
+/** Sends what the client's side takes. False when the connection is broken. */
+bool send_output(connection &client)
+{
+    while (waiting(client) > 0) {
+        const ssize_t size = send(
+            client.socket, client.output.data() + client.sent, waiting(client), MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (size < 0 && errno == EINTR)
+            continue;
+        if (size < 0)
+            return errno == EAGAIN || errno == EWOULDBLOCK;
+        client.sent += static_cast<std::size_t>(size);
+        client.last_active = now_ms();
+    }
+    client.sent = 0;
+    if (client.output.capacity() > most_waiting)
+        client.output = {};
+    else
+        client.output.clear();
+    return true;
+}
+
+/** Ends the message that arrived. False when it was none. */
+bool end_message(connection &client)
+{
+    tcp_server &server = *client.server;
+    client.message_began = 0;
+    const bool understood =
+        server.answer(server.context, client.message.data(), client.message.size(), client.output);
+    client.message.clear();
+    if (client.message.capacity() > 4096)
+        client.message.shrink_to_fit();
+    return understood;
+}
+
+/** Takes one piece, of a mark or of a fragment. The bytes that it took; 0 when the connection must end. */
+std::size_t take_piece(connection &client, const uint8_t *bytes, std::size_t size)
+{
+    if (client.message_began == 0)
+        client.message_began = now_ms();
+
+    if (client.fragment_left == 0) {
+        const std::size_t taken = std::min(size, sizeof client.mark - client.mark_length);
+        std::memcpy(client.mark + client.mark_length, bytes, taken);
+        client.mark_length += static_cast<uint32_t>(taken);
+        if (client.mark_length < sizeof client.mark)
+            return taken;
+        client.mark_length = 0;
+        const uint32_t mark = uint32_t{client.mark[0]} << 24 | uint32_t{client.mark[1]} << 16
+                              | uint32_t{client.mark[2]} << 8 | client.mark[3];
+        client.last_fragment = mark & last_fragment_bit;
+        client.fragment_left = mark & ~last_fragment_bit;
+        // The length is a claim: it is held against the limit, but no memory is taken for it.
+        if (client.fragment_left > longest_message - client.message.size())
+            return 0;
+        if (client.fragment_left == 0 && client.last_fragment && !end_message(client))
+            return 0;
+        return taken;
+    }
+
+    const std::size_t taken = std::min<std::size_t>(size, client.fragment_left);
+    client.message.insert(client.message.end(), bytes, bytes + taken);
+    client.fragment_left -= static_cast<uint32_t>(taken);
+    if (client.fragment_left == 0 && client.last_fragment && !end_message(client))
+        return 0;
+    return taken;
+}
+
+/** Answers calls until too much output waits, keeps the rest. False: the connection must end. */
+bool take_bytes(connection &client, const uint8_t *bytes, std::size_t size)
+{
+    std::size_t taken = 0;
+    while (taken < size && waiting(client) <= most_waiting) {
+        const std::size_t piece = take_piece(client, bytes + taken, size - taken);
+        if (piece == 0)
+            return false;
+        taken += piece;
+    }
+    client.input.assign(bytes + taken, bytes + size);
+    return true;
+}
+
+/** Sends clients away while too much waits for all of them together. False when this one has to go. */
+bool make_room(connection &client)
+{
+    for (;;) {
+        std::size_t all = 0;
+        connection *fullest = &client;
+        for (auto &[socket, other] : client.server->connections) {
+            all += waiting(other);
+            if (waiting(other) > waiting(*fullest))
+                fullest = &other;
+        }
+        if (all <= most_waiting_of_all)
+            return true;
+        if (fullest == &client)
+            return false;
+        close_connection(*fullest);
+    }
+}
+
+/** Sends, and answers what was put off, until it is the client's turn. False: the connection must end. */
+bool settle(connection &client)
+{
+    for (;;) {
+        if (!send_output(client))
+            return false;
+        if (client.input.empty() || waiting(client) > most_waiting)
+            break;
+        const std::vector<uint8_t> input = std::move(client.input);
+        client.input.clear();
+        if (!take_bytes(client, input.data(), input.size()))
+            return false;
+    }
+    if (client.finishing && waiting(client) == 0)
+        return false;
+    if (waiting(client) > most_waiting && !make_room(client))
+        return false;
+    const bool wants_more = client.input.empty() && !client.finishing;
+    const uint32_t events = (wants_more ? uint32_t{EPOLLIN} : 0) | (waiting(client) ? uint32_t{EPOLLOUT} : 0);
+    rewatch(*client.server->loop, client.socket, events);
+    return true;
+}
+
+/** Reads once, so that no client keeps the others waiting. False: the connection must end. */
+bool receive(connection &client)
+{
+    uint8_t buffer[16 * 1024];
+    const ssize_t size = recv(client.socket, buffer, sizeof buffer, MSG_DONTWAIT);
+    if (size < 0)
+        return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
+    client.last_active = now_ms();
+    client.finishing = size == 0;
+    return take_bytes(client, buffer, static_cast<std::size_t>(size));
+}
+
+void on_connection(void *context, uint32_t events)
+{
+    auto &client = *static_cast<connection *>(context);
+    // A hang-up is reported whatever is watched for: by then both directions are gone.
+    const bool reads = events & EPOLLIN && client.input.empty() && !client.finishing;
+    const bool gone = events & (EPOLLERR | EPOLLHUP) && !reads;
+    if (gone || (reads && !receive(client)) || !settle(client))
+        close_connection(client);
+}
+
+/** Makes room for one more client. False when there is nobody to send away. */
+bool close_quietest(tcp_server &server)
+{
+    connection *quietest = nullptr;
+    for (auto &[socket, client] : server.connections)
+        if (!quietest || client.last_active < quietest->last_active)
+            quietest = &client;
+    if (quietest)
+        close_connection(*quietest);
+    return quietest != nullptr;
+}
+
+void accept_clients(tcp_server &server, bool accepting)
+{
+    server.accepting = accepting;
+    rewatch(*server.loop, server.listener, accepting ? uint32_t{EPOLLIN} : 0);
+}
+
+void add_connection(tcp_server &server, int socket)
+{
+    if (server.connections.size() >= most_connections)
+        close_quietest(server);
+    const int on = 1;
+    const int idle_seconds = 60;
+    setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    // Clients keep connections for hours; one whose machine went away must not stay for ever.
+    setsockopt(socket, SOL_SOCKET, SO_KEEPALIVE, &on, sizeof on);
+    setsockopt(socket, IPPROTO_TCP, TCP_KEEPIDLE, &idle_seconds, sizeof idle_seconds);
+
+    connection &client = server.connections[socket];
+    client.server = &server;
+    client.socket = socket;
+    client.last_active = now_ms();
+    if (!watch(*server.loop, socket, EPOLLIN, on_connection, &client))
+        close_connection(client);
+}
+
+void on_listener(void *context, uint32_t)
+{
+    auto &server = *static_cast<tcp_server *>(context);
+    for (int round = 0; round < 64; round++) {
+        const int socket = accept4(server.listener, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
+        if (socket >= 0) {
+            add_connection(server, socket);
+            continue;
+        }
+        const bool exhausted = errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
+        // Without a descriptor left, the kernel says so even when nobody waits; at first somebody does. He
+        // stays ready, which would turn the loop: he is looked at again with the next tick.
+        if (exhausted && round == 0 && !close_quietest(server))
+            accept_clients(server, false);
+        return;
+    }
+}
+
+/** Closes the connections that hold something up: a message that does not end, a reply that nobody reads. */
+void on_server_tick(void *context)
+{
+    auto &server = *static_cast<tcp_server *>(context);
+    if (!server.accepting)
+        accept_clients(server, true);
+    const int64_t limit = now_ms() - patience_ms;
+    for (auto next = server.connections.begin(); next != server.connections.end();) {
+        connection &client = (next++)->second;
+        const bool unread = waiting(client) > 0 && client.last_active < limit;
+        const bool unfinished =
+            client.message_began != 0 && client.message_began < limit && waiting(client) <= most_waiting;
+        if (unread || unfinished)
+            close_connection(client);
+    }
+}
+
+std::string name_of(int socket)
+{
+    sockaddr_storage address{};
+    socklen_t size = sizeof address;
+    char host[NI_MAXHOST];
+    char service[NI_MAXSERV];
+    auto *generic = reinterpret_cast<sockaddr *>(&address);
+    if (getsockname(socket, generic, &size) != 0
+        || getnameinfo(
+               generic, size, host, sizeof host, service, sizeof service, NI_NUMERICHOST | NI_NUMERICSERV)
+               != 0)
+        return "?";
+    if (address.ss_family == AF_INET6)
+        return std::string("[") + host + "]:" + service;
+    return std::string(host) + ":" + service;
+}
+
+/** A listening socket, or -1 with errno. */
+int listen_on(const addrinfo &address)
+{
+    const int socket = ::socket(address.ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    if (socket < 0)
+        return -1;
+    const int on = 1;
+    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    if (bind(socket, address.ai_addr, address.ai_addrlen) == 0 && listen(socket, SOMAXCONN) == 0)
+        return socket;
+    const int error = errno;
+    close(socket);
+    errno = error;
+    return -1;
+}
+
+} // namespace
+
+std::string open_server(
+    tcp_server &server,
+    event_loop &loop,
+    const std::string &host,
+    uint16_t port,
+    on_message answer,
+    void *context)
+{
+    addrinfo hints{};
+    hints.ai_socktype = SOCK_STREAM;
+    hints.ai_flags = AI_PASSIVE;
+    addrinfo *addresses = nullptr;
+    const int code = getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &addresses);
+    if (code != 0)
+        return "no address to listen on: " + host + ": " + gai_strerror(code);
+
+    server.loop = &loop;
+    server.answer = answer;
+    server.context = context;
+    server.accepting = true;
+    server.listener = listen_on(*addresses);
+    const int error = errno;
+    freeaddrinfo(addresses);
+    if (server.listener < 0)
+        return "cannot listen on " + host + " port " + std::to_string(port) + ": " + std::strerror(error);
+
+    server.address = name_of(server.listener);
+    if (!watch(loop, server.listener, EPOLLIN, on_listener, &server))
+        return std::string("cannot watch a socket: ") + std::strerror(errno);
+    every_second(loop, on_server_tick, &server);
+    return {};
+}
+
+void close_server(tcp_server &server)
+{
+    while (close_quietest(server))
+        ;
+    if (server.listener >= 0) {
+        unwatch(*server.loop, server.listener);
+        close(server.listener);
+    }
+    server.listener = -1;
+}

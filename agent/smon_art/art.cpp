@@ -1,0 +1,403 @@
+#include "agent/smon_art/art.h"
+
+#include "agent/core/bulk.h"
+#include "agent/capture/counting.h"
+#include "agent/core/octets.h"
+#include "agent/core/table.h"
+
+#include <vector>
+
+namespace {
+
+constexpr int64_t microseconds = 1000; // of a millisecond
+
+/* ---- counting ------------------------------------------------------------------------- */
+
+void count_art(void *context, const frame &seen)
+{
+    auto &work = *static_cast<art_work *>(context);
+    // The clock is asked once for the frames of one hundredth of a second.
+    if (seen.time / 10000 != work.frame_time / 10000)
+        work.frame_seen = now_ms();
+    work.frame_time = seen.time;
+    if (seen.application_index == 0)
+        return;
+    const protocol *spoken = find_protocol(work.agent->protocols, seen.application_index);
+    if (spoken && spoken->response_time == counting::on)
+        measure_frame(work.meter, seen, seen.application_index);
+}
+
+/** Gives up the requests whose time is over now. The capture's clock goes on without frames. */
+void give_up_late(art_work &work)
+{
+    expire_requests(work.meter, work.frame_time + (now_ms() - work.frame_seen) * microseconds);
+}
+
+/** A report begins; connections and open requests go on. */
+void begin_report(probe &agent, art_work &work)
+{
+    forget_all(work.meter.exchanges);
+    work.began = now_ms();
+    work.start_time = up_time(agent);
+}
+
+void finish_report(probe &agent, art_work &work)
+{
+    give_up_late(work);
+    std::swap(work.report, work.meter.exchanges);
+    std::swap(work.report_order, work.order);
+    work.meter.exchanges.most = work.report.most;
+    work.reports++;
+    begin_report(agent, work);
+}
+
+void on_art_tick(void *context)
+{
+    auto &agent = *static_cast<probe *>(context);
+    for (auto &[index, row] : agent.art)
+        if (row.work && row.interval > 0 && now_ms() - row.work->began >= int64_t{row.interval} * 1000)
+            finish_report(agent, *row.work);
+}
+
+/* ---- control rows ----------------------------------------------------------------------- */
+
+std::array<int32_t, response_ranges - 1> limits_of(const rmonrpc_art_ctl_t &request)
+{
+    return {request.artControlRspTime1, request.artControlRspTime2, request.artControlRspTime3,
+            request.artControlRspTime4, request.artControlRspTime5, request.artControlRspTime6};
+}
+
+bool nonsense(const rmonrpc_art_ctl_t &request)
+{
+    return request.artControlDataSource < 0 || request.artControlTimeRemaining < 0
+           || request.artControlRspTimeout < 0 || request.artControlRequestedSize < -1
+           || std::ranges::any_of(limits_of(request), [](int32_t limit) { return limit < 0; })
+           || !is_printable(text_of(request.artControlOwner));
+}
+
+bool changes_fixed(const art_row &row, const rmonrpc_art_ctl_t &request)
+{
+    return request.artControlDataSource != row.data_source || limits_of(request) != row.limits
+           || request.artControlRspTimeout != row.timeout || request.artControlRequestedSize != row.requested;
+}
+
+void assign(art_row &row, const rmonrpc_art_ctl_t &request)
+{
+    row.data_source = request.artControlDataSource;
+    row.interval = request.artControlTimeRemaining;
+    row.limits = limits_of(request);
+    row.timeout = request.artControlRspTimeout;
+    row.requested = request.artControlRequestedSize;
+    row.owner = text_of(request.artControlOwner);
+}
+
+uint32_t granted_size(const art_row &row)
+{
+    return row.requested < 0 ? default_learned_rows
+                             : std::min(static_cast<uint32_t>(row.requested), default_learned_rows);
+}
+
+/** The limits must rise, and leave time for each range up to the timeout. */
+int32_t start(probe &agent, art_row &row)
+{
+    if (row.requested == 0 || row.timeout <= row.limits.back()
+        || std::ranges::adjacent_find(row.limits, std::ranges::greater_equal{}) != row.limits.end())
+        return bad_value;
+    row.work = std::make_shared<art_work>();
+    row.work->agent = &agent;
+    for (std::size_t i = 0; i < row.limits.size(); i++)
+        row.work->meter.limits[i] = row.limits[i] * microseconds;
+    row.work->meter.timeout = row.timeout * microseconds;
+    row.work->meter.exchanges.most = row.work->report.most = granted_size(row);
+    if (!attach(agent, row.data_source, count_art, row.work.get())) {
+        row.work.reset();
+        return bad_value;
+    }
+    begin_report(agent, *row.work);
+    return no_error;
+}
+
+void stop(probe &agent, art_row &row)
+{
+    detach(agent, row.data_source, count_art, row.work.get());
+    row.work.reset();
+}
+
+constexpr row_rules<art_row, rmonrpc_art_ctl_t> rules{nonsense, changes_fixed, assign, start, stop};
+
+/* ---- reading reports ---------------------------------------------------------------------- */
+
+using exchange_entry = learned_entry<exchange_key, exchange_counters>;
+
+int compare_servers(const exchange_key &one, const exchange_key &other)
+{
+    if (one.protocol != other.protocol)
+        return one.protocol < other.protocol ? -1 : 1;
+    if (one.server_length != other.server_length)
+        return one.server_length < other.server_length ? -1 : 1;
+    return std::memcmp(one.server, other.server, sizeof one.server);
+}
+
+bool exchange_less(const exchange_key &one, const exchange_key &other)
+{
+    if (const int servers = compare_servers(one, other))
+        return servers < 0;
+    if (one.client_length != other.client_length)
+        return one.client_length < other.client_length;
+    return std::memcmp(one.client, other.client, sizeof one.client) < 0;
+}
+
+/** The report of a control row that can be read; null when it has none. */
+exchange_table *readable(art_row &row)
+{
+    if (!row.work)
+        return nullptr;
+    return row.interval > 0 ? &row.work->report : &row.work->meter.exchanges;
+}
+
+/** Takes what arrived into the reports that can be read while they grow. */
+void bring_up_to_date(probe &agent)
+{
+    catch_up_all(agent);
+    for (auto &[index, row] : agent.art)
+        if (row.work && row.interval == 0)
+            give_up_late(*row.work);
+}
+
+template <class Visit>
+void visit_exchanges(probe &agent, int32_t control, const exchange_key &key, Visit visit)
+{
+    visit_after(
+        agent.art, control, key, readable,
+        [](art_row &row) -> ordered_view & {
+            return row.interval > 0 ? row.work->report_order : row.work->order;
+        },
+        exchange_less, visit);
+}
+
+/** A request's address; octets that no frame can have keep their place in the order by the length. */
+uint8_t take_octets(uint8_t (&octets)[16], const wire::byte_list &from)
+{
+    std::memcpy(octets, bytes_of(from), std::min<std::size_t>(from.length, sizeof octets));
+    return static_cast<uint8_t>(std::min<uint32_t>(from.length, UINT8_MAX));
+}
+
+exchange_key key_of(int32_t protocol, const wire::byte_list &server)
+{
+    exchange_key key;
+    key.server_length = take_octets(key.server, server);
+    key.protocol = protocol;
+    return key;
+}
+
+/** In milliseconds, rounded. */
+int32_t milliseconds(int64_t time)
+{
+    return static_cast<int32_t>(std::min<int64_t>((time + microseconds / 2) / microseconds, INT32_MAX));
+}
+
+int32_t average(const exchange_counters &counters)
+{
+    return counters.responses ? milliseconds(static_cast<int64_t>(counters.sum / counters.responses)) : 0;
+}
+
+void add(exchange_counters &to, const exchange_counters &from)
+{
+    if (from.responses) {
+        to.shortest = to.responses ? std::min(to.shortest, from.shortest) : from.shortest;
+        to.longest = std::max(to.longest, from.longest);
+    }
+    to.responses += from.responses;
+    to.retries += from.retries;
+    to.timeouts += from.timeouts;
+    for (uint32_t i = 0; i < response_ranges; i++)
+        to.in_range[i] += from.in_range[i];
+    to.sum += from.sum;
+    to.client_octets += from.client_octets;
+    to.server_octets += from.server_octets;
+}
+
+rmonrpc_art_rpt_t report_row(int32_t control, const exchange_entry &entry)
+{
+    const exchange_counters &counters = entry.row;
+    rmonrpc_art_rpt_t row{};
+    set_bytes(row.artServerAddress, {entry.key.server, entry.key.server_length});
+    set_bytes(row.artClientAddress, {entry.key.client, entry.key.client_length});
+    row.artAvgRspTime = average(counters);
+    row.artMinRspTime = milliseconds(counters.shortest);
+    row.artMaxRspTime = milliseconds(counters.longest);
+    row.artTotalResponses = counters.responses;
+    row.artRsps1 = counters.in_range[0];
+    row.artRsps2 = counters.in_range[1];
+    row.artRsps3 = counters.in_range[2];
+    row.artRsps4 = counters.in_range[3];
+    row.artRsps5 = counters.in_range[4];
+    row.artRsps6 = counters.in_range[5];
+    row.artRsps7 = counters.in_range[6];
+    row.artClientOctets = counters.client_octets;
+    row.artServerOctets = counters.server_octets;
+    row.artRetries = counters.retries;
+    row.artTimeouts = counters.timeouts;
+    row.artControlIndex = control;
+    row.protocolDirLocalIndex = entry.key.protocol;
+    return row;
+}
+
+/** What is summed up of one server's exchanges by one protocol. */
+struct server_sum {
+    int32_t control;
+    exchange_key key; // of any of them
+    int32_t clients;
+    exchange_counters counters;
+};
+
+rmonrpc_art_sum_t summary_row(const server_sum &sum)
+{
+    const exchange_counters &counters = sum.counters;
+    rmonrpc_art_sum_t row{};
+    set_bytes(row.artSummaryServerAddress, {sum.key.server, sum.key.server_length});
+    row.artSummaryClients = sum.clients;
+    row.artSummaryAvgRspTime = average(counters);
+    row.artSummaryMinRspTime = milliseconds(counters.shortest);
+    row.artSummaryMaxRspTime = milliseconds(counters.longest);
+    row.artSummaryTotalResponses = counters.responses;
+    row.artSummaryRsps1 = counters.in_range[0];
+    row.artSummaryRsps2 = counters.in_range[1];
+    row.artSummaryRsps3 = counters.in_range[2];
+    row.artSummaryRsps4 = counters.in_range[3];
+    row.artSummaryRsps5 = counters.in_range[4];
+    row.artSummaryRsps6 = counters.in_range[5];
+    row.artSummaryRsps7 = counters.in_range[6];
+    row.artSummaryClientOctets = counters.client_octets;
+    row.artSummaryServerOctets = counters.server_octets;
+    row.artSummaryRetries = counters.retries;
+    row.artSummaryTimeouts = counters.timeouts;
+    row.artControlIndex = sum.control;
+    row.protocolDirLocalIndex = sum.key.protocol;
+    return row;
+}
+
+bool is_read(int32_t getType)
+{
+    return getType == GET || getType == GETNEXT || getType == GETBULK;
+}
+
+} // namespace
+
+void start_art(probe &agent)
+{
+    every_second(agent.loop, on_art_tick, &agent);
+}
+
+void art_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on(agent, agent.art, index, rules);
+}
+
+void describe_art_row(rmonrpc_art_ctl_t &record, int32_t index, const art_row &row)
+{
+    record.artControlIndex = index;
+    record.artControlDataSource = row.data_source;
+    record.artControlTimeRemaining = row.interval;
+    record.artControlRspTime1 = row.limits[0];
+    record.artControlRspTime2 = row.limits[1];
+    record.artControlRspTime3 = row.limits[2];
+    record.artControlRspTime4 = row.limits[3];
+    record.artControlRspTime5 = row.limits[4];
+    record.artControlRspTime6 = row.limits[5];
+    record.artControlRspTimeout = row.timeout;
+    record.artControlRequestedSize = row.requested;
+    set_text(record.artControlOwner, row.owner);
+}
+
+rmonrpc_art_ctl_t art_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
+{
+    rmonrpc_art_ctl_t reply{};
+    const auto found = find_row(agent.art, key.index, key.getType);
+    if (found == agent.art.end()) {
+        reply.status = no_such_name;
+        return reply;
+    }
+    const art_row &row = found->second;
+    describe_art_row(reply, found->first, row);
+    reply.artControlStatus = static_cast<int32_t>(row.status);
+    if (!row.work)
+        return reply;
+    const auto passed =
+        static_cast<int32_t>(std::min<int64_t>((now_ms() - row.work->began) / 1000, INT32_MAX));
+    reply.artControlTimeRemaining = std::max(row.interval - passed, 0);
+    reply.artControlDuration = row.interval > 0 ? row.interval : passed;
+    reply.artControlRptStartTime = row.work->start_time;
+    reply.artControlGrantedSize = static_cast<int32_t>(granted_size(row));
+    reply.artControlGeneratedRpts = row.work->reports;
+    return reply;
+}
+
+int32_t art_ctl_set(probe &agent, const rmonrpc_art_ctl_t &request)
+{
+    const auto found = agent.art.find(request.artControlIndex);
+    const std::shared_ptr<art_work> worked = found != agent.art.end() ? found->second.work : nullptr;
+    const int32_t error = set_row(
+        agent, agent.art, request.artControlIndex, request.artControlStatus, request, rules, learning_rows);
+    // Setting the interval of a row that works begins its report anew.
+    if (error == no_error && worked && request.artControlStatus == static_cast<int32_t>(row_status::valid))
+        begin_report(agent, *worked);
+    return error;
+}
+
+rmonrpc_art_rpt_arr_t art_rpt_get(probe &agent, const rmonrpc_art_rpt_key_t &request)
+{
+    bring_up_to_date(agent);
+    exchange_key key = key_of(request.protocolDirLocalIndex, request.artServerAddress);
+    key.client_length = take_octets(key.client, request.artClientAddress);
+
+    std::vector<rmonrpc_art_rpt_t> rows;
+    const std::size_t wanted = rows_wanted(request.getType, request.count);
+    if (request.getType == GET) {
+        const auto control = agent.art.find(request.artControlIndex);
+        exchange_table *report = control != agent.art.end() ? readable(control->second) : nullptr;
+        const uint32_t index = report ? find_learned(*report, key) : no_entry;
+        if (index != no_entry)
+            rows.push_back(report_row(control->first, report->entries[index]));
+    } else if (is_read(request.getType) && wanted > 0) {
+        visit_exchanges(agent, request.artControlIndex, key, [&](int32_t control, const auto &entry) {
+            rows.push_back(report_row(control, entry));
+            return rows.size() < wanted;
+        });
+    }
+    return reply_rows(rows);
+}
+
+rmonrpc_art_sum_arr_t art_sum_get(probe &agent, const rmonrpc_art_sum_key_t &request)
+{
+    bring_up_to_date(agent);
+    const bool exact = request.getType == GET;
+    const std::size_t wanted = rows_wanted(request.getType, request.count);
+    const exchange_key asked = key_of(request.protocolDirLocalIndex, request.artSummaryServerAddress);
+    // A server's exchanges stand together. To begin with them, the client is before all clients; to begin
+    // behind them, it is behind all.
+    exchange_key from = asked;
+    from.client_length = exact ? 0 : UINT8_MAX;
+
+    std::vector<server_sum> sums;
+    if (is_read(request.getType) && wanted > 0)
+        visit_exchanges(agent, request.artControlIndex, from, [&](int32_t control, const auto &entry) {
+            if (exact && (control != request.artControlIndex || compare_servers(entry.key, asked) != 0))
+                return false;
+            const bool goes_on = !sums.empty() && sums.back().control == control
+                                 && compare_servers(sums.back().key, entry.key) == 0;
+            if (!goes_on && sums.size() == wanted)
+                return false;
+            if (!goes_on)
+                sums.push_back({control, entry.key, 0, {}});
+            sums.back().clients++;
+            add(sums.back().counters, entry.row);
+            return true;
+        });
+
+    std::vector<rmonrpc_art_sum_t> rows;
+    rows.reserve(sums.size());
+    for (const server_sum &sum : sums)
+        rows.push_back(summary_row(sum));
+    return reply_rows(rows);
+}
