@@ -1,0 +1,116 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon;
+
+use Rmon\Exception\BadArgument;
+use Rmon\Exception\CallFailed;
+use Rmon\Exception\ConnectionFailed;
+use Rmon\Exception\UnknownName;
+use Rmon\Schema\Catalog;
+
+/** An agent, and what it measures. */
+final class Probe
+{
+    public readonly Link $link;
+
+    private ?Interfaces $interfaces = null;
+    private ?Protocols $protocols = null;
+
+    private function __construct(Link $link)
+    {
+        $this->link = $link;
+    }
+
+    /**
+     * Makes a link to an agent.
+     *
+     * @param string $host      a name or a dotted IPv4 address; "host:port" does as well
+     * @param int|null $port    its TCP port; rmon.default_port when not given
+     * @param bool $persistent  whether the link stays open for later requests of this process
+     * @param float $timeout    seconds that connecting may take, name look-ups apart
+     * @throws ConnectionFailed|BadArgument
+     */
+    public static function connect(
+        string $host = '127.0.0.1',
+        ?int $port = null,
+        bool $persistent = false,
+        float $timeout = 5.0,
+    ): self {
+        if ($port === null && preg_match('/^([^:]+):(\d{1,5})$/D', $host, $parts)) {
+            [, $host, $port] = $parts;
+        }
+        $port ??= (int) ini_get('rmon.default_port');
+        $link = new Link($host, (int) $port, $persistent, $timeout);
+        $link->resource();
+        return new self($link);
+    }
+
+    /** Gives the link up. The next call makes it anew. */
+    public function close(): void
+    {
+        $this->link->close();
+        $this->interfaces = null;
+        $this->protocols = null;
+    }
+
+    /**
+     * The rows of a table, or those that have these keys.
+     *
+     * @param string $name   see Catalog
+     * @param mixed ...$keys values by the names of key columns; "control" stands for the index of the control row
+     * @throws UnknownName|BadArgument
+     */
+    public function table(string $name, mixed ...$keys): Table
+    {
+        return new Table($this, Catalog::find($name), $keys);
+    }
+
+    /** The time since the agent's start, in hundredths of a second. */
+    public function uptime(): int
+    {
+        return $this->system()['sysUpTime'];
+    }
+
+    /**
+     * The system group.
+     *
+     * @return array{sysDescr: string, sysUpTime: int, sysContact: string, sysName: string, sysLocation: string,
+     *     sysObjectID: string, sysServices: int}
+     */
+    public function system(): array
+    {
+        return $this->link->read('rmon_system_get', []);
+    }
+
+    /** The interfaces by number and name; read once, and again when a name is asked for that isn't there. */
+    public function interfaces(): Interfaces
+    {
+        return $this->interfaces ??= new Interfaces($this);
+    }
+
+    /** The protocols by number and path; read once, and again when the agent's directory has changed. */
+    public function protocols(): Protocols
+    {
+        return $this->protocols ??= new Protocols($this);
+    }
+
+    /** Cells of this probe's rows, with the names of its interfaces and protocols. */
+    public function values(): Values
+    {
+        return new Values($this);
+    }
+
+    /**
+     * A variable of the agent's MIBs, such as "etherStatsPkts.2".
+     *
+     * @return int|null its low 32 bits; null when the agent has no such variable
+     * @throws ConnectionFailed|CallFailed
+     */
+    public function variable(string $name): ?int
+    {
+        $value = $this->link->read('rmon_get_mib_var', [$name], quiet: true);
+        return is_int($value) ? $value : null;
+    }
+}

@@ -1,0 +1,126 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon;
+
+use Rmon\Exception\UnknownName;
+
+/**
+ * An agent's protocol directory: paths such as "ip.tcp.https" for the numbers that other tables give protocols. Base
+ * layers are left out of a path unless they are all of it, or another one than Ethernet's.
+ */
+final class Protocols
+{
+    /** How long a directory is taken for unchanged, in seconds. */
+    private const FRESH = 1.0;
+
+    private const ETHERNET = 'ether2';
+
+    /** @var array<int, string>|null */
+    private ?array $paths = null;
+
+    /** @var array<int, array<string, mixed>> */
+    private array $rows = [];
+
+    private int $lastChange = -1;
+    private float $asked = 0.0;
+
+    public function __construct(private readonly Probe $probe)
+    {
+    }
+
+    /** @return array<int, string> paths by protocolDirLocalIndex */
+    public function paths(): array
+    {
+        $now = hrtime(true) / 1e9;
+        if ($this->paths === null || $now - $this->asked >= self::FRESH) {
+            $this->asked = $now;
+            $lastChange = $this->probe->table('protocolDirLastChange')->get()['protocolDirLastChange'];
+            if ($this->paths === null || $lastChange !== $this->lastChange) {
+                $this->lastChange = $lastChange;
+                $this->read();
+            }
+        }
+        return $this->paths;
+    }
+
+    /** The path of a protocol; null when the directory has none of this number. */
+    public function path(int $localIndex): ?string
+    {
+        return $this->paths()[$localIndex] ?? null;
+    }
+
+    /**
+     * The number of a protocol.
+     *
+     * @throws UnknownName
+     */
+    public function index(string $path): int
+    {
+        $index = array_search(strtolower($path), array_map(strtolower(...), $this->paths()), true);
+        return $index === false ? throw UnknownName::among('protocol', $path, $this->paths) : $index;
+    }
+
+    /**
+     * The directory's row of a protocol; null when there is none.
+     *
+     * @return array<string, mixed>|null
+     */
+    public function row(int $localIndex): ?array
+    {
+        $this->paths();
+        return $this->rows[$localIndex] ?? null;
+    }
+
+    /** The protocol below one, by number: tcp's for https; null for base layers. */
+    public function parent(int $localIndex): ?int
+    {
+        $row = $this->row($localIndex);
+        if ($row === null || count($row['protocolDirID']) <= 4) {
+            return null;
+        }
+        $below = array_slice($row['protocolDirID'], 0, -4);
+        foreach ($this->rows as $index => $other) {
+            if ($other['protocolDirID'] === $below) {
+                return $index;
+            }
+        }
+        return null;
+    }
+
+    private function read(): void
+    {
+        $rows = [];
+        $names = [];
+        foreach ($this->probe->table('protocolDirTable') as $row) {
+            $rows[$row['protocolDirLocalIndex']] = $row;
+            $names[pack('C*', ...$row['protocolDirID'])] = self::name($row['protocolDirDescr']);
+        }
+        $paths = [];
+        foreach ($rows as $index => $row) {
+            $paths[$index] = self::pathOf(pack('C*', ...$row['protocolDirID']), $names);
+        }
+        $this->rows = $rows;
+        $this->paths = $paths;
+    }
+
+    /** @param array<string, string> $names by identifier */
+    private static function pathOf(string $id, array $names): string
+    {
+        $path = [];
+        for ($length = 4; $length <= strlen($id); $length += 4) {
+            $part = substr($id, 0, $length);
+            $path[] = $names[$part] ?? (string) unpack('N', substr($part, -4))[1];
+        }
+        if (count($path) > 1 && $path[0] === self::ETHERNET) {
+            array_shift($path);
+        }
+        return implode('.', $path);
+    }
+
+    private static function name(string $description): string
+    {
+        return $description;
+    }
+}

@@ -1,0 +1,590 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon;
+
+use Generator;
+use IteratorAggregate;
+use Rmon\Exception\AgentRefused;
+use Rmon\Exception\BadArgument;
+use Rmon\Exception\CallFailed;
+use Rmon\Exception\RmonException;
+use Rmon\Exception\TableBroken;
+use Rmon\Schema\Column;
+use Rmon\Schema\Key;
+use Rmon\Schema\Setter;
+use Rmon\Schema\Shape;
+use Rmon\Schema\TableSchema;
+
+/**
+ * A table of a probe, or a part of it: iterate over it for its rows, which are read page by page while the loop goes.
+ *
+ * A row is the array that the module made of it: columns by name, and the agent's result code under 0 and "status".
+ *
+ * @implements IteratorAggregate<int, array<string, mixed>>
+ */
+final class Table implements IteratorAggregate
+{
+    /** Rows of a page, where the agent gives pages. */
+    public const PAGE = 500;
+
+    /** @var array<string, mixed> the values of keys that rows must have */
+    public readonly array $where;
+
+    /** @param array<int|string, mixed> $keys */
+    public function __construct(
+        public readonly Probe $probe,
+        public readonly TableSchema $schema,
+        array $keys = [],
+    ) {
+        $this->where = $this->keys($keys);
+    }
+
+    /** The part of the table with these keys, on top of those that it has already. */
+    public function where(mixed ...$keys): self
+    {
+        return new self($this->probe, $this->schema, $keys + $this->where);
+    }
+
+    /**
+     * Its rows, in the order of their keys, each once.
+     *
+     * @return Generator<int, array<string, mixed>>
+     * @throws RmonException
+     */
+    public function getIterator(): Generator
+    {
+        return $this->rows();
+    }
+
+    /**
+     * So many rows, from the first or from behind a row on.
+     *
+     * @param array<string, mixed>|null $behind a row, or the values of its keys
+     * @return list<array<string, mixed>> fewer than $most only at the end of the table
+     */
+    public function page(int $most, ?array $behind = null): array
+    {
+        $page = [];
+        if ($most > 0) {
+            foreach ($this->rows($behind, $most) as $row) {
+                $page[] = $row;
+                if (count($page) >= $most) {
+                    break;
+                }
+            }
+        }
+        return $page;
+    }
+
+    /** @return array<string, mixed>|null the first row; null when there is none */
+    public function first(): ?array
+    {
+        return $this->page(1)[0] ?? null;
+    }
+
+    /**
+     * The row with these keys; of a group of single values, which has no keys, the group itself.
+     *
+     * @return array<string, mixed>|null null when the agent has no such row
+     * @throws RmonException
+     */
+    public function get(mixed ...$keys): ?array
+    {
+        $all = $this->keys($keys) + $this->where;
+        foreach ($this->schema->keys as $name => $key) {
+            if (!isset($all[$name]) && !$key->mark) {
+                throw new BadArgument("{$this->schema->name} needs $name to find a row.");
+            }
+        }
+        return $this->lookUp($all);
+    }
+
+    /**
+     * The values of a row's keys, to go on behind it or to look it up again.
+     *
+     * @param array<string, mixed> $row
+     * @return array<string, mixed>
+     */
+    public function keysOf(array $row): array
+    {
+        return array_intersect_key($row, $this->schema->keys);
+    }
+
+    /**
+     * Makes or changes a row: "set this row to that". What isn't given stays as it is, or is what the table's
+     * description says for a new row. A new row of a control table is made to work at once, unless its status is
+     * given.
+     *
+     * @param mixed ...$values by the names of columns, keys included
+     * @throws RmonException AgentRefused, when the agent doesn't take it: nothing is changed, and no row is left over
+     */
+    public function set(mixed ...$values): void
+    {
+        $given = $this->columns($values) + $this->where;
+        $writer = $this->schema->writer ?? throw new BadArgument("{$this->schema->name} can't be set.");
+        $row = $this->existing($given);
+        if ($writer->set === null) {
+            $setter = $row === null ? $writer->add : $writer->change;
+            $this->write($setter ?? throw new BadArgument("Rows of {$this->schema->name} can't be changed."), $given);
+            return;
+        }
+        $status = $this->schema->status;
+        $all = $given + ($row ?? []) + $this->schema->defaults;
+        if ($this->schema->owner !== null && $row === null) {
+            $all += [$this->schema->owner => ''];
+        }
+        if ($status === null) {
+            $this->write($writer->set, $all);
+        } elseif (isset($given[$status])) {
+            $this->write($writer->set, $all);
+        } elseif ($row === null) {
+            $this->create($writer->set, $all, $status);
+        } else {
+            $this->write($writer->set, [$status => $row[$status] ?? RowStatus::valid->value] + $all);
+        }
+    }
+
+    /**
+     * Removes the row with these keys.
+     *
+     * @throws RmonException AgentRefused with noSuchName, when there is none
+     */
+    public function delete(mixed ...$keys): void
+    {
+        $given = $this->keys($keys) + $this->where;
+        $writer = $this->schema->writer ?? throw new BadArgument("{$this->schema->name} can't be set.");
+        if ($writer->remove !== null) {
+            $this->write($writer->remove, $given);
+            return;
+        }
+        $status = $this->schema->status ?? throw new BadArgument("Rows of {$this->schema->name} can't be removed.");
+        $row = $this->existing($given) ?? [];
+        $this->write(
+            $writer->set,
+            [$status => RowStatus::invalid->value] + $given + $row + $this->schema->defaults + $this->nothing(),
+        );
+    }
+
+    /**
+     * A row's cells as people read them, by column.
+     *
+     * @param array<string, mixed> $row
+     * @return array<string, string>
+     */
+    public function readable(array $row): array
+    {
+        $values = $this->probe->values();
+        $cells = [];
+        foreach ($this->schema->columns as $name => $column) {
+            $cells[$name] = $values->text($column, $row[$name] ?? null);
+        }
+        return $cells;
+    }
+
+    /**
+     * @param array<string, mixed>|null $behind
+     * @return Generator<int, array<string, mixed>>
+     */
+    private function rows(?array $behind = null, int $page = self::PAGE): Generator
+    {
+        $schema = $this->schema;
+        if ($schema->reader->shape === Shape::Texts || $schema->reader->shape === Shape::Number || !$schema->hasRows()) {
+            yield from $this->single();
+            return;
+        }
+        $parent = $this->openParent();
+        if ($parent === null) {
+            yield from $this->walk($behind, $page);
+            return;
+        }
+        $column = array_key_first($this->probe->table($parent->of)->schema->keys);
+        foreach ($this->probe->table($parent->of) as $row) {
+            if ($behind === null || ($row[$column] <=> $behind[$parent->name]) >= 0) {
+                $here = $behind !== null && $row[$column] === $behind[$parent->name] ? $behind : null;
+                foreach ($this->where(...[$parent->name => $row[$column]])->rows($here, $page) as $found) {
+                    yield $found;
+                }
+            }
+        }
+    }
+
+    /** The key that rows don't show and that wasn't given: its values are another table's rows. */
+    private function openParent(): ?Key
+    {
+        foreach ($this->schema->keys as $name => $key) {
+            if (!$key->inRow && !isset($this->where[$name])) {
+                return $key;
+            }
+        }
+        return null;
+    }
+
+    /** @return Generator<int, array<string, mixed>> */
+    private function single(): Generator
+    {
+        $reader = $this->schema->reader;
+        if ($reader->shape === Shape::Texts) {
+            $column = array_key_first($this->schema->columns);
+            foreach ($this->probe->link->read($reader->get, []) as $text) {
+                yield [$column => $text];
+            }
+            return;
+        }
+        $row = $this->get();
+        if ($row !== null) {
+            yield $row;
+        }
+    }
+
+    /**
+     * @param array<string, mixed>|null $behind
+     * @return Generator<int, array<string, mixed>>
+     */
+    private function walk(?array $behind, int $page): Generator
+    {
+        $schema = $this->schema;
+        $hidden = array_filter(
+            $this->where,
+            static fn(string $name) => !$schema->keys[$name]->inRow,
+            ARRAY_FILTER_USE_KEY,
+        );
+        if ($schema->reader->getNext === null) {
+            foreach ($this->listed($behind) as $row) {
+                yield $hidden + $row;
+            }
+            return;
+        }
+        [$prefix, $filter] = $this->split();
+        $depth = count($prefix);
+        $order = $schema->order;
+        $cursor = $behind === null ? $this->start($prefix) : $this->cursor($behind);
+        $last = null;
+        while (($rows = $this->fetch($cursor, $page)) !== []) {
+            foreach ($rows as $row) {
+                $place = [];
+                foreach ($order as $name) {
+                    $place[] = $row[$name];
+                }
+                if ($last !== null && $this->compare($place, $last) <= 0) {
+                    throw $this->broken($row);
+                }
+                $last = $place;
+                if ($depth > 0 && array_slice($place, 0, $depth) !== $prefix) {
+                    return;
+                }
+                foreach ($filter as $name => $value) {
+                    if ($row[$name] !== $value) {
+                        continue 2;
+                    }
+                }
+                yield $hidden === [] ? $row : $hidden + $row;
+            }
+            $next = $this->cursor($row);
+            if ($next === $cursor) {
+                throw $this->broken($row);
+            }
+            $cursor = $next;
+        }
+    }
+
+    /** @param array<string, mixed> $row */
+    private function broken(array $row): TableBroken
+    {
+        $link = $this->probe->link;
+        $place = [];
+        foreach ($this->schema->order as $name) {
+            $place[] = "$name " . (new Values())->exact($this->schema->columns[$name], $row[$name]);
+        }
+        return new TableBroken(
+            "The agent's {$this->schema->name} doesn't go on behind " . implode(', ', $place) . '.',
+            $link->host,
+            $link->port,
+            $this->schema->reader->getBulk ?? $this->schema->reader->getNext,
+        );
+    }
+
+    /**
+     * The order of rows is that of their keys in a MIB: numbers by size, lists by length and then octet by octet,
+     * which is how arrays compare; texts likewise.
+     *
+     * @param list<mixed> $one
+     * @param list<mixed> $other
+     */
+    private function compare(array $one, array $other): int
+    {
+        if (is_string($one[0])) {
+            return strlen($one[0]) <=> strlen($other[0]) ?: strcmp($one[0], $other[0]);
+        }
+        return $one <=> $other;
+    }
+
+    /**
+     * Of the keys that rows must have, those that stand first in the order, where the walk can begin and end, and the
+     * others.
+     *
+     * @return array{list<mixed>, array<string, mixed>}
+     */
+    private function split(): array
+    {
+        $prefix = [];
+        $filter = array_filter(
+            $this->where,
+            fn(string $name) => $this->schema->keys[$name]->inRow && !$this->schema->keys[$name]->mark,
+            ARRAY_FILTER_USE_KEY,
+        );
+        foreach ($this->schema->order as $name) {
+            if (!isset($filter[$name])) {
+                break;
+            }
+            $prefix[$name] = $filter[$name];
+        }
+        return [array_values($prefix), array_diff_key($filter, $prefix)];
+    }
+
+    /**
+     * The keys before the first row that begins with $prefix, in the order in which readers take them.
+     *
+     * @param list<mixed> $prefix
+     * @return list<mixed>
+     */
+    private function start(array $prefix): array
+    {
+        $names = array_slice($this->schema->order, 0, count($prefix));
+        $whole = count($prefix) === count($this->schema->order);
+        $values = array_combine($names, $prefix);
+        if ($whole && $names !== []) {
+            // The row itself is to be the next one: its last key, a number, is stepped back.
+            $last = end($names);
+            $values[$last] = is_int($values[$last]) ? $values[$last] - 1 : $this->schema->keys[$last]->start;
+        }
+        return $this->cursor($values);
+    }
+
+    /**
+     * A row's keys in the order in which readers take them; what isn't there is where a walk begins.
+     *
+     * @param array<string, mixed> $row
+     * @return list<mixed>
+     */
+    private function cursor(array $row): array
+    {
+        $cursor = [];
+        foreach ($this->schema->keys as $name => $key) {
+            $cursor[] = $key->mark || !$key->inRow
+                ? $this->where[$name] ?? $key->start
+                : $row[$name] ?? $key->start;
+        }
+        return $cursor;
+    }
+
+    /**
+     * Rows behind a place, at most so many; none at the end of the table.
+     *
+     * @param list<mixed> $cursor
+     * @return list<array<string, mixed>>
+     */
+    private function fetch(array $cursor, int $most): array
+    {
+        $reader = $this->schema->reader;
+        $link = $this->probe->link;
+        if ($reader->getBulk === null) {
+            $row = $this->unwrap($reader->getNext, $link->read($reader->getNext, $cursor, $reader->quiet));
+            return $row === null ? [] : [$row];
+        }
+        $rows = $link->read($reader->getBulk, [...$cursor, $most], $reader->quiet);
+        if ($rows === false) {
+            return $reader->answersNone ? [] : throw $this->unanswered($reader->getBulk);
+        }
+        return $reader->shape === Shape::Envelope ? $rows[$reader->envelope] : $rows;
+    }
+
+    /**
+     * Rows of a table that can't be walked: what get finds.
+     *
+     * @param array<string, mixed>|null $behind
+     * @return list<array<string, mixed>>
+     */
+    private function listed(?array $behind): array
+    {
+        $reader = $this->schema->reader;
+        $parents = array_values(array_intersect_key($this->where, $this->schema->keys));
+        if ($reader->shape !== Shape::Map) {
+            $row = $behind === null ? $this->lookUp($this->where) : null;
+            return $row === null ? [] : [$row];
+        }
+        $key = array_key_last($this->schema->keys);
+        $value = array_key_last($this->schema->columns);
+        $rows = [];
+        foreach ($this->probe->link->read($reader->get, array_slice($parents, 0, 1)) as $number => $mapped) {
+            $wanted = $this->where[$key] ?? $number;
+            if ($number === $wanted && ($behind === null || $number > $behind[$key])) {
+                $rows[] = [$key => $number, $value => $mapped];
+            }
+        }
+        return $rows;
+    }
+
+    /**
+     * @param array<string, mixed> $keys all of them
+     * @return array<string, mixed>|null
+     */
+    private function lookUp(array $keys): ?array
+    {
+        $reader = $this->schema->reader;
+        if ($reader->shape === Shape::Map) {
+            return $this->where(...$keys)->page(1)[0] ?? null;
+        }
+        $arguments = [];
+        $shown = [];
+        foreach ($this->schema->keys as $name => $key) {
+            $arguments[] = $keys[$name] ?? $key->start;
+            if (!$key->inRow) {
+                $shown[$name] = $keys[$name];
+            }
+        }
+        $row = $this->unwrap($reader->get, $this->probe->link->read($reader->get, $arguments, $reader->quiet));
+        return $row === null || $shown === [] ? $row : $shown + $row;
+    }
+
+    /** What get and getnext hand back, as a row; null for none. */
+    private function unwrap(string $function, mixed $result): ?array
+    {
+        $reader = $this->schema->reader;
+        if ($result === false || $result === null) {
+            return $reader->answersNone ? null : throw $this->unanswered($function);
+        }
+        if ($reader->shape === Shape::Number) {
+            return [array_key_first($this->schema->columns) => $result];
+        }
+        if ($reader->shape === Shape::Envelope) {
+            return $result[$reader->envelope][0] ?? null;
+        }
+        if ($result === []) {
+            return null;
+        }
+        $status = $result['status'] ?? 0;
+        return match ($status) {
+            ErrorStatus::noError->value => $result,
+            // -1: the module's own word for no row.
+            ErrorStatus::noSuchName->value, -1 => null,
+            default => throw AgentRefused::with($status, $this->probe->link->host, $this->probe->link->port, $function),
+        };
+    }
+
+    private function unanswered(string $function): CallFailed
+    {
+        return new CallFailed(
+            'The agent gave no usable answer.',
+            $this->probe->link->host,
+            $this->probe->link->port,
+            $function,
+        );
+    }
+
+    /** @param array<string, mixed> $given */
+    private function existing(array $given): ?array
+    {
+        $keys = array_intersect_key($given, $this->schema->keys);
+        $named = array_filter($this->schema->keys, static fn(Key $key) => !$key->mark);
+        return count(array_intersect_key($named, $keys)) === count($named) ? $this->lookUp($keys) : null;
+    }
+
+    /** @param array<string, mixed> $values */
+    private function create(Setter $setter, array $values, string $status): void
+    {
+        $this->write($setter, [$status => RowStatus::createRequest->value] + $values);
+        try {
+            $this->write($setter, [$status => RowStatus::valid->value] + $values);
+        } catch (RmonException $refused) {
+            try {
+                $this->write($setter, [$status => RowStatus::invalid->value] + $values);
+            } catch (RmonException) {
+                // The first refusal is what the caller is to hear of.
+            }
+            throw $refused;
+        }
+    }
+
+    /** @param array<string, mixed> $values */
+    private function write(Setter $setter, array $values): void
+    {
+        $arguments = [];
+        $missing = [];
+        foreach ($setter->columns as $name) {
+            $arguments[] = $values[$name] ?? null;
+            if (!isset($values[$name])) {
+                $missing[] = $name;
+            }
+        }
+        if ($missing !== []) {
+            throw new BadArgument("{$this->schema->name} needs " . implode(', ', $missing) . '.');
+        }
+        $link = $this->probe->link;
+        $answer = $link->call($setter->function, $arguments);
+        if (!is_int($answer)) {
+            // Functions that keep silent when a call fails: a dead link says so in this call.
+            $link->call('rmon_system_get', []);
+            throw $this->unanswered($setter->function);
+        }
+        if ($answer !== 0) {
+            throw AgentRefused::with($answer, $link->host, $link->port, $setter->function);
+        }
+    }
+
+    /** @return array<string, mixed> what a set takes for columns that don't matter, as when a row is removed */
+    private function nothing(): array
+    {
+        return array_map(
+            static fn(Column $column) => $column->type->isOctets() ? [] : ($column->type->isText() ? '' : 0),
+            $this->schema->columns + $this->schema->hidden,
+        );
+    }
+
+    /**
+     * @param array<int|string, mixed> $given
+     * @return array<string, mixed> values by the names of keys
+     */
+    private function keys(array $given): array
+    {
+        $keys = [];
+        foreach ($given as $name => $value) {
+            $name = $this->keyName($name);
+            $keys[$name] = $this->probe->values()->parse($this->schema->columns[$name], $value);
+        }
+        return $keys;
+    }
+
+    private function keyName(int|string $name): string
+    {
+        if (isset($this->schema->keys[$name])) {
+            return (string) $name;
+        }
+        foreach ($this->schema->keys as $key) {
+            if ($name === 'control' && $key->of !== null) {
+                return $key->name;
+            }
+        }
+        throw Exception\UnknownName::among("key of {$this->schema->name}", (string) $name, array_keys($this->schema->keys));
+    }
+
+    /**
+     * @param array<int|string, mixed> $given
+     * @return array<string, mixed> values by the names of columns
+     */
+    private function columns(array $given): array
+    {
+        $columns = [];
+        $settable = array_merge([], ...array_column($this->schema->writer?->setters() ?? [], 'columns'));
+        foreach ($given as $name => $value) {
+            $name = $name === 'control' ? $this->keyName($name) : (string) $name;
+            if (!in_array($name, $settable, true)) {
+                throw Exception\UnknownName::among("column to set in {$this->schema->name}", $name, $settable);
+            }
+            $column = $this->schema->columns[$name] ?? $this->schema->hidden[$name];
+            $columns[$name] = $this->probe->values()->parse($column, $value);
+        }
+        return $columns;
+    }
+}
