@@ -12,10 +12,59 @@
  * (as array_multisort() takes its arrays), by value elsewhere. What can't be written to, a readonly property for
  * one, is to be copied to a variable first.
  *
+ * A row's shape is written once, with the function that reads one row. Functions whose pages refer to that one,
+ * "See NAME().", have a copy of it, which script/arginfo renews.
+ *
  * The row status of every control table is an EntryStatus (RFC 2819), also where the table's own MIB has a
  * RowStatus: the agent has one set of rules for all of its tables. createRequest makes a row, which is under
  * creation; valid sets it to work, underCreation stops it, invalid removes it.
  */
+
+/* ---- constants -------------------------------------------------------------------------- */
+
+// The rights of an SNMP community.
+/** @var int */
+const COMM_RO = 1;
+/** @var int */
+const COMM_RW = 2;
+
+// Address families; the engine's sockets extension has the same.
+/** @var int */
+const AF_INET = 2;
+/** @var int */
+const AF_INET6 = 10;
+
+// What a row of the protocol directory says of its protocol, in flags, and the protocol distribution in pd_flags.
+/** @var int */
+const PDIR_FLAG_NETWORK = 1;
+/** @var int */
+const PDIR_FLAG_IP = 2;
+/** @var int */
+const PDIR_FLAG_LEAF = 4;
+/** @var int */
+const PDIR_FLAG_EXTENSION = 8;
+/** @var int */
+const PDIR_FLAG_IP_DESC = 16;
+/** @var int */
+const PDIR_FLAG_AUTO_LEARN = 32;
+/** @var int */
+const PDIR_FLAG_BASE_PROTO = 64;
+/** @var int */
+const PDIR_FLAG_OTHER_PROTO = 128;
+
+// Kinds of appliance.
+/** @var int */
+const NORV_TARGET_ORN_AP = 1;
+/** @var int */
+const NORV_TARGET_NORV2_AP = 3;
+/** @var int */
+const NORV_TARGET_NORV1_AP = 4;
+/** @var int */
+const NORV_TARGET_DESK = 5;
+/** @var int */
+const NORV_TARGET_TAMBO = 6;
+/** @var int */
+const NORV_TARGET_VELDRIN = 7;
 
 /* ---- connections ------------------------------------------------------------------------ */
 
@@ -129,7 +178,12 @@ function rmon_ifentry_get($connid, $ifIndex) {}
  *
  * @param resource|int $connid
  * @param int $ifIndex
- * @return array|false|null
+ * @return array{0: int, status: int, ifIndex: int, ifDescr: string, ifType: int, ifMtu: int,
+ *     ifSpeed: int, ifPhysAddress: string, ifAdminStatus: int, ifOperStatus: int, ifLastChange: int,
+ *     ifInOctets: int, ifInUcastPkts: int, ifInNUcastPkts: int, ifInDiscards: int, ifInErrors: int,
+ *     ifInUnknownProtos: int, ifOutOctets: int, ifOutUcastPkts: int, ifOutNUcastPkts: int,
+ *     ifOutDiscards: int, ifOutErrors: int, ifOutQLen: int, dsrcType: string, dsrcSlot?: int, dsrcPort?: int,
+ *     dsrcVlan: int, dsrcChGrp: int, dsrcSpanMode: string, dsrcSpanDest: int}|false|null
  */
 function rmon_ifentry_getnext($connid, $ifIndex) {}
 
@@ -177,7 +231,15 @@ function rmon_etherstats_get($connid, $etherStatsIndex) {}
  *
  * @param resource|int $connid
  * @param int $etherStatsIndex
- * @return array|false|null
+ * @return array{0: int, status: int, etherStatsIndex: int, etherStatsDataSource: int,
+ *     etherStatsDropEvents: float, etherStatsOctets: float, etherStatsPkts: float,
+ *     etherStatsBroadcastPkts: float, etherStatsMulticastPkts: float, etherStatsCRCAlignErrors: float,
+ *     etherStatsUndersizePkts: float, etherStatsOversizePkts: float, etherStatsFragments: float,
+ *     etherStatsJabbers: float, etherStatsCollisions: float, etherStatsPkts64Octets: float,
+ *     etherStatsPkts65to127Octets: float, etherStatsPkts128to255Octets: float,
+ *     etherStatsPkts256to511Octets: float, etherStatsPkts512to1023Octets: float,
+ *     etherStatsPkts1024to1518Octets: float, etherStatsOwner: string, etherStatsStatus: int,
+ *     etherStatsDroppedFrames: float, etherStatsCreateTime: int}|false|null
  */
 function rmon_etherstats_getnext($connid, $etherStatsIndex) {}
 
@@ -222,7 +284,9 @@ function rmon_history_ctl_get($connid, $historyControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $historyControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, historyControlIndex: int, historyControlDataSource: int,
+ *     historyControlBucketsRequested: int, historyControlBucketsGranted: int, historyControlInterval: int,
+ *     historyControlOwner: string, historyControlStatus: int}|false|null
  */
 function rmon_history_ctl_getnext($connid, $historyControlIndex) {}
 
@@ -277,7 +341,12 @@ function rmon_etherhistory_get($connid, $etherHistoryIndex, $etherHistorySampleI
  * @param resource|int $connid
  * @param int $etherHistoryIndex
  * @param int $etherHistorySampleIndex
- * @return array|false|null
+ * @return array{0: int, status: int, etherHistoryIndex: int, etherHistorySampleIndex: int,
+ *     etherHistoryIntervalStart: int, etherHistoryDropEvents: float, etherHistoryOctets: float,
+ *     etherHistoryPkts: float, etherHistoryBroadcastPkts: float, etherHistoryMulticastPkts: float,
+ *     etherHistoryCRCAlignErrors: float, etherHistoryUndersizePkts: float, etherHistoryOversizePkts: float,
+ *     etherHistoryJabbers: float, etherHistoryFragments: float, etherHistoryCollisions: float,
+ *     etherHistoryUtilization: int}|false|null
  */
 function rmon_etherhistory_getnext($connid, $etherHistoryIndex, $etherHistorySampleIndex) {}
 
@@ -288,7 +357,12 @@ function rmon_etherhistory_getnext($connid, $etherHistoryIndex, $etherHistorySam
  * @param int $etherHistoryIndex
  * @param int $etherHistorySampleIndex
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, etherHistoryIndex: int, etherHistorySampleIndex: int,
+ *     etherHistoryIntervalStart: int, etherHistoryDropEvents: float, etherHistoryOctets: float,
+ *     etherHistoryPkts: float, etherHistoryBroadcastPkts: float, etherHistoryMulticastPkts: float,
+ *     etherHistoryCRCAlignErrors: float, etherHistoryUndersizePkts: float, etherHistoryOversizePkts: float,
+ *     etherHistoryJabbers: float, etherHistoryFragments: float, etherHistoryCollisions: float,
+ *     etherHistoryUtilization: int}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_etherhistory_getbulk($connid, $etherHistoryIndex, $etherHistorySampleIndex, $count) {}
 
@@ -319,7 +393,9 @@ function rmon_host_ctl_get($connid, $hostControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $hostControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, hostControlIndex: int, hostControlDataSource: int,
+ *     hostControlTableSize: int, hostControlLastDeleteTime: int, hostControlOwner: string,
+ *     hostControlStatus: int}|false|null
  */
 function rmon_host_ctl_getnext($connid, $hostControlIndex) {}
 
@@ -370,7 +446,9 @@ function rmon_host_get($connid, $hostIndex, $hostAddress) {}
  * @param int $hostIndex
  * @param array $hostAddress
  * @prefer-ref $hostAddress
- * @return array|false|null
+ * @return array{0: int, status: int, hostAddress: list<int>|int, hostCreationOrder: int, hostIndex: int,
+ *     hostInPkts: float, hostOutPkts: float, hostInOctets: float, hostOutOctets: float, hostOutErrors: float,
+ *     hostOutBroadcastPkts: float, hostOutMulticastPkts: float}|false|null
  */
 function rmon_host_getnext($connid, $hostIndex, $hostAddress) {}
 
@@ -382,7 +460,10 @@ function rmon_host_getnext($connid, $hostIndex, $hostAddress) {}
  * @param array $hostAddress
  * @prefer-ref $hostAddress
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, hostAddress: list<int>|int, hostCreationOrder: int,
+ *     hostIndex: int, hostInPkts: float, hostOutPkts: float, hostInOctets: float, hostOutOctets: float,
+ *     hostOutErrors: float, hostOutBroadcastPkts: float, hostOutMulticastPkts: float}>|false|null the rows;
+ *     FALSE without a message when there is none
  */
 function rmon_host_getbulk($connid, $hostIndex, $hostAddress, $count) {}
 
@@ -417,7 +498,10 @@ function rmon_hosttime_get($connid, $hostTimeIndex, $hostTimeCreationOrder) {}
  * @param resource|int $connid
  * @param int $hostTimeIndex
  * @param int $hostTimeCreationOrder
- * @return array|false|null
+ * @return array{0: int, status: int, hostTimeAddress: list<int>, hostTimeCreationOrder: int,
+ *     hostTimeIndex: int, hostTimeInPkts: float, hostTimeOutPkts: float, hostTimeInOctets: float,
+ *     hostTimeOutOctets: float, hostTimeOutErrors: float, hostTimeOutBroadcastPkts: float,
+ *     hostTimeOutMulticastPkts: float}|false|null
  */
 function rmon_hosttime_getnext($connid, $hostTimeIndex, $hostTimeCreationOrder) {}
 
@@ -428,7 +512,10 @@ function rmon_hosttime_getnext($connid, $hostTimeIndex, $hostTimeCreationOrder) 
  * @param int $hostTimeIndex
  * @param int $hostTimeCreationOrder
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, hostTimeAddress: list<int>, hostTimeCreationOrder: int,
+ *     hostTimeIndex: int, hostTimeInPkts: float, hostTimeOutPkts: float, hostTimeInOctets: float,
+ *     hostTimeOutOctets: float, hostTimeOutErrors: float, hostTimeOutBroadcastPkts: float,
+ *     hostTimeOutMulticastPkts: float}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_hosttime_getbulk($connid, $hostTimeIndex, $hostTimeCreationOrder, $count) {}
 
@@ -464,7 +551,10 @@ function rmon_hosttopn_ctl_get($connid, $hostTopNControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $hostTopNControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, hostTopNControlIndex: int, hostTopNHostIndex: int,
+ *     hostTopNRateBase: int, hostTopNTimeRemaining: int, hostTopNDuration: int, hostTopNRequestedSize: int,
+ *     hostTopNGrantedSize: int, hostTopNStartTime: int, hostTopNOwner: string,
+ *     hostTopNStatus: int}|false|null
  */
 function rmon_hosttopn_ctl_getnext($connid, $hostTopNControlIndex) {}
 
@@ -509,7 +599,8 @@ function rmon_hosttopn_get($connid, $hostTopNReport, $hostTopNIndex) {}
  * @param resource|int $connid
  * @param int $hostTopNReport
  * @param int $hostTopNIndex
- * @return array|false|null
+ * @return array{0: int, status: int, hostTopNReport: int, hostTopNIndex: int, hostTopNAddress: list<int>,
+ *     hostTopNRate: float}|false|null
  */
 function rmon_hosttopn_getnext($connid, $hostTopNReport, $hostTopNIndex) {}
 
@@ -520,7 +611,9 @@ function rmon_hosttopn_getnext($connid, $hostTopNReport, $hostTopNIndex) {}
  * @param int $hostTopNReport
  * @param int $hostTopNIndex
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, hostTopNReport: int, hostTopNIndex: int,
+ *     hostTopNAddress: list<int>, hostTopNRate: float}>|false|null the rows; FALSE without a message when
+ *     there is none
  */
 function rmon_hosttopn_getbulk($connid, $hostTopNReport, $hostTopNIndex, $count) {}
 
@@ -551,7 +644,9 @@ function rmon_matrix_ctl_get($connid, $matrixControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $matrixControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, matrixControlIndex: int, matrixControlDataSource: int,
+ *     matrixControlTableSize: int, matrixControlLastDeleteTime: int, matrixControlOwner: string,
+ *     matrixControlStatus: int}|false|null
  */
 function rmon_matrix_ctl_getnext($connid, $matrixControlIndex) {}
 
@@ -603,7 +698,9 @@ function rmon_matrix_sd_get($connid, $matrixSDIndex, $matrixSDSourceAddress, $ma
  * @prefer-ref $matrixSDSourceAddress
  * @param array $matrixSDDestAddress
  * @prefer-ref $matrixSDDestAddress
- * @return array|false|null
+ * @return array{0: int, status: int, matrixSDSourceAddress: list<int>|int,
+ *     matrixSDDestAddress: list<int>|int, matrixSDIndex: int, matrixSDPkts: float, matrixSDOctets: float,
+ *     matrixSDErrors: float}|false|null
  */
 function rmon_matrix_sd_getnext($connid, $matrixSDIndex, $matrixSDSourceAddress, $matrixSDDestAddress) {}
 
@@ -617,7 +714,9 @@ function rmon_matrix_sd_getnext($connid, $matrixSDIndex, $matrixSDSourceAddress,
  * @param array $matrixSDDestAddress
  * @prefer-ref $matrixSDDestAddress
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, matrixSDSourceAddress: list<int>|int,
+ *     matrixSDDestAddress: list<int>|int, matrixSDIndex: int, matrixSDPkts: float, matrixSDOctets: float,
+ *     matrixSDErrors: float}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_matrix_sd_getbulk($connid, $matrixSDIndex, $matrixSDSourceAddress, $matrixSDDestAddress, $count) {}
 
@@ -655,7 +754,9 @@ function rmon_matrix_ds_get($connid, $matrixDSIndex, $matrixDSSourceAddress, $ma
  * @prefer-ref $matrixDSSourceAddress
  * @param array $matrixDSDestAddress
  * @prefer-ref $matrixDSDestAddress
- * @return array|false|null
+ * @return array{0: int, status: int, matrixDSSourceAddress: list<int>|int,
+ *     matrixDSDestAddress: list<int>|int, matrixDSIndex: int, matrixDSPkts: float, matrixDSOctets: float,
+ *     matrixDSErrors: float}|false|null
  */
 function rmon_matrix_ds_getnext($connid, $matrixDSIndex, $matrixDSSourceAddress, $matrixDSDestAddress) {}
 
@@ -669,7 +770,9 @@ function rmon_matrix_ds_getnext($connid, $matrixDSIndex, $matrixDSSourceAddress,
  * @param array $matrixDSDestAddress
  * @prefer-ref $matrixDSDestAddress
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, matrixDSSourceAddress: list<int>|int,
+ *     matrixDSDestAddress: list<int>|int, matrixDSIndex: int, matrixDSPkts: float, matrixDSOctets: float,
+ *     matrixDSErrors: float}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_matrix_ds_getbulk($connid, $matrixDSIndex, $matrixDSSourceAddress, $matrixDSDestAddress, $count) {}
 
@@ -724,7 +827,11 @@ function rmon_pdir_get($connid, $protocolDirID, $protocolDirParameters) {}
  * @param resource|int $connid
  * @param array $protocolDirID
  * @param array $protocolDirParameters
- * @return array|false|null
+ * @return array{0: int, status: int, protocolDirID: list<int>, protocolDirParameters: list<int>,
+ *     protocolDirLocalIndex: int, protocolDirDescr: string, protocolDirType: int,
+ *     protocolDirAddressMapConfig: int, protocolDirHostConfig: int, protocolDirMatrixConfig: int,
+ *     protocolDirOwner: string, protocolDirStatus: int, protocolDirArtConfig: int, is_leaf: int,
+ *     is_network: int, flags: int}|false|null
  */
 function rmon_pdir_getnext($connid, $protocolDirID, $protocolDirParameters) {}
 
@@ -735,7 +842,11 @@ function rmon_pdir_getnext($connid, $protocolDirID, $protocolDirParameters) {}
  * @param array $protocolDirID
  * @param array $protocolDirParameters
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, protocolDirID: list<int>, protocolDirParameters: list<int>,
+ *     protocolDirLocalIndex: int, protocolDirDescr: string, protocolDirType: int,
+ *     protocolDirAddressMapConfig: int, protocolDirHostConfig: int, protocolDirMatrixConfig: int,
+ *     protocolDirOwner: string, protocolDirStatus: int, protocolDirArtConfig: int, is_leaf: int,
+ *     is_network: int, flags: int}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_pdir_getbulk($connid, $protocolDirID, $protocolDirParameters, $count) {}
 
@@ -786,7 +897,10 @@ function rmon_pdir_byidx_get($connid, $protocolDirLocalIndex) {}
  *
  * @param resource|int $connid
  * @param int $protocolDirLocalIndex
- * @return array|false|null
+ * @return array{0: int, status: int, protocolDirID: list<int>, protocolDirParameters: list<int>,
+ *     protocolDirLocalIndex: int, protocolDirDescr: string, protocolDirAddressMapConfig: int,
+ *     protocolDirHostConfig: int, protocolDirMatrixConfig: int, protocolDirArtConfig: int, is_leaf: int,
+ *     is_network: int, flags: int}|false|null
  */
 function rmon_pdir_byidx_getnext($connid, $protocolDirLocalIndex) {}
 
@@ -819,7 +933,9 @@ function rmon_pdist_ctl_get($connid, $protocolDistControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $protocolDistControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, protocolDistControlIndex: int, protocolDistControlDataSource: int,
+ *     protocolDistControlDroppedFrames: int, protocolDistControlCreateTime: int,
+ *     protocolDistControlOwner: string, protocolDistControlStatus: int}|false|null
  */
 function rmon_pdist_ctl_getnext($connid, $protocolDistControlIndex) {}
 
@@ -862,7 +978,8 @@ function rmon_pdist_stats_get($connid, $protocolDistControlIndex, $protocolDirLo
  * @param resource|int $connid
  * @param int $protocolDistControlIndex
  * @param int $protocolDirLocalIndex
- * @return array|false|null
+ * @return array{0: int, status: int, 1: int, pd_flags: int, protocolDistControlIndex: int,
+ *     protocolDirLocalIndex: int, protocolDistStatsPkts: float, protocolDistStatsOctets: float}|false|null
  */
 function rmon_pdist_stats_getnext($connid, $protocolDistControlIndex, $protocolDirLocalIndex) {}
 
@@ -873,7 +990,9 @@ function rmon_pdist_stats_getnext($connid, $protocolDistControlIndex, $protocolD
  * @param int $protocolDistControlIndex
  * @param int $protocolDirLocalIndex
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, 1: int, pd_flags: int, protocolDistControlIndex: int,
+ *     protocolDirLocalIndex: int, protocolDistStatsPkts: float, protocolDistStatsOctets: float}>|false|null
+ *     the rows; FALSE without a message when there is none
  */
 function rmon_pdist_stats_getbulk($connid, $protocolDistControlIndex, $protocolDirLocalIndex, $count) {}
 
@@ -942,7 +1061,9 @@ function rmon_addrmap_ctl_get($connid, $addressMapControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $addressMapControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, addressMapControlIndex: int, addressMapControlDataSource: int,
+ *     addressMapControlDroppedFrames: int, addressMapControlOwner: string,
+ *     addressMapControlStatus: int}|false|null
  */
 function rmon_addrmap_ctl_getnext($connid, $addressMapControlIndex) {}
 
@@ -994,7 +1115,9 @@ function rmon_addrmap_entry_get($connid, $addressMapTimeMark, $protocolDirLocalI
  * @param array $addressMapNetworkAddress
  * @prefer-ref $addressMapNetworkAddress
  * @param int $addressMapSource
- * @return array|false|null
+ * @return array{0: int, status: int, addressMapTimeMark: int, addressMapNetworkAddress: list<int>|int,
+ *     addressMapSource: int, addressMapPhysicalAddress: list<int>|int, addressMapLastChange: int,
+ *     protocolDirLocalIndex: int}|false|null
  */
 function rmon_addrmap_entry_getnext($connid, $addressMapTimeMark, $protocolDirLocalIndex, $addressMapNetworkAddress, $addressMapSource) {}
 
@@ -1008,7 +1131,10 @@ function rmon_addrmap_entry_getnext($connid, $addressMapTimeMark, $protocolDirLo
  * @prefer-ref $addressMapNetworkAddress
  * @param int $addressMapSource
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, addressMapTimeMark: int,
+ *     addressMapNetworkAddress: list<int>|int, addressMapSource: int,
+ *     addressMapPhysicalAddress: list<int>|int, addressMapLastChange: int,
+ *     protocolDirLocalIndex: int}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_addrmap_entry_getbulk($connid, $addressMapTimeMark, $protocolDirLocalIndex, $addressMapNetworkAddress, $addressMapSource, $count) {}
 
@@ -1046,7 +1172,11 @@ function rmon_hlhost_ctl_get($connid, $hlHostControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $hlHostControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, hlHostControlIndex: int, hlHostControlDataSource: int,
+ *     hlHostControlNlDroppedFrames: int, hlHostControlNlInserts: int, hlHostControlNlDeletes: int,
+ *     hlHostControlNlMaxDesiredEntries: int, hlHostControlAlDroppedFrames: int, hlHostControlAlInserts: int,
+ *     hlHostControlAlDeletes: int, hlHostControlAlMaxDesiredEntries: int, hlHostControlOwner: string,
+ *     hlHostControlStatus: int}|false|null
  */
 function rmon_hlhost_ctl_getnext($connid, $hlHostControlIndex) {}
 
@@ -1104,7 +1234,10 @@ function rmon_nlhost_get($connid, $hlHostControlIndex, $nlHostTimeMark, $protoco
  * @param int $protocolDirLocalIndex
  * @param array $nlHostAddress
  * @prefer-ref $nlHostAddress
- * @return array|false|null
+ * @return array{0: int, status: int, nlHostTimeMark: int, nlHostAddress: list<int>|int,
+ *     nlHostInPkts: float, nlHostOutPkts: float, nlHostInOctets: float, nlHostOutOctets: float,
+ *     nlHostOutMacNonUnicastPkts: float, nlHostCreateTime: int, hlHostControlIndex: int,
+ *     protocolDirLocalIndex: int}|false|null
  */
 function rmon_nlhost_getnext($connid, $hlHostControlIndex, $nlHostTimeMark, $protocolDirLocalIndex, $nlHostAddress) {}
 
@@ -1118,7 +1251,10 @@ function rmon_nlhost_getnext($connid, $hlHostControlIndex, $nlHostTimeMark, $pro
  * @param array $nlHostAddress
  * @prefer-ref $nlHostAddress
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, nlHostTimeMark: int, nlHostAddress: list<int>|int,
+ *     nlHostInPkts: float, nlHostOutPkts: float, nlHostInOctets: float, nlHostOutOctets: float,
+ *     nlHostOutMacNonUnicastPkts: float, nlHostCreateTime: int, hlHostControlIndex: int,
+ *     protocolDirLocalIndex: int}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_nlhost_getbulk($connid, $hlHostControlIndex, $nlHostTimeMark, $protocolDirLocalIndex, $nlHostAddress, $count) {}
 
@@ -1161,7 +1297,10 @@ function rmon_alhost_get($connid, $hlHostControlIndex, $alHostTimeMark, $protoco
  * @param array $nlHostAddress
  * @prefer-ref $nlHostAddress
  * @param int $protocolDirLocalIndex2
- * @return array|false|null
+ * @return array{0: int, status: int, alHostTimeMark: int, nlHostAddress: list<int>|int,
+ *     alHostInPkts: float, alHostOutPkts: float, alHostInOctets: float, alHostOutOctets: float,
+ *     alHostCreateTime: int, hlHostControlIndex: int, protocolDirLocalIndex: int,
+ *     protocolDirLocalIndex2: int}|false|null
  */
 function rmon_alhost_getnext($connid, $hlHostControlIndex, $alHostTimeMark, $protocolDirLocalIndex, $nlHostAddress, $protocolDirLocalIndex2) {}
 
@@ -1176,7 +1315,10 @@ function rmon_alhost_getnext($connid, $hlHostControlIndex, $alHostTimeMark, $pro
  * @prefer-ref $nlHostAddress
  * @param int $protocolDirLocalIndex2
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, alHostTimeMark: int, nlHostAddress: list<int>|int,
+ *     alHostInPkts: float, alHostOutPkts: float, alHostInOctets: float, alHostOutOctets: float,
+ *     alHostCreateTime: int, hlHostControlIndex: int, protocolDirLocalIndex: int,
+ *     protocolDirLocalIndex2: int}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_alhost_getbulk($connid, $hlHostControlIndex, $alHostTimeMark, $protocolDirLocalIndex, $nlHostAddress, $protocolDirLocalIndex2, $count) {}
 
@@ -1214,7 +1356,11 @@ function rmon_hlmatrix_ctl_get($connid, $hlMatrixControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $hlMatrixControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, hlMatrixControlIndex: int, hlMatrixControlDataSource: int,
+ *     hlMatrixControlNlDroppedFrames: int, hlMatrixControlNlInserts: int, hlMatrixControlNlDeletes: int,
+ *     hlMatrixControlNlMaxDesiredEntries: int, hlMatrixControlAlDroppedFrames: int,
+ *     hlMatrixControlAlInserts: int, hlMatrixControlAlDeletes: int, hlMatrixControlAlMaxDesiredEntries: int,
+ *     hlMatrixControlOwner: string, hlMatrixControlStatus: int}|false|null
  */
 function rmon_hlmatrix_ctl_getnext($connid, $hlMatrixControlIndex) {}
 
@@ -1275,7 +1421,9 @@ function rmon_nlmatrix_sd_get($connid, $hlMatrixControlIndex, $nlMatrixSDTimeMar
  * @prefer-ref $sourceAddress
  * @param array $destAddress
  * @prefer-ref $destAddress
- * @return array|false|null
+ * @return array{0: int, status: int, nlMatrixSDTimeMark: int, nlMatrixSDSourceAddress: list<int>|int,
+ *     nlMatrixSDDestAddress: list<int>|int, nlMatrixSDPkts: float, nlMatrixSDOctets: float,
+ *     nlMatrixSDCreateTime: float, hlMatrixControlIndex: int, protocolDirLocalIndex: int}|false|null
  */
 function rmon_nlmatrix_sd_getnext($connid, $hlMatrixControlIndex, $nlMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress) {}
 
@@ -1291,7 +1439,10 @@ function rmon_nlmatrix_sd_getnext($connid, $hlMatrixControlIndex, $nlMatrixSDTim
  * @param array $destAddress
  * @prefer-ref $destAddress
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, nlMatrixSDTimeMark: int,
+ *     nlMatrixSDSourceAddress: list<int>|int, nlMatrixSDDestAddress: list<int>|int, nlMatrixSDPkts: float,
+ *     nlMatrixSDOctets: float, nlMatrixSDCreateTime: float, hlMatrixControlIndex: int,
+ *     protocolDirLocalIndex: int}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_nlmatrix_sd_getbulk($connid, $hlMatrixControlIndex, $nlMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $count) {}
 
@@ -1336,7 +1487,9 @@ function rmon_nlmatrix_ds_get($connid, $hlMatrixControlIndex, $nlMatrixDSTimeMar
  * @prefer-ref $sourceAddress
  * @param array $destAddress
  * @prefer-ref $destAddress
- * @return array|false|null
+ * @return array{0: int, status: int, nlMatrixDSTimeMark: int, nlMatrixDSSourceAddress: list<int>|int,
+ *     nlMatrixDSDestAddress: list<int>|int, nlMatrixDSPkts: float, nlMatrixDSOctets: float,
+ *     nlMatrixDSCreateTime: float, hlMatrixControlIndex: int, protocolDirLocalIndex: int}|false|null
  */
 function rmon_nlmatrix_ds_getnext($connid, $hlMatrixControlIndex, $nlMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress) {}
 
@@ -1352,7 +1505,10 @@ function rmon_nlmatrix_ds_getnext($connid, $hlMatrixControlIndex, $nlMatrixDSTim
  * @param array $destAddress
  * @prefer-ref $destAddress
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, nlMatrixDSTimeMark: int,
+ *     nlMatrixDSSourceAddress: list<int>|int, nlMatrixDSDestAddress: list<int>|int, nlMatrixDSPkts: float,
+ *     nlMatrixDSOctets: float, nlMatrixDSCreateTime: float, hlMatrixControlIndex: int,
+ *     protocolDirLocalIndex: int}>|false|null the rows; FALSE without a message when there is none
  */
 function rmon_nlmatrix_ds_getbulk($connid, $hlMatrixControlIndex, $nlMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $count) {}
 
@@ -1400,7 +1556,10 @@ function rmon_almatrix_sd_get($connid, $hlMatrixControlIndex, $alMatrixSDTimeMar
  * @param array $destAddress
  * @prefer-ref $destAddress
  * @param int $protocolDirLocalIndex2
- * @return array|false|null
+ * @return array{0: int, status: int, alMatrixSDTimeMark: int, nlMatrixSDSourceAddress: list<int>|int,
+ *     nlMatrixSDDestAddress: list<int>|int, alMatrixSDPkts: float, alMatrixSDOctets: float,
+ *     alMatrixSDCreateTime: float, hlMatrixControlIndex: int, protocolDirLocalIndex: int,
+ *     protocolDirLocalIndex2: int}|false|null
  */
 function rmon_almatrix_sd_getnext($connid, $hlMatrixControlIndex, $alMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2) {}
 
@@ -1417,7 +1576,11 @@ function rmon_almatrix_sd_getnext($connid, $hlMatrixControlIndex, $alMatrixSDTim
  * @prefer-ref $destAddress
  * @param int $protocolDirLocalIndex2
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, alMatrixSDTimeMark: int,
+ *     nlMatrixSDSourceAddress: list<int>|int, nlMatrixSDDestAddress: list<int>|int, alMatrixSDPkts: float,
+ *     alMatrixSDOctets: float, alMatrixSDCreateTime: float, hlMatrixControlIndex: int,
+ *     protocolDirLocalIndex: int, protocolDirLocalIndex2: int}>|false|null the rows; FALSE without a message
+ *     when there is none
  */
 function rmon_almatrix_sd_getbulk($connid, $hlMatrixControlIndex, $alMatrixSDTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2, $count) {}
 
@@ -1465,7 +1628,10 @@ function rmon_almatrix_ds_get($connid, $hlMatrixControlIndex, $alMatrixDSTimeMar
  * @param array $destAddress
  * @prefer-ref $destAddress
  * @param int $protocolDirLocalIndex2
- * @return array|false|null
+ * @return array{0: int, status: int, alMatrixDSTimeMark: int, nlMatrixDSSourceAddress: list<int>|int,
+ *     nlMatrixDSDestAddress: list<int>|int, alMatrixDSPkts: float, alMatrixDSOctets: float,
+ *     alMatrixDSCreateTime: float, hlMatrixControlIndex: int, protocolDirLocalIndex: int,
+ *     protocolDirLocalIndex2: int}|false|null
  */
 function rmon_almatrix_ds_getnext($connid, $hlMatrixControlIndex, $alMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2) {}
 
@@ -1482,7 +1648,11 @@ function rmon_almatrix_ds_getnext($connid, $hlMatrixControlIndex, $alMatrixDSTim
  * @prefer-ref $destAddress
  * @param int $protocolDirLocalIndex2
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, alMatrixDSTimeMark: int,
+ *     nlMatrixDSSourceAddress: list<int>|int, nlMatrixDSDestAddress: list<int>|int, alMatrixDSPkts: float,
+ *     alMatrixDSOctets: float, alMatrixDSCreateTime: float, hlMatrixControlIndex: int,
+ *     protocolDirLocalIndex: int, protocolDirLocalIndex2: int}>|false|null the rows; FALSE without a message
+ *     when there is none
  */
 function rmon_almatrix_ds_getbulk($connid, $hlMatrixControlIndex, $alMatrixDSTimeMark, $protocolDirLocalIndex, $sourceAddress, $destAddress, $protocolDirLocalIndex2, $count) {}
 
@@ -1519,7 +1689,10 @@ function rmon_alarm_get($connid, $alarmIndex) {}
  *
  * @param resource|int $connid
  * @param int $alarmIndex
- * @return array|false|null
+ * @return array{0: int, status: int, alarmIndex: int, alarmInterval: int, alarmVariable: string,
+ *     alarmSampleType: int, alarmValue: int, alarmStartupAlarm: int, alarmRisingThreshold: int,
+ *     alarmFallingThreshold: int, alarmRisingEventIndex: int, alarmFallingEventIndex: int,
+ *     alarmOwner: string, alarmStatus: int}|false|null
  */
 function rmon_alarm_getnext($connid, $alarmIndex) {}
 
@@ -1568,7 +1741,8 @@ function rmon_event_get($connid, $eventIndex) {}
  *
  * @param resource|int $connid
  * @param int $eventIndex
- * @return array|false|null
+ * @return array{0: int, status: int, eventIndex: int, eventDescription: string, eventType: int,
+ *     eventCommunity: string, eventLastTimeSent: int, eventOwner: string, eventStatus: int}|false|null
  */
 function rmon_event_getnext($connid, $eventIndex) {}
 
@@ -1610,7 +1784,8 @@ function rmon_log_get($connid, $logEventIndex, $logIndex) {}
  * @param resource|int $connid
  * @param int $logEventIndex
  * @param int $logIndex
- * @return array|false|null
+ * @return array{0: int, status: int, logEventIndex: int, logIndex: int, logTime: int,
+ *     logDescription: string}|false|null
  */
 function rmon_log_getnext($connid, $logEventIndex, $logIndex) {}
 
@@ -1641,7 +1816,9 @@ function rmon_trapdest_get($connid, $trapDestIndex) {}
  *
  * @param resource|int $connid
  * @param int $trapDestIndex
- * @return array|false|null
+ * @return array{0: int, status: int, trapDestIndex: int, trapDestCommunity: string,
+ *     trapDestProtocol: int, trapDestAddress: list<int>|int, trapDestOwner: string,
+ *     trapDestStatus: int}|false|null
  */
 function rmon_trapdest_getnext($connid, $trapDestIndex) {}
 
@@ -1795,7 +1972,9 @@ function dsmon_stats_get($connid, $ctlIndex, $groupIndex) {}
  * @param resource|int $connid
  * @param int $ctlIndex
  * @param int $groupIndex
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonStatsControlIndex: int, dsmonAggGroupIndex: int,
+ *     dsmonStatsInHCPkts: float, dsmonStatsInHCOctets: float, dsmonStatsOutHCPkts: float,
+ *     dsmonStatsOutHCOctets: float}|array{0: -1, status: -1}|false|null
  */
 function dsmon_stats_getnext($connid, $ctlIndex, $groupIndex) {}
 
@@ -1826,7 +2005,10 @@ function dsmon_statsctl_get($connid, $ctlIndex) {}
  *
  * @param resource|int $connid
  * @param int $ctlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonStatsControlIndex: int,
+ *     dsmonStatsControlDataSource_ifIndex: int, dsmonStatsControlAggProfile: int,
+ *     dsmonStatsControlDroppedFrames: int, dsmonStatsControlOwner: string,
+ *     dsmonStatsControlStatus: int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_statsctl_getnext($connid, $ctlIndex) {}
 
@@ -1869,7 +2051,8 @@ function dsmon_aggctl_get($connid, $ctlIndex) {}
  *
  * @param resource|int $connid
  * @param int $ctlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonAggControlIndex: int, dsmonAggControlDescr: string,
+ *     dsmonAggControlOwner: string, dsmonAggControlStatus: int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_aggctl_getnext($connid, $ctlIndex) {}
 
@@ -1910,7 +2093,8 @@ function dsmon_aggrp_get($connid, $ctlIndex, $groupIndex) {}
  * @param resource|int $connid
  * @param int $ctlIndex
  * @param int $groupIndex
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonAggControlIndex: int, dsmonAggGroupIndex: int,
+ *     dsmonAggGroupDescr: string}|array{0: -1, status: -1}|false|null
  */
 function dsmon_aggrp_getnext($connid, $ctlIndex, $groupIndex) {}
 
@@ -2001,7 +2185,10 @@ function dsmon_pdistctl_get($connid, $ctlIndex) {}
  *
  * @param resource|int $connid
  * @param int $ctlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonPdistCtlIndex: int, dsmonPdistCtlDataSource_ifIndex: int,
+ *     dsmonPdistAggProfile: int, dsmonPdistDroppedFrames: int, dsmonPdistCtlInserts: int,
+ *     dsmonPdistCtlDeletes: int, dsmonPdistCtlOwner: string, dsmonPdistCtlStatus: int,
+ *     dsmonPdistCtlMaxDesiredEntries: int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_pdistctl_getnext($connid, $ctlIndex) {}
 
@@ -2052,7 +2239,10 @@ function dsmon_hostctl_get($connid, $ctlIndex) {}
  *
  * @param resource|int $connid
  * @param int $ctlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonHostCtlIndex: int, dsmonHostCtlDataSource_ifIndex: int,
+ *     dsmonHostAggProfile: int, dsmonHostDroppedFrames: int, dsmonHostCtlInserts: int,
+ *     dsmonHostCtlDeletes: int, dsmonHostCtlOwner: string, dsmonHostCtlStatus: int,
+ *     dsmonHostCtlMaxDesiredEntries: int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_hostctl_getnext($connid, $ctlIndex) {}
 
@@ -2102,7 +2292,9 @@ function dsmon_pdstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $protocol
  * @param int $timeMark
  * @param int $groupIndex
  * @param int $protocolDirLocalIndex
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonPdistCtlIndex: int, dsmonAggGroupIndex: int,
+ *     protocolDirLocalIndex: int, dsmonPdistTimeMark: int, dsmonPdistStatsHCPkts: float,
+ *     dsmonPdistStatsHCOctets: float}|array{0: -1, status: -1}|false|null
  */
 function dsmon_pdstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $protocolDirLocalIndex) {}
 
@@ -2148,7 +2340,10 @@ function dsmon_hoststats_get($connid, $ctlIndex, $timeMark, $groupIndex, $protoc
  * @param int $protocolDirLocalIndex
  * @param array $address
  * @prefer-ref $address
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonHostCtlIndex: int, dsmonAggGroupIndex: int,
+ *     protocolDirLocalIndex: int, dsmonHostTimeMark: int, dsmonHostInHCPkts: float,
+ *     dsmonHostInHCOctets: float, dsmonHostOutHCPkts: float, dsmonHostOutHCOctets: float,
+ *     dsmonHostAddress: list<int>|int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_hoststats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $protocolDirLocalIndex, $address) {}
 
@@ -2186,7 +2381,10 @@ function dsmon_matrixctl_get($connid, $ctlIndex) {}
  *
  * @param resource|int $connid
  * @param int $ctlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonMatrixCtlIndex: int, dsmonMatrixCtlDataSource_ifIndex: int,
+ *     dsmonMatrixAggProfile: int, dsmonMatrixDroppedFrames: int, dsmonMatrixCtlInserts: int,
+ *     dsmonMatrixCtlDeletes: int, dsmonMatrixCtlOwner: string, dsmonMatrixCtlStatus: int,
+ *     dsmonMatrixCtlMaxDesiredEntries: int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_matrixctl_getnext($connid, $ctlIndex) {}
 
@@ -2252,13 +2450,16 @@ function dsmon_matrixsdstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $nl
  * @prefer-ref $sourceAddress
  * @param array $destAddress
  * @prefer-ref $destAddress
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonMatrixCtlIndex: int, dsmonAggGroupIndex: int,
+ *     dsmonMatrixTimeMark: int, dsmonMatrixNLIndex: int, dsmonMatrixALIndex: int, dsmonMatrixSDHCPkts: float,
+ *     dsmonMatrixSDHCOctets: float, dsmonMatrixSourceAddress: list<int>|int,
+ *     dsmonMatrixDestAddress: list<int>|int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_matrixsdstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $nlIndex, $alIndex, $sourceAddress, $destAddress) {}
 
 /**
  * The traffic from one host to another in an aggregation group (RFC 3287, dsmonMatrixDSTable: the view
- * ordered by destination).
+ * ordered by destination). See dsmon_matrixsdstats_get(), whose keys it has too.
  *
  * @param resource|int $connid
  * @param int $ctlIndex
@@ -2270,8 +2471,10 @@ function dsmon_matrixsdstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex,
  * @prefer-ref $sourceAddress
  * @param array $destAddress
  * @prefer-ref $destAddress
- * @return array|false|null a row with the keys of dsmon_matrixsdstats_get(), dsmonMatrixSDHCPkts and
- *     dsmonMatrixSDHCOctets included
+ * @return array{0: int, status: int, dsmonMatrixCtlIndex: int, dsmonAggGroupIndex: int,
+ *     dsmonMatrixTimeMark: int, dsmonMatrixNLIndex: int, dsmonMatrixALIndex: int, dsmonMatrixSDHCPkts: float,
+ *     dsmonMatrixSDHCOctets: float, dsmonMatrixSourceAddress: list<int>|int,
+ *     dsmonMatrixDestAddress: list<int>|int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_matrixdsstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $nlIndex, $alIndex, $sourceAddress, $destAddress) {}
 
@@ -2288,7 +2491,10 @@ function dsmon_matrixdsstats_get($connid, $ctlIndex, $timeMark, $groupIndex, $nl
  * @prefer-ref $sourceAddress
  * @param array $destAddress
  * @prefer-ref $destAddress
- * @return array|false|null
+ * @return array{0: int, status: int, dsmonMatrixCtlIndex: int, dsmonAggGroupIndex: int,
+ *     dsmonMatrixTimeMark: int, dsmonMatrixNLIndex: int, dsmonMatrixALIndex: int, dsmonMatrixSDHCPkts: float,
+ *     dsmonMatrixSDHCOctets: float, dsmonMatrixSourceAddress: list<int>|int,
+ *     dsmonMatrixDestAddress: list<int>|int}|array{0: -1, status: -1}|false|null
  */
 function dsmon_matrixdsstats_getnext($connid, $ctlIndex, $timeMark, $groupIndex, $nlIndex, $alIndex, $sourceAddress, $destAddress) {}
 
@@ -2319,7 +2525,9 @@ function rmon_vlan_ctl_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{0: int, status: int, smonVlanStatsControlIndex: int, smonVlanStatsControlDataSource: int,
+ *     smonVlanStatsControlCreateTime: int, smonVlanStatsControlOwner: string,
+ *     smonVlanStatsControlStatus: int}|false|null
  */
 function rmon_vlan_ctl_getnext($connid, $index) {}
 
@@ -2362,7 +2570,10 @@ function rmon_vlan_get($connid, $controlIndex, $vlanId) {}
  * @param resource|int $connid
  * @param int $controlIndex
  * @param int $vlanId
- * @return array|false|null
+ * @return array{0: int, status: int, smonVlanIdStatsId: int, smonVlanIdStatsTotalPkts: float,
+ *     smonVlanIdStatsTotalOctets: float, smonVlanIdStatsNUcastPkts: float,
+ *     smonVlanIdStatsNUcastOctets: float, smonVlanIdStatsCreateTime: int,
+ *     smonVlanStatsControlIndex: int}|false|null
  */
 function rmon_vlan_getnext($connid, $controlIndex, $vlanId) {}
 
@@ -2391,7 +2602,9 @@ function rmon_prio_ctl_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{0: int, status: int, smonPrioStatsControlIndex: int, smonPrioStatsControlDataSource: int,
+ *     smonPrioStatsControlCreateTime: int, smonPrioStatsControlOwner: string,
+ *     smonPrioStatsControlStatus: int}|false|null
  */
 function rmon_prio_ctl_getnext($connid, $index) {}
 
@@ -2430,7 +2643,8 @@ function rmon_prio_get($connid, $controlIndex, $priority) {}
  * @param resource|int $connid
  * @param int $controlIndex
  * @param int $priority
- * @return array|false|null
+ * @return array{0: int, status: int, smonPrioStatsId: int, smonPrioStatsPkts: float,
+ *     smonPrioStatsOctets: float, smonPrioStatsControlIndex: int}|false|null
  */
 function rmon_prio_getnext($connid, $controlIndex, $priority) {}
 
@@ -2470,7 +2684,10 @@ function rmon_filter_get($connid, $filterIndex) {}
  *
  * @param resource|int $connid
  * @param int $filterIndex
- * @return array|false|null
+ * @return array{0: int, status: int, filterIndex: int, filterChannelIndex: int, filterPktDataOffset: int,
+ *     filterPktStatus: int, filterPktStatusMask: int, filterPktStatusNotMask: int, filterOwner: string,
+ *     filterStatus: int, filterProtocolDirDataLocalIndex: int, filterProtocolDirLocalIndex: int,
+ *     filterPktData: list<int>, filterPktDataMask: list<int>, filterPktDataNotMask: list<int>}|false|null
  */
 function rmon_filter_getnext($connid, $filterIndex) {}
 
@@ -2531,7 +2748,10 @@ function rmon_channel_get($connid, $channelIndex) {}
  *
  * @param resource|int $connid
  * @param int $channelIndex
- * @return array|false|null
+ * @return array{0: int, status: int, channelIndex: int, channelIfIndex: int, channelAcceptType: int,
+ *     channelDataControl: int, channelTurnOnEventIndex: int, channelTurnOffEventIndex: int,
+ *     channelEventIndex: int, channelEventStatus: int, channelMatches: int, channelDescription: string,
+ *     channelOwner: string, channelStatus: int, channelCreateTime: int, channelDroppedFrames: int}|false|null
  */
 function rmon_channel_getnext($connid, $channelIndex) {}
 
@@ -2590,7 +2810,12 @@ function rmon_buffer_ctl_get($connid, $bufferControlIndex) {}
  *
  * @param resource|int $connid
  * @param int $bufferControlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, bufferControlIndex: int, bufferControlChannelIndex: int,
+ *     bufferControlFullStatus: int, bufferControlFullAction: int, bufferControlCaptureSliceSize: int,
+ *     bufferControlDownloadSliceSize: int, bufferControlDownloadOffset: int,
+ *     bufferControlMaxOctetsRequested: int, bufferControlMaxOctetsGranted: int,
+ *     bufferControlCapturedPackets: int, bufferControlTurnOnTime: int, bufferControlOwner: string,
+ *     bufferControlStatus: int}|false|null
  */
 function rmon_buffer_ctl_getnext($connid, $bufferControlIndex) {}
 
@@ -2644,7 +2869,10 @@ function rmon_capture_buf_get($connid, $captureBufferControlIndex, $captureBuffe
  * @param resource|int $connid
  * @param int $captureBufferControlIndex
  * @param int $captureBufferIndex
- * @return array|false|null
+ * @return array{0: int, status: int, captureBufferControlIndex: int, captureBufferIndex: int,
+ *     captureBufferPacketID: int, captureBufferPacketTime: int, captureBufferPacketLength: int,
+ *     captureBufferPacketStatus: int, captureBufferPacketHighCapacityTime: int,
+ *     captureBufferPacketData: list<int>}|false|null
  */
 function rmon_capture_buf_getnext($connid, $captureBufferControlIndex, $captureBufferIndex) {}
 
@@ -2709,7 +2937,12 @@ function rmon_art_ctl_get($connid, $ctlIndex) {}
  *
  * @param resource|int $connid
  * @param int $ctlIndex
- * @return array|false|null
+ * @return array{0: int, status: int, artControlIndex: int, artControlDataSource: int,
+ *     artControlTimeRemaining: int, artControlDuration: int, artControlRspTime1: int,
+ *     artControlRspTime2: int, artControlRspTime3: int, artControlRspTime4: int, artControlRspTime5: int,
+ *     artControlRspTime6: int, artControlRspTimeout: int, artControlRptStartTime: int,
+ *     artControlRequestedSize: int, artControlGrantedSize: int, artControlGeneratedRpts: int,
+ *     artControlDroppedFrames: int, artControlOwner: string, artControlStatus: int}|false|null
  */
 function rmon_art_ctl_getnext($connid, $ctlIndex) {}
 
@@ -2785,7 +3018,11 @@ function rmon_art_rpt_get($connid, $ctlIndex, $protocolDirLocalIndex, $serverAdd
  * @prefer-ref $serverAddress
  * @param array $clientAddress
  * @prefer-ref $clientAddress
- * @return array|false|null
+ * @return array{0: int, status: int, artServerAddress: list<int>, artClientAddress: list<int>,
+ *     artAvgRspTime: int, artMinRspTime: int, artMaxRspTime: int, artTotalResponses: int, artRsps1: int,
+ *     artRsps2: int, artRsps3: int, artRsps4: int, artRsps5: int, artRsps6: int, artRsps7: int,
+ *     artClientOctets: float, artServerOctets: float, artRetries: int, artTimeouts: int,
+ *     artControlIndex: int, protocolDirLocalIndex: int}|array{}|false|null
  */
 function rmon_art_rpt_getnext($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress, $clientAddress) {}
 
@@ -2800,7 +3037,11 @@ function rmon_art_rpt_getnext($connid, $ctlIndex, $protocolDirLocalIndex, $serve
  * @param array $clientAddress
  * @prefer-ref $clientAddress
  * @param int $count rows wanted
- * @return list<array>|false|null the rows, none of them included
+ * @return list<array{0: int, status: int, artServerAddress: list<int>, artClientAddress: list<int>,
+ *     artAvgRspTime: int, artMinRspTime: int, artMaxRspTime: int, artTotalResponses: int, artRsps1: int,
+ *     artRsps2: int, artRsps3: int, artRsps4: int, artRsps5: int, artRsps6: int, artRsps7: int,
+ *     artClientOctets: float, artServerOctets: float, artRetries: int, artTimeouts: int,
+ *     artControlIndex: int, protocolDirLocalIndex: int}>|false|null the rows, none of them included
  */
 function rmon_art_rpt_getbulk($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress, $clientAddress, $count) {}
 
@@ -2851,7 +3092,12 @@ function rmon_art_sum_get($connid, $ctlIndex, $protocolDirLocalIndex, $serverAdd
  * @param int $protocolDirLocalIndex
  * @param array $serverAddress
  * @prefer-ref $serverAddress
- * @return array|false|null
+ * @return array{0: int, status: int, artSummaryServerAddress: list<int>, artSummaryClients: int,
+ *     artSummaryAvgRspTime: int, artSummaryMinRspTime: int, artSummaryMaxRspTime: int,
+ *     artSummaryTotalResponses: int, artSummaryRsps1: int, artSummaryRsps2: int, artSummaryRsps3: int,
+ *     artSummaryRsps4: int, artSummaryRsps5: int, artSummaryRsps6: int, artSummaryRsps7: int,
+ *     artSummaryClientOctets: float, artSummaryServerOctets: float, artSummaryRetries: int,
+ *     artSummaryTimeouts: int, artControlIndex: int, protocolDirLocalIndex: int}|array{}|false|null
  */
 function rmon_art_sum_getnext($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress) {}
 
@@ -2864,7 +3110,13 @@ function rmon_art_sum_getnext($connid, $ctlIndex, $protocolDirLocalIndex, $serve
  * @param array $serverAddress
  * @prefer-ref $serverAddress
  * @param int $count rows wanted
- * @return list<array>|false|null the rows, none of them included
+ * @return list<array{0: int, status: int, artSummaryServerAddress: list<int>, artSummaryClients: int,
+ *     artSummaryAvgRspTime: int, artSummaryMinRspTime: int, artSummaryMaxRspTime: int,
+ *     artSummaryTotalResponses: int, artSummaryRsps1: int, artSummaryRsps2: int, artSummaryRsps3: int,
+ *     artSummaryRsps4: int, artSummaryRsps5: int, artSummaryRsps6: int, artSummaryRsps7: int,
+ *     artSummaryClientOctets: float, artSummaryServerOctets: float, artSummaryRetries: int,
+ *     artSummaryTimeouts: int, artControlIndex: int, protocolDirLocalIndex: int}>|false|null the rows, none
+ *     of them included
  */
 function rmon_art_sum_getbulk($connid, $ctlIndex, $protocolDirLocalIndex, $serverAddress, $count) {}
 
@@ -3127,7 +3379,16 @@ function sccp_phone_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{phone_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string, if_name: string,
+ *     flag: int, num_call_mon: int, avg_pkt_lost: int, avg_jitter: int, worst_pkt_lost: int,
+ *     worst_jitter: int, num_hist_row: int, history?: list<array{call_state: int, call_status: int,
+ *     call_direction: int, peer_ipAddr: string, peer_num: string, peer_owner: string, call_reference: int,
+ *     line_instance: int, conference_id: int, pass_thru_party_id: int, local_rtp_port: int,
+ *     remote_rtp_port: int, rtp_sampling_period: int, payload_type: int, rtp_pre_value: int,
+ *     silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int, start_time: int, end_time: int,
+ *     pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int, pkt_lost: int, jitter: int, latency: int,
+ *     flag: int}>}>}|false|null
  */
 function sccp_phone_rec_getnext($connid, $index) {}
 
@@ -3137,7 +3398,16 @@ function sccp_phone_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{phone_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string, if_name: string,
+ *     flag: int, num_call_mon: int, avg_pkt_lost: int, avg_jitter: int, worst_pkt_lost: int,
+ *     worst_jitter: int, num_hist_row: int, history?: list<array{call_state: int, call_status: int,
+ *     call_direction: int, peer_ipAddr: string, peer_num: string, peer_owner: string, call_reference: int,
+ *     line_instance: int, conference_id: int, pass_thru_party_id: int, local_rtp_port: int,
+ *     remote_rtp_port: int, rtp_sampling_period: int, payload_type: int, rtp_pre_value: int,
+ *     silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int, start_time: int, end_time: int,
+ *     pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int, pkt_lost: int, jitter: int, latency: int,
+ *     flag: int}>}>}|false|null
  */
 function sccp_phone_rec_getbulk($connid, $index, $count) {}
 
@@ -3220,7 +3490,21 @@ function sccp_call_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, phone_num: string, callee_phone_ipAddr_length: int, callee_phone_ipAddr: string,
+ *     callee_phone_num: string, phone_model: string, callee_phone_model: string, phone_owner: string,
+ *     callee_phone_owner: string, if_name: string, callee_if_name: string, call_state: int,
+ *     callee_call_state: int, call_status: int, callee_call_status: int, call_direction: int,
+ *     callee_direction: int, call_reference: int, callee_reference: int, line_instance: int,
+ *     callee_line_instance: int, conference_id: int, callee_conference_id: int, pass_thru_party_id: int,
+ *     callee_pass_thru_party_id: int, rtp_port: int, callee_rtp_port: int, rtp_sampling_period: int,
+ *     callee_rtp_sampling_period: int, payload_type: int, callee_payload_type: int, rtp_pre_value: int,
+ *     callee_rtp_pre_value: int, silence_sup: int, callee_silence_sup: int, max_frames_per_pkt: int,
+ *     callee_max_frames_per_pkt: int, g723_bit_rate: int, callee_g723_bit_rate: int, start_time: int,
+ *     callee_start_time: int, end_time: int, callee_end_time: int, pkt_sent: int, oct_sent: int,
+ *     pkt_recv: int, oct_recv: int, pkt_lost: int, jitter: int, latency: int, flag: int,
+ *     callee_pkt_sent: int, callee_oct_sent: int, callee_pkt_recv: int, callee_oct_recv: int,
+ *     callee_pkt_lost: int, callee_jitter: int, callee_latency: int, callee_flag: int}>}|false|null
  */
 function sccp_call_rec_getnext($connid, $index) {}
 
@@ -3230,7 +3514,21 @@ function sccp_call_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, phone_num: string, callee_phone_ipAddr_length: int, callee_phone_ipAddr: string,
+ *     callee_phone_num: string, phone_model: string, callee_phone_model: string, phone_owner: string,
+ *     callee_phone_owner: string, if_name: string, callee_if_name: string, call_state: int,
+ *     callee_call_state: int, call_status: int, callee_call_status: int, call_direction: int,
+ *     callee_direction: int, call_reference: int, callee_reference: int, line_instance: int,
+ *     callee_line_instance: int, conference_id: int, callee_conference_id: int, pass_thru_party_id: int,
+ *     callee_pass_thru_party_id: int, rtp_port: int, callee_rtp_port: int, rtp_sampling_period: int,
+ *     callee_rtp_sampling_period: int, payload_type: int, callee_payload_type: int, rtp_pre_value: int,
+ *     callee_rtp_pre_value: int, silence_sup: int, callee_silence_sup: int, max_frames_per_pkt: int,
+ *     callee_max_frames_per_pkt: int, g723_bit_rate: int, callee_g723_bit_rate: int, start_time: int,
+ *     callee_start_time: int, end_time: int, callee_end_time: int, pkt_sent: int, oct_sent: int,
+ *     pkt_recv: int, oct_recv: int, pkt_lost: int, jitter: int, latency: int, flag: int,
+ *     callee_pkt_sent: int, callee_oct_sent: int, callee_pkt_recv: int, callee_oct_recv: int,
+ *     callee_pkt_lost: int, callee_jitter: int, callee_latency: int, callee_flag: int}>}|false|null
  */
 function sccp_call_rec_getbulk($connid, $index, $count) {}
 
@@ -3286,7 +3584,14 @@ function sccp_top_jitter_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{top_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, peer_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string,
+ *     if_name: string, call_state: int, call_status: int, call_direction: int, peer_num: string,
+ *     peer_owner: string, call_reference: int, line_instance: int, conference_id: int,
+ *     pass_thru_party_id: int, local_rtp_port: int, remote_rtp_port: int, rtp_sampling_period: int,
+ *     payload_type: int, rtp_pre_value: int, silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int,
+ *     start_time: int, end_time: int, pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int,
+ *     pkt_lost: int, jitter: int, latency: int, flag: int}>}|false|null
  */
 function sccp_top_jitter_rec_getnext($connid, $index) {}
 
@@ -3296,16 +3601,30 @@ function sccp_top_jitter_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{top_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, peer_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string,
+ *     if_name: string, call_state: int, call_status: int, call_direction: int, peer_num: string,
+ *     peer_owner: string, call_reference: int, line_instance: int, conference_id: int,
+ *     pass_thru_party_id: int, local_rtp_port: int, remote_rtp_port: int, rtp_sampling_period: int,
+ *     payload_type: int, rtp_pre_value: int, silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int,
+ *     start_time: int, end_time: int, pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int,
+ *     pkt_lost: int, jitter: int, latency: int, flag: int}>}|false|null
  */
 function sccp_top_jitter_rec_getbulk($connid, $index, $count) {}
 
 /**
- * One of the worst calls by packet loss: a row of sccp_top_jitter_rec_get().
+ * One of the worst calls by packet loss. See sccp_top_jitter_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{top_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, peer_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string,
+ *     if_name: string, call_state: int, call_status: int, call_direction: int, peer_num: string,
+ *     peer_owner: string, call_reference: int, line_instance: int, conference_id: int,
+ *     pass_thru_party_id: int, local_rtp_port: int, remote_rtp_port: int, rtp_sampling_period: int,
+ *     payload_type: int, rtp_pre_value: int, silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int,
+ *     start_time: int, end_time: int, pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int,
+ *     pkt_lost: int, jitter: int, latency: int, flag: int}>}|false|null
  */
 function sccp_top_pkt_lost_rec_get($connid, $index) {}
 
@@ -3314,7 +3633,14 @@ function sccp_top_pkt_lost_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{top_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, peer_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string,
+ *     if_name: string, call_state: int, call_status: int, call_direction: int, peer_num: string,
+ *     peer_owner: string, call_reference: int, line_instance: int, conference_id: int,
+ *     pass_thru_party_id: int, local_rtp_port: int, remote_rtp_port: int, rtp_sampling_period: int,
+ *     payload_type: int, rtp_pre_value: int, silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int,
+ *     start_time: int, end_time: int, pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int,
+ *     pkt_lost: int, jitter: int, latency: int, flag: int}>}|false|null
  */
 function sccp_top_pkt_lost_rec_getnext($connid, $index) {}
 
@@ -3324,16 +3650,30 @@ function sccp_top_pkt_lost_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{top_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, peer_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string,
+ *     if_name: string, call_state: int, call_status: int, call_direction: int, peer_num: string,
+ *     peer_owner: string, call_reference: int, line_instance: int, conference_id: int,
+ *     pass_thru_party_id: int, local_rtp_port: int, remote_rtp_port: int, rtp_sampling_period: int,
+ *     payload_type: int, rtp_pre_value: int, silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int,
+ *     start_time: int, end_time: int, pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int,
+ *     pkt_lost: int, jitter: int, latency: int, flag: int}>}|false|null
  */
 function sccp_top_pkt_lost_rec_getbulk($connid, $index, $count) {}
 
 /**
- * One of the worst calls by latency: a row of sccp_top_jitter_rec_get().
+ * One of the worst calls by latency. See sccp_top_jitter_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{top_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, peer_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string,
+ *     if_name: string, call_state: int, call_status: int, call_direction: int, peer_num: string,
+ *     peer_owner: string, call_reference: int, line_instance: int, conference_id: int,
+ *     pass_thru_party_id: int, local_rtp_port: int, remote_rtp_port: int, rtp_sampling_period: int,
+ *     payload_type: int, rtp_pre_value: int, silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int,
+ *     start_time: int, end_time: int, pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int,
+ *     pkt_lost: int, jitter: int, latency: int, flag: int}>}|false|null
  */
 function sccp_top_latency_rec_get($connid, $index) {}
 
@@ -3342,7 +3682,14 @@ function sccp_top_latency_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{top_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, peer_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string,
+ *     if_name: string, call_state: int, call_status: int, call_direction: int, peer_num: string,
+ *     peer_owner: string, call_reference: int, line_instance: int, conference_id: int,
+ *     pass_thru_party_id: int, local_rtp_port: int, remote_rtp_port: int, rtp_sampling_period: int,
+ *     payload_type: int, rtp_pre_value: int, silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int,
+ *     start_time: int, end_time: int, pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int,
+ *     pkt_lost: int, jitter: int, latency: int, flag: int}>}|false|null
  */
 function sccp_top_latency_rec_getnext($connid, $index) {}
 
@@ -3352,7 +3699,14 @@ function sccp_top_latency_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{top_rec: list<array{vers: int, index: int, phone_ipAddr_length: int,
+ *     phone_ipAddr: string, peer_ipAddr: string, phone_num: string, phone_model: string, phone_owner: string,
+ *     if_name: string, call_state: int, call_status: int, call_direction: int, peer_num: string,
+ *     peer_owner: string, call_reference: int, line_instance: int, conference_id: int,
+ *     pass_thru_party_id: int, local_rtp_port: int, remote_rtp_port: int, rtp_sampling_period: int,
+ *     payload_type: int, rtp_pre_value: int, silence_sup: int, max_frames_per_pkt: int, g723_bit_rate: int,
+ *     start_time: int, end_time: int, pkt_sent: int, oct_sent: int, pkt_recv: int, oct_recv: int,
+ *     pkt_lost: int, jitter: int, latency: int, flag: int}>}|false|null
  */
 function sccp_top_latency_rec_getbulk($connid, $index, $count) {}
 
@@ -3378,18 +3732,12 @@ function sccp_top_latency_rec_getbulk($connid, $index, $count) {}
 function h323_config_params_get($connid) {}
 
 /**
- * Figures over all calls that the H.323 monitor saw.
+ * Figures over all calls that the H.323 monitor saw. See sccp_aggregate_data_get().
  *
  * @param resource|int $connid
- * @return array{
- *     flag: int,
- *     num_call_mon: int,
- *     avg_pkt_lost: int,
- *     avg_jitter: int,
- *     worst_pkt_lost: int,
- *     worst_jitter: int
- * }|false|null the averages are over all samples, rounded down, and 0 without samples. Integers from
- *     2147483648 on show as negative ones. FALSE without a message when the call failed
+ * @return array{flag: int, num_call_mon: int, avg_pkt_lost: int, avg_jitter: int, worst_pkt_lost: int,
+ *     worst_jitter: int}|false|null the averages are over all samples, rounded down, and 0 without samples.
+ *     Integers from 2147483648 on show as negative ones. FALSE without a message when the call failed
  */
 function h323_aggregate_data_get($connid) {}
 
@@ -3531,8 +3879,27 @@ function h323_voice_top_pkt_lost_table_clear($connid) {}
  *     worst_pkt_lost: int,
  *     worst_jitter: int,
  *     num_hist_row: int,
- *     history?: list<array>
- * }>}|false|null forward_q931_ipAddr as "10.1.200.7"; history holds at most five calls, each with the keys of
+ *     history?: list<array{f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string,
+ *         f_alias: string, reverse_q931_ipAddr_length: int, reverse_q931_port: int,
+ *         reverse_q931_ipAddr: string, reverse_num: string, reverse_alias: string, call_state: int,
+ *         call_status: int, call_reference: int, call_id: string, conference_id: string,
+ *         conference_goal: int, faststart: int, tunneling: int, call_type: int, forward_product_id: string,
+ *         reverse_product_id: string, forward_version_id: string, reverse_version_id: string,
+ *         forward_session_id: int, forward_logical_channel_num: int, reverse_session_id: int,
+ *         reverse_logical_channel_num: int, forward_h245_ipAddr_length: int, forward_h245_port: int,
+ *         forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int, forward_rtp_port: int,
+ *         forward_rtp_ipAddr: string, forward_codec: int, forward_rtcp_sr_ipAddr_length: int,
+ *         forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string, forward_rtcp_rr_ipAddr_length: int,
+ *         forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string, reverse_h245_ipAddr_length: int,
+ *         reverse_h245_port: int, reverse_h245_ipAddr: string, reverse_rtp_ipAddr_length: int,
+ *         reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *         reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *         reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *         start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *         forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *         forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *         reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int, flag: int}>
+ * }>}|false|null forward_q931_ipAddr as "10.1.200.7"; history holds at most five calls, each a row of
  *     h323_call_rec_get() from f_q931_ipAddr_length on, and is absent when num_hist_row is not positive.
  *     Integers from 2147483648 on show as negative ones. FALSE without a message when the agent has no such
  *     row and when the call failed
@@ -3544,7 +3911,30 @@ function h323_phone_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{phone_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     flag: int, num_call_mon: int, avg_pkt_lost: int, avg_jitter: int, worst_pkt_lost: int,
+ *     worst_jitter: int, num_hist_row: int, history?: list<array{f_q931_ipAddr_length: int, f_q931_port: int,
+ *     f_q931_ipAddr: string, f_num: string, f_alias: string, reverse_q931_ipAddr_length: int,
+ *     reverse_q931_port: int, reverse_q931_ipAddr: string, reverse_num: string, reverse_alias: string,
+ *     call_state: int, call_status: int, call_reference: int, call_id: string, conference_id: string,
+ *     conference_goal: int, faststart: int, tunneling: int, call_type: int, forward_product_id: string,
+ *     reverse_product_id: string, forward_version_id: string, reverse_version_id: string,
+ *     forward_session_id: int, forward_logical_channel_num: int, reverse_session_id: int,
+ *     reverse_logical_channel_num: int, forward_h245_ipAddr_length: int, forward_h245_port: int,
+ *     forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int, forward_rtp_port: int,
+ *     forward_rtp_ipAddr: string, forward_codec: int, forward_rtcp_sr_ipAddr_length: int,
+ *     forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string, forward_rtcp_rr_ipAddr_length: int,
+ *     forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string, reverse_h245_ipAddr_length: int,
+ *     reverse_h245_port: int, reverse_h245_ipAddr: string, reverse_rtp_ipAddr_length: int,
+ *     reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}>}|false|null
  */
 function h323_phone_rec_getnext($connid, $index) {}
 
@@ -3554,7 +3944,30 @@ function h323_phone_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{phone_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     flag: int, num_call_mon: int, avg_pkt_lost: int, avg_jitter: int, worst_pkt_lost: int,
+ *     worst_jitter: int, num_hist_row: int, history?: list<array{f_q931_ipAddr_length: int, f_q931_port: int,
+ *     f_q931_ipAddr: string, f_num: string, f_alias: string, reverse_q931_ipAddr_length: int,
+ *     reverse_q931_port: int, reverse_q931_ipAddr: string, reverse_num: string, reverse_alias: string,
+ *     call_state: int, call_status: int, call_reference: int, call_id: string, conference_id: string,
+ *     conference_goal: int, faststart: int, tunneling: int, call_type: int, forward_product_id: string,
+ *     reverse_product_id: string, forward_version_id: string, reverse_version_id: string,
+ *     forward_session_id: int, forward_logical_channel_num: int, reverse_session_id: int,
+ *     reverse_logical_channel_num: int, forward_h245_ipAddr_length: int, forward_h245_port: int,
+ *     forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int, forward_rtp_port: int,
+ *     forward_rtp_ipAddr: string, forward_codec: int, forward_rtcp_sr_ipAddr_length: int,
+ *     forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string, forward_rtcp_rr_ipAddr_length: int,
+ *     forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string, reverse_h245_ipAddr_length: int,
+ *     reverse_h245_port: int, reverse_h245_ipAddr: string, reverse_rtp_ipAddr_length: int,
+ *     reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}>}|false|null
  */
 function h323_phone_rec_getbulk($connid, $index, $count) {}
 
@@ -3652,7 +4065,28 @@ function h323_call_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string, f_alias: string,
+ *     reverse_q931_ipAddr_length: int, reverse_q931_port: int, reverse_q931_ipAddr: string,
+ *     reverse_num: string, reverse_alias: string, call_state: int, call_status: int, call_reference: int,
+ *     call_id: string, conference_id: string, conference_goal: int, faststart: int, tunneling: int,
+ *     call_type: int, forward_product_id: string, reverse_product_id: string, forward_version_id: string,
+ *     reverse_version_id: string, forward_session_id: int, forward_logical_channel_num: int,
+ *     reverse_session_id: int, reverse_logical_channel_num: int, forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int, forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int, forward_rtp_ipAddr: string, forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int, forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int, forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int, reverse_h245_port: int, reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int, reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}|false|null
  */
 function h323_call_rec_getnext($connid, $index) {}
 
@@ -3662,16 +4096,58 @@ function h323_call_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string, f_alias: string,
+ *     reverse_q931_ipAddr_length: int, reverse_q931_port: int, reverse_q931_ipAddr: string,
+ *     reverse_num: string, reverse_alias: string, call_state: int, call_status: int, call_reference: int,
+ *     call_id: string, conference_id: string, conference_goal: int, faststart: int, tunneling: int,
+ *     call_type: int, forward_product_id: string, reverse_product_id: string, forward_version_id: string,
+ *     reverse_version_id: string, forward_session_id: int, forward_logical_channel_num: int,
+ *     reverse_session_id: int, reverse_logical_channel_num: int, forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int, forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int, forward_rtp_ipAddr: string, forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int, forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int, forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int, reverse_h245_port: int, reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int, reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}|false|null
  */
 function h323_call_rec_getbulk($connid, $index, $count) {}
 
 /**
- * One of the worst calls by jitter: a row of h323_call_rec_get().
+ * One of the worst calls by jitter. See h323_call_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string, f_alias: string,
+ *     reverse_q931_ipAddr_length: int, reverse_q931_port: int, reverse_q931_ipAddr: string,
+ *     reverse_num: string, reverse_alias: string, call_state: int, call_status: int, call_reference: int,
+ *     call_id: string, conference_id: string, conference_goal: int, faststart: int, tunneling: int,
+ *     call_type: int, forward_product_id: string, reverse_product_id: string, forward_version_id: string,
+ *     reverse_version_id: string, forward_session_id: int, forward_logical_channel_num: int,
+ *     reverse_session_id: int, reverse_logical_channel_num: int, forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int, forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int, forward_rtp_ipAddr: string, forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int, forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int, forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int, reverse_h245_port: int, reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int, reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}|false|null
  */
 function h323_top_jitter_rec_get($connid, $index) {}
 
@@ -3680,7 +4156,28 @@ function h323_top_jitter_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string, f_alias: string,
+ *     reverse_q931_ipAddr_length: int, reverse_q931_port: int, reverse_q931_ipAddr: string,
+ *     reverse_num: string, reverse_alias: string, call_state: int, call_status: int, call_reference: int,
+ *     call_id: string, conference_id: string, conference_goal: int, faststart: int, tunneling: int,
+ *     call_type: int, forward_product_id: string, reverse_product_id: string, forward_version_id: string,
+ *     reverse_version_id: string, forward_session_id: int, forward_logical_channel_num: int,
+ *     reverse_session_id: int, reverse_logical_channel_num: int, forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int, forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int, forward_rtp_ipAddr: string, forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int, forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int, forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int, reverse_h245_port: int, reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int, reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}|false|null
  */
 function h323_top_jitter_rec_getnext($connid, $index) {}
 
@@ -3690,16 +4187,58 @@ function h323_top_jitter_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string, f_alias: string,
+ *     reverse_q931_ipAddr_length: int, reverse_q931_port: int, reverse_q931_ipAddr: string,
+ *     reverse_num: string, reverse_alias: string, call_state: int, call_status: int, call_reference: int,
+ *     call_id: string, conference_id: string, conference_goal: int, faststart: int, tunneling: int,
+ *     call_type: int, forward_product_id: string, reverse_product_id: string, forward_version_id: string,
+ *     reverse_version_id: string, forward_session_id: int, forward_logical_channel_num: int,
+ *     reverse_session_id: int, reverse_logical_channel_num: int, forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int, forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int, forward_rtp_ipAddr: string, forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int, forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int, forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int, reverse_h245_port: int, reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int, reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}|false|null
  */
 function h323_top_jitter_rec_getbulk($connid, $index, $count) {}
 
 /**
- * One of the worst calls by packet loss: a row of h323_call_rec_get().
+ * One of the worst calls by packet loss. See h323_call_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string, f_alias: string,
+ *     reverse_q931_ipAddr_length: int, reverse_q931_port: int, reverse_q931_ipAddr: string,
+ *     reverse_num: string, reverse_alias: string, call_state: int, call_status: int, call_reference: int,
+ *     call_id: string, conference_id: string, conference_goal: int, faststart: int, tunneling: int,
+ *     call_type: int, forward_product_id: string, reverse_product_id: string, forward_version_id: string,
+ *     reverse_version_id: string, forward_session_id: int, forward_logical_channel_num: int,
+ *     reverse_session_id: int, reverse_logical_channel_num: int, forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int, forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int, forward_rtp_ipAddr: string, forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int, forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int, forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int, reverse_h245_port: int, reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int, reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}|false|null
  */
 function h323_top_pkt_lost_rec_get($connid, $index) {}
 
@@ -3708,7 +4247,28 @@ function h323_top_pkt_lost_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string, f_alias: string,
+ *     reverse_q931_ipAddr_length: int, reverse_q931_port: int, reverse_q931_ipAddr: string,
+ *     reverse_num: string, reverse_alias: string, call_state: int, call_status: int, call_reference: int,
+ *     call_id: string, conference_id: string, conference_goal: int, faststart: int, tunneling: int,
+ *     call_type: int, forward_product_id: string, reverse_product_id: string, forward_version_id: string,
+ *     reverse_version_id: string, forward_session_id: int, forward_logical_channel_num: int,
+ *     reverse_session_id: int, reverse_logical_channel_num: int, forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int, forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int, forward_rtp_ipAddr: string, forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int, forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int, forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int, reverse_h245_port: int, reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int, reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}|false|null
  */
 function h323_top_pkt_lost_rec_getnext($connid, $index) {}
 
@@ -3718,44 +4278,52 @@ function h323_top_pkt_lost_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{call_rec: list<array{vers: int, index: int, forward_q931_ipAddr_length: int,
+ *     forward_q931_port: int, forward_q931_ipAddr: string, forward_num: string, forward_alias: string,
+ *     f_q931_ipAddr_length: int, f_q931_port: int, f_q931_ipAddr: string, f_num: string, f_alias: string,
+ *     reverse_q931_ipAddr_length: int, reverse_q931_port: int, reverse_q931_ipAddr: string,
+ *     reverse_num: string, reverse_alias: string, call_state: int, call_status: int, call_reference: int,
+ *     call_id: string, conference_id: string, conference_goal: int, faststart: int, tunneling: int,
+ *     call_type: int, forward_product_id: string, reverse_product_id: string, forward_version_id: string,
+ *     reverse_version_id: string, forward_session_id: int, forward_logical_channel_num: int,
+ *     reverse_session_id: int, reverse_logical_channel_num: int, forward_h245_ipAddr_length: int,
+ *     forward_h245_port: int, forward_h245_ipAddr: string, forward_rtp_ipAddr_length: int,
+ *     forward_rtp_port: int, forward_rtp_ipAddr: string, forward_codec: int,
+ *     forward_rtcp_sr_ipAddr_length: int, forward_rtcp_sr_port: int, forward_rtcp_sr_ipAddr: string,
+ *     forward_rtcp_rr_ipAddr_length: int, forward_rtcp_rr_port: int, forward_rtcp_rr_ipAddr: string,
+ *     reverse_h245_ipAddr_length: int, reverse_h245_port: int, reverse_h245_ipAddr: string,
+ *     reverse_rtp_ipAddr_length: int, reverse_rtp_port: int, reverse_rtp_ipAddr: string, reverse_codec: int,
+ *     reverse_rtcp_sr_ipAddr_length: int, reverse_rtcp_sr_port: int, reverse_rtcp_sr_ipAddr: string,
+ *     reverse_rtcp_rr_ipAddr_length: int, reverse_rtcp_rr_port: int, reverse_rtcp_rr_ipAddr: string,
+ *     start_time: int, end_time: int, forward_ssrc: float, forward_sr_pkt_sent: int,
+ *     forward_sr_oct_sent: int, forward_sr_pkt_lost: int, forward_sr_fraction_lost: int,
+ *     forward_sr_jitter: int, reverse_ssrc: float, reverse_sr_pkt_sent: int, reverse_sr_oct_sent: int,
+ *     reverse_sr_pkt_lost: int, reverse_sr_fraction_lost: int, reverse_sr_jitter: int,
+ *     flag: int}>}|false|null
  */
 function h323_top_pkt_lost_rec_getbulk($connid, $index, $count) {}
 
 /* ---- MGCP voice ---------------------------------------------------------------------- */
 
 /**
- * The settings of the MGCP monitor: collection on or off, rows of each table, and its alarms.
+ * The settings of the MGCP monitor: collection on or off, rows of each table, and its alarms. See
+ * h323_config_params_get().
  *
  * @param resource|int $connid
- * @return array{
- *     enable: int,
- *     num_phone_tbl_row: int,
- *     num_call_tbl_row: int,
- *     num_top_jitter_row: int,
- *     num_top_pkt_lost_row: int,
- *     jitter_threshold: int,
- *     pkt_lost_threshold: int,
- *     jitter_alarm_enable: int,
- *     pkt_lost_alarm_enable: int
- * }|false|null enable and the alarms: not 0 when on. Integers from 2147483648 on show as negative ones.
- *     FALSE without a message when the call failed
+ * @return array{enable: int, num_phone_tbl_row: int, num_call_tbl_row: int, num_top_jitter_row: int,
+ *     num_top_pkt_lost_row: int, jitter_threshold: int, pkt_lost_threshold: int, jitter_alarm_enable: int,
+ *     pkt_lost_alarm_enable: int}|false|null enable and the alarms: not 0 when on. Integers from 2147483648
+ *     on show as negative ones. FALSE without a message when the call failed
  */
 function mgcp_config_params_get($connid) {}
 
 /**
- * Figures over all calls that the MGCP monitor saw.
+ * Figures over all calls that the MGCP monitor saw. See sccp_aggregate_data_get().
  *
  * @param resource|int $connid
- * @return array{
- *     flag: int,
- *     num_call_mon: int,
- *     avg_pkt_lost: int,
- *     avg_jitter: int,
- *     worst_pkt_lost: int,
- *     worst_jitter: int
- * }|false|null Integers from 2147483648 on show as negative ones. FALSE without a message when the call
- *     failed
+ * @return array{flag: int, num_call_mon: int, avg_pkt_lost: int, avg_jitter: int, worst_pkt_lost: int,
+ *     worst_jitter: int}|false|null Integers from 2147483648 on show as negative ones. FALSE without a
+ *     message when the call failed
  */
 function mgcp_aggregate_data_get($connid) {}
 
@@ -3921,7 +4489,15 @@ function mgcp_voice_top_latency_table_clear($connid) {}
  *     worst_pkt_lost: int,
  *     worst_jitter: int,
  *     num_hist_row: int,
- *     history?: list<array>
+ *     history?: list<array{index: int, caller_phone_num: string, callee_phone_num: string, caller_endpoint_id: string,
+ *         callee_endpoint_id: string, caller_alias: string, callee_alias: string, caller_ip_addr: string,
+ *         callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int, end_time: int,
+ *         ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *         call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *         rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *         pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int,
+ *         pkt_recv_2: int, oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int,
+ *         jitter_2: int, latency_1: int, latency_2: int, flag: int}>
  * }>}|false|null history holds at most five calls, each a row of mgcp_call_rec_get(), and is absent when
  *     num_hist_row is not positive. Integers from 2147483648 on show as negative ones. FALSE without a
  *     message when the agent has no such row and when the call failed
@@ -3933,7 +4509,18 @@ function mgcp_phone_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{phone_rec: list<array{index: int, phone_ipAddr: string, phone_num: string,
+ *     phone_owner: string, phone_alias: string, flag: int, num_call_mon: int, avg_pkt_lost: int,
+ *     avg_jitter: int, worst_pkt_lost: int, worst_jitter: int, num_hist_row: int,
+ *     history?: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}>}|false|null
  */
 function mgcp_phone_rec_getnext($connid, $index) {}
 
@@ -3943,7 +4530,18 @@ function mgcp_phone_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{phone_rec: list<array{index: int, phone_ipAddr: string, phone_num: string,
+ *     phone_owner: string, phone_alias: string, flag: int, num_call_mon: int, avg_pkt_lost: int,
+ *     avg_jitter: int, worst_pkt_lost: int, worst_jitter: int, num_hist_row: int,
+ *     history?: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}>}|false|null
  */
 function mgcp_phone_rec_getbulk($connid, $index, $count) {}
 
@@ -4007,7 +4605,15 @@ function mgcp_call_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}|false|null
  */
 function mgcp_call_rec_getnext($connid, $index) {}
 
@@ -4017,16 +4623,32 @@ function mgcp_call_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{call_rec: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}|false|null
  */
 function mgcp_call_rec_getbulk($connid, $index, $count) {}
 
 /**
- * One of the worst calls by jitter: a row of mgcp_call_rec_get().
+ * One of the worst calls by jitter. See mgcp_call_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}|false|null
  */
 function mgcp_top_jitter_rec_get($connid, $index) {}
 
@@ -4035,7 +4657,15 @@ function mgcp_top_jitter_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}|false|null
  */
 function mgcp_top_jitter_rec_getnext($connid, $index) {}
 
@@ -4045,16 +4675,32 @@ function mgcp_top_jitter_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{call_rec: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}|false|null
  */
 function mgcp_top_jitter_rec_getbulk($connid, $index, $count) {}
 
 /**
- * One of the worst calls by packet loss: a row of mgcp_call_rec_get().
+ * One of the worst calls by packet loss. See mgcp_call_rec_get().
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}|false|null
  */
 function mgcp_top_pkt_lost_rec_get($connid, $index) {}
 
@@ -4063,7 +4709,15 @@ function mgcp_top_pkt_lost_rec_get($connid, $index) {}
  *
  * @param resource|int $connid
  * @param int $index
- * @return array|false|null
+ * @return array{call_rec: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}|false|null
  */
 function mgcp_top_pkt_lost_rec_getnext($connid, $index) {}
 
@@ -4073,7 +4727,15 @@ function mgcp_top_pkt_lost_rec_getnext($connid, $index) {}
  * @param resource|int $connid
  * @param int $index
  * @param int $count rows wanted
- * @return array|false|null
+ * @return array{call_rec: list<array{index: int, caller_phone_num: string, callee_phone_num: string,
+ *     caller_endpoint_id: string, callee_endpoint_id: string, caller_alias: string, callee_alias: string,
+ *     caller_ip_addr: string, callee_ip_addr: string, pkt_loss: int, jitter: int, start_time: int,
+ *     end_time: int, ca_address_1: string, ca_address_2: string, gw_address_1: string, gw_address_2: string,
+ *     call_state: int, call_id_1: string, call_id_2: string, conns_id_1: string, conns_id_2: string,
+ *     rtp_port_1: int, rtp_port_2: int, audio_codec: string, sampling_period: int, silence_sup: int,
+ *     pkt_sent_1: int, pkt_sent_2: int, oct_sent_1: int, oct_sent_2: int, pkt_recv_1: int, pkt_recv_2: int,
+ *     oct_recv_1: int, oct_recv_2: int, pkt_loss_1: int, pkt_loss_2: int, jitter_1: int, jitter_2: int,
+ *     latency_1: int, latency_2: int, flag: int}>}|false|null
  */
 function mgcp_top_pkt_lost_rec_getbulk($connid, $index, $count) {}
 
@@ -4127,7 +4789,7 @@ function rmon_community_get($connid, $communityString) {}
  *
  * @param resource|int $connid
  * @param string $communityString
- * @return array|false|null
+ * @return array{0: int, status: int, communityString: string, privs: int}|false|null
  */
 function rmon_community_getnext($connid, $communityString) {}
 
@@ -4137,7 +4799,8 @@ function rmon_community_getnext($connid, $communityString) {}
  * @param resource|int $connid
  * @param string $communityString
  * @param int $count rows wanted
- * @return list<array>|false|null the rows; FALSE without a message when there is none
+ * @return list<array{0: int, status: int, communityString: string, privs: int}>|false|null the rows;
+ *     FALSE without a message when there is none
  */
 function rmon_community_getbulk($connid, $communityString, $count) {}
 
@@ -4187,7 +4850,9 @@ function rmon_nde_device_get($connid, $address) {}
  * @param resource|int $connid
  * @param array $address
  * @prefer-ref $address
- * @return array|false|null all rows that the agent answered with, as a list under the same key
+ * @return array{devices: list<array{address: list<int>, addressLength: int, deviceName: string,
+ *     commString: string, flag: int}>}|false|null all rows that the agent answered with, as a list under the
+ *     same key
  */
 function rmon_nde_device_getnext($connid, $address) {}
 
@@ -4198,7 +4863,8 @@ function rmon_nde_device_getnext($connid, $address) {}
  * @param array $address
  * @prefer-ref $address
  * @param int $count rows wanted
- * @return array|false|null the rows, as a list under the same key
+ * @return array{devices: list<array{address: list<int>, addressLength: int, deviceName: string,
+ *     commString: string, flag: int}>}|false|null the rows, as a list under the same key
  */
 function rmon_nde_device_getbulk($connid, $address, $count) {}
 
@@ -4253,7 +4919,9 @@ function rmon_nde_datasrc_get($connid, $address, $datasrcIndex) {}
  * @param array $address
  * @prefer-ref $address
  * @param int $datasrcIndex
- * @return array|false|null all rows that the agent answered with, as a list under the same key
+ * @return array{datasrcs: list<array{address: list<int>, addressLength: int, deviceName: string,
+ *     datasrcName: string, datasrcIndex: int, flag: int}>}|false|null all rows that the agent answered with,
+ *     as a list under the same key
  */
 function rmon_nde_datasrc_getnext($connid, $address, $datasrcIndex) {}
 
@@ -4265,7 +4933,8 @@ function rmon_nde_datasrc_getnext($connid, $address, $datasrcIndex) {}
  * @prefer-ref $address
  * @param int $datasrcIndex
  * @param int $count rows wanted
- * @return array|false|null the rows, as a list under the same key
+ * @return array{datasrcs: list<array{address: list<int>, addressLength: int, deviceName: string,
+ *     datasrcName: string, datasrcIndex: int, flag: int}>}|false|null the rows, as a list under the same key
  */
 function rmon_nde_datasrc_getbulk($connid, $address, $datasrcIndex, $count) {}
 
@@ -4334,7 +5003,9 @@ function rmon_nde_flow_path_get($connid, $address, $datasrcIndex, $inputIndex, $
  * @param int $datasrcIndex
  * @param int $inputIndex
  * @param int $outputIndex
- * @return array|false|null all rows that the agent answered with, as a list under the same key
+ * @return array{flowPaths: list<array{address: list<int>, addressLength: int, deviceName: string,
+ *     datasrcIndex: int, inputIndex: int, outputIndex: int}>}|false|null all rows that the agent answered
+ *     with, as a list under the same key
  */
 function rmon_nde_flow_path_getnext($connid, $address, $datasrcIndex, $inputIndex, $outputIndex) {}
 
@@ -4348,7 +5019,9 @@ function rmon_nde_flow_path_getnext($connid, $address, $datasrcIndex, $inputInde
  * @param int $inputIndex
  * @param int $outputIndex
  * @param int $count rows wanted
- * @return array|false|null the rows, as a list under the same key
+ * @return array{flowPaths: list<array{address: list<int>, addressLength: int, deviceName: string,
+ *     datasrcIndex: int, inputIndex: int, outputIndex: int}>}|false|null the rows, as a list under the same
+ *     key
  */
 function rmon_nde_flow_path_getbulk($connid, $address, $datasrcIndex, $inputIndex, $outputIndex, $count) {}
 
@@ -4403,7 +5076,8 @@ function rmon_nde_learned_dev_get($connid, $address) {}
  * @param resource|int $connid
  * @param array $address
  * @prefer-ref $address
- * @return array|false|null all rows that the agent answered with, as a list under the same key
+ * @return array{devices: list<array{address: list<int>, addressLength: int, timeLastNdePkt: int,
+ *     numNdePkts: int}>}|false|null all rows that the agent answered with, as a list under the same key
  */
 function rmon_nde_learned_dev_getnext($connid, $address) {}
 
@@ -4414,7 +5088,8 @@ function rmon_nde_learned_dev_getnext($connid, $address) {}
  * @param array $address
  * @prefer-ref $address
  * @param int $count rows wanted
- * @return array|false|null the rows, as a list under the same key
+ * @return array{devices: list<array{address: list<int>, addressLength: int, timeLastNdePkt: int,
+ *     numNdePkts: int}>}|false|null the rows, as a list under the same key
  */
 function rmon_nde_learned_dev_getbulk($connid, $address, $count) {}
 
@@ -4463,7 +5138,8 @@ function rmon_nde_learned_dev_intf_get($connid, $address, $ifIndex) {}
  * @param array $address
  * @prefer-ref $address
  * @param int $ifIndex
- * @return array|false|null all rows that the agent answered with, as a list under the same key
+ * @return array{interfaces: list<array{ifIndex: int, dirFlag: int}>}|false|null all rows that the agent
+ *     answered with, as a list under the same key
  */
 function rmon_nde_learned_dev_intf_getnext($connid, $address, $ifIndex) {}
 
@@ -4475,7 +5151,8 @@ function rmon_nde_learned_dev_intf_getnext($connid, $address, $ifIndex) {}
  * @prefer-ref $address
  * @param int $ifIndex
  * @param int $count rows wanted
- * @return array|false|null the rows, as a list under the same key
+ * @return array{interfaces: list<array{ifIndex: int, dirFlag: int}>}|false|null the rows, as a list under
+ *     the same key
  */
 function rmon_nde_learned_dev_intf_getbulk($connid, $address, $ifIndex, $count) {}
 

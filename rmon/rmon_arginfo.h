@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: fb7486f291587c3a2053203dd6106b521df8d36e */
+ * Stub hash: bf060a480681c516991555f349b70b124f961204 */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)

@@ -6,118 +6,126 @@ appliance
 <?php
 require __DIR__ . '/exchange.inc';
 
-// ---- the types in which pages describe results
+use PHPStan\PhpDocParser\Ast\Type\ArrayShapeNode;
+use PHPStan\PhpDocParser\Ast\Type\ConstTypeNode;
+use PHPStan\PhpDocParser\Ast\Type\GenericTypeNode;
+use PHPStan\PhpDocParser\Ast\Type\IdentifierTypeNode;
+use PHPStan\PhpDocParser\Ast\Type\TypeNode;
+use PHPStan\PhpDocParser\Ast\Type\UnionTypeNode;
+use PHPStan\PhpDocParser\Lexer\Lexer;
+use PHPStan\PhpDocParser\Parser\ConstExprParser;
+use PHPStan\PhpDocParser\Parser\PhpDocParser;
+use PHPStan\PhpDocParser\Parser\TokenIterator;
+use PHPStan\PhpDocParser\Parser\TypeParser;
+use PHPStan\PhpDocParser\ParserConfig;
 
-/** @return list<mixed> the alternatives of a type: a word, a number, ['list', type], ['keys', key => type] */
-function parse(string &$text): array
-{
-    $alternatives = [];
-    do {
-        $alternatives[] = match (true) {
-            taken($text, 'array\{') !== null => ['keys', parse_keys($text)],
-            taken($text, 'array<int, ') !== null, taken($text, 'list<') !== null => parse_elements($text),
-            default => taken($text, '[\w-]+') ?? throw new ValueError("no type: $text"),
-        };
-    } while (taken($text, '\|') !== null);
-    return $alternatives;
-}
+// ---- the types of results, as static analysers read them
 
-/** What of the text's beginning matches the pattern, which is taken off with the space around it. */
-function taken(string &$text, string $pattern): ?string
+/** Types by the names of the functions. */
+function result_types(string $stub): array
 {
-    if (!preg_match("~^\\s*($pattern)\\s*~", $text, $found)) {
-        return null;
+    // The library of Debian 12 is older than the engines that deprecate some of what it does.
+    error_reporting(E_ALL & ~E_DEPRECATED);
+    require 'PHPStan/PhpDocParser/autoload.php';
+    $settings = class_exists(ParserConfig::class) ? [new ParserConfig([])] : [];
+    $lexer = new Lexer(...$settings);
+    $constants = new ConstExprParser(...$settings);
+    $parser = new PhpDocParser(...[...$settings, new TypeParser(...[...$settings, $constants]), $constants]);
+
+    $types = [];
+    preg_match_all('~^(/\*\*\n(?: \*[^\n]*\n)+? \*/)\nfunction (\w+)\(~m', $stub, $pages, PREG_SET_ORDER);
+    foreach ($pages as [, $page, $name]) {
+        $results = $parser->parse(new TokenIterator($lexer->tokenize($page)))->getReturnTagValues();
+        expect_same(1, count($results), "number of results on the page of $name that can be read");
+        $types[$name] = $results[0]->type;
     }
-    $text = substr($text, strlen($found[0]));
-    return $found[1];
+    error_reporting(E_ALL);
+    return $types;
 }
 
-function parse_elements(string &$text): array
+/** @return list<TypeNode> */
+function alternatives(TypeNode $type): array
 {
-    $type = parse($text);
-    taken($text, '>') ?? throw new ValueError("no > at: $text");
-    return ['list', $type];
+    return $type instanceof UnionTypeNode ? $type->types : [$type];
 }
 
-/** @return array<array> types by key; a key that may be absent has a ? behind it */
-function parse_keys(string &$text): array
+/** @return list<string> why the value is not of the type; empty when it is */
+function mismatches(TypeNode $type, mixed $value, string $path): array
 {
-    $keys = [];
-    while (taken($text, '\}') === null) {
-        $key = taken($text, '\w+\??(?=:)') ?? throw new ValueError("no key: $text");
-        taken($text, ':');
-        $keys[$key] = parse($text);
-        taken($text, ',');
-    }
-    return $keys;
-}
-
-/** @return list<string> why the value is of none of these alternatives; empty when it is of one */
-function mismatches(array $alternatives, mixed $value, string $path): array
-{
-    $reasons = array_map(fn(mixed $type) => match (true) {
-        is_array($type) && !is_array($value) => ["$path is no array"],
-        is_array($type) && $type[0] === 'list' => element_mismatches($type[1], $value, $path),
-        is_array($type) => key_mismatches($type[1], $value, $path),
-        in_array($type, [get_debug_type($value), var_export($value, true)], true) => [],
+    return match (true) {
+        $type instanceof UnionTypeNode => union_mismatches($type, $value, $path),
+        $type instanceof ArrayShapeNode => shape_mismatches($type, $value, $path),
+        $type instanceof GenericTypeNode => element_mismatches($type, $value, $path),
+        $type instanceof ConstTypeNode && $value === (int) (string) $type => [],
+        // A bare array fits nothing: it says too little.
+        $type instanceof IdentifierTypeNode && in_array($type->name, scalar_types($value), true) => [],
         default => ["$path is " . describe($value) . ", not $type"],
-    }, $alternatives);
+    };
+}
+
+/** @return list<string> the names of types that hold a value that is no array */
+function scalar_types(mixed $value): array
+{
+    return match (true) {
+        is_bool($value) => [$value ? 'true' : 'false'],
+        is_resource($value) => ['resource'],
+        is_array($value) => [],
+        default => [get_debug_type($value)],
+    };
+}
+
+function union_mismatches(UnionTypeNode $type, mixed $value, string $path): array
+{
+    $reasons = array_map(fn(TypeNode $each) => mismatches($each, $value, $path), $type->types);
     return in_array([], $reasons, true) ? [] : $reasons[0];
 }
 
-function element_mismatches(array $type, array $value, string $path): array
+/** Of list<Element> and array<int, Element>. */
+function element_mismatches(GenericTypeNode $type, mixed $value, string $path): array
 {
+    $keys = is_array($value) ? array_keys($value) : [null];
+    $fits = $type->type->name === 'list' ? $keys === array_keys($keys) : array_filter($keys, is_int(...)) === $keys;
+    if (!$fits) {
+        return ["$path is " . describe($value) . ", not $type"];
+    }
     $found = [];
-    foreach ($value as $key => $element) {
-        array_push($found, ...(is_int($key) ? [] : ["$path has the key $key"]), ...mismatches($type, $element, "{$path}[$key]"));
+    foreach ($value as $i => $element) {
+        array_push($found, ...mismatches(array_slice($type->genericTypes, -1)[0], $element, "{$path}[$i]"));
     }
     return $found;
 }
 
-function key_mismatches(array $keys, array $value, string $path): array
+/** The keys must stand in the order of the type. */
+function shape_mismatches(ArrayShapeNode $type, mixed $value, string $path): array
 {
+    if (!is_array($value)) {
+        return ["$path is no array"];
+    }
     $expected = [];
     $found = [];
-    foreach ($keys as $key => $type) {
-        $name = rtrim((string) $key, '?');
-        if ($name !== (string) $key && !array_key_exists($name, $value)) {
+    foreach ($type->items as $item) {
+        $key = (string) $item->keyName;
+        if ($item->optional && !array_key_exists($key, $value)) {
             continue;
         }
-        $expected[] = $name;
-        if (array_key_exists($name, $value)) {
-            array_push($found, ...mismatches($type, $value[$name], "{$path}[$name]"));
+        $expected[] = $key;
+        if (array_key_exists($key, $value)) {
+            array_push($found, ...mismatches($item->valueType, $value[$key], "{$path}[$key]"));
         }
     }
     $got = array_map(strval(...), array_keys($value));
     return $got === $expected ? $found : ["$path has the keys " . implode(', ', $got) . ', not ' . implode(', ', $expected)];
 }
 
-// ---- the pages
-
 $stub = file_get_contents(dirname(__DIR__) . '/rmon/rmon.stub.php');
-preg_match_all('~^/\*\*\n((?: \*[^\n]*\n)+?) \*/\nfunction (\w+)\(([^)]*)\)~m', $stub, $pages, PREG_SET_ORDER);
-$texts = [];
-foreach ($pages as [, $page, $name]) {
-    $texts[$name] = preg_replace('/\s+/', ' ', preg_replace('/^ \* ?/m', '', $page));
-}
-expect_same(get_extension_funcs('rmon'), array_keys($texts));
+$types = result_types($stub);
+expect_same(get_extension_funcs('rmon'), array_keys($types), 'functions with a type of their result');
 
-/** The type of a result; that of a row is often told by another function's page. */
-function result_of(array $texts, string $name): array
-{
-    $type = strstr($texts[$name], '@return ');
-    taken($type, '@return');
-    $alternatives = parse($type);
-    if (!preg_match('/(?:See|a row of|the keys of) (\w+)\(\)/', $texts[$name], $other)) {
-        return $alternatives;
-    }
-    $rows = array_values(array_filter(result_of($texts, $other[1]), is_array(...)));
-    return array_merge(...array_map(fn(mixed $type) => match ($type) {
-        'array' => $rows,
-        ['list', ['array']] => [['list', array_slice($rows, 0, 1)]],
-        default => [$type],
-    }, $alternatives));
-}
+// ---- the constants
+
+preg_match_all('/^const (\w+) = (\d+);$/m', $stub, $constants);
+$declared = array_combine($constants[1], array_map(intval(...), $constants[2]));
+expect_same(get_defined_constants(true)['rmon'], $declared, 'constants of the stub');
 
 // ---- what scripts get: without a link, without an answer, and of replies whose units are all 0 or all 1
 
@@ -140,16 +148,16 @@ foreach ($answers as $case => $answer) {
     $links[$case] = rmon_connect(array_shift($hosts));
 }
 
-foreach ($pages as [, , $name, $declared]) {
-    if (!preg_match('/^\s*\$connid\b/', $declared)) {
+foreach ($types as $name => $type) {
+    $function = new ReflectionFunction($name);
+    if (($function->getParameters()[0] ?? null)?->getName() !== 'connid') {
         continue;
     }
-    $alternatives = result_of($texts, $name);
-    $count = preg_match_all('/\$\w+(?! = UNKNOWN)\b/', $declared);
+    $count = $function->getNumberOfRequiredParameters();
     $shown = false;
-    $check = function (string $case, mixed ...$arguments) use ($name, $alternatives, &$shown): void {
+    $check = function (string $case, mixed ...$arguments) use ($name, $type, &$shown): void {
         [$value] = warnings(fn() => $name(...$arguments));
-        $reasons = mismatches($alternatives, $value, $name);
+        $reasons = mismatches($type, $value, $name);
         if ($reasons !== []) {
             fail("with $case the result is not as its page says", ...$reasons);
         }
@@ -163,7 +171,10 @@ foreach ($pages as [, , $name, $declared]) {
             $check($case, $link, ...array_fill(0, $count - 1, $other));
         }
     }
-    $shows = array_filter($alternatives, is_array(...)) !== [];
+    $shows = array_filter(
+        alternatives($type),
+        fn(TypeNode $each) => $each instanceof ArrayShapeNode || $each instanceof GenericTypeNode,
+    ) !== [];
     expect_same($shows, $shown, "whether $name was seen to return anything in an array");
 }
 done();
