@@ -38,3 +38,6 @@ struct script_call {
     zend_execute_data *execute_data;
     zval *return_value; // NULL until the handler sets it
 };
+
+/** The call that runs, in the body of a PHP_FUNCTION(). */
+#define CALL (script_call{execute_data, return_value})

@@ -82,20 +82,9 @@ int32_t target_identity()
     return norv_target_id;
 }
 
-PHP_FUNCTION(norv_target_id)
-{
-    RETURN_LONG(target_identity());
-}
-
-PHP_FUNCTION(norv_prod_no)
-{
-    return_setting(return_value, product_number);
-}
-
-PHP_FUNCTION(norv_prod_descr)
-{
-    return_setting(return_value, product_description);
-}
+PHP_FUNCTION(norv_target_id) { RETURN_LONG(target_identity()); }
+PHP_FUNCTION(norv_prod_no) { return_setting(return_value, product_number); }
+PHP_FUNCTION(norv_prod_descr) { return_setting(return_value, product_description); }
 
 PHP_FUNCTION(rmon_gethostname)
 {

@@ -46,15 +46,8 @@ void community_set(script_call call, int32_t privs)
 
 } // namespace
 
-PHP_FUNCTION(rmon_trapdest_get)
-{
-    trapdest_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_trapdest_getnext)
-{
-    trapdest_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_trapdest_get) { trapdest_get(CALL, GET); }
+PHP_FUNCTION(rmon_trapdest_getnext) { trapdest_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_trapdest_set)
 {
@@ -83,20 +76,9 @@ PHP_FUNCTION(rmon_get_mib_var)
         ZVAL_LONG(return_value, static_cast<uint32_t>(reply->value));
 }
 
-PHP_FUNCTION(rmon_community_get)
-{
-    community_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_community_getnext)
-{
-    community_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_community_getbulk)
-{
-    community_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_community_get) { community_get(CALL, GET); }
+PHP_FUNCTION(rmon_community_getnext) { community_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_community_getbulk) { community_get(CALL, GETBULK); }
 
 /** A privilege that isn't one is refused without a word, before the link is looked at. */
 PHP_FUNCTION(rmon_community_set)

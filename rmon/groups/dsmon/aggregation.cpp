@@ -115,52 +115,13 @@ void php_dsmon_aggctl_set_lock(script_call call)
 
 } // namespace
 
-PHP_FUNCTION(dsmon_aggctl_get)
-{
-    php_dsmon_aggctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_aggctl_getnext)
-{
-    php_dsmon_aggctl_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_aggctl_set)
-{
-    php_dsmon_aggctl_set({execute_data, return_value});
-}
-
-PHP_FUNCTION(dsmon_aggrp_get)
-{
-    php_dsmon_aggrp_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_aggrp_getnext)
-{
-    php_dsmon_aggrp_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_aggrp_set)
-{
-    php_dsmon_aggrp_set({execute_data, return_value});
-}
-
-PHP_FUNCTION(dsmon_aggprofs_get)
-{
-    php_dsmon_aggprofs_get({execute_data, return_value});
-}
-
-PHP_FUNCTION(dsmon_aggprof_set)
-{
-    php_dsmon_aggprof_set({execute_data, return_value});
-}
-
-PHP_FUNCTION(dsmon_aggctl_locked)
-{
-    php_dsmon_aggctl_locked({execute_data, return_value});
-}
-
-PHP_FUNCTION(dsmon_aggctl_set_lock)
-{
-    php_dsmon_aggctl_set_lock({execute_data, return_value});
-}
+PHP_FUNCTION(dsmon_aggctl_get) { php_dsmon_aggctl_get(CALL, GET); }
+PHP_FUNCTION(dsmon_aggctl_getnext) { php_dsmon_aggctl_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_aggctl_set) { php_dsmon_aggctl_set(CALL); }
+PHP_FUNCTION(dsmon_aggrp_get) { php_dsmon_aggrp_get(CALL, GET); }
+PHP_FUNCTION(dsmon_aggrp_getnext) { php_dsmon_aggrp_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_aggrp_set) { php_dsmon_aggrp_set(CALL); }
+PHP_FUNCTION(dsmon_aggprofs_get) { php_dsmon_aggprofs_get(CALL); }
+PHP_FUNCTION(dsmon_aggprof_set) { php_dsmon_aggprof_set(CALL); }
+PHP_FUNCTION(dsmon_aggctl_locked) { php_dsmon_aggctl_locked(CALL); }
+PHP_FUNCTION(dsmon_aggctl_set_lock) { php_dsmon_aggctl_set_lock(CALL); }

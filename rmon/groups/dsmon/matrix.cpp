@@ -84,37 +84,10 @@ void php_dsmon_matrixdsstats_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(dsmon_matrixctl_get)
-{
-    php_dsmon_matrixctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_matrixctl_getnext)
-{
-    php_dsmon_matrixctl_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_matrixctl_set)
-{
-    php_dsmon_matrixctl_set({execute_data, return_value});
-}
-
-PHP_FUNCTION(dsmon_matrixsdstats_get)
-{
-    php_dsmon_matrixsdstats_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_matrixsdstats_getnext)
-{
-    php_dsmon_matrixsdstats_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_matrixdsstats_get)
-{
-    php_dsmon_matrixdsstats_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_matrixdsstats_getnext)
-{
-    php_dsmon_matrixdsstats_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(dsmon_matrixctl_get) { php_dsmon_matrixctl_get(CALL, GET); }
+PHP_FUNCTION(dsmon_matrixctl_getnext) { php_dsmon_matrixctl_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_matrixctl_set) { php_dsmon_matrixctl_set(CALL); }
+PHP_FUNCTION(dsmon_matrixsdstats_get) { php_dsmon_matrixsdstats_get(CALL, GET); }
+PHP_FUNCTION(dsmon_matrixsdstats_getnext) { php_dsmon_matrixsdstats_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_matrixdsstats_get) { php_dsmon_matrixdsstats_get(CALL, GET); }
+PHP_FUNCTION(dsmon_matrixdsstats_getnext) { php_dsmon_matrixdsstats_get(CALL, GETNEXT); }

@@ -133,52 +133,13 @@ void php_dsmon_hoststats_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(dsmon_pdistctl_get)
-{
-    php_dsmon_pdistctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_pdistctl_getnext)
-{
-    php_dsmon_pdistctl_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_pdistctl_set)
-{
-    php_dsmon_pdistctl_set({execute_data, return_value});
-}
-
-PHP_FUNCTION(dsmon_hostctl_get)
-{
-    php_dsmon_hostctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_hostctl_getnext)
-{
-    php_dsmon_hostctl_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_hostctl_set)
-{
-    php_dsmon_hostctl_set({execute_data, return_value});
-}
-
-PHP_FUNCTION(dsmon_pdstats_get)
-{
-    php_dsmon_pdstats_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_pdstats_getnext)
-{
-    php_dsmon_pdstats_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_hoststats_get)
-{
-    php_dsmon_hoststats_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_hoststats_getnext)
-{
-    php_dsmon_hoststats_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(dsmon_pdistctl_get) { php_dsmon_pdistctl_get(CALL, GET); }
+PHP_FUNCTION(dsmon_pdistctl_getnext) { php_dsmon_pdistctl_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_pdistctl_set) { php_dsmon_pdistctl_set(CALL); }
+PHP_FUNCTION(dsmon_hostctl_get) { php_dsmon_hostctl_get(CALL, GET); }
+PHP_FUNCTION(dsmon_hostctl_getnext) { php_dsmon_hostctl_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_hostctl_set) { php_dsmon_hostctl_set(CALL); }
+PHP_FUNCTION(dsmon_pdstats_get) { php_dsmon_pdstats_get(CALL, GET); }
+PHP_FUNCTION(dsmon_pdstats_getnext) { php_dsmon_pdstats_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_hoststats_get) { php_dsmon_hoststats_get(CALL, GET); }
+PHP_FUNCTION(dsmon_hoststats_getnext) { php_dsmon_hoststats_get(CALL, GETNEXT); }

@@ -54,27 +54,8 @@ void php_dsmon_stats_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(dsmon_stats_get)
-{
-    php_dsmon_stats_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_stats_getnext)
-{
-    php_dsmon_stats_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_statsctl_get)
-{
-    php_dsmon_statsctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(dsmon_statsctl_getnext)
-{
-    php_dsmon_statsctl_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(dsmon_statsctl_set)
-{
-    php_dsmon_statsctl_set({execute_data, return_value});
-}
+PHP_FUNCTION(dsmon_stats_get) { php_dsmon_stats_get(CALL, GET); }
+PHP_FUNCTION(dsmon_stats_getnext) { php_dsmon_stats_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_statsctl_get) { php_dsmon_statsctl_get(CALL, GET); }
+PHP_FUNCTION(dsmon_statsctl_getnext) { php_dsmon_statsctl_get(CALL, GETNEXT); }
+PHP_FUNCTION(dsmon_statsctl_set) { php_dsmon_statsctl_set(CALL); }

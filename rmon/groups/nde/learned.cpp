@@ -35,35 +35,12 @@ using learned_dev_status_row = row_shape<field<&T::state>, field<&T::startTime>>
 
 } // namespace
 
-PHP_FUNCTION(rmon_nde_learned_dev_get)
-{
-    rmon_nde_learned_dev_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_nde_learned_dev_getnext)
-{
-    rmon_nde_learned_dev_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_nde_learned_dev_getbulk)
-{
-    rmon_nde_learned_dev_data_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_nde_learned_dev_intf_get)
-{
-    rmon_nde_learned_dev_intf_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_nde_learned_dev_intf_getnext)
-{
-    rmon_nde_learned_dev_intf_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_nde_learned_dev_intf_getbulk)
-{
-    rmon_nde_learned_dev_intf_data_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_nde_learned_dev_get) { rmon_nde_learned_dev_data_get(CALL, GET); }
+PHP_FUNCTION(rmon_nde_learned_dev_getnext) { rmon_nde_learned_dev_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_nde_learned_dev_getbulk) { rmon_nde_learned_dev_data_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_nde_learned_dev_intf_get) { rmon_nde_learned_dev_intf_data_get(CALL, GET); }
+PHP_FUNCTION(rmon_nde_learned_dev_intf_getnext) { rmon_nde_learned_dev_intf_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_nde_learned_dev_intf_getbulk) { rmon_nde_learned_dev_intf_data_get(CALL, GETBULK); }
 
 PHP_FUNCTION(rmon_nde_learned_dev_enable)
 {

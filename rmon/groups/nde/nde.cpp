@@ -115,20 +115,9 @@ void flow_path_set(script_call call, int32_t operation, const char *label)
 
 } // namespace
 
-PHP_FUNCTION(rmon_nde_device_get)
-{
-    rmon_nde_device_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_nde_device_getnext)
-{
-    rmon_nde_device_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_nde_device_getbulk)
-{
-    rmon_nde_device_data_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_nde_device_get) { rmon_nde_device_data_get(CALL, GET); }
+PHP_FUNCTION(rmon_nde_device_getnext) { rmon_nde_device_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_nde_device_getbulk) { rmon_nde_device_data_get(CALL, GETBULK); }
 
 /** The community comes first, unlike in the record. */
 PHP_FUNCTION(rmon_nde_device_set)
@@ -145,20 +134,9 @@ PHP_FUNCTION(rmon_nde_device_del)
     write_row(call, NDE_DELETE, "rmon_nde_device_del", nde_device_set_1, row);
 }
 
-PHP_FUNCTION(rmon_nde_datasrc_get)
-{
-    rmon_nde_datasrc_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_nde_datasrc_getnext)
-{
-    rmon_nde_datasrc_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_nde_datasrc_getbulk)
-{
-    rmon_nde_datasrc_data_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_nde_datasrc_get) { rmon_nde_datasrc_data_get(CALL, GET); }
+PHP_FUNCTION(rmon_nde_datasrc_getnext) { rmon_nde_datasrc_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_nde_datasrc_getbulk) { rmon_nde_datasrc_data_get(CALL, GETBULK); }
 
 /** A new data source, whose number the agent gives. */
 PHP_FUNCTION(rmon_nde_datasrc_set)
@@ -184,28 +162,10 @@ PHP_FUNCTION(rmon_nde_datasrc_del)
     write_row(call, NDE_DELETE, "rmon_nde_datasrc_del", nde_datasrc_set_1, row, row.datasrcIndex);
 }
 
-PHP_FUNCTION(rmon_nde_flow_path_get)
-{
-    rmon_nde_flow_path_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_nde_flow_path_getnext)
-{
-    rmon_nde_flow_path_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_nde_flow_path_getbulk)
-{
-    rmon_nde_flow_path_data_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_nde_flow_path_set)
-{
-    flow_path_set({execute_data, return_value}, NDE_SET, "rmon_nde_flow_path_set");
-}
+PHP_FUNCTION(rmon_nde_flow_path_get) { rmon_nde_flow_path_data_get(CALL, GET); }
+PHP_FUNCTION(rmon_nde_flow_path_getnext) { rmon_nde_flow_path_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_nde_flow_path_getbulk) { rmon_nde_flow_path_data_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_nde_flow_path_set) { flow_path_set(CALL, NDE_SET, "rmon_nde_flow_path_set"); }
 
 /** Reports under the data source's label, on purpose. */
-PHP_FUNCTION(rmon_nde_flow_path_del)
-{
-    flow_path_set({execute_data, return_value}, NDE_DELETE, "rmon_nde_datasrc_del");
-}
+PHP_FUNCTION(rmon_nde_flow_path_del) { flow_path_set(CALL, NDE_DELETE, "rmon_nde_datasrc_del"); }

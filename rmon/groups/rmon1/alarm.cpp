@@ -74,15 +74,8 @@ void log_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_alarm_get)
-{
-    alarm_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_alarm_getnext)
-{
-    alarm_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_alarm_get) { alarm_get(CALL, GET); }
+PHP_FUNCTION(rmon_alarm_getnext) { alarm_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_alarm_set)
 {
@@ -96,15 +89,8 @@ PHP_FUNCTION(rmon_alarm_set)
         return_integer(call, ask(call, alarm_set_1, link, row, write_label));
 }
 
-PHP_FUNCTION(rmon_event_get)
-{
-    event_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_event_getnext)
-{
-    event_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_event_get) { event_get(CALL, GET); }
+PHP_FUNCTION(rmon_event_getnext) { event_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_event_set)
 {
@@ -117,12 +103,5 @@ PHP_FUNCTION(rmon_event_set)
         return_integer(call, ask(call, event_set_1, link, row, write_label));
 }
 
-PHP_FUNCTION(rmon_log_get)
-{
-    log_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_log_getnext)
-{
-    log_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_log_get) { log_get(CALL, GET); }
+PHP_FUNCTION(rmon_log_getnext) { log_get(CALL, GETNEXT); }

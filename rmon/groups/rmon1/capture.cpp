@@ -63,15 +63,8 @@ using capture_save_row = row_shape<
 
 } // namespace
 
-PHP_FUNCTION(rmon_buffer_ctl_get)
-{
-    buffer_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_buffer_ctl_getnext)
-{
-    buffer_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_buffer_ctl_get) { buffer_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_buffer_ctl_getnext) { buffer_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_buffer_ctl_set)
 {
@@ -86,15 +79,8 @@ PHP_FUNCTION(rmon_buffer_ctl_set)
         return_integer(call, ask(call, buffer_ctl_set_1, link, row, "rmon_buffer_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_capture_buf_get)
-{
-    capture_buf_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_capture_buf_getnext)
-{
-    capture_buf_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_capture_buf_get) { capture_buf_get(CALL, GET); }
+PHP_FUNCTION(rmon_capture_buf_getnext) { capture_buf_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_capture_save_file)
 {

@@ -43,15 +43,8 @@ void php_etherstats_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_etherstats_get)
-{
-    php_etherstats_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_etherstats_getnext)
-{
-    php_etherstats_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_etherstats_get) { php_etherstats_get(CALL, GET); }
+PHP_FUNCTION(rmon_etherstats_getnext) { php_etherstats_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_etherstats_set)
 {

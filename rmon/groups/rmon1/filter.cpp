@@ -101,15 +101,8 @@ void channel_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_filter_get)
-{
-    filter_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_filter_getnext)
-{
-    filter_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_filter_get) { filter_get(CALL, GET); }
+PHP_FUNCTION(rmon_filter_getnext) { filter_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_filter_set)
 {
@@ -127,15 +120,8 @@ PHP_FUNCTION(rmon_filter_set)
         return_integer(call, ask(call, filter_set_1, link, row, "rmon_filter_set"));
 }
 
-PHP_FUNCTION(rmon_channel_get)
-{
-    channel_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_channel_getnext)
-{
-    channel_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_channel_get) { channel_get(CALL, GET); }
+PHP_FUNCTION(rmon_channel_getnext) { channel_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_channel_set)
 {

@@ -57,15 +57,8 @@ void etherhistory_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_history_ctl_get)
-{
-    history_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_history_ctl_getnext)
-{
-    history_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_history_ctl_get) { history_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_history_ctl_getnext) { history_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_history_ctl_set)
 {
@@ -80,17 +73,6 @@ PHP_FUNCTION(rmon_history_ctl_set)
         return_integer(call, ask(call, history_ctl_set_1, link, row, "rmon_histroy_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_etherhistory_get)
-{
-    etherhistory_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_etherhistory_getnext)
-{
-    etherhistory_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_etherhistory_getbulk)
-{
-    etherhistory_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_etherhistory_get) { etherhistory_get(CALL, GET); }
+PHP_FUNCTION(rmon_etherhistory_getnext) { etherhistory_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_etherhistory_getbulk) { etherhistory_get(CALL, GETBULK); }

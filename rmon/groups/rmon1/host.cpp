@@ -79,15 +79,8 @@ void hosttime_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_host_ctl_get)
-{
-    host_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_host_ctl_getnext)
-{
-    host_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_host_ctl_get) { host_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_host_ctl_getnext) { host_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_host_ctl_set)
 {
@@ -100,32 +93,9 @@ PHP_FUNCTION(rmon_host_ctl_set)
         return_integer(call, ask(call, host_ctl_set_1, link, row, "rmon_host_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_host_get)
-{
-    host_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_host_getnext)
-{
-    host_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_host_getbulk)
-{
-    host_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_hosttime_get)
-{
-    hosttime_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_hosttime_getnext)
-{
-    hosttime_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_hosttime_getbulk)
-{
-    hosttime_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_host_get) { host_get(CALL, GET); }
+PHP_FUNCTION(rmon_host_getnext) { host_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_host_getbulk) { host_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_hosttime_get) { hosttime_get(CALL, GET); }
+PHP_FUNCTION(rmon_hosttime_getnext) { hosttime_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_hosttime_getbulk) { hosttime_get(CALL, GETBULK); }

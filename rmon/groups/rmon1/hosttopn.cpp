@@ -47,15 +47,8 @@ void hosttopn_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_hosttopn_ctl_get)
-{
-    hosttopn_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_hosttopn_ctl_getnext)
-{
-    hosttopn_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_hosttopn_ctl_get) { hosttopn_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_hosttopn_ctl_getnext) { hosttopn_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_hosttopn_ctl_set)
 {
@@ -68,17 +61,6 @@ PHP_FUNCTION(rmon_hosttopn_ctl_set)
         return_integer(call, ask(call, hosttopn_ctl_set_1, link, row, "rmon_hosttopn_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_hosttopn_get)
-{
-    hosttopn_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_hosttopn_getnext)
-{
-    hosttopn_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_hosttopn_getbulk)
-{
-    hosttopn_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_hosttopn_get) { hosttopn_get(CALL, GET); }
+PHP_FUNCTION(rmon_hosttopn_getnext) { hosttopn_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_hosttopn_getbulk) { hosttopn_get(CALL, GETBULK); }

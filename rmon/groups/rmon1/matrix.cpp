@@ -72,15 +72,8 @@ void matrix_get(script_call call, int32_t getType, int32_t direction)
 
 } // namespace
 
-PHP_FUNCTION(rmon_matrix_ctl_get)
-{
-    matrix_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_matrix_ctl_getnext)
-{
-    matrix_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_matrix_ctl_get) { matrix_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_matrix_ctl_getnext) { matrix_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_matrix_ctl_set)
 {
@@ -93,32 +86,9 @@ PHP_FUNCTION(rmon_matrix_ctl_set)
         return_integer(call, ask(call, matrix_ctl_set_1, link, row, "rmon_matrix_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_matrix_sd_get)
-{
-    matrix_get({execute_data, return_value}, GET, MATRIX_SD);
-}
-
-PHP_FUNCTION(rmon_matrix_sd_getnext)
-{
-    matrix_get({execute_data, return_value}, GETNEXT, MATRIX_SD);
-}
-
-PHP_FUNCTION(rmon_matrix_sd_getbulk)
-{
-    matrix_get({execute_data, return_value}, GETBULK, MATRIX_SD);
-}
-
-PHP_FUNCTION(rmon_matrix_ds_get)
-{
-    matrix_get({execute_data, return_value}, GET, MATRIX_DS);
-}
-
-PHP_FUNCTION(rmon_matrix_ds_getnext)
-{
-    matrix_get({execute_data, return_value}, GETNEXT, MATRIX_DS);
-}
-
-PHP_FUNCTION(rmon_matrix_ds_getbulk)
-{
-    matrix_get({execute_data, return_value}, GETBULK, MATRIX_DS);
-}
+PHP_FUNCTION(rmon_matrix_sd_get) { matrix_get(CALL, GET, MATRIX_SD); }
+PHP_FUNCTION(rmon_matrix_sd_getnext) { matrix_get(CALL, GETNEXT, MATRIX_SD); }
+PHP_FUNCTION(rmon_matrix_sd_getbulk) { matrix_get(CALL, GETBULK, MATRIX_SD); }
+PHP_FUNCTION(rmon_matrix_ds_get) { matrix_get(CALL, GET, MATRIX_DS); }
+PHP_FUNCTION(rmon_matrix_ds_getnext) { matrix_get(CALL, GETNEXT, MATRIX_DS); }
+PHP_FUNCTION(rmon_matrix_ds_getbulk) { matrix_get(CALL, GETBULK, MATRIX_DS); }

@@ -17,10 +17,7 @@ using R = rmonrpc_ifentry_t;
 
 constexpr uint32_t ethernet_source = 1;
 
-bool is_ethernet(const R &row)
-{
-    return row.dsrcType == ethernet_source;
-}
+bool is_ethernet(const R &row) { return row.dsrcType == ethernet_source; }
 
 std::string_view source_type(const R &row)
 {
@@ -118,12 +115,5 @@ PHP_FUNCTION(rmon_system_set)
         return_integer(call, ask(call, system_set_1, link, row, "rmon_system_set"));
 }
 
-PHP_FUNCTION(rmon_ifentry_get)
-{
-    php_ifentry_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_ifentry_getnext)
-{
-    php_ifentry_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_ifentry_get) { php_ifentry_get(CALL, GET); }
+PHP_FUNCTION(rmon_ifentry_getnext) { php_ifentry_get(CALL, GETNEXT); }

@@ -77,15 +77,8 @@ PHP_FUNCTION(rmon_addrmap_scalars_set)
         return_integer(call, ask(call, addrmap_scalars_set_1, link, row, "rmon_addrmap_scalars_set"));
 }
 
-PHP_FUNCTION(rmon_addrmap_ctl_get)
-{
-    addrmap_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_addrmap_ctl_getnext)
-{
-    addrmap_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_addrmap_ctl_get) { addrmap_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_addrmap_ctl_getnext) { addrmap_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_addrmap_ctl_set)
 {
@@ -98,17 +91,6 @@ PHP_FUNCTION(rmon_addrmap_ctl_set)
         return_integer(call, ask(call, addrmap_ctl_set_1, link, row, "rmon_addrmap_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_addrmap_entry_get)
-{
-    addrmap_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_addrmap_entry_getnext)
-{
-    addrmap_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_addrmap_entry_getbulk)
-{
-    addrmap_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_addrmap_entry_get) { addrmap_get(CALL, GET); }
+PHP_FUNCTION(rmon_addrmap_entry_getnext) { addrmap_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_addrmap_entry_getbulk) { addrmap_get(CALL, GETBULK); }

@@ -92,15 +92,8 @@ void alhost_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_hlhost_ctl_get)
-{
-    hlhost_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_hlhost_ctl_getnext)
-{
-    hlhost_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_hlhost_ctl_get) { hlhost_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_hlhost_ctl_getnext) { hlhost_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_hlhost_ctl_set)
 {
@@ -114,32 +107,9 @@ PHP_FUNCTION(rmon_hlhost_ctl_set)
         return_integer(call, ask(call, hlhost_ctl_set_1, link, row, "rmon_hlhost_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_nlhost_get)
-{
-    nlhost_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_nlhost_getnext)
-{
-    nlhost_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_nlhost_getbulk)
-{
-    nlhost_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_alhost_get)
-{
-    alhost_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_alhost_getnext)
-{
-    alhost_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_alhost_getbulk)
-{
-    alhost_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_nlhost_get) { nlhost_get(CALL, GET); }
+PHP_FUNCTION(rmon_nlhost_getnext) { nlhost_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_nlhost_getbulk) { nlhost_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_alhost_get) { alhost_get(CALL, GET); }
+PHP_FUNCTION(rmon_alhost_getnext) { alhost_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_alhost_getbulk) { alhost_get(CALL, GETBULK); }

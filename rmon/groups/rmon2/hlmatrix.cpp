@@ -35,10 +35,7 @@ void hlmatrix_ctl_get(script_call call, int32_t getType)
 using M = rmonrpc_hlmatrix_t;
 
 /** Scripts read a pair's create time as a float, where a host's is an integer. */
-double create_time(const M &row)
-{
-    return row.createTime;
-}
+double create_time(const M &row) { return row.createTime; }
 
 /** A pair of hosts under the names of one view. */
 template <
@@ -144,15 +141,8 @@ void almatrix_ds_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_hlmatrix_ctl_get)
-{
-    hlmatrix_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_hlmatrix_ctl_getnext)
-{
-    hlmatrix_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_hlmatrix_ctl_get) { hlmatrix_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_hlmatrix_ctl_getnext) { hlmatrix_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_hlmatrix_ctl_set)
 {
@@ -166,62 +156,15 @@ PHP_FUNCTION(rmon_hlmatrix_ctl_set)
         return_integer(call, ask(call, hlmatrix_ctl_set_1, link, row, "rmon_hlmatrix_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_nlmatrix_sd_get)
-{
-    nlmatrix_sd_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_nlmatrix_sd_getnext)
-{
-    nlmatrix_sd_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_nlmatrix_sd_getbulk)
-{
-    nlmatrix_sd_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_nlmatrix_ds_get)
-{
-    nlmatrix_ds_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_nlmatrix_ds_getnext)
-{
-    nlmatrix_ds_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_nlmatrix_ds_getbulk)
-{
-    nlmatrix_ds_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_almatrix_sd_get)
-{
-    almatrix_sd_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_almatrix_sd_getnext)
-{
-    almatrix_sd_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_almatrix_sd_getbulk)
-{
-    almatrix_sd_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_almatrix_ds_get)
-{
-    almatrix_ds_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_almatrix_ds_getnext)
-{
-    almatrix_ds_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_almatrix_ds_getbulk)
-{
-    almatrix_ds_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_nlmatrix_sd_get) { nlmatrix_sd_get(CALL, GET); }
+PHP_FUNCTION(rmon_nlmatrix_sd_getnext) { nlmatrix_sd_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_nlmatrix_sd_getbulk) { nlmatrix_sd_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_nlmatrix_ds_get) { nlmatrix_ds_get(CALL, GET); }
+PHP_FUNCTION(rmon_nlmatrix_ds_getnext) { nlmatrix_ds_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_nlmatrix_ds_getbulk) { nlmatrix_ds_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_almatrix_sd_get) { almatrix_sd_get(CALL, GET); }
+PHP_FUNCTION(rmon_almatrix_sd_getnext) { almatrix_sd_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_almatrix_sd_getbulk) { almatrix_sd_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_almatrix_ds_get) { almatrix_ds_get(CALL, GET); }
+PHP_FUNCTION(rmon_almatrix_ds_getnext) { almatrix_ds_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_almatrix_ds_getbulk) { almatrix_ds_get(CALL, GETBULK); }

@@ -197,30 +197,11 @@ PHP_FUNCTION(rmon_pdir_lastchange_get)
         return_integer(call, ask(call, pdir_lastchange_get_1, link, {}, unreported));
 }
 
-PHP_FUNCTION(rmon_pdir_get)
-{
-    rmon_pdir_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_pdir_getnext)
-{
-    rmon_pdir_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_pdir_getbulk)
-{
-    rmon_pdir_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_pdir_byidx_get)
-{
-    pdir_byidx_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_pdir_byidx_getnext)
-{
-    pdir_byidx_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_pdir_get) { rmon_pdir_get(CALL, GET); }
+PHP_FUNCTION(rmon_pdir_getnext) { rmon_pdir_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_pdir_getbulk) { rmon_pdir_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_pdir_byidx_get) { pdir_byidx_get(CALL, GET); }
+PHP_FUNCTION(rmon_pdir_byidx_getnext) { pdir_byidx_get(CALL, GETNEXT); }
 
 /** Converts the identifiers before the other arguments: their errors come before a report about the link. */
 PHP_FUNCTION(rmon_pdir_set)

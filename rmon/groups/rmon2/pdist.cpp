@@ -55,15 +55,8 @@ using others_row = row_shape<status<&O::status>, field<&O::packets>, field<&O::o
 
 } // namespace
 
-PHP_FUNCTION(rmon_pdist_ctl_get)
-{
-    php_pdist_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_pdist_ctl_getnext)
-{
-    php_pdist_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_pdist_ctl_get) { php_pdist_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_pdist_ctl_getnext) { php_pdist_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_pdist_ctl_set)
 {
@@ -76,20 +69,9 @@ PHP_FUNCTION(rmon_pdist_ctl_set)
         return_integer(call, ask(call, pdist_ctl_set_1, link, row, "rmon_pdist_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_pdist_stats_get)
-{
-    pdist_stats_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_pdist_stats_getnext)
-{
-    pdist_stats_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_pdist_stats_getbulk)
-{
-    pdist_stats_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_pdist_stats_get) { pdist_stats_get(CALL, GET); }
+PHP_FUNCTION(rmon_pdist_stats_getnext) { pdist_stats_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_pdist_stats_getbulk) { pdist_stats_get(CALL, GETBULK); }
 
 /** An answer whose status is not zero counts as a failed call, and is reported in the words of one. */
 PHP_FUNCTION(rmon_pdist_stats_getothers)

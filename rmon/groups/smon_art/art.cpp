@@ -123,15 +123,8 @@ void art_sum_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_art_ctl_get)
-{
-    art_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_art_ctl_getnext)
-{
-    art_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_art_ctl_get) { art_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_art_ctl_getnext) { art_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_art_ctl_set)
 {
@@ -146,32 +139,9 @@ PHP_FUNCTION(rmon_art_ctl_set)
         return_integer(call, ask(call, art_ctl_set_1, link, row, "rmon_art_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_art_rpt_get)
-{
-    art_rpt_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_art_rpt_getnext)
-{
-    art_rpt_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_art_rpt_getbulk)
-{
-    art_rpt_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(rmon_art_sum_get)
-{
-    art_sum_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_art_sum_getnext)
-{
-    art_sum_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_art_sum_getbulk)
-{
-    art_sum_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(rmon_art_rpt_get) { art_rpt_get(CALL, GET); }
+PHP_FUNCTION(rmon_art_rpt_getnext) { art_rpt_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_art_rpt_getbulk) { art_rpt_get(CALL, GETBULK); }
+PHP_FUNCTION(rmon_art_sum_get) { art_sum_get(CALL, GET); }
+PHP_FUNCTION(rmon_art_sum_getnext) { art_sum_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_art_sum_getbulk) { art_sum_get(CALL, GETBULK); }

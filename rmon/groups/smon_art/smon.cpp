@@ -86,15 +86,8 @@ void prio_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(rmon_vlan_ctl_get)
-{
-    vlan_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_vlan_ctl_getnext)
-{
-    vlan_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_vlan_ctl_get) { vlan_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_vlan_ctl_getnext) { vlan_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_vlan_ctl_set)
 {
@@ -107,25 +100,10 @@ PHP_FUNCTION(rmon_vlan_ctl_set)
         return_integer(call, ask(call, smon_vlan_ctl_set_1, link, row, "rmon_vlan_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_vlan_get)
-{
-    vlan_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_vlan_getnext)
-{
-    vlan_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(rmon_prio_ctl_get)
-{
-    prio_ctl_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_prio_ctl_getnext)
-{
-    prio_ctl_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_vlan_get) { vlan_get(CALL, GET); }
+PHP_FUNCTION(rmon_vlan_getnext) { vlan_get(CALL, GETNEXT); }
+PHP_FUNCTION(rmon_prio_ctl_get) { prio_ctl_get(CALL, GET); }
+PHP_FUNCTION(rmon_prio_ctl_getnext) { prio_ctl_get(CALL, GETNEXT); }
 
 PHP_FUNCTION(rmon_prio_ctl_set)
 {
@@ -138,12 +116,5 @@ PHP_FUNCTION(rmon_prio_ctl_set)
         return_integer(call, ask(call, smon_prio_ctl_set_1, link, row, "rmon_prio_ctl_set"));
 }
 
-PHP_FUNCTION(rmon_prio_get)
-{
-    prio_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(rmon_prio_getnext)
-{
-    prio_get({execute_data, return_value}, GETNEXT);
-}
+PHP_FUNCTION(rmon_prio_get) { prio_get(CALL, GET); }
+PHP_FUNCTION(rmon_prio_getnext) { prio_get(CALL, GETNEXT); }

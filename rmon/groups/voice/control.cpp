@@ -118,15 +118,8 @@ constexpr uint32_t sccp_latency_threshold = 1000;
 
 /* ---- SCCP --------------------------------------------------------------------------------- */
 
-PHP_FUNCTION(sccp_config_params_get)
-{
-    read_record<sccp_config_row>({execute_data, return_value}, get_sccp_voice_coll_params_1);
-}
-
-PHP_FUNCTION(sccp_aggregate_data_get)
-{
-    read_record<aggregate_row>({execute_data, return_value}, get_sccp_aggregate_1);
-}
+PHP_FUNCTION(sccp_config_params_get) { read_record<sccp_config_row>(CALL, get_sccp_voice_coll_params_1); }
+PHP_FUNCTION(sccp_aggregate_data_get) { read_record<aggregate_row>(CALL, get_sccp_aggregate_1); }
 
 PHP_FUNCTION(sccp_voice_coll_table_sizes_set)
 {
@@ -151,82 +144,24 @@ PHP_FUNCTION(sccp_voice_coll_thresholds_set)
     change(call, set_sccp_voice_coll_thresholds_1, link, thresholds);
 }
 
-PHP_FUNCTION(sccp_voice_coll_enable)
-{
-    turn({execute_data, return_value}, enable_sccp_voice_coll_1);
-}
-
-PHP_FUNCTION(sccp_voice_coll_disable)
-{
-    turn({execute_data, return_value}, disable_sccp_voice_coll_1);
-}
-
-PHP_FUNCTION(sccp_voice_jitter_alarm_enable)
-{
-    turn({execute_data, return_value}, enable_sccp_voice_coll_jitter_alarm_1);
-}
-
-PHP_FUNCTION(sccp_voice_jitter_alarm_disable)
-{
-    turn({execute_data, return_value}, disable_sccp_voice_coll_jitter_alarm_1);
-}
-
-PHP_FUNCTION(sccp_voice_pkt_lost_alarm_enable)
-{
-    turn({execute_data, return_value}, enable_sccp_voice_coll_pkt_lost_alarm_1);
-}
-
-PHP_FUNCTION(sccp_voice_pkt_lost_alarm_disable)
-{
-    turn({execute_data, return_value}, disable_sccp_voice_coll_pkt_lost_alarm_1);
-}
-
-PHP_FUNCTION(sccp_voice_latency_alarm_enable)
-{
-    turn({execute_data, return_value}, enable_sccp_voice_coll_latency_alarm_1);
-}
-
-PHP_FUNCTION(sccp_voice_latency_alarm_disable)
-{
-    turn({execute_data, return_value}, disable_sccp_voice_coll_latency_alarm_1);
-}
-
-PHP_FUNCTION(sccp_voice_phone_table_clear)
-{
-    turn({execute_data, return_value}, clear_sccp_phone_table_1);
-}
-
-PHP_FUNCTION(sccp_voice_call_table_clear)
-{
-    turn({execute_data, return_value}, clear_sccp_call_table_1);
-}
-
-PHP_FUNCTION(sccp_voice_top_jitter_table_clear)
-{
-    turn({execute_data, return_value}, clear_sccp_top_jitter_table_1);
-}
-
-PHP_FUNCTION(sccp_voice_top_pkt_lost_table_clear)
-{
-    turn({execute_data, return_value}, clear_sccp_top_pkt_lost_table_1);
-}
-
-PHP_FUNCTION(sccp_voice_top_latency_table_clear)
-{
-    turn({execute_data, return_value}, clear_sccp_top_latency_table_1);
-}
+PHP_FUNCTION(sccp_voice_coll_enable) { turn(CALL, enable_sccp_voice_coll_1); }
+PHP_FUNCTION(sccp_voice_coll_disable) { turn(CALL, disable_sccp_voice_coll_1); }
+PHP_FUNCTION(sccp_voice_jitter_alarm_enable) { turn(CALL, enable_sccp_voice_coll_jitter_alarm_1); }
+PHP_FUNCTION(sccp_voice_jitter_alarm_disable) { turn(CALL, disable_sccp_voice_coll_jitter_alarm_1); }
+PHP_FUNCTION(sccp_voice_pkt_lost_alarm_enable) { turn(CALL, enable_sccp_voice_coll_pkt_lost_alarm_1); }
+PHP_FUNCTION(sccp_voice_pkt_lost_alarm_disable) { turn(CALL, disable_sccp_voice_coll_pkt_lost_alarm_1); }
+PHP_FUNCTION(sccp_voice_latency_alarm_enable) { turn(CALL, enable_sccp_voice_coll_latency_alarm_1); }
+PHP_FUNCTION(sccp_voice_latency_alarm_disable) { turn(CALL, disable_sccp_voice_coll_latency_alarm_1); }
+PHP_FUNCTION(sccp_voice_phone_table_clear) { turn(CALL, clear_sccp_phone_table_1); }
+PHP_FUNCTION(sccp_voice_call_table_clear) { turn(CALL, clear_sccp_call_table_1); }
+PHP_FUNCTION(sccp_voice_top_jitter_table_clear) { turn(CALL, clear_sccp_top_jitter_table_1); }
+PHP_FUNCTION(sccp_voice_top_pkt_lost_table_clear) { turn(CALL, clear_sccp_top_pkt_lost_table_1); }
+PHP_FUNCTION(sccp_voice_top_latency_table_clear) { turn(CALL, clear_sccp_top_latency_table_1); }
 
 /* ---- H.323 -------------------------------------------------------------------------------- */
 
-PHP_FUNCTION(h323_config_params_get)
-{
-    read_record<config_row>({execute_data, return_value}, get_h323_voice_coll_params_1);
-}
-
-PHP_FUNCTION(h323_aggregate_data_get)
-{
-    read_record<h323_aggregate_row>({execute_data, return_value}, get_h323_aggregate_1);
-}
+PHP_FUNCTION(h323_config_params_get) { read_record<config_row>(CALL, get_h323_voice_coll_params_1); }
+PHP_FUNCTION(h323_aggregate_data_get) { read_record<h323_aggregate_row>(CALL, get_h323_aggregate_1); }
 
 PHP_FUNCTION(h323_voice_coll_table_sizes_set)
 {
@@ -246,67 +181,21 @@ PHP_FUNCTION(h323_voice_coll_thresholds_set)
         change(call, set_h323_voice_coll_thresholds_1, link, thresholds);
 }
 
-PHP_FUNCTION(h323_voice_coll_enable)
-{
-    turn({execute_data, return_value}, enable_h323_voice_coll_1);
-}
-
-PHP_FUNCTION(h323_voice_coll_disable)
-{
-    turn({execute_data, return_value}, disable_h323_voice_coll_1);
-}
-
-PHP_FUNCTION(h323_voice_jitter_alarm_enable)
-{
-    turn({execute_data, return_value}, enable_h323_voice_coll_jitter_alarm_1);
-}
-
-PHP_FUNCTION(h323_voice_jitter_alarm_disable)
-{
-    turn({execute_data, return_value}, disable_h323_voice_coll_jitter_alarm_1);
-}
-
-PHP_FUNCTION(h323_voice_pkt_lost_alarm_enable)
-{
-    turn({execute_data, return_value}, enable_h323_voice_coll_pkt_lost_alarm_1);
-}
-
-PHP_FUNCTION(h323_voice_pkt_lost_alarm_disable)
-{
-    turn({execute_data, return_value}, disable_h323_voice_coll_pkt_lost_alarm_1);
-}
-
-PHP_FUNCTION(h323_voice_phone_table_clear)
-{
-    turn({execute_data, return_value}, clear_h323_phone_table_1);
-}
-
-PHP_FUNCTION(h323_voice_call_table_clear)
-{
-    turn({execute_data, return_value}, clear_h323_call_table_1);
-}
-
-PHP_FUNCTION(h323_voice_top_jitter_table_clear)
-{
-    turn({execute_data, return_value}, clear_h323_top_jitter_table_1);
-}
-
-PHP_FUNCTION(h323_voice_top_pkt_lost_table_clear)
-{
-    turn({execute_data, return_value}, clear_h323_top_pkt_lost_table_1);
-}
+PHP_FUNCTION(h323_voice_coll_enable) { turn(CALL, enable_h323_voice_coll_1); }
+PHP_FUNCTION(h323_voice_coll_disable) { turn(CALL, disable_h323_voice_coll_1); }
+PHP_FUNCTION(h323_voice_jitter_alarm_enable) { turn(CALL, enable_h323_voice_coll_jitter_alarm_1); }
+PHP_FUNCTION(h323_voice_jitter_alarm_disable) { turn(CALL, disable_h323_voice_coll_jitter_alarm_1); }
+PHP_FUNCTION(h323_voice_pkt_lost_alarm_enable) { turn(CALL, enable_h323_voice_coll_pkt_lost_alarm_1); }
+PHP_FUNCTION(h323_voice_pkt_lost_alarm_disable) { turn(CALL, disable_h323_voice_coll_pkt_lost_alarm_1); }
+PHP_FUNCTION(h323_voice_phone_table_clear) { turn(CALL, clear_h323_phone_table_1); }
+PHP_FUNCTION(h323_voice_call_table_clear) { turn(CALL, clear_h323_call_table_1); }
+PHP_FUNCTION(h323_voice_top_jitter_table_clear) { turn(CALL, clear_h323_top_jitter_table_1); }
+PHP_FUNCTION(h323_voice_top_pkt_lost_table_clear) { turn(CALL, clear_h323_top_pkt_lost_table_1); }
 
 /* ---- MGCP --------------------------------------------------------------------------------- */
 
-PHP_FUNCTION(mgcp_config_params_get)
-{
-    read_record<config_row>({execute_data, return_value}, get_mgcp_voice_coll_params_1);
-}
-
-PHP_FUNCTION(mgcp_aggregate_data_get)
-{
-    read_record<aggregate_row>({execute_data, return_value}, get_mgcp_aggregate_1);
-}
+PHP_FUNCTION(mgcp_config_params_get) { read_record<config_row>(CALL, get_mgcp_voice_coll_params_1); }
+PHP_FUNCTION(mgcp_aggregate_data_get) { read_record<aggregate_row>(CALL, get_mgcp_aggregate_1); }
 
 PHP_FUNCTION(mgcp_voice_coll_table_sizes_set)
 {
@@ -326,67 +215,16 @@ PHP_FUNCTION(mgcp_voice_coll_thresholds_set)
         change_mgcp(call, set_mgcp_voice_coll_thresholds_1, link, thresholds);
 }
 
-PHP_FUNCTION(mgcp_voice_coll_enable)
-{
-    turn_mgcp({execute_data, return_value}, enable_mgcp_voice_coll_1);
-}
-
-PHP_FUNCTION(mgcp_voice_coll_disable)
-{
-    turn_mgcp({execute_data, return_value}, disable_mgcp_voice_coll_1);
-}
-
-PHP_FUNCTION(mgcp_voice_jitter_alarm_enable)
-{
-    turn_mgcp({execute_data, return_value}, enable_mgcp_voice_coll_jitter_alarm_1);
-}
-
-PHP_FUNCTION(mgcp_voice_jitter_alarm_disable)
-{
-    turn_mgcp({execute_data, return_value}, disable_mgcp_voice_coll_jitter_alarm_1);
-}
-
-PHP_FUNCTION(mgcp_voice_pkt_lost_alarm_enable)
-{
-    turn_mgcp({execute_data, return_value}, enable_mgcp_voice_coll_pkt_lost_alarm_1);
-}
-
-PHP_FUNCTION(mgcp_voice_pkt_lost_alarm_disable)
-{
-    turn_mgcp({execute_data, return_value}, disable_mgcp_voice_coll_pkt_lost_alarm_1);
-}
-
-PHP_FUNCTION(mgcp_voice_latency_alarm_enable)
-{
-    turn_nothing({execute_data, return_value});
-}
-
-PHP_FUNCTION(mgcp_voice_latency_alarm_disable)
-{
-    turn_nothing({execute_data, return_value});
-}
-
-PHP_FUNCTION(mgcp_voice_phone_table_clear)
-{
-    turn_mgcp({execute_data, return_value}, clear_mgcp_phone_table_1);
-}
-
-PHP_FUNCTION(mgcp_voice_call_table_clear)
-{
-    turn_mgcp({execute_data, return_value}, clear_mgcp_call_table_1);
-}
-
-PHP_FUNCTION(mgcp_voice_top_jitter_table_clear)
-{
-    turn_mgcp({execute_data, return_value}, clear_mgcp_top_jitter_table_1);
-}
-
-PHP_FUNCTION(mgcp_voice_top_pkt_lost_table_clear)
-{
-    turn_mgcp({execute_data, return_value}, clear_mgcp_top_pkt_lost_table_1);
-}
-
-PHP_FUNCTION(mgcp_voice_top_latency_table_clear)
-{
-    turn_nothing({execute_data, return_value});
-}
+PHP_FUNCTION(mgcp_voice_coll_enable) { turn_mgcp(CALL, enable_mgcp_voice_coll_1); }
+PHP_FUNCTION(mgcp_voice_coll_disable) { turn_mgcp(CALL, disable_mgcp_voice_coll_1); }
+PHP_FUNCTION(mgcp_voice_jitter_alarm_enable) { turn_mgcp(CALL, enable_mgcp_voice_coll_jitter_alarm_1); }
+PHP_FUNCTION(mgcp_voice_jitter_alarm_disable) { turn_mgcp(CALL, disable_mgcp_voice_coll_jitter_alarm_1); }
+PHP_FUNCTION(mgcp_voice_pkt_lost_alarm_enable) { turn_mgcp(CALL, enable_mgcp_voice_coll_pkt_lost_alarm_1); }
+PHP_FUNCTION(mgcp_voice_pkt_lost_alarm_disable) { turn_mgcp(CALL, disable_mgcp_voice_coll_pkt_lost_alarm_1); }
+PHP_FUNCTION(mgcp_voice_latency_alarm_enable) { turn_nothing(CALL); }
+PHP_FUNCTION(mgcp_voice_latency_alarm_disable) { turn_nothing(CALL); }
+PHP_FUNCTION(mgcp_voice_phone_table_clear) { turn_mgcp(CALL, clear_mgcp_phone_table_1); }
+PHP_FUNCTION(mgcp_voice_call_table_clear) { turn_mgcp(CALL, clear_mgcp_call_table_1); }
+PHP_FUNCTION(mgcp_voice_top_jitter_table_clear) { turn_mgcp(CALL, clear_mgcp_top_jitter_table_1); }
+PHP_FUNCTION(mgcp_voice_top_pkt_lost_table_clear) { turn_mgcp(CALL, clear_mgcp_top_pkt_lost_table_1); }
+PHP_FUNCTION(mgcp_voice_top_latency_table_clear) { turn_nothing(CALL); }

@@ -145,62 +145,32 @@ void h323_call_rec_data_get(script_call call, int32_t getType, const Procedure &
 
 } // namespace
 
-PHP_FUNCTION(h323_phone_rec_get)
-{
-    h323_phone_rec_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(h323_phone_rec_getnext)
-{
-    h323_phone_rec_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(h323_phone_rec_getbulk)
-{
-    h323_phone_rec_data_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(h323_call_rec_get)
-{
-    h323_call_rec_data_get({execute_data, return_value}, GET, h323_call_rec_get_1);
-}
-
-PHP_FUNCTION(h323_call_rec_getnext)
-{
-    h323_call_rec_data_get({execute_data, return_value}, GETNEXT, h323_call_rec_get_1);
-}
-
-PHP_FUNCTION(h323_call_rec_getbulk)
-{
-    h323_call_rec_data_get({execute_data, return_value}, GETBULK, h323_call_rec_get_1);
-}
-
-PHP_FUNCTION(h323_top_jitter_rec_get)
-{
-    h323_call_rec_data_get({execute_data, return_value}, GET, h323_top_jitter_rec_get_1);
-}
+PHP_FUNCTION(h323_phone_rec_get) { h323_phone_rec_data_get(CALL, GET); }
+PHP_FUNCTION(h323_phone_rec_getnext) { h323_phone_rec_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(h323_phone_rec_getbulk) { h323_phone_rec_data_get(CALL, GETBULK); }
+PHP_FUNCTION(h323_call_rec_get) { h323_call_rec_data_get(CALL, GET, h323_call_rec_get_1); }
+PHP_FUNCTION(h323_call_rec_getnext) { h323_call_rec_data_get(CALL, GETNEXT, h323_call_rec_get_1); }
+PHP_FUNCTION(h323_call_rec_getbulk) { h323_call_rec_data_get(CALL, GETBULK, h323_call_rec_get_1); }
+PHP_FUNCTION(h323_top_jitter_rec_get) { h323_call_rec_data_get(CALL, GET, h323_top_jitter_rec_get_1); }
 
 PHP_FUNCTION(h323_top_jitter_rec_getnext)
 {
-    h323_call_rec_data_get({execute_data, return_value}, GETNEXT, h323_top_jitter_rec_get_1);
+    h323_call_rec_data_get(CALL, GETNEXT, h323_top_jitter_rec_get_1);
 }
 
 PHP_FUNCTION(h323_top_jitter_rec_getbulk)
 {
-    h323_call_rec_data_get({execute_data, return_value}, GETBULK, h323_top_jitter_rec_get_1);
+    h323_call_rec_data_get(CALL, GETBULK, h323_top_jitter_rec_get_1);
 }
 
-PHP_FUNCTION(h323_top_pkt_lost_rec_get)
-{
-    h323_call_rec_data_get({execute_data, return_value}, GET, h323_top_pkt_lost_rec_get_1);
-}
+PHP_FUNCTION(h323_top_pkt_lost_rec_get) { h323_call_rec_data_get(CALL, GET, h323_top_pkt_lost_rec_get_1); }
 
 PHP_FUNCTION(h323_top_pkt_lost_rec_getnext)
 {
-    h323_call_rec_data_get({execute_data, return_value}, GETNEXT, h323_top_pkt_lost_rec_get_1);
+    h323_call_rec_data_get(CALL, GETNEXT, h323_top_pkt_lost_rec_get_1);
 }
 
 PHP_FUNCTION(h323_top_pkt_lost_rec_getbulk)
 {
-    h323_call_rec_data_get({execute_data, return_value}, GETBULK, h323_top_pkt_lost_rec_get_1);
+    h323_call_rec_data_get(CALL, GETBULK, h323_top_pkt_lost_rec_get_1);
 }

@@ -123,77 +123,36 @@ void mgcp_top_latency_rec_data_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(mgcp_phone_rec_get)
-{
-    mgcp_phone_rec_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(mgcp_phone_rec_getnext)
-{
-    mgcp_phone_rec_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(mgcp_phone_rec_getbulk)
-{
-    mgcp_phone_rec_data_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(mgcp_call_rec_get)
-{
-    mgcp_call_rec_data_get({execute_data, return_value}, GET, mgcp_call_rec_get_1);
-}
-
-PHP_FUNCTION(mgcp_call_rec_getnext)
-{
-    mgcp_call_rec_data_get({execute_data, return_value}, GETNEXT, mgcp_call_rec_get_1);
-}
-
-PHP_FUNCTION(mgcp_call_rec_getbulk)
-{
-    mgcp_call_rec_data_get({execute_data, return_value}, GETBULK, mgcp_call_rec_get_1);
-}
-
-PHP_FUNCTION(mgcp_top_jitter_rec_get)
-{
-    mgcp_call_rec_data_get({execute_data, return_value}, GET, mgcp_top_jitter_rec_get_1);
-}
+PHP_FUNCTION(mgcp_phone_rec_get) { mgcp_phone_rec_data_get(CALL, GET); }
+PHP_FUNCTION(mgcp_phone_rec_getnext) { mgcp_phone_rec_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(mgcp_phone_rec_getbulk) { mgcp_phone_rec_data_get(CALL, GETBULK); }
+PHP_FUNCTION(mgcp_call_rec_get) { mgcp_call_rec_data_get(CALL, GET, mgcp_call_rec_get_1); }
+PHP_FUNCTION(mgcp_call_rec_getnext) { mgcp_call_rec_data_get(CALL, GETNEXT, mgcp_call_rec_get_1); }
+PHP_FUNCTION(mgcp_call_rec_getbulk) { mgcp_call_rec_data_get(CALL, GETBULK, mgcp_call_rec_get_1); }
+PHP_FUNCTION(mgcp_top_jitter_rec_get) { mgcp_call_rec_data_get(CALL, GET, mgcp_top_jitter_rec_get_1); }
 
 PHP_FUNCTION(mgcp_top_jitter_rec_getnext)
 {
-    mgcp_call_rec_data_get({execute_data, return_value}, GETNEXT, mgcp_top_jitter_rec_get_1);
+    mgcp_call_rec_data_get(CALL, GETNEXT, mgcp_top_jitter_rec_get_1);
 }
 
 PHP_FUNCTION(mgcp_top_jitter_rec_getbulk)
 {
-    mgcp_call_rec_data_get({execute_data, return_value}, GETBULK, mgcp_top_jitter_rec_get_1);
+    mgcp_call_rec_data_get(CALL, GETBULK, mgcp_top_jitter_rec_get_1);
 }
 
-PHP_FUNCTION(mgcp_top_pkt_lost_rec_get)
-{
-    mgcp_call_rec_data_get({execute_data, return_value}, GET, mgcp_top_pkt_lost_rec_get_1);
-}
+PHP_FUNCTION(mgcp_top_pkt_lost_rec_get) { mgcp_call_rec_data_get(CALL, GET, mgcp_top_pkt_lost_rec_get_1); }
 
 PHP_FUNCTION(mgcp_top_pkt_lost_rec_getnext)
 {
-    mgcp_call_rec_data_get({execute_data, return_value}, GETNEXT, mgcp_top_pkt_lost_rec_get_1);
+    mgcp_call_rec_data_get(CALL, GETNEXT, mgcp_top_pkt_lost_rec_get_1);
 }
 
 PHP_FUNCTION(mgcp_top_pkt_lost_rec_getbulk)
 {
-    mgcp_call_rec_data_get({execute_data, return_value}, GETBULK, mgcp_top_pkt_lost_rec_get_1);
+    mgcp_call_rec_data_get(CALL, GETBULK, mgcp_top_pkt_lost_rec_get_1);
 }
 
-PHP_FUNCTION(mgcp_top_latency_rec_get)
-{
-    mgcp_top_latency_rec_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(mgcp_top_latency_rec_getnext)
-{
-    mgcp_top_latency_rec_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(mgcp_top_latency_rec_getbulk)
-{
-    mgcp_top_latency_rec_data_get({execute_data, return_value}, GETBULK);
-}
+PHP_FUNCTION(mgcp_top_latency_rec_get) { mgcp_top_latency_rec_data_get(CALL, GET); }
+PHP_FUNCTION(mgcp_top_latency_rec_getnext) { mgcp_top_latency_rec_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(mgcp_top_latency_rec_getbulk) { mgcp_top_latency_rec_data_get(CALL, GETBULK); }

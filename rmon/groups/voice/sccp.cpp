@@ -163,77 +163,18 @@ void sccp_call_rec_data_get(script_call call, int32_t getType)
 
 } // namespace
 
-PHP_FUNCTION(sccp_phone_rec_get)
-{
-    sccp_phone_rec_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(sccp_phone_rec_getnext)
-{
-    sccp_phone_rec_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(sccp_phone_rec_getbulk)
-{
-    sccp_phone_rec_data_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(sccp_call_rec_get)
-{
-    sccp_call_rec_data_get({execute_data, return_value}, GET);
-}
-
-PHP_FUNCTION(sccp_call_rec_getnext)
-{
-    sccp_call_rec_data_get({execute_data, return_value}, GETNEXT);
-}
-
-PHP_FUNCTION(sccp_call_rec_getbulk)
-{
-    sccp_call_rec_data_get({execute_data, return_value}, GETBULK);
-}
-
-PHP_FUNCTION(sccp_top_jitter_rec_get)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GET, top_jitter_rec_get_1);
-}
-
-PHP_FUNCTION(sccp_top_jitter_rec_getnext)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GETNEXT, top_jitter_rec_get_1);
-}
-
-PHP_FUNCTION(sccp_top_jitter_rec_getbulk)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GETBULK, top_jitter_rec_get_1);
-}
-
-PHP_FUNCTION(sccp_top_pkt_lost_rec_get)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GET, top_pkt_lost_rec_get_1);
-}
-
-PHP_FUNCTION(sccp_top_pkt_lost_rec_getnext)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GETNEXT, top_pkt_lost_rec_get_1);
-}
-
-PHP_FUNCTION(sccp_top_pkt_lost_rec_getbulk)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GETBULK, top_pkt_lost_rec_get_1);
-}
-
-PHP_FUNCTION(sccp_top_latency_rec_get)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GET, top_latency_rec_get_1);
-}
-
-PHP_FUNCTION(sccp_top_latency_rec_getnext)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GETNEXT, top_latency_rec_get_1);
-}
-
-PHP_FUNCTION(sccp_top_latency_rec_getbulk)
-{
-    sccp_top_rec_data_get({execute_data, return_value}, GETBULK, top_latency_rec_get_1);
-}
+PHP_FUNCTION(sccp_phone_rec_get) { sccp_phone_rec_data_get(CALL, GET); }
+PHP_FUNCTION(sccp_phone_rec_getnext) { sccp_phone_rec_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(sccp_phone_rec_getbulk) { sccp_phone_rec_data_get(CALL, GETBULK); }
+PHP_FUNCTION(sccp_call_rec_get) { sccp_call_rec_data_get(CALL, GET); }
+PHP_FUNCTION(sccp_call_rec_getnext) { sccp_call_rec_data_get(CALL, GETNEXT); }
+PHP_FUNCTION(sccp_call_rec_getbulk) { sccp_call_rec_data_get(CALL, GETBULK); }
+PHP_FUNCTION(sccp_top_jitter_rec_get) { sccp_top_rec_data_get(CALL, GET, top_jitter_rec_get_1); }
+PHP_FUNCTION(sccp_top_jitter_rec_getnext) { sccp_top_rec_data_get(CALL, GETNEXT, top_jitter_rec_get_1); }
+PHP_FUNCTION(sccp_top_jitter_rec_getbulk) { sccp_top_rec_data_get(CALL, GETBULK, top_jitter_rec_get_1); }
+PHP_FUNCTION(sccp_top_pkt_lost_rec_get) { sccp_top_rec_data_get(CALL, GET, top_pkt_lost_rec_get_1); }
+PHP_FUNCTION(sccp_top_pkt_lost_rec_getnext) { sccp_top_rec_data_get(CALL, GETNEXT, top_pkt_lost_rec_get_1); }
+PHP_FUNCTION(sccp_top_pkt_lost_rec_getbulk) { sccp_top_rec_data_get(CALL, GETBULK, top_pkt_lost_rec_get_1); }
+PHP_FUNCTION(sccp_top_latency_rec_get) { sccp_top_rec_data_get(CALL, GET, top_latency_rec_get_1); }
+PHP_FUNCTION(sccp_top_latency_rec_getnext) { sccp_top_rec_data_get(CALL, GETNEXT, top_latency_rec_get_1); }
+PHP_FUNCTION(sccp_top_latency_rec_getbulk) { sccp_top_rec_data_get(CALL, GETBULK, top_latency_rec_get_1); }

@@ -11,33 +11,18 @@
 
 /* How a field is shown follows from its type. */
 
-inline void show(zval *slot, int32_t value)
-{
-    ZVAL_LONG(slot, value);
-}
+inline void show(zval *slot, int32_t value) { ZVAL_LONG(slot, value); }
 
 /** The signed view: scripts of these tables know 4294967295 as -1. */
-inline void show(zval *slot, uint32_t value)
-{
-    ZVAL_LONG(slot, static_cast<int32_t>(value));
-}
+inline void show(zval *slot, uint32_t value) { ZVAL_LONG(slot, static_cast<int32_t>(value)); }
 
-template <uint32_t N> void show(zval *slot, const wire::chars<N> &text)
-{
-    set(slot, text);
-}
+template <uint32_t N> void show(zval *slot, const wire::chars<N> &text) { set(slot, text); }
 
-template <uint32_t N> void show(zval *slot, const wire::uchars<N> &text)
-{
-    set(slot, text);
-}
+template <uint32_t N> void show(zval *slot, const wire::uchars<N> &text) { set(slot, text); }
 
 /* Vectors of sixteen are addresses, of which four bytes are shown. */
 
-inline void show(zval *slot, const wire::uchars<16> &address)
-{
-    set_dotted(slot, address.value);
-}
+inline void show(zval *slot, const wire::uchars<16> &address) { set_dotted(slot, address.value); }
 
 inline void show(zval *slot, const wire::chars<16> &address)
 {
@@ -105,10 +90,7 @@ template <class R> using summed_aggregate_columns = columns<
 
 /* ---- a phone's last calls ---------------------------------------------------------- */
 
-template <class Phone> bool has_history(const Phone &phone)
-{
-    return phone.num_hist_row > 0;
-}
+template <class Phone> bool has_history(const Phone &phone) { return phone.num_hist_row > 0; }
 
 /** The calls that a phone's record holds: at most as many as fit it, whatever their count claims. */
 template <class Call> struct history {
