@@ -21,7 +21,7 @@ final class Address
         }
         return match (count($octets)) {
             4 => implode('.', $octets),
-            16 => (string) inet_ntop(pack('C*', ...$octets)),
+            16 => rmon_inet_ntop(AF_INET6, $octets),
             default => self::hexadecimal($octets),
         };
     }
@@ -44,11 +44,10 @@ final class Address
      */
     public static function parse(string $text): array
     {
-        $octets = filter_var($text, FILTER_VALIDATE_IP) === false ? false : inet_pton($text);
-        if ($octets === false) {
+        if (filter_var($text, FILTER_VALIDATE_IP) === false) {
             throw new BadArgument("\"$text\" is no IPv4 or IPv6 address.");
         }
-        return array_values(unpack('C*', $octets));
+        return rmon_inet_pton(str_contains($text, ':') ? AF_INET6 : AF_INET, $text);
     }
 
     /**

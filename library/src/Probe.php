@@ -96,6 +96,71 @@ final class Probe
         return $this->protocols ??= new Protocols($this);
     }
 
+    /**
+     * One of the interfaces.
+     *
+     * @param string|int $which     its name or its number
+     * @param callable|null $wait   what waits while something is measured; usleep() when not given
+     * @throws UnknownName
+     */
+    public function interface(string|int $which, ?callable $wait = null): NetInterface
+    {
+        $interfaces = $this->interfaces();
+        $index = is_int($which) ? $which : $interfaces->index($which);
+        $name = $interfaces->names()[$index] ?? throw UnknownName::among('interface', (string) $which, $interfaces->names());
+        return new NetInterface($this, $index, $name, $wait);
+    }
+
+    /**
+     * Control rows for as long as a function runs.
+     *
+     * @template T
+     * @param string $name                who uses them; see ControlRows
+     * @param callable(ControlRows): T $do
+     * @param int $lease                  seconds after which they go, should this process die
+     * @return T
+     */
+    public function withRows(string $name, callable $do, int $lease = ControlRows::LEASE): mixed
+    {
+        $rows = new ControlRows($this, $name, $lease);
+        try {
+            return $do($rows);
+        } finally {
+            $rows->release();
+        }
+    }
+
+    /** A voice monitor: "sccp", "h323" or "mgcp". */
+    public function voice(string $monitor): VoiceMonitor
+    {
+        return new VoiceMonitor($this, $monitor);
+    }
+
+    /** The agent's host name, resolvers and learning of NetFlow devices; all else that can be set is a table. */
+    public function settings(): Settings
+    {
+        return new Settings($this);
+    }
+
+    /**
+     * Makes the agent save captured packets to a file of its own, in the format of libpcap. Takes up to a minute.
+     *
+     * @param string $file  its name; the agent has a directory for such files
+     * @param int $buffer   the bufferControlIndex
+     * @param int $first    the first captureBufferIndex; 0: that of the first packet
+     * @param int $last     the last one; 0: that of the last packet
+     * @param int $option   the file's format, in the agent's terms
+     * @return array{packets: int, last: int} how many were saved, and the captureBufferIndex of the last of them
+     */
+    public function saveCapture(string $file, int $buffer, int $first = 0, int $last = 0, int $option = 0): array
+    {
+        if ($file === '' || strlen($file) > 255) {
+            throw new BadArgument('The name of a file has 1 to 255 octets.');
+        }
+        $saved = $this->link->call('rmon_capture_save_file', [$file, $buffer, $first, $last, $option]);
+        return ['packets' => $saved['totalPktsSaved'], 'last' => $saved['lastPktIndex']];
+    }
+
     /** Cells of this probe's rows, with the names of its interfaces and protocols. */
     public function values(): Values
     {

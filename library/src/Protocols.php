@@ -92,35 +92,32 @@ final class Protocols
     private function read(): void
     {
         $rows = [];
-        $names = [];
+        $descriptions = [];
         foreach ($this->probe->table('protocolDirTable') as $row) {
             $rows[$row['protocolDirLocalIndex']] = $row;
-            $names[pack('C*', ...$row['protocolDirID'])] = self::name($row['protocolDirDescr']);
-        }
-        $paths = [];
-        foreach ($rows as $index => $row) {
-            $paths[$index] = self::pathOf(pack('C*', ...$row['protocolDirID']), $names);
+            $descriptions[pack('C*', ...$row['protocolDirID'])] = $row['protocolDirDescr'];
         }
         $this->rows = $rows;
-        $this->paths = $paths;
+        $this->paths = array_map(
+            static fn(array $row) => self::pathOf(pack('C*', ...$row['protocolDirID']), $descriptions),
+            $rows,
+        );
     }
 
-    /** @param array<string, string> $names by identifier */
-    private static function pathOf(string $id, array $names): string
+    /** @param array<string, string> $descriptions by identifier; agents give a name or the names of all layers */
+    private static function pathOf(string $id, array $descriptions): string
     {
         $path = [];
+        $below = '';
         for ($length = 4; $length <= strlen($id); $length += 4) {
             $part = substr($id, 0, $length);
-            $path[] = $names[$part] ?? (string) unpack('N', substr($part, -4))[1];
+            $description = $descriptions[$part] ?? (string) unpack('N', substr($part, -4))[1];
+            $path[] = str_starts_with($description, $below) ? substr($description, strlen($below)) : $description;
+            $below = "$description.";
         }
         if (count($path) > 1 && $path[0] === self::ETHERNET) {
             array_shift($path);
         }
         return implode('.', $path);
-    }
-
-    private static function name(string $description): string
-    {
-        return $description;
     }
 }

@@ -271,8 +271,11 @@ final class Table implements IteratorAggregate
                     throw $this->broken($row);
                 }
                 $last = $place;
-                if ($depth > 0 && array_slice($place, 0, $depth) !== $prefix) {
-                    return;
+                if ($depth > 0 && ($side = $this->compare(array_slice($place, 0, $depth), $prefix)) !== 0) {
+                    if ($side > 0) {
+                        return;
+                    }
+                    continue;
                 }
                 foreach ($filter as $name => $value) {
                     if ($row[$name] !== $value) {
@@ -344,22 +347,56 @@ final class Table implements IteratorAggregate
     }
 
     /**
-     * The keys before the first row that begins with $prefix, in the order in which readers take them.
+     * Keys close before the first row that begins with $prefix, in the order in which readers take them.
+     *
+     * An address at the end of the prefix is stepped back, and what follows it made as large as it can be: with an
+     * empty one beside it, agents that have one length for both ends of a conversation would begin elsewhere.
      *
      * @param list<mixed> $prefix
      * @return list<mixed>
      */
     private function start(array $prefix): array
     {
-        $names = array_slice($this->schema->order, 0, count($prefix));
-        $whole = count($prefix) === count($this->schema->order);
-        $values = array_combine($names, $prefix);
-        if ($whole && $names !== []) {
-            // The row itself is to be the next one: its last key, a number, is stepped back.
-            $last = end($names);
-            $values[$last] = is_int($values[$last]) ? $values[$last] - 1 : $this->schema->keys[$last]->start;
+        $order = $this->schema->order;
+        $depth = count($prefix);
+        $values = array_combine(array_slice($order, 0, $depth), $prefix);
+        if ($depth === 0) {
+            return $this->cursor([]);
+        }
+        $last = $order[$depth - 1];
+        $before = $this->before($values[$last]);
+        if ($depth < count($order) && is_int($values[$last])) {
+            return $this->cursor($values);
+        }
+        if ($before === null) {
+            unset($values[$last]);
+            return $this->cursor($values);
+        }
+        $values[$last] = $before;
+        foreach (array_slice($order, $depth) as $name) {
+            $values[$name] = is_array($before) && $this->schema->keys[$name]->type->isOctets()
+                ? array_fill(0, count($before), 255)
+                : 0x7fffffff;
         }
         return $this->cursor($values);
+    }
+
+    /** The value before one, of the same length; null when there is none. */
+    private function before(mixed $value): mixed
+    {
+        if (is_int($value)) {
+            return $value - 1;
+        }
+        if (is_array($value)) {
+            for ($at = count($value) - 1; $at >= 0; $at--) {
+                if ($value[$at] > 0) {
+                    $value[$at]--;
+                    return $value;
+                }
+                $value[$at] = 255;
+            }
+        }
+        return null;
     }
 
     /**
