@@ -2,9 +2,11 @@
 
 #include "agent/rmon1/capture_save.h"
 #include "agent/rpc/dispatch.h"
+#include "agent/nde/netflow.h"
 #include "agent/options.h"
 #include "agent/capture/probe.h"
 #include "agent/rpc/server.h"
+#include "agent/voice/voice.h"
 
 #include <cerrno>
 #include <csignal>
@@ -81,7 +83,7 @@ const char *origin(const options &chosen, bool may_capture)
 std::string serve_until_signal(probe &agent, tcp_server &server, const options &chosen)
 {
     if (!chosen.voice.empty()) {
-        std::string mistake = read_scenario(agent.voice.scenario, chosen.voice);
+        std::string mistake = read_scenario(storage<voice_monitors>(agent).scenario, chosen.voice);
         if (!mistake.empty())
             return mistake;
     }
@@ -141,7 +143,6 @@ int main(int count, char **words)
         say(error);
     close_server(server);
     stop_probe(agent);
-    close_captures(agent);
     close_loop(agent.loop);
     return error.empty() ? 0 : 1;
 }

@@ -1,8 +1,7 @@
 #include "agent/admin/administration.h"
 
-#include "agent/capture/probe.h"
+#include "agent/capture/family.h"
 #include "agent/core/reply.h"
-#include "agent/core/state.h"
 #include "agent/core/variables.h"
 
 #include <cctype>
@@ -157,7 +156,7 @@ bool is_address(const char *text)
 
 rmonrpc_ipconfig_t sys_ipconf_get(probe &agent, const int32_t &interface_index)
 {
-    const auto &set = agent.settings.addresses;
+    const auto &set = storage<administration>(agent).addresses;
     const auto wanted = static_cast<uint32_t>(interface_index);
     if (const auto found = set.find(wanted); found != set.end())
         return found->second;
@@ -183,7 +182,7 @@ int32_t sys_ipconf_set(probe &agent, const rmonrpc_ipconfig_t &request)
     if (!is_host_address(request.ipAddress) || !is_netmask(request.ipNetmask)
         || (request.ipGateway != 0 && !is_host_address(request.ipGateway)))
         return bad_value;
-    auto &set = agent.settings.addresses;
+    auto &set = storage<administration>(agent).addresses;
     if (set.size() >= most_addresses && !set.contains(request.ipInterface))
         return gen_err;
     load_addresses(agent, request);
@@ -192,13 +191,13 @@ int32_t sys_ipconf_set(probe &agent, const rmonrpc_ipconfig_t &request)
 
 void save_addresses(probe &agent, state_writer &writer)
 {
-    for (const auto &[index, set] : agent.settings.addresses)
+    for (const auto &[index, set] : storage<administration>(agent).addresses)
         write_record(writer, set);
 }
 
 void load_addresses(probe &agent, const rmonrpc_ipconfig_t &kept)
 {
-    rmonrpc_ipconfig_t &set = agent.settings.addresses[kept.ipInterface];
+    rmonrpc_ipconfig_t &set = storage<administration>(agent).addresses[kept.ipInterface];
     set = kept;
     set.status = no_error;
 }
@@ -208,7 +207,9 @@ void load_addresses(probe &agent, const rmonrpc_ipconfig_t &kept)
 rmonrpc_sys_hostname_t sys_hostname_get(probe &agent)
 {
     rmonrpc_sys_hostname_t reply{};
-    set_text(reply.hostname, agent.settings.host_name ? *agent.settings.host_name : machine_name());
+    set_text(
+        reply.hostname, storage<administration>(agent).host_name ? *storage<administration>(agent).host_name
+                                                                 : machine_name());
     return reply;
 }
 
@@ -222,24 +223,25 @@ int32_t sys_hostname_set(probe &agent, const rmonrpc_sys_hostname_t &request)
 
 void save_host_name(probe &agent, state_writer &writer)
 {
-    if (!agent.settings.host_name)
+    if (!storage<administration>(agent).host_name)
         return;
     rmonrpc_sys_hostname_t kept{};
-    kept.hostname.value = agent.settings.host_name->c_str();
+    kept.hostname.value = storage<administration>(agent).host_name->c_str();
     write_record(writer, kept);
 }
 
 void load_host_name(probe &agent, const rmonrpc_sys_hostname_t &kept)
 {
-    agent.settings.host_name = text_of(kept.hostname);
+    storage<administration>(agent).host_name = text_of(kept.hostname);
 }
 
 /* ---- resolvers ----------------------------------------------------------------------------------- */
 
 rmonrpc_sys_resolvers_t sys_resolvers_get(probe &agent)
 {
-    const std::vector<std::string> names =
-        agent.settings.resolvers ? *agent.settings.resolvers : machine_resolvers();
+    const std::vector<std::string> names = storage<administration>(agent).resolvers
+                                               ? *storage<administration>(agent).resolvers
+                                               : machine_resolvers();
     rmonrpc_sys_resolvers_t reply{};
     if (names.empty())
         return reply;
@@ -268,10 +270,10 @@ int32_t sys_resolvers_set(probe &agent, const rmonrpc_sys_resolvers_t &request)
 
 void save_resolvers(probe &agent, state_writer &writer)
 {
-    if (!agent.settings.resolvers)
+    if (!storage<administration>(agent).resolvers)
         return;
     std::vector<rmonrpc_sys_resolver_name> names;
-    for (const std::string &name : *agent.settings.resolvers)
+    for (const std::string &name : *storage<administration>(agent).resolvers)
         names.push_back({name.c_str()});
     rmonrpc_sys_resolvers_t kept{};
     kept.resolvers = {static_cast<uint32_t>(names.size()), names.data()};
@@ -280,7 +282,7 @@ void save_resolvers(probe &agent, state_writer &writer)
 
 void load_resolvers(probe &agent, const rmonrpc_sys_resolvers_t &kept)
 {
-    auto &names = agent.settings.resolvers.emplace();
+    auto &names = storage<administration>(agent).resolvers.emplace();
     for (uint32_t i = 0; i < kept.resolvers.length; i++)
         names.emplace_back(text_of(kept.resolvers.value[i]));
 }
@@ -314,3 +316,35 @@ int32_t tambo_send_time_poll(probe &)
 {
     return gen_err;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<mibvar_get>(mibvar_get_1),
+    serve<sys_ipconf_get>(sys_ipconf_get_1),
+    serve_set<sys_ipconf_set>(sys_ipconf_set_1),
+    serve<sys_hostname_get>(sys_hostname_get_1),
+    serve_set<sys_hostname_set>(sys_hostname_set_1),
+    serve<sys_resolvers_get>(sys_resolvers_get_1),
+    serve_set<sys_resolvers_set>(sys_resolvers_set_1),
+    serve_set<data_port_config>(data_port_config_1),
+    serve<rmon_data_sync_completed>(rmon_data_sync_completed_1),
+    serve<tambo_send_ip_change>(tambo_send_ip_change_1),
+    serve<tambo_send_time_poll>(tambo_send_time_poll_1),
+};
+
+constexpr state_part kept[] = {
+    keep<save_addresses, load_addresses>("addresses"),
+    keep<save_host_name, load_host_name>("hostName"),
+    keep<save_resolvers, load_resolvers>("resolvers"),
+};
+
+} // namespace
+
+extern const family administration_family = {
+    .name = "administration",
+    .procedures = procedures,
+    .kept = kept,
+};

@@ -1,8 +1,7 @@
 #include "agent/admin/snmp_settings.h"
 
-#include "agent/capture/probe.h"
+#include "agent/capture/family.h"
 #include "agent/core/read_rows.h"
-#include "agent/core/state.h"
 
 namespace {
 
@@ -61,8 +60,8 @@ void trapdest_describe(rmonrpc_snmp_trapdest_t &record, int32_t index, const tra
 rmonrpc_snmp_trapdest_t trapdest_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_snmp_trapdest_t reply{};
-    const auto found = find_row(agent.trapdests, key.index, key.getType);
-    if (found == agent.trapdests.end())
+    const auto found = find_row(storage<trapdest_table>(agent), key.index, key.getType);
+    if (found == storage<trapdest_table>(agent).end())
         reply.status = no_such_name;
     else
         trapdest_describe(reply, found->first, found->second);
@@ -71,7 +70,8 @@ rmonrpc_snmp_trapdest_t trapdest_get(probe &agent, const rmonrpc_row_key2_t &key
 
 int32_t trapdest_set(probe &agent, const rmonrpc_snmp_trapdest_t &request)
 {
-    return set_row(agent, agent.trapdests, request.trapDestIndex, request.trapDestStatus, request, rules);
+    return set_row(
+        agent, storage<trapdest_table>(agent), request.trapDestIndex, request.trapDestStatus, request, rules);
 }
 
 /* ---- communities ---------------------------------------------------------------- */
@@ -80,7 +80,7 @@ rmonrpc_snmp_community_arr_t community_get(probe &agent, const rmonrpc_snmp_comm
 {
     const std::string index(text_of(key.communityString));
     return read_rows<rmonrpc_snmp_community_t>(
-        agent.communities, index, key.getType, key.count, [](const auto &entry) {
+        storage<community_table>(agent), index, key.getType, key.count, [](const auto &entry) {
             rmonrpc_snmp_community_t row{};
             set_text(row.communityString, entry.first);
             row.privs = entry.second;
@@ -92,18 +92,19 @@ int32_t community_set(probe &agent, const rmonrpc_snmp_community_t &request)
 {
     const std::string name(text_of(request.communityString));
     if (request.privs == 0)
-        return agent.communities.erase(name) ? no_error : no_such_name;
+        return storage<community_table>(agent).erase(name) ? no_error : no_such_name;
     if ((request.privs != COMM_RO && request.privs != COMM_RW) || name.empty() || !is_printable(name))
         return bad_value;
-    if (agent.communities.size() >= most_communities && !agent.communities.contains(name))
+    if (storage<community_table>(agent).size() >= most_communities
+        && !storage<community_table>(agent).contains(name))
         return gen_err;
-    agent.communities[name] = request.privs;
+    storage<community_table>(agent)[name] = request.privs;
     return no_error;
 }
 
 void save_communities(probe &agent, state_writer &writer)
 {
-    for (const auto &[name, privs] : agent.communities)
+    for (const auto &[name, privs] : storage<community_table>(agent))
         write_record(writer, rmonrpc_snmp_community_t{no_error, {name.c_str()}, privs});
 }
 
@@ -111,3 +112,28 @@ void load_community(probe &agent, const rmonrpc_snmp_community_t &kept)
 {
     community_set(agent, kept);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<trapdest_get>(trapdest_get_1),
+    serve_set<trapdest_set>(trapdest_set_1),
+    serve<community_get>(community_get_1),
+    serve_set<community_set>(community_set_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<trapdest_table, trapdest_describe, trapdest_set, &rmonrpc_snmp_trapdest_t::trapDestStatus>(
+        "trapDest"),
+    keep<save_communities, load_community>("communities"),
+};
+
+} // namespace
+
+extern const family snmp_settings_family = {
+    .name = "snmp_settings",
+    .procedures = procedures,
+    .kept = kept,
+};

@@ -1,8 +1,11 @@
 #include "agent/capture/probe.h"
 
+#include "agent/capture/family.h"
+
 #include <cerrno>
 #include <cstring>
 #include <ctime>
+#include <ranges>
 
 #include <sys/epoll.h>
 
@@ -16,31 +19,50 @@ int64_t hundredths()
     return int64_t{now.tv_sec} * 100 + now.tv_nsec / 10000000;
 }
 
+/** Calls what the families that have something to do have for it. */
+template <class... Arguments>
+void tell_families(void (*family::*what)(probe &, Arguments...), probe &agent, Arguments... arguments)
+{
+    for (const family *one : families())
+        if (one->*what)
+            (one->*what)(agent, arguments...);
+}
+
 void on_announcement(void *context, uint32_t)
 {
     auto &agent = *static_cast<probe *>(context);
     const interface_news news = hear_interfaces(agent.interfaces, up_time(agent));
-    for (const int32_t index : news.gone) {
-        etherstats_interface_gone(agent, index);
-        history_interface_gone(agent, index);
-        hosts_interface_gone(agent, index);
-        matrix_interface_gone(agent, index);
-        channels_interface_gone(agent, index);
-        dsmon_interface_gone(agent, index);
-        smon_interface_gone(agent, index);
-        art_interface_gone(agent, index);
-        pdist_interface_gone(agent, index);
-        addrmap_interface_gone(agent, index);
-        hlhost_interface_gone(agent, index);
-        hlmatrix_interface_gone(agent, index);
-    }
+    for (const int32_t index : news.gone)
+        tell_families(&family::interface_gone, agent, index);
     for (const int32_t index : news.changed) {
         source_changed(agent.sources, index);
-        dsmon_stats_interface_changed(agent, index);
+        tell_families(&family::interface_changed, agent, index);
     }
 }
 
+void on_probe_tick(void *context)
+{
+    auto &agent = *static_cast<probe *>(context);
+    tell_families(&family::tick, agent);
+    save_state(agent); // what could not be written is tried again
+}
+
 } // namespace
+
+const stored_objects &stored_objects_of(const probe &agent)
+{
+    return agent.stored;
+}
+
+state_store &state_store_of(probe &agent)
+{
+    return agent.state;
+}
+
+void note_change(probe &agent)
+{
+    agent.state.changed = true;
+}
 
 uint32_t up_time(const probe &agent)
 {
@@ -67,25 +89,18 @@ std::string start_probe(probe &agent, bool may_capture, const file_reading &read
         || !watch(agent.loop, agent.interfaces.announcements, EPOLLIN, on_announcement, &agent)) {
         return std::string("cannot read the interfaces: ") + std::strerror(errno);
     }
-    start_etherstats(agent);
-    start_history(agent);
-    start_hosttopn(agent);
-    start_alarms(agent);
-    start_art(agent);
+    tell_families(&family::start, agent);
+    every_second(agent.loop, on_probe_tick, &agent);
     return {};
 }
 
 void stop_probe(probe &agent)
 {
-    close_netflow(agent);
+    for (const family *one : families() | std::views::reverse)
+        if (one->stop)
+            one->stop(agent);
     close_state(agent);
-    agent.etherstats.clear();
     close_capture_files(agent.files, agent.loop);
-    agent.history.clear();
-    agent.hosts.clear();
-    agent.hosttopn.clear();
-    agent.matrix.clear();
-    agent.channels.clear();
     close_sources(agent.sources);
     if (agent.interfaces.announcements >= 0)
         unwatch(agent.loop, agent.interfaces.announcements);

@@ -1,7 +1,5 @@
 #include "agent/core/state.h"
 
-#include "agent/capture/probe.h"
-
 #include "rmon/rpc/rmonrpc_xdr.h"
 
 #include <cerrno>
@@ -198,11 +196,6 @@ std::string failure(const char *what, const std::string &directory)
     return std::string("cannot ") + what + " " + directory + ": " + std::strerror(errno);
 }
 
-void save_again(void *context)
-{
-    save_state(*static_cast<probe *>(context)); // what could not be written is tried again
-}
-
 } // namespace
 
 void write_record(state_writer &writer, const void *record, const wire::layout &layout)
@@ -231,7 +224,7 @@ void release_written(void *record, const wire::layout &layout)
 
 std::string open_state(probe &agent, const std::string &directory)
 {
-    state_store &store = agent.state;
+    state_store &store = state_store_of(agent);
     store.name = directory;
     if (mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST)
         return failure("make", directory);
@@ -258,13 +251,12 @@ std::string open_state(probe &agent, const std::string &directory)
     } else {
         return failure("read", path);
     }
-    every_second(agent.loop, save_again, &agent);
     return {};
 }
 
 void save_state(probe &agent)
 {
-    state_store &store = agent.state;
+    state_store &store = state_store_of(agent);
     if (!store.changed || store.directory < 0)
         return;
     std::string text = describe_state(agent);
@@ -283,7 +275,8 @@ void save_state(probe &agent)
 
 void close_state(probe &agent)
 {
-    if (agent.state.directory >= 0)
-        close(agent.state.directory);
-    agent.state.directory = -1;
+    int &directory = state_store_of(agent).directory;
+    if (directory >= 0)
+        close(directory);
+    directory = -1;
 }

@@ -7,7 +7,7 @@
  * a new file, which is synced and takes the old one's name. So whenever the
  * process ends, the file has either all of a change or nothing of it.
  *
- * What is kept is listed in state_parts.cpp, one line each:
+ * What is kept stands in the families, one line each:
  *
  *   keep_rows     a control table with the row-status rules
  *   keep          anything else, by two functions
@@ -19,6 +19,7 @@
 #pragma once
 
 #include "agent/core/row_status.h"
+#include "agent/core/storage.h"
 
 #include "rmon/rpc/wire.h"
 
@@ -75,20 +76,20 @@ template <auto Save, auto Load> constexpr state_part keep(const char *name, void
 }
 
 /**
- * A control table: a map of the probe, whose rows have a member `status`. Set
+ * A control table: a stored map, whose rows have a member `status`. Set
  * is the table's set, Status the request's field of row status, and Describe
  * fills in the fields that a set gives, the index included:
  *
  *   void describe(Record &, const Key &, const Row &)
  */
-template <auto Table, auto Describe, auto Set, auto Status> constexpr state_part keep_rows(const char *name)
+template <class Table, auto Describe, auto Set, auto Status> constexpr state_part keep_rows(const char *name)
 {
     using Record = typename second_argument<decltype(Set)>::type;
     constexpr const wire::layout *layout = &wire::layout_of<Record>;
     return {
         name, layout,
         [](probe &agent, state_writer &writer) {
-            for (const auto &[key, row] : agent.*Table) {
+            for (const auto &[key, row] : storage<Table>(agent)) {
                 Record record{};
                 Describe(record, key, row);
                 record.*Status = static_cast<int32_t>(row.status);
@@ -97,15 +98,16 @@ template <auto Table, auto Describe, auto Set, auto Status> constexpr state_part
             }
         },
         [](probe &agent) {
-            while (!(agent.*Table).empty()) {
-                const auto &[key, row] = *(agent.*Table).begin();
+            Table &table = storage<Table>(agent);
+            while (!table.empty()) {
+                const auto &[key, row] = *table.begin();
                 Record record{};
                 Describe(record, key, row);
                 record.*Status = static_cast<int32_t>(row_status::invalid);
-                const std::size_t before = (agent.*Table).size();
+                const std::size_t before = table.size();
                 Set(agent, record);
                 release_written(&record, *layout);
-                if ((agent.*Table).size() == before)
+                if (table.size() == before)
                     return; // a row that stands fast
             }
         },
@@ -131,6 +133,9 @@ struct state_store {
     bool changed = false;
     bool failed = false; // the last write; it has been told
 };
+
+/** The probe's. */
+state_store &state_store_of(probe &agent);
 
 /**
  * Opens the directory, which is made when it is not there, and takes back what

@@ -1,6 +1,6 @@
 #include "agent/core/variables.h"
 
-#include "agent/variable_list.h"
+#include "agent/core/variable.h"
 
 #include <array>
 #include <charconv>

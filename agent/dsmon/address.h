@@ -3,6 +3,7 @@
 
 #include "agent/capture/frame.h"
 #include "agent/core/octets.h"
+#include "agent/core/variable.h"
 
 #include "rmon/rpc/rmonrpc_dsmon.h"
 
@@ -50,4 +51,13 @@ inline int compare_addresses(
 inline uint8_t group_in_key(uint32_t group)
 {
     return static_cast<uint8_t>(std::min(group, uint32_t{UINT8_MAX}));
+}
+
+/** An address in the instance of a variable: the number of its octets, then each. */
+inline int32_t take_octets(instance_reader &from, rmonrpc_dsmon_address_t &address)
+{
+    const uint32_t size = take_number(from, rmonrpc_dsmon_address_t::size);
+    for (uint32_t i = 0; i < size; i++)
+        address.value[i] = static_cast<uint8_t>(take_number(from, UINT8_MAX));
+    return static_cast<int32_t>(size);
 }

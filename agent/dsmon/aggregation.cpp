@@ -1,13 +1,10 @@
 #include "agent/dsmon/aggregation.h"
 
+#include "agent/capture/family.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
 #include "agent/core/table.h"
 
 namespace {
-
-/** TruthValue (RFC 2579). */
-constexpr int32_t truth = 1, falsehood = 2;
 
 /* ---- profiles ------------------------------------------------------------------------ */
 
@@ -101,24 +98,16 @@ void set_again(probe &agent, Record record, int32_t Record::*status, int32_t (*s
 
 const dscp_map *find_profile(const probe &agent, int32_t index)
 {
-    const auto &profiles = agent.aggregation.profiles;
+    const auto &profiles = storage<dsmon_aggregation>(agent).profiles;
     const auto found = profiles.find(index);
     return found != profiles.end() && found->second.status == row_status::valid ? &found->second.group_of
                                                                                 : nullptr;
 }
 
-void dsmon_interface_gone(probe &agent, int32_t index)
-{
-    dsmon_stats_interface_gone(agent, index);
-    dsmon_pdist_interface_gone(agent, index);
-    dsmon_host_interface_gone(agent, index);
-    dsmon_matrix_interface_gone(agent, index);
-}
-
 rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
-    const auto found = find_row(agent.aggregation.profiles, key.index, key.getType);
-    if (found == agent.aggregation.profiles.end()) {
+    const auto found = find_row(storage<dsmon_aggregation>(agent).profiles, key.index, key.getType);
+    if (found == storage<dsmon_aggregation>(agent).profiles.end()) {
         rmonrpc_dsmon_aggctl_t none{};
         none.status = no_such_name;
         return none;
@@ -128,16 +117,16 @@ rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &
 
 int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request)
 {
-    if (agent.aggregation.locked)
+    if (storage<dsmon_aggregation>(agent).locked)
         return gen_err;
     return set_row(
-        agent, agent.aggregation.profiles, signed_index(request.dsmonAggControlIndex),
+        agent, storage<dsmon_aggregation>(agent).profiles, signed_index(request.dsmonAggControlIndex),
         request.dsmonAggControlStatus, request, profile_rules);
 }
 
 rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
-    auto &profiles = agent.aggregation.profiles;
+    auto &profiles = storage<dsmon_aggregation>(agent).profiles;
     for (auto profile = profiles.lower_bound(key.index1); profile != profiles.end(); ++profile) {
         // A later profile's groups are all behind the index.
         const bool asked = profile->first == key.index1;
@@ -155,10 +144,11 @@ rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &
 
 int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request)
 {
-    if (agent.aggregation.locked)
+    if (storage<dsmon_aggregation>(agent).locked)
         return gen_err;
-    const auto profile = agent.aggregation.profiles.find(signed_index(request.dsmonAggControlIndex));
-    if (profile == agent.aggregation.profiles.end())
+    const auto profile =
+        storage<dsmon_aggregation>(agent).profiles.find(signed_index(request.dsmonAggControlIndex));
+    if (profile == storage<dsmon_aggregation>(agent).profiles.end())
         return no_such_name;
     return set_row(
         agent, profile->second.groups, signed_index(request.dsmonAggGroupIndex), request.dsmonAggGroupStatus,
@@ -167,7 +157,7 @@ int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request)
 
 rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
-    const auto &profiles = agent.aggregation.profiles;
+    const auto &profiles = storage<dsmon_aggregation>(agent).profiles;
     if (key.getType == GET) {
         const auto profile = profiles.find(key.index1);
         if (profile != profiles.end() && key.index2 >= 0 && key.index2 < dscp_values)
@@ -191,10 +181,11 @@ rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key
 
 int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &request)
 {
-    if (agent.aggregation.locked)
+    if (storage<dsmon_aggregation>(agent).locked)
         return gen_err;
-    const auto profile = agent.aggregation.profiles.find(signed_index(request.dsmonAggControlIndex));
-    if (profile == agent.aggregation.profiles.end())
+    const auto profile =
+        storage<dsmon_aggregation>(agent).profiles.find(signed_index(request.dsmonAggControlIndex));
+    if (profile == storage<dsmon_aggregation>(agent).profiles.end())
         return no_such_name;
     if (request.dscp >= dscp_values || request.dsmonAggGroupIndex >= aggregation_groups)
         return bad_value;
@@ -202,30 +193,9 @@ int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &reques
     return no_error;
 }
 
-int32_t dsmon_aggctl_locked(probe &agent)
-{
-    return agent.aggregation.locked ? truth : falsehood;
-}
-
-int32_t dsmon_aggctl_set_lock(probe &agent, const int32_t &wanted)
-{
-    if (wanted != truth && wanted != falsehood)
-        return bad_value;
-    const bool lock = wanted == truth;
-    if (lock == agent.aggregation.locked)
-        return no_error;
-    catch_up_all(agent);
-    agent.aggregation.locked = lock;
-    dsmon_stats_lock_changed(agent, lock);
-    dsmon_pdist_lock_changed(agent, lock);
-    dsmon_host_lock_changed(agent, lock);
-    dsmon_matrix_lock_changed(agent, lock);
-    return no_error;
-}
-
 void save_profiles(probe &agent, state_writer &writer)
 {
-    for (const auto &[index, row] : agent.aggregation.profiles) {
+    for (const auto &[index, row] : storage<dsmon_aggregation>(agent).profiles) {
         rmonrpc_dsmon_aggctl_t record = profile_reply(index, row);
         write_record(writer, record);
         release_written(&record, wire::layout_of<rmonrpc_dsmon_aggctl_t>);
@@ -239,7 +209,7 @@ void load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record)
 
 void save_groups(probe &agent, state_writer &writer)
 {
-    for (const auto &[index, profile] : agent.aggregation.profiles)
+    for (const auto &[index, profile] : storage<dsmon_aggregation>(agent).profiles)
         for (const auto &[group, row] : profile.groups) {
             rmonrpc_dsmon_agggrp_t record = group_reply(index, group, row);
             write_record(writer, record);
@@ -254,7 +224,7 @@ void load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record)
 
 void save_dscp_maps(probe &agent, state_writer &writer)
 {
-    for (const auto &[index, profile] : agent.aggregation.profiles)
+    for (const auto &[index, profile] : storage<dsmon_aggregation>(agent).profiles)
         for (int32_t dscp = 0; dscp < dscp_values; dscp++)
             if (profile.group_of[static_cast<uint32_t>(dscp)] != 0)
                 write_record(writer, dscp_reply(index, dscp, profile));
@@ -265,13 +235,29 @@ void load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record)
     dsmon_aggprofile_set(agent, record);
 }
 
-void save_lock(probe &agent, state_writer &writer)
-{
-    if (agent.aggregation.locked)
-        write_record(writer, truth);
-}
+/* ---- the family --------------------------------------------------------------------- */
 
-void load_lock(probe &agent, const int32_t &locked)
-{
-    dsmon_aggctl_set_lock(agent, locked);
-}
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<dsmon_aggctl_get>(dsmon_aggctl_get_1),
+    serve<dsmon_agggrp_get>(dsmon_agggrp_get_1),
+    serve<dsmon_aggprofile_get>(dsmon_aggprofile_get_1),
+    serve_set<dsmon_aggctl_set>(dsmon_aggctl_set_1),
+    serve_set<dsmon_agggrp_set>(dsmon_agggrp_set_1),
+    serve_set<dsmon_aggprofile_set>(dsmon_aggprofile_set_1),
+};
+
+constexpr state_part kept[] = {
+    keep<save_profiles, load_profile>("dsmonAggControl"),
+    keep<save_groups, load_group>("dsmonAggGroup"),
+    keep<save_dscp_maps, load_dscp>("dsmonAggProfile"),
+};
+
+} // namespace
+
+extern const family dsmon_aggregation_family = {
+    .name = "dsmon_aggregation",
+    .procedures = procedures,
+    .kept = kept,
+};

@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 struct probe;
 
@@ -40,16 +41,17 @@ struct aggregation_profile {
     std::map<int32_t, aggregation_group> groups; // by dsmonAggGroupIndex: those that have a description
 };
 
+/** Told when the lock goes on or off. */
+using lock_listener = void (*)(probe &agent, bool locked);
+
 struct dsmon_aggregation {
     bool locked = false;
+    std::vector<lock_listener> listeners;            // of the families that count by it
     std::map<int32_t, aggregation_profile> profiles; // by dsmonAggControlIndex
 };
 
 /** The map of a valid profile, or null. */
 const dscp_map *find_profile(const probe &agent, int32_t index);
-
-/** Removes the rows of all tables that counted on an interface that went away. */
-void dsmon_interface_gone(probe &agent, int32_t index);
 
 rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key);
 int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request);
@@ -60,16 +62,10 @@ int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request);
 rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key3_t &key);
 int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &request);
 
-/** A TruthValue (RFC 2579): 1 locked, 2 not. */
-int32_t dsmon_aggctl_locked(probe &agent);
-int32_t dsmon_aggctl_set_lock(probe &agent, const int32_t &wanted);
-
-/* What survives a restart. The lock comes back last: it keeps all the rest as it is. */
+/* What survives a restart. */
 void save_profiles(probe &agent, state_writer &writer);
 void load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record);
 void save_groups(probe &agent, state_writer &writer);
 void load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record);
 void save_dscp_maps(probe &agent, state_writer &writer);
 void load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record);
-void save_lock(probe &agent, state_writer &writer);
-void load_lock(probe &agent, const int32_t &locked);

@@ -1,5 +1,6 @@
 #include "agent/dsmon/hosts.h"
 
+#include "agent/capture/family.h"
 #include "agent/dsmon/learned.h"
 #include "agent/core/table.h"
 
@@ -97,12 +98,12 @@ dsmon_host_key key_of(const rmonrpc_dsmon_host_key_t &from)
 
 void dsmon_host_lock_changed(probe &agent, bool locked)
 {
-    dsmon_lock_changed<dsmon_host_kind>(agent, agent.dsmon_hosts, locked);
+    dsmon_lock_changed<dsmon_host_kind>(agent, storage<dsmon_host_table>(agent), locked);
 }
 
 void dsmon_host_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.dsmon_hosts, index, rules);
+    remove_rows_on(agent, storage<dsmon_host_table>(agent), index, rules);
 }
 
 void describe_dsmon_host_row(rmonrpc_dsmon_hostctl_t &record, int32_t index, const host_row &row)
@@ -120,8 +121,8 @@ rmonrpc_dsmon_hostctl_t dsmon_hostctl_get(probe &agent, const rmonrpc_row_key2_t
 {
     catch_up_all(agent);
     rmonrpc_dsmon_hostctl_t reply{};
-    const auto found = find_row(agent.dsmon_hosts, key.index, key.getType);
-    if (found == agent.dsmon_hosts.end()) {
+    const auto found = find_row(storage<dsmon_host_table>(agent), key.index, key.getType);
+    if (found == storage<dsmon_host_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -138,8 +139,8 @@ rmonrpc_dsmon_hostctl_t dsmon_hostctl_get(probe &agent, const rmonrpc_row_key2_t
 int32_t dsmon_hostctl_set(probe &agent, const rmonrpc_dsmon_hostctl_t &request)
 {
     return set_row(
-        agent, agent.dsmon_hosts, request.dsmonHostCtlIndex, request.dsmonHostCtlStatus, request, rules,
-        learning_rows);
+        agent, storage<dsmon_host_table>(agent), request.dsmonHostCtlIndex, request.dsmonHostCtlStatus,
+        request, rules, learning_rows);
 }
 
 rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_host_key_t &key)
@@ -150,7 +151,7 @@ rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_
     const learned_read<dsmon_host_key> read{
         key.dsmonHostCtlIndex, key_of(key), key.getType, key.dsmonHostTimeMark};
     find_counted(
-        agent.dsmon_hosts, read, &dsmon_host_counts::order, host_less,
+        storage<dsmon_host_table>(agent), read, &dsmon_host_counts::order, host_less,
         [&](int32_t control, const auto &entry) {
             reply.status = no_error;
             reply.dsmonHostCtlIndex = control;
@@ -169,10 +170,70 @@ rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_
 
 int32_t dshost_make_persistent(probe &agent, const rmonrpc_dsmon_host_key_t &key)
 {
-    return keep_counted(agent.dsmon_hosts, key.dsmonHostCtlIndex, key_of(key), true);
+    return keep_counted(storage<dsmon_host_table>(agent), key.dsmonHostCtlIndex, key_of(key), true);
 }
 
 int32_t dshost_make_nonpersistent(probe &agent, const rmonrpc_dsmon_host_key_t &key)
 {
-    return keep_counted(agent.dsmon_hosts, key.dsmonHostCtlIndex, key_of(key), false);
+    return keep_counted(storage<dsmon_host_table>(agent), key.dsmonHostCtlIndex, key_of(key), false);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+void start_dsmon_hosts(probe &agent)
+{
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_host_lock_changed);
+}
+
+rmonrpc_dsmon_host_key_t dsmon_host_index(instance_reader &from)
+{
+    rmonrpc_dsmon_host_key_t key{};
+    key.dsmonHostCtlIndex = take_index(from);
+    key.dsmonHostTimeMark = take_time(from);
+    key.dsmonAggGroupIndex = take_number(from, UINT32_MAX);
+    key.protocolDirLocalIndex = take_index(from);
+    key.dsmonHostAddressLength = take_octets(from, key.dsmonHostAddress);
+    key.getType = GET;
+    return key;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<dsmon_hostctl_get>(dsmon_hostctl_get_1),
+    serve_set<dsmon_hostctl_set>(dsmon_hostctl_set_1),
+    serve<dsmon_hoststats_get>(dsmon_hoststats_get_1),
+    serve_set<dshost_make_persistent>(dshost_make_persistent_1),
+    serve_set<dshost_make_nonpersistent>(dshost_make_nonpersistent_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<
+        dsmon_host_table,
+        describe_dsmon_host_row,
+        dsmon_hostctl_set,
+        &rmonrpc_dsmon_hostctl_t::dsmonHostCtlStatus>("dsmonHostCtl"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<dsmon_hostctl_get, one_index, &rmonrpc_dsmon_hostctl_t::dsmonHostDroppedFrames>("1.3.6.1.2.1.16.26.1.4.1.1.7", "dsmonHostCtlDroppedFrames"),
+    counter<dsmon_hostctl_get, one_index, &rmonrpc_dsmon_hostctl_t::dsmonHostCtlInserts>("1.3.6.1.2.1.16.26.1.4.1.1.8"),
+    counter<dsmon_hostctl_get, one_index, &rmonrpc_dsmon_hostctl_t::dsmonHostCtlDeletes>("1.3.6.1.2.1.16.26.1.4.1.1.9"),
+    counter<dsmon_hoststats_get, dsmon_host_index, &rmonrpc_dsmon_hoststats_t::dsmonHostInHCPkts>("1.3.6.1.2.1.16.26.1.4.2.1.7"),
+    counter<dsmon_hoststats_get, dsmon_host_index, &rmonrpc_dsmon_hoststats_t::dsmonHostInHCOctets>("1.3.6.1.2.1.16.26.1.4.2.1.8"),
+    counter<dsmon_hoststats_get, dsmon_host_index, &rmonrpc_dsmon_hoststats_t::dsmonHostOutHCPkts>("1.3.6.1.2.1.16.26.1.4.2.1.13"),
+    counter<dsmon_hoststats_get, dsmon_host_index, &rmonrpc_dsmon_hoststats_t::dsmonHostOutHCOctets>("1.3.6.1.2.1.16.26.1.4.2.1.14"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family dsmon_hosts_family = {
+    .name = "dsmon_hosts",
+    .start = start_dsmon_hosts,
+    .interface_gone = dsmon_host_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -1,5 +1,6 @@
 #include "agent/dsmon/matrix.h"
 
+#include "agent/capture/family.h"
 #include "agent/dsmon/learned.h"
 #include "agent/core/table.h"
 
@@ -99,20 +100,21 @@ rmonrpc_dsmon_matrixstats_t read_matrix(
     reply.status = no_such_name;
     const learned_read<dsmon_matrix_key> read{
         key.dsmonMatrixCtlIndex, key_of(key), key.getType, key.dsmonMatrixTimeMark};
-    find_counted(agent.dsmon_matrix, read, order, less, [&](int32_t control, const auto &entry) {
-        reply.status = no_error;
-        reply.dsmonMatrixCtlIndex = control;
-        reply.dsmonMatrixTimeMark = key.dsmonMatrixTimeMark;
-        reply.dsmonAggGroupIndex = entry.key.group;
-        reply.dsmonMatrixNLIndex = entry.key.network;
-        reply.dsmonMatrixSourceAddressLength =
-            give_octets(reply.dsmonMatrixSourceAddress, entry.key.source, entry.key.source_length);
-        reply.dsmonMatrixDestAddressLength =
-            give_octets(reply.dsmonMatrixDestAddress, entry.key.destination, entry.key.destination_length);
-        reply.dsmonMatrixALIndex = entry.key.application;
-        reply.hcPkts = entry.row.pkts;
-        reply.hcOctets = entry.row.octets;
-    });
+    find_counted(
+        storage<dsmon_matrix_table>(agent), read, order, less, [&](int32_t control, const auto &entry) {
+            reply.status = no_error;
+            reply.dsmonMatrixCtlIndex = control;
+            reply.dsmonMatrixTimeMark = key.dsmonMatrixTimeMark;
+            reply.dsmonAggGroupIndex = entry.key.group;
+            reply.dsmonMatrixNLIndex = entry.key.network;
+            reply.dsmonMatrixSourceAddressLength =
+                give_octets(reply.dsmonMatrixSourceAddress, entry.key.source, entry.key.source_length);
+            reply.dsmonMatrixDestAddressLength = give_octets(
+                reply.dsmonMatrixDestAddress, entry.key.destination, entry.key.destination_length);
+            reply.dsmonMatrixALIndex = entry.key.application;
+            reply.hcPkts = entry.row.pkts;
+            reply.hcOctets = entry.row.octets;
+        });
     return reply;
 }
 
@@ -120,12 +122,12 @@ rmonrpc_dsmon_matrixstats_t read_matrix(
 
 void dsmon_matrix_lock_changed(probe &agent, bool locked)
 {
-    dsmon_lock_changed<dsmon_matrix_kind>(agent, agent.dsmon_matrix, locked);
+    dsmon_lock_changed<dsmon_matrix_kind>(agent, storage<dsmon_matrix_table>(agent), locked);
 }
 
 void dsmon_matrix_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.dsmon_matrix, index, rules);
+    remove_rows_on(agent, storage<dsmon_matrix_table>(agent), index, rules);
 }
 
 void describe_dsmon_matrix_row(rmonrpc_dsmon_matrixctl_t &record, int32_t index, const matrix_row &row)
@@ -141,8 +143,8 @@ rmonrpc_dsmon_matrixctl_t dsmon_matrixctl_get(probe &agent, const rmonrpc_row_ke
 {
     catch_up_all(agent);
     rmonrpc_dsmon_matrixctl_t reply{};
-    const auto found = find_row(agent.dsmon_matrix, key.index, key.getType);
-    if (found == agent.dsmon_matrix.end()) {
+    const auto found = find_row(storage<dsmon_matrix_table>(agent), key.index, key.getType);
+    if (found == storage<dsmon_matrix_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -159,8 +161,8 @@ rmonrpc_dsmon_matrixctl_t dsmon_matrixctl_get(probe &agent, const rmonrpc_row_ke
 int32_t dsmon_matrixctl_set(probe &agent, const rmonrpc_dsmon_matrixctl_t &request)
 {
     return set_row(
-        agent, agent.dsmon_matrix, request.dsmonMatrixCtlIndex, request.dsmonMatrixCtlStatus, request, rules,
-        learning_rows);
+        agent, storage<dsmon_matrix_table>(agent), request.dsmonMatrixCtlIndex, request.dsmonMatrixCtlStatus,
+        request, rules, learning_rows);
 }
 
 rmonrpc_dsmon_matrixstats_t dsmon_matrixsdstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
@@ -175,10 +177,79 @@ rmonrpc_dsmon_matrixstats_t dsmon_matrixdsstats_get(probe &agent, const rmonrpc_
 
 int32_t dsmatrix_make_persistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
 {
-    return keep_counted(agent.dsmon_matrix, key.dsmonMatrixCtlIndex, key_of(key), true);
+    return keep_counted(storage<dsmon_matrix_table>(agent), key.dsmonMatrixCtlIndex, key_of(key), true);
 }
 
 int32_t dsmatrix_make_nonpersistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
 {
-    return keep_counted(agent.dsmon_matrix, key.dsmonMatrixCtlIndex, key_of(key), false);
+    return keep_counted(storage<dsmon_matrix_table>(agent), key.dsmonMatrixCtlIndex, key_of(key), false);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+void start_dsmon_matrix(probe &agent)
+{
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_matrix_lock_changed);
+}
+
+template <int32_t Direction> rmonrpc_dsmon_matrix_key_t dsmon_matrix_index(instance_reader &from)
+{
+    rmonrpc_dsmon_matrix_key_t key{};
+    const auto take_source = [&] {
+        key.dsmonMatrixSourceAddressLength = take_octets(from, key.dsmonMatrixSourceAddress);
+    };
+    key.dsmonMatrixCtlIndex = take_index(from);
+    key.dsmonMatrixTimeMark = take_time(from);
+    key.dsmonAggGroupIndex = take_number(from, UINT32_MAX);
+    key.dsmonMatrixNLIndex = take_index(from);
+    if (Direction == MATRIX_SD)
+        take_source();
+    key.dsmonMatrixDestAddressLength = take_octets(from, key.dsmonMatrixDestAddress);
+    if (Direction == MATRIX_DS)
+        take_source();
+    key.dsmonMatrixALIndex = take_index(from);
+    key.getType = GET;
+    return key;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<dsmon_matrixctl_get>(dsmon_matrixctl_get_1),
+    serve_set<dsmon_matrixctl_set>(dsmon_matrixctl_set_1),
+    serve<dsmon_matrixsdstats_get>(dsmon_matrixsdstats_get_1),
+    serve<dsmon_matrixdsstats_get>(dsmon_matrixdsstats_get_1),
+    serve_set<dsmatrix_make_persistent>(dsmatrix_make_persistent_1),
+    serve_set<dsmatrix_make_nonpersistent>(dsmatrix_make_nonpersistent_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<
+        dsmon_matrix_table,
+        describe_dsmon_matrix_row,
+        dsmon_matrixctl_set,
+        &rmonrpc_dsmon_matrixctl_t::dsmonMatrixCtlStatus>("dsmonMatrixCtl"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<dsmon_matrixctl_get, one_index, &rmonrpc_dsmon_matrixctl_t::dsmonMatrixDroppedFrames>("1.3.6.1.2.1.16.26.1.6.1.1.5", "dsmonMatrixCtlDroppedFrames"),
+    counter<dsmon_matrixctl_get, one_index, &rmonrpc_dsmon_matrixctl_t::dsmonMatrixCtlInserts>("1.3.6.1.2.1.16.26.1.6.1.1.6"),
+    counter<dsmon_matrixctl_get, one_index, &rmonrpc_dsmon_matrixctl_t::dsmonMatrixCtlDeletes>("1.3.6.1.2.1.16.26.1.6.1.1.7"),
+    counter<dsmon_matrixsdstats_get, dsmon_matrix_index<MATRIX_SD>, &rmonrpc_dsmon_matrixstats_t::hcPkts>("1.3.6.1.2.1.16.26.1.6.2.1.8", "dsmonMatrixSDHCPkts"),
+    counter<dsmon_matrixsdstats_get, dsmon_matrix_index<MATRIX_SD>, &rmonrpc_dsmon_matrixstats_t::hcOctets>("1.3.6.1.2.1.16.26.1.6.2.1.11", "dsmonMatrixSDHCOctets"),
+    counter<dsmon_matrixdsstats_get, dsmon_matrix_index<MATRIX_DS>, &rmonrpc_dsmon_matrixstats_t::hcPkts>("1.3.6.1.2.1.16.26.1.6.3.1.3", "dsmonMatrixDSHCPkts"),
+    counter<dsmon_matrixdsstats_get, dsmon_matrix_index<MATRIX_DS>, &rmonrpc_dsmon_matrixstats_t::hcOctets>("1.3.6.1.2.1.16.26.1.6.3.1.6", "dsmonMatrixDSHCOctets"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family dsmon_matrix_family = {
+    .name = "dsmon_matrix",
+    .start = start_dsmon_matrix,
+    .interface_gone = dsmon_matrix_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

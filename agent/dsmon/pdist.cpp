@@ -1,5 +1,6 @@
 #include "agent/dsmon/pdist.h"
 
+#include "agent/capture/family.h"
 #include "agent/dsmon/learned.h"
 #include "agent/core/table.h"
 
@@ -54,12 +55,12 @@ dsmon_pdist_key key_of(const rmonrpc_dsmon_pdist_key_t &key)
 
 void dsmon_pdist_lock_changed(probe &agent, bool locked)
 {
-    dsmon_lock_changed<dsmon_pdist_kind>(agent, agent.dsmon_pdist, locked);
+    dsmon_lock_changed<dsmon_pdist_kind>(agent, storage<dsmon_pdist_table>(agent), locked);
 }
 
 void dsmon_pdist_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.dsmon_pdist, index, rules);
+    remove_rows_on(agent, storage<dsmon_pdist_table>(agent), index, rules);
 }
 
 void describe_dsmon_pdist_row(rmonrpc_dsmon_pdctl_t &record, int32_t index, const pdist_row &row)
@@ -75,8 +76,8 @@ rmonrpc_dsmon_pdctl_t dsmon_pdistctl_get(probe &agent, const rmonrpc_row_key2_t 
 {
     catch_up_all(agent);
     rmonrpc_dsmon_pdctl_t reply{};
-    const auto found = find_row(agent.dsmon_pdist, key.index, key.getType);
-    if (found == agent.dsmon_pdist.end()) {
+    const auto found = find_row(storage<dsmon_pdist_table>(agent), key.index, key.getType);
+    if (found == storage<dsmon_pdist_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -93,8 +94,8 @@ rmonrpc_dsmon_pdctl_t dsmon_pdistctl_get(probe &agent, const rmonrpc_row_key2_t 
 int32_t dsmon_pdistctl_set(probe &agent, const rmonrpc_dsmon_pdctl_t &request)
 {
     return set_row(
-        agent, agent.dsmon_pdist, request.dsmonPdistCtlIndex, request.dsmonPdistCtlStatus, request, rules,
-        learning_rows);
+        agent, storage<dsmon_pdist_table>(agent), request.dsmonPdistCtlIndex, request.dsmonPdistCtlStatus,
+        request, rules, learning_rows);
 }
 
 rmonrpc_dsmon_pdstats_t dsmon_pdstats_get(probe &agent, const rmonrpc_dsmon_pdist_key_t &key)
@@ -105,7 +106,7 @@ rmonrpc_dsmon_pdstats_t dsmon_pdstats_get(probe &agent, const rmonrpc_dsmon_pdis
     const learned_read<dsmon_pdist_key> read{
         key.dsmonPdistCtlIndex, key_of(key), key.getType, key.dsmonPdistTimeMark};
     find_counted(
-        agent.dsmon_pdist, read, &dsmon_pdist_counts::order, pdist_less,
+        storage<dsmon_pdist_table>(agent), read, &dsmon_pdist_counts::order, pdist_less,
         [&](int32_t control, const auto &entry) {
             reply.status = no_error;
             reply.dsmonPdistCtlIndex = static_cast<uint32_t>(control);
@@ -120,10 +121,67 @@ rmonrpc_dsmon_pdstats_t dsmon_pdstats_get(probe &agent, const rmonrpc_dsmon_pdis
 
 int32_t dspdist_make_persistent(probe &agent, const rmonrpc_dsmon_pdist_key_t &key)
 {
-    return keep_counted(agent.dsmon_pdist, key.dsmonPdistCtlIndex, key_of(key), true);
+    return keep_counted(storage<dsmon_pdist_table>(agent), key.dsmonPdistCtlIndex, key_of(key), true);
 }
 
 int32_t dspdist_make_nonpersistent(probe &agent, const rmonrpc_dsmon_pdist_key_t &key)
 {
-    return keep_counted(agent.dsmon_pdist, key.dsmonPdistCtlIndex, key_of(key), false);
+    return keep_counted(storage<dsmon_pdist_table>(agent), key.dsmonPdistCtlIndex, key_of(key), false);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+void start_dsmon_pdist(probe &agent)
+{
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_pdist_lock_changed);
+}
+
+rmonrpc_dsmon_pdist_key_t dsmon_pdist_index(instance_reader &from)
+{
+    rmonrpc_dsmon_pdist_key_t key{};
+    key.dsmonPdistCtlIndex = take_index(from);
+    key.dsmonPdistTimeMark = take_time(from);
+    key.dsmonAggGroupIndex = take_number(from, UINT32_MAX);
+    key.protocolDirLocalIndex = take_index(from);
+    key.getType = GET;
+    return key;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<dsmon_pdistctl_get>(dsmon_pdistctl_get_1),
+    serve_set<dsmon_pdistctl_set>(dsmon_pdistctl_set_1),
+    serve<dsmon_pdstats_get>(dsmon_pdstats_get_1),
+    serve_set<dspdist_make_persistent>(dspdist_make_persistent_1),
+    serve_set<dspdist_make_nonpersistent>(dspdist_make_nonpersistent_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<
+        dsmon_pdist_table,
+        describe_dsmon_pdist_row,
+        dsmon_pdistctl_set,
+        &rmonrpc_dsmon_pdctl_t::dsmonPdistCtlStatus>("dsmonPdistCtl"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<dsmon_pdistctl_get, one_index, &rmonrpc_dsmon_pdctl_t::dsmonPdistDroppedFrames>("1.3.6.1.2.1.16.26.1.3.1.1.5", "dsmonPdistCtlDroppedFrames"),
+    counter<dsmon_pdistctl_get, one_index, &rmonrpc_dsmon_pdctl_t::dsmonPdistCtlInserts>("1.3.6.1.2.1.16.26.1.3.1.1.6"),
+    counter<dsmon_pdistctl_get, one_index, &rmonrpc_dsmon_pdctl_t::dsmonPdistCtlDeletes>("1.3.6.1.2.1.16.26.1.3.1.1.7"),
+    counter<dsmon_pdstats_get, dsmon_pdist_index, &rmonrpc_dsmon_pdstats_t::dsmonPdistStatsHCPkts>("1.3.6.1.2.1.16.26.1.3.2.1.6"),
+    counter<dsmon_pdstats_get, dsmon_pdist_index, &rmonrpc_dsmon_pdstats_t::dsmonPdistStatsHCOctets>("1.3.6.1.2.1.16.26.1.3.2.1.7"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family dsmon_pdist_family = {
+    .name = "dsmon_pdist",
+    .start = start_dsmon_pdist,
+    .interface_gone = dsmon_pdist_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -74,7 +74,7 @@ template <class Kind> int32_t start_dsmon(probe &agent, dsmon_row_of<Kind> &row)
         return bad_value;
     row.counts = std::make_shared<counts_of<Kind>>();
     row.counts->work.agent = &agent;
-    if (agent.aggregation.locked)
+    if (storage<dsmon_aggregation>(agent).locked)
         begin_dsmon<Kind>(agent, row);
     return no_error;
 }

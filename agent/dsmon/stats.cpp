@@ -1,5 +1,6 @@
 #include "agent/dsmon/stats.h"
 
+#include "agent/capture/family.h"
 #include "agent/dsmon/rules.h"
 #include "agent/core/table.h"
 
@@ -71,17 +72,17 @@ constexpr auto &rules = dsmon_rules<dsmon_stats_kind>;
 
 void dsmon_stats_lock_changed(probe &agent, bool locked)
 {
-    dsmon_lock_changed<dsmon_stats_kind>(agent, agent.dsmon_stats, locked);
+    dsmon_lock_changed<dsmon_stats_kind>(agent, storage<dsmon_stats_table>(agent), locked);
 }
 
 void dsmon_stats_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.dsmon_stats, index, rules);
+    remove_rows_on(agent, storage<dsmon_stats_table>(agent), index, rules);
 }
 
 void dsmon_stats_interface_changed(probe &agent, int32_t index)
 {
-    for (auto &[control, row] : agent.dsmon_stats)
+    for (auto &[control, row] : storage<dsmon_stats_table>(agent))
         if (row.counts && row.data_source == index)
             take_address(agent, index, *row.counts);
 }
@@ -98,8 +99,8 @@ void describe_dsmon_stats_row(
 rmonrpc_dsmon_stats_ctl_t dsmon_stats_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_dsmon_stats_ctl_t reply{};
-    const auto found = find_row(agent.dsmon_stats, key.index, key.getType);
-    if (found == agent.dsmon_stats.end()) {
+    const auto found = find_row(storage<dsmon_stats_table>(agent), key.index, key.getType);
+    if (found == storage<dsmon_stats_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -113,7 +114,7 @@ rmonrpc_dsmon_stats_ctl_t dsmon_stats_ctl_get(probe &agent, const rmonrpc_row_ke
 int32_t dsmon_stats_ctl_set(probe &agent, const rmonrpc_dsmon_stats_ctl_t &request)
 {
     return set_row(
-        agent, agent.dsmon_stats, signed_index(request.dsmonStatsControlIndex),
+        agent, storage<dsmon_stats_table>(agent), signed_index(request.dsmonStatsControlIndex),
         request.dsmonStatsControlStatus, request, rules);
 }
 
@@ -121,7 +122,8 @@ rmonrpc_dsmon_stats_t dsmon_stats_get(probe &agent, const rmonrpc_row_key3_t &ke
 {
     catch_up_all(agent);
     rmonrpc_dsmon_stats_t reply{};
-    for (auto at = agent.dsmon_stats.lower_bound(key.index1); at != agent.dsmon_stats.end(); ++at) {
+    for (auto at = storage<dsmon_stats_table>(agent).lower_bound(key.index1);
+         at != storage<dsmon_stats_table>(agent).end(); ++at) {
         if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
             break;
         const bool asked = at->first == key.index1;
@@ -154,3 +156,48 @@ rmonrpc_dsmon_stats_t dsmon_stats_get(probe &agent, const rmonrpc_row_key3_t &ke
     reply.status = no_such_name;
     return reply;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+void start_dsmon_stats(probe &agent)
+{
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_stats_lock_changed);
+}
+
+constexpr served_procedure procedures[] = {
+    serve<dsmon_stats_ctl_get>(dsmon_stats_ctl_get_1),
+    serve<dsmon_stats_get>(dsmon_stats_get_1),
+    serve_set<dsmon_stats_ctl_set>(dsmon_stats_ctl_set_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<
+        dsmon_stats_table,
+        describe_dsmon_stats_row,
+        dsmon_stats_ctl_set,
+        &rmonrpc_dsmon_stats_ctl_t::dsmonStatsControlStatus>("dsmonStatsControl"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<dsmon_stats_ctl_get, one_index, &rmonrpc_dsmon_stats_ctl_t::dsmonStatsControlDroppedFrames>("1.3.6.1.2.1.16.26.1.2.1.1.4"),
+    counter<dsmon_stats_get, two_short_indexes, &rmonrpc_dsmon_stats_t::dsmonStatsInHCPkts>("1.3.6.1.2.1.16.26.1.2.2.1.5"),
+    counter<dsmon_stats_get, two_short_indexes, &rmonrpc_dsmon_stats_t::dsmonStatsInHCOctets>("1.3.6.1.2.1.16.26.1.2.2.1.6"),
+    counter<dsmon_stats_get, two_short_indexes, &rmonrpc_dsmon_stats_t::dsmonStatsOutHCPkts>("1.3.6.1.2.1.16.26.1.2.2.1.11"),
+    counter<dsmon_stats_get, two_short_indexes, &rmonrpc_dsmon_stats_t::dsmonStatsOutHCOctets>("1.3.6.1.2.1.16.26.1.2.2.1.12"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family dsmon_stats_family = {
+    .name = "dsmon_stats",
+    .start = start_dsmon_stats,
+    .interface_changed = dsmon_stats_interface_changed,
+    .interface_gone = dsmon_stats_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -1,8 +1,8 @@
 #include "agent/nde/nde.h"
 
-#include "agent/capture/probe.h"
+#include "agent/capture/family.h"
 #include "agent/core/reply.h"
-#include "agent/core/state.h"
+#include "agent/nde/netflow.h"
 #include "agent/core/read_rows.h"
 
 #include <climits>
@@ -86,16 +86,17 @@ uint32_t free_index(const nde_tables &tables, const nde_address &device)
 rmonrpc_nde_device_arr_t nde_device_get(probe &agent, const rmonrpc_nde_device_t &request)
 {
     const nde_address index = address_of(request.head).value_or(nde_address{});
-    return rows_for<rmonrpc_nde_device_t>(agent.nde.devices, request.head, index, [&](const auto &entry) {
-        rmonrpc_nde_device_t row = device_record(entry.first, entry.second);
-        row.flag = agent.netflow.devices.contains(entry.first); // packets came from it
-        return row;
-    });
+    return rows_for<rmonrpc_nde_device_t>(
+        storage<nde_tables>(agent).devices, request.head, index, [&](const auto &entry) {
+            rmonrpc_nde_device_t row = device_record(entry.first, entry.second);
+            row.flag = storage<netflow_learning>(agent).devices.contains(entry.first); // packets came from it
+            return row;
+        });
 }
 
 int32_t nde_device_set(probe &agent, const rmonrpc_nde_device_t &request)
 {
-    nde_tables &tables = agent.nde;
+    nde_tables &tables = storage<nde_tables>(agent);
     const auto address = address_of(request.head);
     if (!address || (address->length != 4 && address->length != 16))
         return bad_value;
@@ -121,7 +122,7 @@ int32_t nde_device_set(probe &agent, const rmonrpc_nde_device_t &request)
 
 void save_nde_devices(probe &agent, state_writer &writer)
 {
-    for (const auto &[address, device] : agent.nde.devices) {
+    for (const auto &[address, device] : storage<nde_tables>(agent).devices) {
         rmonrpc_nde_device_t record = device_record(address, device);
         record.head.operation = NDE_SET;
         write_record(writer, record);
@@ -134,16 +135,17 @@ rmonrpc_nde_datasrc_arr_t nde_datasrc_get(probe &agent, const rmonrpc_nde_datasr
 {
     const nde_address address = address_of(request.head).value_or(nde_address{});
     return rows_for<rmonrpc_nde_datasrc_t>(
-        agent.nde.datasrcs, request.head, {address, request.datasrcIndex}, [&](const auto &entry) {
+        storage<nde_tables>(agent).datasrcs, request.head, {address, request.datasrcIndex},
+        [&](const auto &entry) {
             rmonrpc_nde_datasrc_t row = datasrc_record(entry.first, entry.second);
-            put_text(row.deviceName, agent.nde.devices[entry.first.first].name);
+            put_text(row.deviceName, storage<nde_tables>(agent).devices[entry.first.first].name);
             return row;
         });
 }
 
 int32_t nde_datasrc_set(probe &agent, const rmonrpc_nde_datasrc_t &request)
 {
-    nde_tables &tables = agent.nde;
+    nde_tables &tables = storage<nde_tables>(agent);
     const auto address = address_of(request.head);
     if (!address)
         return bad_value;
@@ -179,15 +181,16 @@ int32_t nde_datasrc_set(probe &agent, const rmonrpc_nde_datasrc_t &request)
 
 void save_nde_datasrcs(probe &agent, state_writer &writer)
 {
-    for (const auto &[key, name] : agent.nde.datasrcs)
+    for (const auto &[key, name] : storage<nde_tables>(agent).datasrcs)
         write_record(writer, datasrc_record(key, name));
 }
 
 void load_nde_datasrc(probe &agent, const rmonrpc_nde_datasrc_t &kept)
 {
     const auto address = address_of(kept.head);
-    if (address && agent.nde.devices.contains(*address) && agent.nde.datasrcs.size() < most_datasrcs)
-        agent.nde.datasrcs[{*address, kept.datasrcIndex}] = text_in(kept.datasrcName);
+    if (address && storage<nde_tables>(agent).devices.contains(*address)
+        && storage<nde_tables>(agent).datasrcs.size() < most_datasrcs)
+        storage<nde_tables>(agent).datasrcs[{*address, kept.datasrcIndex}] = text_in(kept.datasrcName);
 }
 
 /* ---- flow paths --------------------------------------------------------------------------- */
@@ -196,17 +199,17 @@ rmonrpc_nde_flow_path_arr_t nde_flow_path_get(probe &agent, const rmonrpc_nde_fl
 {
     const nde_address address = address_of(request.head).value_or(nde_address{});
     return rows_for<rmonrpc_nde_flow_path_t>(
-        agent.nde.paths, request.head,
+        storage<nde_tables>(agent).paths, request.head,
         {address, request.datasrcIndex, request.inputIndex, request.outputIndex}, [&](const auto &entry) {
             rmonrpc_nde_flow_path_t row = path_record(entry);
-            put_text(row.deviceName, agent.nde.devices[std::get<0>(entry)].name);
+            put_text(row.deviceName, storage<nde_tables>(agent).devices[std::get<0>(entry)].name);
             return row;
         });
 }
 
 int32_t nde_flow_path_set(probe &agent, const rmonrpc_nde_flow_path_t &request)
 {
-    nde_tables &tables = agent.nde;
+    nde_tables &tables = storage<nde_tables>(agent);
     const auto address = address_of(request.head);
     if (!address)
         return bad_value;
@@ -226,9 +229,33 @@ int32_t nde_flow_path_set(probe &agent, const rmonrpc_nde_flow_path_t &request)
 
 void save_nde_paths(probe &agent, state_writer &writer)
 {
-    for (const nde_path_key &key : agent.nde.paths) {
+    for (const nde_path_key &key : storage<nde_tables>(agent).paths) {
         rmonrpc_nde_flow_path_t record = path_record(key);
         record.head.operation = NDE_SET;
         write_record(writer, record);
     }
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<nde_device_get>(nde_device_get_1),       serve_set<nde_device_set>(nde_device_set_1),
+    serve<nde_datasrc_get>(nde_datasrc_get_1),     serve_set<nde_datasrc_set>(nde_datasrc_set_1),
+    serve<nde_flow_path_get>(nde_flow_path_get_1), serve_set<nde_flow_path_set>(nde_flow_path_set_1),
+};
+
+constexpr state_part kept[] = {
+    keep<save_nde_devices, nde_device_set>("ndeDevice"),
+    keep<save_nde_datasrcs, load_nde_datasrc>("ndeDatasrc"),
+    keep<save_nde_paths, nde_flow_path_set>("ndeFlowPath"),
+};
+
+} // namespace
+
+extern const family nde_family = {
+    .name = "nde",
+    .procedures = procedures,
+    .kept = kept,
+};

@@ -1,8 +1,7 @@
 #include "agent/nde/netflow.h"
 
-#include "agent/capture/probe.h"
+#include "agent/capture/family.h"
 #include "agent/core/reply.h"
-#include "agent/core/state.h"
 #include "agent/core/read_rows.h"
 
 #include <algorithm>
@@ -80,7 +79,7 @@ nde_address address_from(const sockaddr_storage &from)
 
 void learn(probe &agent, const nde_address &from, std::span<const uint8_t> packet)
 {
-    netflow_learning &learning = agent.netflow;
+    netflow_learning &learning = storage<netflow_learning>(agent);
     const auto found = learning.devices.find(from);
     const bool known = found != learning.devices.end();
     // A device is not known before a packet of its made sense.
@@ -105,11 +104,11 @@ void on_packets(void *context, uint32_t)
         sockaddr_storage from{};
         socklen_t from_length = sizeof from;
         const ssize_t size = recvfrom(
-            agent.netflow.socket, packet, sizeof packet, 0, reinterpret_cast<sockaddr *>(&from),
-            &from_length);
+            storage<netflow_learning>(agent).socket, packet, sizeof packet, 0,
+            reinterpret_cast<sockaddr *>(&from), &from_length);
         if (size < 0)
             return;
-        if (agent.netflow.enabled)
+        if (storage<netflow_learning>(agent).enabled)
             learn(agent, address_from(from), {packet, static_cast<std::size_t>(size)});
     }
 }
@@ -148,7 +147,7 @@ std::string open_netflow(probe &agent, const std::string &host, uint16_t port)
     addrinfo *list = nullptr;
     if (const int error = getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &list))
         return what + gai_strerror(error);
-    int &socket = agent.netflow.socket;
+    int &socket = storage<netflow_learning>(agent).socket;
     for (const addrinfo *address = list; address && socket < 0; address = address->ai_next)
         socket = bind_socket(*address);
     const int error = errno;
@@ -157,19 +156,9 @@ std::string open_netflow(probe &agent, const std::string &host, uint16_t port)
         return what + std::strerror(error);
     if (!watch(agent.loop, socket, EPOLLIN, on_packets, &agent))
         return what + std::strerror(errno);
-    agent.netflow.start_time = up_time(agent);
+    storage<netflow_learning>(agent).start_time = up_time(agent);
     std::fprintf(stderr, "rmon-agent: NetFlow packets are taken on port %u\n", unsigned{port_of(socket)});
     return {};
-}
-
-void close_netflow(probe &agent)
-{
-    int &socket = agent.netflow.socket;
-    if (socket < 0)
-        return;
-    unwatch(agent.loop, socket);
-    close(socket);
-    socket = -1;
 }
 
 /* ---- the tables ------------------------------------------------------------------------ */
@@ -180,7 +169,8 @@ rmonrpc_nde_learned_dev_arr_t nde_learned_dev_get(probe &agent, const rmonrpc_nd
     if (!index)
         return {};
     return read_rows<rmonrpc_nde_learned_dev_t>(
-        agent.netflow.devices, *index, request.head.getType, request.head.count, [](const auto &entry) {
+        storage<netflow_learning>(agent).devices, *index, request.head.getType, request.head.count,
+        [](const auto &entry) {
             rmonrpc_nde_learned_dev_t row{};
             set_address(row.head, entry.first);
             row.timeLastNdePkt = entry.second.last_time;
@@ -195,8 +185,8 @@ nde_learned_dev_intf_get(probe &agent, const rmonrpc_nde_learned_dev_intf_t &req
     const auto address = address_of(request.head);
     if (!address)
         return {};
-    const auto device = agent.netflow.devices.find(*address);
-    if (device == agent.netflow.devices.end())
+    const auto device = storage<netflow_learning>(agent).devices.find(*address);
+    if (device == storage<netflow_learning>(agent).devices.end())
         return {};
     return read_rows<rmonrpc_nde_learned_dev_intf_t>(
         device->second.interfaces, request.ifIndex, request.head.getType, request.head.count,
@@ -213,34 +203,69 @@ nde_learned_dev_intf_get(probe &agent, const rmonrpc_nde_learned_dev_intf_t &req
 
 int32_t nde_auto_learned_enable(probe &agent)
 {
-    if (agent.netflow.socket < 0)
+    if (storage<netflow_learning>(agent).socket < 0)
         return gen_err;
-    if (agent.netflow.enabled)
+    if (storage<netflow_learning>(agent).enabled)
         return no_error;
-    agent.netflow.enabled = true;
-    agent.netflow.start_time = up_time(agent);
-    agent.netflow.devices.clear();
+    storage<netflow_learning>(agent).enabled = true;
+    storage<netflow_learning>(agent).start_time = up_time(agent);
+    storage<netflow_learning>(agent).devices.clear();
     return no_error;
 }
 
 int32_t nde_auto_learned_disable(probe &agent)
 {
-    agent.netflow.enabled = false;
+    storage<netflow_learning>(agent).enabled = false;
     return no_error;
 }
 
 rmonrpc_nde_learned_dev_status_t nde_learned_dev_status(probe &agent)
 {
-    const netflow_learning &learning = agent.netflow;
+    const netflow_learning &learning = storage<netflow_learning>(agent);
     return {learning.enabled && learning.socket >= 0, learning.start_time};
 }
 
 void save_learning(probe &agent, state_writer &writer)
 {
-    write_record(writer, rmonrpc_nde_learned_dev_status_t{agent.netflow.enabled, 0});
+    write_record(writer, rmonrpc_nde_learned_dev_status_t{storage<netflow_learning>(agent).enabled, 0});
 }
 
 void load_learning(probe &agent, const rmonrpc_nde_learned_dev_status_t &kept)
 {
-    agent.netflow.enabled = kept.state != 0;
+    storage<netflow_learning>(agent).enabled = kept.state != 0;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+void close_netflow(probe &agent)
+{
+    int &socket = storage<netflow_learning>(agent).socket;
+    if (socket < 0)
+        return;
+    unwatch(agent.loop, socket);
+    close(socket);
+    socket = -1;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<nde_learned_dev_get>(nde_learned_dev_get_1),
+    serve_set<nde_auto_learned_enable>(nde_auto_learned_enable_1),
+    serve_set<nde_auto_learned_disable>(nde_auto_learned_disable_1),
+    serve<nde_learned_dev_status>(nde_learned_dev_status_1),
+    serve<nde_learned_dev_intf_get>(nde_learned_dev_intf_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep<save_learning, load_learning>("ndeLearning"),
+};
+
+} // namespace
+
+extern const family netflow_family = {
+    .name = "netflow",
+    .stop = close_netflow,
+    .procedures = procedures,
+    .kept = kept,
+};

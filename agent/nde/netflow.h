@@ -45,8 +45,6 @@ struct netflow_learning {
 /** Listens for packets; port 0 takes any free one, which is told. An empty text, or what went wrong. */
 std::string open_netflow(probe &agent, const std::string &host, uint16_t port);
 
-void close_netflow(probe &agent);
-
 rmonrpc_nde_learned_dev_arr_t nde_learned_dev_get(probe &agent, const rmonrpc_nde_learned_dev_t &request);
 
 rmonrpc_nde_learned_dev_intf_arr_t

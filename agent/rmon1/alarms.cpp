@@ -1,9 +1,10 @@
 #include "agent/rmon1/alarms.h"
 
+#include "agent/capture/family.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
 #include "agent/core/table.h"
 #include "agent/core/variables.h"
+#include "agent/rmon1/events.h"
 
 #include <algorithm>
 #include <string>
@@ -74,11 +75,10 @@ void sample(probe &agent, alarm_row &row, const variable_reading &now)
 }
 
 /** Samples what is due. The alarm of a variable that is no more goes (RFC 2819). */
-void on_alarm_tick(void *context)
+void on_alarm_tick(probe &agent)
 {
-    auto &agent = *static_cast<probe *>(context);
     const uint32_t now = up_time(agent);
-    for (auto next = agent.alarms.begin(); next != agent.alarms.end();) {
+    for (auto next = storage<alarm_table>(agent).begin(); next != storage<alarm_table>(agent).end();) {
         const auto at = next++;
         alarm_row &row = at->second;
         if (row.status != row_status::valid || !seconds_passed(row.last_sampled, now, row.interval))
@@ -87,7 +87,7 @@ void on_alarm_tick(void *context)
         if (const auto reading = read_variable(agent, row.variable))
             sample(agent, row, *reading);
         else
-            agent.alarms.erase(at);
+            storage<alarm_table>(agent).erase(at);
     }
 }
 
@@ -151,11 +151,6 @@ constexpr row_rules<alarm_row, rmonrpc_alarm_t> rules{nonsense, changes_fixed, a
 
 } // namespace
 
-void start_alarms(probe &agent)
-{
-    every_second(agent.loop, on_alarm_tick, &agent);
-}
-
 void alarm_describe(rmonrpc_alarm_t &record, int32_t index, const alarm_row &row)
 {
     record.alarmIndex = static_cast<uint32_t>(index);
@@ -174,8 +169,8 @@ void alarm_describe(rmonrpc_alarm_t &record, int32_t index, const alarm_row &row
 rmonrpc_alarm_t alarm_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_alarm_t reply{};
-    const auto found = find_row(agent.alarms, key.index, key.getType);
-    if (found == agent.alarms.end()) {
+    const auto found = find_row(storage<alarm_table>(agent), key.index, key.getType);
+    if (found == storage<alarm_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -187,5 +182,35 @@ rmonrpc_alarm_t alarm_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t alarm_set(probe &agent, const rmonrpc_alarm_t &request)
 {
     return set_row(
-        agent, agent.alarms, signed_index(request.alarmIndex), request.alarmStatus, request, rules);
+        agent, storage<alarm_table>(agent), signed_index(request.alarmIndex), request.alarmStatus, request,
+        rules);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<alarm_get>(alarm_get_1),
+    serve_set<alarm_set>(alarm_set_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<alarm_table, alarm_describe, alarm_set, &rmonrpc_alarm_t::alarmStatus>("alarm"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<alarm_get, one_index, &rmonrpc_alarm_t::alarmValue>("1.3.6.1.2.1.16.3.1.1.5"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family alarms_family = {
+    .name = "alarms",
+    .tick = on_alarm_tick,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -33,9 +33,6 @@ struct alarm_row {
 
 using alarm_table = std::map<int32_t, alarm_row>; // by alarmIndex
 
-/** Has variables sampled from now on. */
-void start_alarms(probe &agent);
-
 void alarm_describe(rmonrpc_alarm_t &record, int32_t index, const alarm_row &row);
 
 rmonrpc_alarm_t alarm_get(probe &agent, const rmonrpc_row_key2_t &key);

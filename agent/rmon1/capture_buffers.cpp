@@ -1,8 +1,9 @@
 #include "agent/rmon1/capture_buffers.h"
 
+#include "agent/capture/family.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
 #include "agent/core/table.h"
+#include "agent/rmon1/channels.h"
 
 #include <algorithm>
 #include <cstring>
@@ -18,11 +19,8 @@ constexpr int32_t wrap_when_full = 2;
 constexpr int32_t space_available = 1;
 constexpr int32_t is_full = 2;
 
-/** Octets of a buffer, and how many of them each packet takes besides its own. */
+/** Octets of a buffer. */
 constexpr int32_t most_octets = 4 * 1024 * 1024;
-constexpr uint32_t overhead = 32;
-
-constexpr uint32_t longest_packet = 65535;
 
 /** Each may have all of these octets. */
 constexpr row_limits buffer_rows{first_control_index, last_control_index, 16};
@@ -37,21 +35,6 @@ int64_t microseconds_now()
     timespec now;
     clock_gettime(CLOCK_REALTIME, &now);
     return int64_t{now.tv_sec} * 1000000 + now.tv_nsec / 1000;
-}
-
-void forget_oldest(buffer_work &work)
-{
-    work.used -= work.packets.front().stored + overhead;
-    work.packets.pop_front();
-}
-
-void store(buffer_work &work, const uint8_t *bytes, uint32_t octets)
-{
-    const auto size = static_cast<uint32_t>(work.ring.size());
-    const uint32_t first = std::min(octets, size - work.next);
-    std::memcpy(work.ring.data() + work.next, bytes, first);
-    std::memcpy(work.ring.data(), bytes + first, octets - first);
-    work.next = (work.next + octets) % size;
 }
 
 /* ---- the control table --------------------------------------------------------------------------- */
@@ -87,7 +70,7 @@ void assign(buffer_row &row, const rmonrpc_buffer_ctl_t &request)
 
 int32_t start(probe &agent, buffer_row &row)
 {
-    if (!agent.channels.contains(row.channel))
+    if (!storage<channel_table>(agent).contains(row.channel))
         return bad_value;
     row.work = std::make_shared<buffer_work>();
     row.work->ring.resize(static_cast<std::size_t>(granted(row)));
@@ -108,8 +91,8 @@ constexpr row_rules<buffer_row, rmonrpc_buffer_ctl_t> rules{nonsense, changes_fi
 /** The channel of a buffer, 0 when there is no such buffer. */
 int32_t channel_of(const probe &agent, int32_t buffer)
 {
-    const auto found = agent.buffers.find(buffer);
-    return found == agent.buffers.end() ? 0 : found->second.channel;
+    const auto found = storage<buffer_table>(agent).find(buffer);
+    return found == storage<buffer_table>(agent).end() ? 0 : found->second.channel;
 }
 
 /* ---- the packets ------------------------------------------------------------------------------------ */
@@ -141,64 +124,13 @@ packet_reply(int32_t control, const buffer_row &row, uint32_t index, const captu
 
 } // namespace
 
-void capture_packet(buffer_work &work, const frame &seen, const ether_counters &source)
-{
-    if (work.full && !work.wraps)
-        return;
-    const auto room = static_cast<uint32_t>(work.ring.size());
-    uint32_t octets = work.slice == 0 ? seen.captured : std::min(seen.captured, work.slice);
-    octets = std::min(octets, room > overhead ? room - overhead : 0);
-    while (work.used + octets + overhead > room && work.wraps && !work.packets.empty()) {
-        work.full = true;
-        forget_oldest(work);
-    }
-    if (work.used + octets + overhead > room) {
-        work.full = true;
-        return;
-    }
-    // A capture file's packets are of the past: their buffer counts from the first of them.
-    if (work.last_index == 0)
-        work.turned_on = std::min(work.turned_on, seen.time);
-    const bool lost = work.last_index != 0 && source.drop_events != work.drops;
-    work.drops = source.drop_events;
-    work.packets.push_back(
-        {static_cast<uint32_t>(source.pkts), seen.length, octets, work.next,
-         status_of(seen) | (lost ? after_drops : 0), seen.time});
-    store(work, seen.bytes, octets);
-    work.used += octets + overhead;
-    work.last_index++;
-}
-
-uint32_t captured_octets(const buffer_row &row)
-{
-    return row.capture_slice == 0 ? longest_packet
-                                  : std::min(static_cast<uint32_t>(row.capture_slice), longest_packet);
-}
-
-void copy_packet(
-    const buffer_work &work,
-    const captured_packet &packet,
-    uint32_t offset,
-    uint32_t octets,
-    std::vector<uint8_t> &to)
-{
-    if (offset >= packet.stored)
-        return;
-    octets = std::min(octets, packet.stored - offset);
-    const auto size = static_cast<uint32_t>(work.ring.size());
-    const uint32_t at = (packet.at + offset) % size;
-    const uint32_t first = std::min(octets, size - at);
-    to.insert(to.end(), work.ring.begin() + at, work.ring.begin() + at + first);
-    to.insert(to.end(), work.ring.begin(), work.ring.begin() + (octets - first));
-}
-
 buffer_work *find_buffer(probe &agent, int32_t control)
 {
-    const auto found = agent.buffers.find(control);
-    if (found == agent.buffers.end() || !found->second.work)
+    const auto found = storage<buffer_table>(agent).find(control);
+    if (found == storage<buffer_table>(agent).end() || !found->second.work)
         return nullptr;
-    const auto channel = agent.channels.find(found->second.channel);
-    if (channel != agent.channels.end() && channel->second.work)
+    const auto channel = storage<channel_table>(agent).find(found->second.channel);
+    if (channel != storage<channel_table>(agent).end() && channel->second.work)
         catch_up(agent, channel->second.data_source);
     return found->second.work.get();
 }
@@ -219,8 +151,8 @@ void buffer_ctl_describe(rmonrpc_buffer_ctl_t &record, int32_t index, const buff
 rmonrpc_buffer_ctl_t buffer_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_buffer_ctl_t reply{};
-    const auto found = find_row(agent.buffers, key.index, key.getType);
-    if (found == agent.buffers.end()) {
+    const auto found = find_row(storage<buffer_table>(agent), key.index, key.getType);
+    if (found == storage<buffer_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -241,8 +173,8 @@ int32_t buffer_ctl_set(probe &agent, const rmonrpc_buffer_ctl_t &request)
     const int32_t index = signed_index(request.bufferControlIndex);
     const int32_t before = channel_of(agent, index);
     find_buffer(agent, index); // what arrived before belongs to the buffer as it was
-    const int32_t error =
-        set_row(agent, agent.buffers, index, request.bufferControlStatus, request, rules, buffer_rows);
+    const int32_t error = set_row(
+        agent, storage<buffer_table>(agent), index, request.bufferControlStatus, request, rules, buffer_rows);
     if (error != no_error)
         return error;
     refresh_channel(agent, before);
@@ -256,7 +188,8 @@ rmonrpc_capturebuf_t capture_buf_get(probe &agent, const rmonrpc_row_key3_t &key
     none.status = no_such_name;
     if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
         return none;
-    for (auto at = agent.buffers.lower_bound(key.index1); at != agent.buffers.end(); ++at) {
+    for (auto at = storage<buffer_table>(agent).lower_bound(key.index1);
+         at != storage<buffer_table>(agent).end(); ++at) {
         const bool asked = at->first == key.index1;
         if (key.getType == GET && !asked)
             break;
@@ -277,3 +210,36 @@ rmonrpc_capturebuf_t capture_buf_get(probe &agent, const rmonrpc_row_key3_t &key
     }
     return none;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<buffer_ctl_get>(buffer_ctl_get_1),
+    serve_set<buffer_ctl_set>(buffer_ctl_set_1),
+    serve<capture_buf_get>(capture_buf_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<buffer_table, buffer_ctl_describe, buffer_ctl_set, &rmonrpc_buffer_ctl_t::bufferControlStatus>(
+        "buffer"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlFullStatus>("1.3.6.1.2.1.16.8.1.1.3"),
+    gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlMaxOctetsGranted>("1.3.6.1.2.1.16.8.1.1.9"),
+    gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlCapturedPackets>("1.3.6.1.2.1.16.8.1.1.10"),
+    gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlTurnOnTime>("1.3.6.1.2.1.16.8.1.1.11"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family capture_buffers_family = {
+    .name = "capture_buffers",
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

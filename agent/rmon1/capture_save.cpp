@@ -1,7 +1,8 @@
 #include "agent/rmon1/capture_save.h"
 
+#include "agent/capture/family.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
+#include "agent/rmon1/capture_buffers.h"
 
 #include <algorithm>
 #include <cctype>
@@ -128,30 +129,48 @@ std::string open_captures(probe &agent, const std::string &directory)
 {
     if (mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST)
         return "cannot make " + directory + ": " + std::strerror(errno);
-    agent.captures = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (agent.captures < 0)
+    storage<capture_directory>(agent).descriptor =
+        open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (storage<capture_directory>(agent).descriptor < 0)
         return "cannot open " + directory + ": " + std::strerror(errno);
     return {};
-}
-
-void close_captures(probe &agent)
-{
-    if (agent.captures >= 0)
-        close(agent.captures);
-    agent.captures = -1;
 }
 
 rmonrpc_capture_save_result_t capture_save_file(probe &agent, const rmonrpc_capture_save_key_t &key)
 {
     const std::string name = capture_file_name(text_of(key.fileName));
     const buffer_work *work = find_buffer(agent, signed_index(key.saveValue1));
-    if (agent.captures < 0 || name.empty() || key.saveOption != 0 || !work)
+    if (storage<capture_directory>(agent).descriptor < 0 || name.empty() || key.saveOption != 0 || !work)
         return {};
     const int64_t newest = work->last_index;
     const int64_t oldest = newest - std::ssize(work->packets) + 1;
     const int64_t first = std::max<int64_t>(key.saveValue2, oldest);
     const int64_t last = key.saveValue3 == 0 ? newest : std::min<int64_t>(key.saveValue3, newest);
-    if (first > last || !has_room(agent.captures, name) || !save(agent.captures, name, *work, first, last))
+    if (first > last || !has_room(storage<capture_directory>(agent).descriptor, name)
+        || !save(storage<capture_directory>(agent).descriptor, name, *work, first, last))
         return {};
     return {static_cast<uint32_t>(last), static_cast<uint32_t>(last - first + 1)};
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+void close_captures(probe &agent)
+{
+    if (storage<capture_directory>(agent).descriptor >= 0)
+        close(storage<capture_directory>(agent).descriptor);
+    storage<capture_directory>(agent).descriptor = -1;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<capture_save_file>(capture_save_file_1),
+};
+
+} // namespace
+
+extern const family capture_save_family = {
+    .name = "capture_save",
+    .stop = close_captures,
+    .procedures = procedures,
+};

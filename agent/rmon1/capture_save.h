@@ -14,12 +14,16 @@
 
 struct probe;
 
+/** The directory of --captures. */
+struct capture_directory {
+    int descriptor = -1;
+};
+
 /** The name of the file for a name that is asked for; empty when nothing is left of it. */
 std::string capture_file_name(std::string_view asked);
 
 /** Opens the directory, which is made when it is not there. An empty text on success, else what is wrong. */
 std::string open_captures(probe &agent, const std::string &directory);
-void close_captures(probe &agent);
 
 /**
  * Saves packets of a buffer in the format of libpcap. saveValue1 is the buffer's

@@ -1,8 +1,10 @@
 #include "agent/rmon1/channels.h"
 
+#include "agent/capture/family.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
 #include "agent/core/table.h"
+#include "agent/rmon1/capture_ring.h"
+#include "agent/rmon1/events.h"
 
 #include <algorithm>
 
@@ -109,22 +111,22 @@ constexpr row_rules<channel_row, rmonrpc_channel_t> rules{nonsense, changes_fixe
 
 void refresh_channel(probe &agent, int32_t index)
 {
-    const auto found = agent.channels.find(index);
-    if (found == agent.channels.end() || !found->second.work)
+    const auto found = storage<channel_table>(agent).find(index);
+    if (found == storage<channel_table>(agent).end() || !found->second.work)
         return;
     channel_row &row = found->second;
     channel_work &work = *row.work;
     catch_up(agent, row.data_source); // what arrived before is for what was there before
     uint32_t octets = usual_octets;
     work.filters.clear();
-    for (const auto &[filter, settings] : agent.filters) {
+    for (const auto &[filter, settings] : storage<filter_table>(agent)) {
         if (settings.channel != index || settings.status != row_status::valid)
             continue;
         work.filters.push_back(settings);
         octets = std::max(octets, filter_octets(settings));
     }
     work.buffers.clear();
-    for (const auto &[buffer, settings] : agent.buffers) {
+    for (const auto &[buffer, settings] : storage<buffer_table>(agent)) {
         if (settings.channel != index || !settings.work)
             continue;
         work.buffers.push_back(settings.work);
@@ -136,21 +138,9 @@ void refresh_channel(probe &agent, int32_t index)
     work.octets = octets;
 }
 
-void channels_hear_event(probe &agent, uint32_t event)
-{
-    for (auto &[index, row] : agent.channels) {
-        if (row.status != row_status::valid)
-            continue;
-        if (row.turn_on_event == event)
-            row.data_control = turned_on;
-        if (row.turn_off_event == event)
-            row.data_control = turned_off;
-    }
-}
-
 void channels_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.channels, index, rules);
+    remove_rows_on(agent, storage<channel_table>(agent), index, rules);
 }
 
 void channel_describe(rmonrpc_channel_t &record, int32_t index, const channel_row &row)
@@ -171,8 +161,8 @@ void channel_describe(rmonrpc_channel_t &record, int32_t index, const channel_ro
 rmonrpc_channel_t channel_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_channel_t reply{};
-    const auto found = find_row(agent.channels, key.index, key.getType);
-    if (found == agent.channels.end()) {
+    const auto found = find_row(storage<channel_table>(agent), key.index, key.getType);
+    if (found == storage<channel_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -191,8 +181,57 @@ rmonrpc_channel_t channel_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t channel_set(probe &agent, const rmonrpc_channel_t &request)
 {
     const int32_t index = signed_index(request.channelIndex);
-    const int32_t error = set_row(agent, agent.channels, index, request.channelStatus, request, rules);
+    const int32_t error =
+        set_row(agent, storage<channel_table>(agent), index, request.channelStatus, request, rules);
     if (error == no_error)
         refresh_channel(agent, index);
     return error;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+/** Turns on and off the channels that wait for an event. */
+void channels_hear_event(probe &agent, uint32_t event)
+{
+    for (auto &[index, row] : storage<channel_table>(agent)) {
+        if (row.status != row_status::valid)
+            continue;
+        if (row.turn_on_event == event)
+            row.data_control = turned_on;
+        if (row.turn_off_event == event)
+            row.data_control = turned_off;
+    }
+}
+
+void start_channels(probe &agent)
+{
+    storage<event_listeners>(agent).push_back(channels_hear_event);
+}
+
+constexpr served_procedure procedures[] = {
+    serve<channel_get>(channel_get_1),
+    serve_set<channel_set>(channel_set_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<channel_table, channel_describe, channel_set, &rmonrpc_channel_t::channelStatus>("channel"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<channel_get, one_index, &rmonrpc_channel_t::channelMatches>("1.3.6.1.2.1.16.7.2.1.9"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family channels_family = {
+    .name = "channels",
+    .start = start_channels,
+    .interface_gone = channels_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -5,7 +5,7 @@
  */
 #pragma once
 
-#include "agent/rmon1/filters.h"
+#include "agent/rmon1/filter_match.h"
 #include "agent/core/row_status.h"
 
 #include "rmon/rpc/rmonrpc_rmon1.h"
@@ -50,9 +50,6 @@ using channel_table = std::map<int32_t, channel_row>; // by channelIndex
 
 /** Takes over what became of a channel's filters and buffers. No such channel: nothing. */
 void refresh_channel(probe &agent, int32_t index);
-
-/** An event happened: turns on and off the channels that wait for it. */
-void channels_hear_event(probe &agent, uint32_t event);
 
 void channels_interface_gone(probe &agent, int32_t index);
 void channel_describe(rmonrpc_channel_t &record, int32_t index, const channel_row &row);

@@ -1,6 +1,6 @@
 #include "agent/rmon1/etherstats.h"
 
-#include "agent/capture/probe.h"
+#include "agent/capture/family.h"
 #include "agent/core/table.h"
 
 namespace {
@@ -74,13 +74,13 @@ void start_etherstats(probe &agent)
         if (start(agent, row) != no_error)
             continue;
         row.status = row_status::valid;
-        agent.etherstats.emplace(index, std::move(row));
+        storage<etherstats_table>(agent).emplace(index, std::move(row));
     }
 }
 
 void etherstats_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.etherstats, index, rules);
+    remove_rows_on(agent, storage<etherstats_table>(agent), index, rules);
 }
 
 void etherstats_describe(rmonrpc_etherstats_t &record, int32_t index, const etherstats_row &row)
@@ -94,8 +94,8 @@ void etherstats_describe(rmonrpc_etherstats_t &record, int32_t index, const ethe
 rmonrpc_etherstats_t etherstats_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_etherstats_t reply{};
-    const auto found = find_row(agent.etherstats, key.index, key.getType);
-    if (found == agent.etherstats.end()) {
+    const auto found = find_row(storage<etherstats_table>(agent), key.index, key.getType);
+    if (found == storage<etherstats_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -112,5 +112,54 @@ rmonrpc_etherstats_t etherstats_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t etherstats_set(probe &agent, const rmonrpc_etherstats_t &request)
 {
     return set_row(
-        agent, agent.etherstats, request.etherStatsIndex, request.etherStatsStatus, request, rules);
+        agent, storage<etherstats_table>(agent), request.etherStatsIndex, request.etherStatsStatus, request,
+        rules);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<etherstats_get>(etherstats_get_1),
+    serve_set<etherstats_set>(etherstats_set_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<etherstats_table, etherstats_describe, etherstats_set, &rmonrpc_etherstats_t::etherStatsStatus>(
+        "etherStats"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsIndex>("1.3.6.1.2.1.16.1.1.1.1"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsDropEvents>("1.3.6.1.2.1.16.1.1.1.3"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsOctets>("1.3.6.1.2.1.16.1.1.1.4"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts>("1.3.6.1.2.1.16.1.1.1.5"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsBroadcastPkts>("1.3.6.1.2.1.16.1.1.1.6"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsMulticastPkts>("1.3.6.1.2.1.16.1.1.1.7"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsCRCAlignErrors>("1.3.6.1.2.1.16.1.1.1.8"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsUndersizePkts>("1.3.6.1.2.1.16.1.1.1.9"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsOversizePkts>("1.3.6.1.2.1.16.1.1.1.10"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsFragments>("1.3.6.1.2.1.16.1.1.1.11"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsJabbers>("1.3.6.1.2.1.16.1.1.1.12"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsCollisions>("1.3.6.1.2.1.16.1.1.1.13"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts64Octets>("1.3.6.1.2.1.16.1.1.1.14"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts65to127Octets>("1.3.6.1.2.1.16.1.1.1.15"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts128to255Octets>("1.3.6.1.2.1.16.1.1.1.16"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts256to511Octets>("1.3.6.1.2.1.16.1.1.1.17"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts512to1023Octets>("1.3.6.1.2.1.16.1.1.1.18"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts1024to1518Octets>("1.3.6.1.2.1.16.1.1.1.19"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family etherstats_family = {
+    .name = "etherstats",
+    .start = start_etherstats,
+    .interface_gone = etherstats_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -1,7 +1,7 @@
 #include "agent/rmon1/events.h"
 
+#include "agent/capture/family.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
 #include "agent/core/table.h"
 
 #include <algorithm>
@@ -81,15 +81,16 @@ constexpr row_rules<event_row, rmonrpc_event_t> rules{nonsense, changes_fixed, a
 
 void fire_event(probe &agent, uint32_t index, std::string_view what)
 {
-    const auto found = agent.events.find(signed_index(index));
-    if (found == agent.events.end() || found->second.status != row_status::valid)
+    const auto found = storage<event_table>(agent).find(signed_index(index));
+    if (found == storage<event_table>(agent).end() || found->second.status != row_status::valid)
         return;
     event_row &row = found->second;
     const uint32_t now = up_time(agent);
     row.last_time_sent = now;
     if (row.type == logs || row.type == logs_and_sends_trap)
         write_log(row, now, what);
-    channels_hear_event(agent, index);
+    for (const event_listener hear : storage<event_listeners>(agent))
+        hear(agent, index);
 }
 
 void event_describe(rmonrpc_event_t &record, int32_t index, const event_row &row)
@@ -105,8 +106,8 @@ void event_describe(rmonrpc_event_t &record, int32_t index, const event_row &row
 rmonrpc_event_t event_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_event_t reply{};
-    const auto found = find_row(agent.events, key.index, key.getType);
-    if (found == agent.events.end()) {
+    const auto found = find_row(storage<event_table>(agent), key.index, key.getType);
+    if (found == storage<event_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -118,8 +119,8 @@ rmonrpc_event_t event_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t event_set(probe &agent, const rmonrpc_event_t &request)
 {
     return set_row(
-        agent, agent.events, signed_index(request.eventIndex), request.eventStatus, request, rules,
-        event_rows);
+        agent, storage<event_table>(agent), signed_index(request.eventIndex), request.eventStatus, request,
+        rules, event_rows);
 }
 
 rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key)
@@ -128,7 +129,8 @@ rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key)
     reply.status = no_such_name;
     if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
         return reply;
-    for (auto at = agent.events.lower_bound(key.index1); at != agent.events.end(); ++at) {
+    for (auto at = storage<event_table>(agent).lower_bound(key.index1);
+         at != storage<event_table>(agent).end(); ++at) {
         const bool asked = at->first == key.index1;
         if (key.getType == GET && !asked)
             break;
@@ -151,3 +153,33 @@ rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key)
     }
     return reply;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<event_get>(event_get_1),
+    serve_set<event_set>(event_set_1),
+    serve<log_get>(log_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<event_table, event_describe, event_set, &rmonrpc_event_t::eventStatus>("event"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<event_get, one_index, &rmonrpc_event_t::eventLastTimeSent>("1.3.6.1.2.1.16.9.1.1.5"),
+    gauge<log_get, two_short_indexes, &rmonrpc_log_t::logTime>("1.3.6.1.2.1.16.9.2.1.3"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family events_family = {
+    .name = "events",
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

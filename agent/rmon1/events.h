@@ -15,6 +15,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct probe;
 
@@ -35,6 +36,10 @@ struct event_row {
 };
 
 using event_table = std::map<int32_t, event_row>; // by eventIndex
+
+/** Told of each event that happens. */
+using event_listener = void (*)(probe &agent, uint32_t event);
+using event_listeners = std::vector<event_listener>;
 
 /** An event happens, if there is a valid one of this index. What tells why, for the log. */
 void fire_event(probe &agent, uint32_t index, std::string_view what);

@@ -1,7 +1,7 @@
 #include "agent/rmon1/history.h"
 
+#include "agent/capture/family.h"
 #include "agent/core/bulk.h"
-#include "agent/capture/probe.h"
 #include "agent/core/table.h"
 
 #include <algorithm>
@@ -107,11 +107,10 @@ void take_sample(probe &agent, history_row &row, uint32_t now)
  * Samples are taken on the tick, so an interval lasts whole ticks; the first
  * one of a row begins with the row and lasts up to the tick behind its end.
  */
-void on_history_tick(void *context)
+void on_history_tick(probe &agent)
 {
-    auto &agent = *static_cast<probe *>(context);
     const uint32_t now = up_time(agent);
-    for (auto &[index, row] : agent.history)
+    for (auto &[index, row] : storage<history_table>(agent))
         if (row.status == row_status::valid
             && seconds_passed(row.began, now, static_cast<uint32_t>(row.interval)))
             take_sample(agent, row, now);
@@ -162,11 +161,10 @@ void append_samples(
 
 void start_history(probe &agent)
 {
-    every_second(agent.loop, on_history_tick, &agent);
     int32_t next = first_control_index;
     for (const auto &[index, link] : agent.interfaces.rows) {
         for (const int32_t interval : own_intervals) {
-            if (!is_ethernet_like(link) || agent.history.size() >= history_rows.most)
+            if (!is_ethernet_like(link) || storage<history_table>(agent).size() >= history_rows.most)
                 continue;
             history_row row;
             row.data_source = index;
@@ -176,14 +174,14 @@ void start_history(probe &agent)
             if (start(agent, row) != no_error)
                 continue;
             row.status = row_status::valid;
-            agent.history.emplace(next++, std::move(row));
+            storage<history_table>(agent).emplace(next++, std::move(row));
         }
     }
 }
 
 void history_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.history, index, rules);
+    remove_rows_on(agent, storage<history_table>(agent), index, rules);
 }
 
 void history_ctl_describe(rmonrpc_history_ctl_t &record, int32_t index, const history_row &row)
@@ -199,8 +197,8 @@ void history_ctl_describe(rmonrpc_history_ctl_t &record, int32_t index, const hi
 rmonrpc_history_ctl_t history_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_history_ctl_t reply{};
-    const auto found = find_row(agent.history, key.index, key.getType);
-    if (found == agent.history.end()) {
+    const auto found = find_row(storage<history_table>(agent), key.index, key.getType);
+    if (found == storage<history_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -212,20 +210,21 @@ rmonrpc_history_ctl_t history_ctl_get(probe &agent, const rmonrpc_row_key2_t &ke
 int32_t history_ctl_set(probe &agent, const rmonrpc_history_ctl_t &request)
 {
     return set_row(
-        agent, agent.history, request.historyControlIndex, request.historyControlStatus, request, rules,
-        history_rows);
+        agent, storage<history_table>(agent), request.historyControlIndex, request.historyControlStatus,
+        request, rules, history_rows);
 }
 
 rmonrpc_etherhistory_arr_t etherhistory_get(probe &agent, const rmonrpc_row_key4_t &key)
 {
     std::vector<rmonrpc_etherhistory_t> rows;
     if (key.getType == GET) {
-        const auto found = agent.history.find(key.index1);
-        if (found != agent.history.end() && key.index2 >= first_index(found->second))
+        const auto found = storage<history_table>(agent).find(key.index1);
+        if (found != storage<history_table>(agent).end() && key.index2 >= first_index(found->second))
             append_samples(key.index1, found->second, key.index2, 1, rows);
     } else if (key.getType == GETNEXT || key.getType == GETBULK) {
         const std::size_t wanted = rows_wanted(key.getType, key.count);
-        for (auto at = agent.history.lower_bound(key.index1); at != agent.history.end(); ++at) {
+        for (auto at = storage<history_table>(agent).lower_bound(key.index1);
+             at != storage<history_table>(agent).end(); ++at) {
             const int32_t after = at->first == key.index1 ? key.index2 : 0;
             if (after < INT32_MAX)
                 append_samples(at->first, at->second, after + 1, wanted, rows);
@@ -233,3 +232,52 @@ rmonrpc_etherhistory_arr_t etherhistory_get(probe &agent, const rmonrpc_row_key4
     }
     return reply_rows(rows);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<history_ctl_get>(history_ctl_get_1),
+    serve_set<history_ctl_set>(history_ctl_set_1),
+    serve<etherhistory_get>(etherhistory_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<
+        history_table,
+        history_ctl_describe,
+        history_ctl_set,
+        &rmonrpc_history_ctl_t::historyControlStatus>("history"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<history_ctl_get, one_index, &rmonrpc_history_ctl_t::historyControlBucketsGranted>("1.3.6.1.2.1.16.2.1.1.4"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryIntervalStart>("1.3.6.1.2.1.16.2.2.1.3"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryDropEvents>("1.3.6.1.2.1.16.2.2.1.4"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryOctets>("1.3.6.1.2.1.16.2.2.1.5"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryPkts>("1.3.6.1.2.1.16.2.2.1.6"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryBroadcastPkts>("1.3.6.1.2.1.16.2.2.1.7"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryMulticastPkts>("1.3.6.1.2.1.16.2.2.1.8"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryCRCAlignErrors>("1.3.6.1.2.1.16.2.2.1.9"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryUndersizePkts>("1.3.6.1.2.1.16.2.2.1.10"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryOversizePkts>("1.3.6.1.2.1.16.2.2.1.11"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryFragments>("1.3.6.1.2.1.16.2.2.1.12"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryJabbers>("1.3.6.1.2.1.16.2.2.1.13"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryCollisions>("1.3.6.1.2.1.16.2.2.1.14"),
+    gauge<etherhistory_get, two_indexes, &rmonrpc_etherhistory_t::etherHistoryUtilization>("1.3.6.1.2.1.16.2.2.1.15"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family history_family = {
+    .name = "history",
+    .start = start_history,
+    .tick = on_history_tick,
+    .interface_gone = history_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

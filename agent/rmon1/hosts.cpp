@@ -1,8 +1,8 @@
 #include "agent/rmon1/hosts.h"
 
+#include "agent/capture/family.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
 
 #include <algorithm>
 #include <numeric>
@@ -143,8 +143,8 @@ rmonrpc_hosttime_t hosttime_reply(int32_t control, host_work &work, const host_e
 
 host_work *find_hosts(probe &agent, int32_t control)
 {
-    const auto found = agent.hosts.find(control);
-    if (found == agent.hosts.end() || !found->second.work)
+    const auto found = storage<host_table>(agent).find(control);
+    if (found == storage<host_table>(agent).end() || !found->second.work)
         return nullptr;
     catch_up(agent, found->second.data_source);
     return found->second.work.get();
@@ -152,7 +152,7 @@ host_work *find_hosts(probe &agent, int32_t control)
 
 void hosts_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.hosts, index, rules);
+    remove_rows_on(agent, storage<host_table>(agent), index, rules);
 }
 
 void host_ctl_describe(rmonrpc_host_ctl_t &record, int32_t index, const host_control &row)
@@ -166,8 +166,8 @@ void host_ctl_describe(rmonrpc_host_ctl_t &record, int32_t index, const host_con
 rmonrpc_host_ctl_t host_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_host_ctl_t reply{};
-    const auto found = find_row(agent.hosts, key.index, key.getType);
-    if (found == agent.hosts.end()) {
+    const auto found = find_row(storage<host_table>(agent), key.index, key.getType);
+    if (found == storage<host_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -182,8 +182,8 @@ rmonrpc_host_ctl_t host_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t host_ctl_set(probe &agent, const rmonrpc_host_ctl_t &request)
 {
     return set_row(
-        agent, agent.hosts, request.hostControlIndex, request.hostControlStatus, request, rules,
-        learning_rows);
+        agent, storage<host_table>(agent), request.hostControlIndex, request.hostControlStatus, request,
+        rules, learning_rows);
 }
 
 rmonrpc_host_arr_t host_get(probe &agent, const rmonrpc_host_key_t &key)
@@ -201,14 +201,14 @@ rmonrpc_host_arr_t host_get(probe &agent, const rmonrpc_host_key_t &key)
     if (wanted == 0 || (key.getType != GETNEXT && key.getType != GETBULK))
         return {};
     visit_after(
-        agent.hosts, key.hostIndex, address,
+        storage<host_table>(agent), key.hostIndex, address,
         [&](host_control &row) {
             catch_up(agent, row.data_source);
             return row.work ? &row.work->learned : nullptr;
         },
         [](host_control &row) -> ordered_view & { return row.work->by_address; }, std::ranges::less{},
         [&](int32_t control, const host_entry &entry) {
-            rows.push_back(host_reply(control, *agent.hosts.at(control).work, entry));
+            rows.push_back(host_reply(control, *storage<host_table>(agent).at(control).work, entry));
             return rows.size() < wanted;
         });
     return reply_rows(rows);
@@ -220,7 +220,8 @@ rmonrpc_hosttime_arr_t hosttime_get(probe &agent, const rmonrpc_row_key4_t &key)
         return {};
     std::vector<rmonrpc_hosttime_t> rows;
     const std::size_t wanted = rows_wanted(key.getType, key.count);
-    for (auto at = agent.hosts.lower_bound(key.index1); at != agent.hosts.end(); ++at) {
+    for (auto at = storage<host_table>(agent).lower_bound(key.index1); at != storage<host_table>(agent).end();
+         ++at) {
         const bool asked = at->first == key.index1;
         if (key.getType == GET && !asked)
             break;
@@ -240,3 +241,59 @@ rmonrpc_hosttime_arr_t hosttime_get(probe &agent, const rmonrpc_row_key4_t &key)
     }
     return reply_rows(rows);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+rmonrpc_host_key_t host_index(instance_reader &from)
+{
+    rmonrpc_host_key_t key{};
+    key.hostIndex = take_index(from);
+    take_octets(from, key.hostAddress);
+    key.getType = GET;
+    return key;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<host_ctl_get>(host_ctl_get_1),
+    serve_set<host_ctl_set>(host_ctl_set_1),
+    serve<host_get>(host_get_1),
+    serve<hosttime_get>(hosttime_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<host_table, host_ctl_describe, host_ctl_set, &rmonrpc_host_ctl_t::hostControlStatus>("host"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<host_ctl_get, one_index, &rmonrpc_host_ctl_t::hostControlTableSize>("1.3.6.1.2.1.16.4.1.1.3"),
+    gauge<host_ctl_get, one_index, &rmonrpc_host_ctl_t::hostControlLastDeleteTime>("1.3.6.1.2.1.16.4.1.1.4"),
+    gauge<host_get, host_index, &rmonrpc_host_t::hostCreationOrder>("1.3.6.1.2.1.16.4.2.1.2"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostInPkts>("1.3.6.1.2.1.16.4.2.1.4"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutPkts>("1.3.6.1.2.1.16.4.2.1.5"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostInOctets>("1.3.6.1.2.1.16.4.2.1.6"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutOctets>("1.3.6.1.2.1.16.4.2.1.7"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutErrors>("1.3.6.1.2.1.16.4.2.1.8"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutBroadcastPkts>("1.3.6.1.2.1.16.4.2.1.9"),
+    counter<host_get, host_index, &rmonrpc_host_t::hostOutMulticastPkts>("1.3.6.1.2.1.16.4.2.1.10"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeInPkts>("1.3.6.1.2.1.16.4.3.1.4"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutPkts>("1.3.6.1.2.1.16.4.3.1.5"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeInOctets>("1.3.6.1.2.1.16.4.3.1.6"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutOctets>("1.3.6.1.2.1.16.4.3.1.7"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutErrors>("1.3.6.1.2.1.16.4.3.1.8"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutBroadcastPkts>("1.3.6.1.2.1.16.4.3.1.9"),
+    counter<hosttime_get, two_indexes, &rmonrpc_hosttime_t::hostTimeOutMulticastPkts>("1.3.6.1.2.1.16.4.3.1.10"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family hosts_family = {
+    .name = "hosts",
+    .interface_gone = hosts_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -1,8 +1,9 @@
 #include "agent/rmon1/hosttopn.h"
 
+#include "agent/capture/family.h"
 #include "agent/core/bulk.h"
-#include "agent/capture/probe.h"
 #include "agent/core/table.h"
+#include "agent/rmon1/hosts.h"
 
 #include <algorithm>
 #include <iterator>
@@ -78,11 +79,10 @@ void end_interval(probe &agent, topn_row &row)
     row.running = false;
 }
 
-void on_topn_tick(void *context)
+void on_topn_tick(probe &agent)
 {
-    auto &agent = *static_cast<probe *>(context);
     const uint32_t now = up_time(agent);
-    for (auto &[index, row] : agent.hosttopn)
+    for (auto &[index, row] : storage<topn_table>(agent))
         if (row.running && seconds_passed(row.start_time, now, static_cast<uint32_t>(row.duration)))
             end_interval(agent, row);
 }
@@ -143,11 +143,6 @@ rmonrpc_hosttopn_t host_reply(int32_t report, int32_t rank, const topn_host &hos
 
 } // namespace
 
-void start_hosttopn(probe &agent)
-{
-    every_second(agent.loop, on_topn_tick, &agent);
-}
-
 void hosttopn_ctl_describe(rmonrpc_hosttopn_ctl_t &record, int32_t index, const topn_row &row)
 {
     record.hostTopNControlIndex = index;
@@ -162,8 +157,8 @@ void hosttopn_ctl_describe(rmonrpc_hosttopn_ctl_t &record, int32_t index, const 
 rmonrpc_hosttopn_ctl_t hosttopn_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_hosttopn_ctl_t reply{};
-    const auto found = find_row(agent.hosttopn, key.index, key.getType);
-    if (found == agent.hosttopn.end()) {
+    const auto found = find_row(storage<topn_table>(agent), key.index, key.getType);
+    if (found == storage<topn_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -179,15 +174,16 @@ rmonrpc_hosttopn_ctl_t hosttopn_ctl_get(probe &agent, const rmonrpc_row_key2_t &
 
 int32_t hosttopn_ctl_set(probe &agent, const rmonrpc_hosttopn_ctl_t &request)
 {
-    const auto before = agent.hosttopn.find(request.hostTopNControlIndex);
-    const bool worked = before != agent.hosttopn.end() && before->second.status == row_status::valid;
+    const auto before = storage<topn_table>(agent).find(request.hostTopNControlIndex);
+    const bool worked =
+        before != storage<topn_table>(agent).end() && before->second.status == row_status::valid;
     const int32_t error = set_row(
-        agent, agent.hosttopn, request.hostTopNControlIndex, request.hostTopNStatus, request, rules,
-        learning_rows);
+        agent, storage<topn_table>(agent), request.hostTopNControlIndex, request.hostTopNStatus, request,
+        rules, learning_rows);
     if (error != no_error || !worked || request.hostTopNTimeRemaining == 0)
         return error;
-    const auto row = agent.hosttopn.find(request.hostTopNControlIndex);
-    if (row == agent.hosttopn.end() || row->second.status != row_status::valid)
+    const auto row = storage<topn_table>(agent).find(request.hostTopNControlIndex);
+    if (row == storage<topn_table>(agent).end() || row->second.status != row_status::valid)
         return error;
     row->second.duration = request.hostTopNTimeRemaining;
     begin_interval(agent, row->second);
@@ -200,7 +196,8 @@ rmonrpc_hosttopn_arr_t hosttopn_get(probe &agent, const rmonrpc_row_key4_t &key)
         return {};
     std::vector<rmonrpc_hosttopn_t> rows;
     const std::size_t wanted = rows_wanted(key.getType, key.count);
-    for (auto at = agent.hosttopn.lower_bound(key.index1); at != agent.hosttopn.end(); ++at) {
+    for (auto at = storage<topn_table>(agent).lower_bound(key.index1); at != storage<topn_table>(agent).end();
+         ++at) {
         const bool asked = at->first == key.index1;
         if (key.getType == GET && !asked)
             break;
@@ -217,3 +214,38 @@ rmonrpc_hosttopn_arr_t hosttopn_get(probe &agent, const rmonrpc_row_key4_t &key)
     }
     return reply_rows(rows);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<hosttopn_ctl_get>(hosttopn_ctl_get_1),
+    serve_set<hosttopn_ctl_set>(hosttopn_ctl_set_1),
+    serve<hosttopn_get>(hosttopn_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<topn_table, hosttopn_ctl_describe, hosttopn_ctl_set, &rmonrpc_hosttopn_ctl_t::hostTopNStatus>(
+        "hostTopN"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<hosttopn_ctl_get, one_index, &rmonrpc_hosttopn_ctl_t::hostTopNTimeRemaining>("1.3.6.1.2.1.16.5.1.1.4"),
+    gauge<hosttopn_ctl_get, one_index, &rmonrpc_hosttopn_ctl_t::hostTopNDuration>("1.3.6.1.2.1.16.5.1.1.5"),
+    gauge<hosttopn_ctl_get, one_index, &rmonrpc_hosttopn_ctl_t::hostTopNGrantedSize>("1.3.6.1.2.1.16.5.1.1.7"),
+    gauge<hosttopn_ctl_get, one_index, &rmonrpc_hosttopn_ctl_t::hostTopNStartTime>("1.3.6.1.2.1.16.5.1.1.8"),
+    gauge<hosttopn_get, two_indexes, &rmonrpc_hosttopn_t::hostTopNRate>("1.3.6.1.2.1.16.5.2.1.4"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family hosttopn_family = {
+    .name = "hosttopn",
+    .tick = on_topn_tick,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -39,9 +39,6 @@ struct topn_row {
 
 using topn_table = std::map<int32_t, topn_row>; // by hostTopNControlIndex
 
-/** Has reports made from now on. */
-void start_hosttopn(probe &agent);
-
 void hosttopn_ctl_describe(rmonrpc_hosttopn_ctl_t &record, int32_t index, const topn_row &row);
 
 rmonrpc_hosttopn_ctl_t hosttopn_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);

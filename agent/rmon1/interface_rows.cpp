@@ -1,6 +1,6 @@
 #include "agent/rmon1/interface_rows.h"
 
-#include "agent/capture/probe.h"
+#include "agent/capture/family.h"
 #include "agent/core/reply.h"
 #include "agent/core/table.h"
 
@@ -70,7 +70,7 @@ uint32_t source_type_of(const interface &link)
 }
 
 /** A Counter32: the counter modulo 2^32. */
-uint32_t counter(uint64_t value)
+uint32_t counter_32(uint64_t value)
 {
     return static_cast<uint32_t>(value);
 }
@@ -83,15 +83,15 @@ uint32_t counter(uint64_t value)
  */
 void fill_counters(rmonrpc_ifentry_t &row, const link_counters &kernel)
 {
-    row.ifInOctets = counter(kernel.rx_bytes);
-    row.ifInUcastPkts = counter(kernel.rx_packets - kernel.multicast);
-    row.ifInNUcastPkts = counter(kernel.multicast);
-    row.ifInDiscards = counter(kernel.rx_dropped + kernel.rx_missed_errors);
-    row.ifInErrors = counter(kernel.rx_errors);
-    row.ifOutOctets = counter(kernel.tx_bytes);
-    row.ifOutUcastPkts = counter(kernel.tx_packets);
-    row.ifOutDiscards = counter(kernel.tx_dropped);
-    row.ifOutErrors = counter(kernel.tx_errors);
+    row.ifInOctets = counter_32(kernel.rx_bytes);
+    row.ifInUcastPkts = counter_32(kernel.rx_packets - kernel.multicast);
+    row.ifInNUcastPkts = counter_32(kernel.multicast);
+    row.ifInDiscards = counter_32(kernel.rx_dropped + kernel.rx_missed_errors);
+    row.ifInErrors = counter_32(kernel.rx_errors);
+    row.ifOutOctets = counter_32(kernel.tx_bytes);
+    row.ifOutUcastPkts = counter_32(kernel.tx_packets);
+    row.ifOutDiscards = counter_32(kernel.tx_dropped);
+    row.ifOutErrors = counter_32(kernel.tx_errors);
 }
 
 } // namespace
@@ -127,3 +127,43 @@ rmonrpc_ifentry_t ifentry_get(probe &agent, const rmonrpc_row_key2_t &key)
     row.dsrcVlan = link->vlan;
     return row;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<ifentry_get>(ifentry_get_1),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifIndex>("1.3.6.1.2.1.2.2.1.1"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifType>("1.3.6.1.2.1.2.2.1.3"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifMtu>("1.3.6.1.2.1.2.2.1.4"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifSpeed>("1.3.6.1.2.1.2.2.1.5"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifAdminStatus>("1.3.6.1.2.1.2.2.1.7"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOperStatus>("1.3.6.1.2.1.2.2.1.8"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifLastChange>("1.3.6.1.2.1.2.2.1.9"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInOctets>("1.3.6.1.2.1.2.2.1.10"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInUcastPkts>("1.3.6.1.2.1.2.2.1.11"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInNUcastPkts>("1.3.6.1.2.1.2.2.1.12"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInDiscards>("1.3.6.1.2.1.2.2.1.13"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInErrors>("1.3.6.1.2.1.2.2.1.14"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifInUnknownProtos>("1.3.6.1.2.1.2.2.1.15"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutOctets>("1.3.6.1.2.1.2.2.1.16"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutUcastPkts>("1.3.6.1.2.1.2.2.1.17"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutNUcastPkts>("1.3.6.1.2.1.2.2.1.18"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutDiscards>("1.3.6.1.2.1.2.2.1.19"),
+    counter<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutErrors>("1.3.6.1.2.1.2.2.1.20"),
+    gauge<ifentry_get, one_index, &rmonrpc_ifentry_t::ifOutQLen>("1.3.6.1.2.1.2.2.1.21"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family interface_rows_family = {
+    .name = "interface_rows",
+    .procedures = procedures,
+    .variables = variables,
+};

@@ -1,8 +1,8 @@
 #include "agent/rmon1/matrix.h"
 
+#include "agent/capture/family.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
 
 #include <tuple>
 
@@ -78,8 +78,8 @@ rmonrpc_matrix_t matrix_reply(int32_t control, const matrix_key &key, const matr
 /** What was counted of a conversation up to this moment, or null. */
 const matrix_counts *find_conversation(probe &agent, int32_t control, const matrix_key &key)
 {
-    const auto found = agent.matrix.find(control);
-    if (found == agent.matrix.end() || !found->second.work)
+    const auto found = storage<matrix_table>(agent).find(control);
+    if (found == storage<matrix_table>(agent).end() || !found->second.work)
         return nullptr;
     catch_up(agent, found->second.data_source);
     auto &learned = found->second.work->learned;
@@ -91,7 +91,7 @@ const matrix_counts *find_conversation(probe &agent, int32_t control, const matr
 
 void matrix_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.matrix, index, rules);
+    remove_rows_on(agent, storage<matrix_table>(agent), index, rules);
 }
 
 void matrix_ctl_describe(rmonrpc_matrix_ctl_t &record, int32_t index, const matrix_control &row)
@@ -105,8 +105,8 @@ void matrix_ctl_describe(rmonrpc_matrix_ctl_t &record, int32_t index, const matr
 rmonrpc_matrix_ctl_t matrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_matrix_ctl_t reply{};
-    const auto found = find_row(agent.matrix, key.index, key.getType);
-    if (found == agent.matrix.end()) {
+    const auto found = find_row(storage<matrix_table>(agent), key.index, key.getType);
+    if (found == storage<matrix_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -122,8 +122,8 @@ rmonrpc_matrix_ctl_t matrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t matrix_ctl_set(probe &agent, const rmonrpc_matrix_ctl_t &request)
 {
     return set_row(
-        agent, agent.matrix, request.matrixControlIndex, request.matrixControlStatus, request, rules,
-        learning_rows);
+        agent, storage<matrix_table>(agent), request.matrixControlIndex, request.matrixControlStatus, request,
+        rules, learning_rows);
 }
 
 rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key)
@@ -141,7 +141,7 @@ rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key)
     if (wanted == 0 || (key.getType != GETNEXT && key.getType != GETBULK))
         return {};
     visit_after(
-        agent.matrix, key.index, wanted_key,
+        storage<matrix_table>(agent), key.index, wanted_key,
         [&](matrix_control &row) {
             catch_up(agent, row.data_source);
             return row.work ? &row.work->learned : nullptr;
@@ -158,3 +158,50 @@ rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key)
         });
     return reply_rows(rows);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+template <int32_t Direction> rmonrpc_matrix_key_t matrix_index(instance_reader &from)
+{
+    rmonrpc_matrix_key_t key{};
+    key.index = take_index(from);
+    take_pair<Direction>(from, key);
+    key.getType = GET;
+    return key;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<matrix_ctl_get>(matrix_ctl_get_1),
+    serve_set<matrix_ctl_set>(matrix_ctl_set_1),
+    serve<matrix_get>(matrix_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<matrix_table, matrix_ctl_describe, matrix_ctl_set, &rmonrpc_matrix_ctl_t::matrixControlStatus>(
+        "matrix"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<matrix_ctl_get, one_index, &rmonrpc_matrix_ctl_t::matrixControlTableSize>("1.3.6.1.2.1.16.6.1.1.3"),
+    gauge<matrix_ctl_get, one_index, &rmonrpc_matrix_ctl_t::matrixControlLastDeleteTime>("1.3.6.1.2.1.16.6.1.1.4"),
+    counter<matrix_get, matrix_index<MATRIX_SD>, &rmonrpc_matrix_t::pkts>("1.3.6.1.2.1.16.6.2.1.4", "matrixSDPkts"),
+    counter<matrix_get, matrix_index<MATRIX_SD>, &rmonrpc_matrix_t::octets>("1.3.6.1.2.1.16.6.2.1.5", "matrixSDOctets"),
+    counter<matrix_get, matrix_index<MATRIX_SD>, &rmonrpc_matrix_t::errors>("1.3.6.1.2.1.16.6.2.1.6", "matrixSDErrors"),
+    counter<matrix_get, matrix_index<MATRIX_DS>, &rmonrpc_matrix_t::pkts>("1.3.6.1.2.1.16.6.3.1.4", "matrixDSPkts"),
+    counter<matrix_get, matrix_index<MATRIX_DS>, &rmonrpc_matrix_t::octets>("1.3.6.1.2.1.16.6.3.1.5", "matrixDSOctets"),
+    counter<matrix_get, matrix_index<MATRIX_DS>, &rmonrpc_matrix_t::errors>("1.3.6.1.2.1.16.6.3.1.6", "matrixDSErrors"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family matrix_family = {
+    .name = "matrix",
+    .interface_gone = matrix_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

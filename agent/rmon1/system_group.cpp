@@ -1,8 +1,7 @@
 #include "agent/rmon1/system_group.h"
 
-#include "agent/capture/probe.h"
+#include "agent/capture/family.h"
 #include "agent/core/reply.h"
-#include "agent/core/state.h"
 
 #include <climits>
 #include <cstdio>
@@ -55,7 +54,7 @@ int32_t services(const probe &agent)
 
 rmonrpc_system_t system_get(probe &agent)
 {
-    const system_texts &texts = agent.system;
+    const system_texts &texts = storage<system_texts>(agent);
     rmonrpc_system_t reply{};
     set_text(reply.sysDescr, describe_host());
     reply.sysUpTime = up_time(agent);
@@ -75,13 +74,13 @@ int32_t system_set(probe &agent, const rmonrpc_system_t &request)
     const std::string_view location = text_of(request.sysLocation);
     if (!is_printable(contact) || !is_printable(name) || !is_printable(location))
         return bad_value;
-    agent.system = {std::string(contact), std::string(name), std::string(location)};
+    storage<system_texts>(agent) = {std::string(contact), std::string(name), std::string(location)};
     return no_error;
 }
 
 void save_system_texts(probe &agent, state_writer &writer)
 {
-    const system_texts &texts = agent.system;
+    const system_texts &texts = storage<system_texts>(agent);
     if (!texts.name)
         return; // nothing was set
     rmonrpc_system_t kept{};
@@ -95,3 +94,39 @@ void load_system_texts(probe &agent, const rmonrpc_system_t &kept)
 {
     system_set(agent, kept);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+/** Does nothing, and so tells that the agent is there. */
+int32_t test(probe &)
+{
+    return 0;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<test>(rmonrpc_test_1),
+    serve<system_get>(system_get_1),
+    serve_set<system_set>(system_set_1),
+};
+
+constexpr state_part kept[] = {
+    keep<save_system_texts, load_system_texts>("system"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    scalar<system_get, &rmonrpc_system_t::sysUpTime, false>("1.3.6.1.2.1.1.3"),
+    scalar<system_get, &rmonrpc_system_t::sysServices, false>("1.3.6.1.2.1.1.7"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family system_group_family = {
+    .name = "system_group",
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

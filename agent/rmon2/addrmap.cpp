@@ -1,11 +1,10 @@
 #include "agent/rmon2/addrmap.h"
 
+#include "agent/capture/family.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
 #include "agent/capture/frame.h"
 #include "agent/rmon2/hl_control.h"
-#include "agent/capture/probe.h"
-#include "agent/core/state.h"
 
 namespace {
 
@@ -39,8 +38,9 @@ void learn_address(
     const protocol *found = find_protocol(agent.protocols, network);
     if (!found || found->address_map != counting::on)
         return;
-    mapped_address *entry =
-        learn(agent.addresses.rows, {key_address_of(address), address.length, network, watch.source, 0});
+    mapped_address *entry = learn(
+        storage<address_map>(agent).rows,
+        {key_address_of(address), address.length, network, watch.source, 0});
     if (!entry || std::memcmp(entry->physical, mac, sizeof entry->physical) == 0)
         return;
     std::memcpy(entry->physical, mac, sizeof entry->physical);
@@ -117,12 +117,12 @@ int32_t start(probe &agent, address_watch_row &row)
 void stop(probe &agent, address_watch_row &row)
 {
     stop_counting<count>(agent, row);
-    for (const auto &[index, other] : agent.address_watches)
+    for (const auto &[index, other] : storage<address_watch_table>(agent))
         if (other.work && other.data_source == row.data_source)
             return;
-    sift_learned(agent.addresses.rows, agent.addresses.rows.most, [&](const mapped_key &key) {
-        return key.source != row.data_source;
-    });
+    sift_learned(
+        storage<address_map>(agent).rows, storage<address_map>(agent).rows.most,
+        [&](const mapped_key &key) { return key.source != row.data_source; });
 }
 
 constexpr row_rules<address_watch_row, rmonrpc_addrmap_ctl_t> rules{
@@ -156,23 +156,24 @@ rmonrpc_addrmap_entry_t answer(uint32_t time_mark, const mapped_key &key, const 
 
 void addrmap_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.address_watches, index, rules);
+    remove_rows_on(agent, storage<address_watch_table>(agent), index, rules);
 }
 
 void addrmap_protocols_changed(probe &agent)
 {
-    sift_learned(agent.addresses.rows, agent.addresses.rows.most, [&](const mapped_key &key) {
-        return is_counted<&protocol::address_map>(agent.protocols, key.network);
-    });
+    sift_learned(
+        storage<address_map>(agent).rows, storage<address_map>(agent).rows.most, [&](const mapped_key &key) {
+            return is_counted<&protocol::address_map>(agent.protocols, key.network);
+        });
 }
 
 rmonrpc_addrmap_scalars_t addrmap_scalars_get(probe &agent)
 {
     catch_up_all(agent);
     rmonrpc_addrmap_scalars_t reply{};
-    reply.addressMapInserts = agent.addresses.rows.inserts;
-    reply.addressMapDeletes = agent.addresses.rows.deletes;
-    reply.addressMapMaxDesiredEntries = agent.addresses.most;
+    reply.addressMapInserts = storage<address_map>(agent).rows.inserts;
+    reply.addressMapDeletes = storage<address_map>(agent).rows.deletes;
+    reply.addressMapMaxDesiredEntries = storage<address_map>(agent).most;
     return reply;
 }
 
@@ -180,9 +181,10 @@ int32_t addrmap_scalars_set(probe &agent, const rmonrpc_addrmap_scalars_t &reque
 {
     if (request.addressMapMaxDesiredEntries < -1)
         return bad_value;
-    agent.addresses.most = request.addressMapMaxDesiredEntries;
+    storage<address_map>(agent).most = request.addressMapMaxDesiredEntries;
     sift_learned(
-        agent.addresses.rows, granted_rows(agent.addresses.most), [](const mapped_key &) { return true; });
+        storage<address_map>(agent).rows, granted_rows(storage<address_map>(agent).most),
+        [](const mapped_key &) { return true; });
     return no_error;
 }
 
@@ -197,7 +199,7 @@ void addrmap_describe(rmonrpc_addrmap_ctl_t &record, int32_t index, const addres
 void save_address_map(probe &agent, state_writer &writer)
 {
     rmonrpc_addrmap_scalars_t record{};
-    record.addressMapMaxDesiredEntries = agent.addresses.most;
+    record.addressMapMaxDesiredEntries = storage<address_map>(agent).most;
     write_record(writer, record);
 }
 
@@ -209,8 +211,8 @@ void load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record)
 rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_addrmap_ctl_t reply{};
-    const auto found = find_row(agent.address_watches, key.index, key.getType);
-    if (found == agent.address_watches.end()) {
+    const auto found = find_row(storage<address_watch_table>(agent), key.index, key.getType);
+    if (found == storage<address_watch_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -222,14 +224,14 @@ rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &ke
 int32_t addrmap_ctl_set(probe &agent, const rmonrpc_addrmap_ctl_t &request)
 {
     return set_row(
-        agent, agent.address_watches, request.addressMapControlIndex, request.addressMapControlStatus,
-        request, rules);
+        agent, storage<address_watch_table>(agent), request.addressMapControlIndex,
+        request.addressMapControlStatus, request, rules);
 }
 
 rmonrpc_addrmap_arr_t addrmap_entry_get(probe &agent, const rmonrpc_addrmap_key_t &asked)
 {
     catch_up_all(agent);
-    auto &table = agent.addresses.rows;
+    auto &table = storage<address_map>(agent).rows;
     const mapped_key key{
         key_address_of(asked.addressMapNetworkAddress), asked.addressMapNetworkAddress.length,
         asked.protocolDirLocalIndex, asked.addressMapSource, 0};
@@ -244,10 +246,49 @@ rmonrpc_addrmap_arr_t addrmap_entry_get(probe &agent, const rmonrpc_addrmap_key_
         if (index != no_entry)
             take(table.entries[index]);
     } else if (asked.getType == GETNEXT || asked.getType == GETBULK) {
-        const auto &order = in_order(table, agent.addresses.view, before);
-        for (std::size_t i = place_after(table, agent.addresses.view, before, key);
+        const auto &order = in_order(table, storage<address_map>(agent).view, before);
+        for (std::size_t i = place_after(table, storage<address_map>(agent).view, before, key);
              i < order.size() && rows.size() < wanted; i++)
             take(table.entries[order[i]]);
     }
     return reply_rows(rows);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<addrmap_scalars_get>(addrmap_scalars_get_1), serve_set<addrmap_scalars_set>(addrmap_scalars_set_1),
+    serve<addrmap_ctl_get>(addrmap_ctl_get_1),         serve_set<addrmap_ctl_set>(addrmap_ctl_set_1),
+    serve<addrmap_entry_get>(addrmap_entry_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep<save_address_map, load_address_map>("addressMap"),
+    keep_rows<
+        address_watch_table,
+        addrmap_describe,
+        addrmap_ctl_set,
+        &rmonrpc_addrmap_ctl_t::addressMapControlStatus>("addressMapControl"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapInserts, true>("1.3.6.1.2.1.16.13.1"),
+    scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapDeletes, true>("1.3.6.1.2.1.16.13.2"),
+    scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapMaxDesiredEntries, false>("1.3.6.1.2.1.16.13.3"),
+    counter<addrmap_ctl_get, one_index, &rmonrpc_addrmap_ctl_t::addressMapControlDroppedFrames>("1.3.6.1.2.1.16.13.4.1.3"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family addrmap_family = {
+    .name = "addrmap",
+    .interface_gone = addrmap_interface_gone,
+    .protocols_changed = addrmap_protocols_changed,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

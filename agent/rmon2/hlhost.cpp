@@ -1,5 +1,6 @@
 #include "agent/rmon2/hlhost.h"
 
+#include "agent/capture/family.h"
 #include "agent/rmon2/hl_control.h"
 #include "agent/core/table.h"
 
@@ -111,12 +112,12 @@ rmonrpc_hlhost_t answer(int32_t control, uint32_t time_mark, const hl_host_key &
 
 void hlhost_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.hl_hosts, index, rules);
+    remove_rows_on(agent, storage<hl_host_table>(agent), index, rules);
 }
 
 void hlhost_protocols_changed(probe &agent)
 {
-    hl_sift<&protocol::host>(agent.hl_hosts);
+    hl_sift<&protocol::host>(storage<hl_host_table>(agent));
 }
 
 void hlhost_describe(rmonrpc_hlhost_ctl_t &record, int32_t index, const hl_host_row &row)
@@ -132,8 +133,8 @@ void hlhost_describe(rmonrpc_hlhost_ctl_t &record, int32_t index, const hl_host_
 rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_hlhost_ctl_t reply{};
-    const auto found = find_row(agent.hl_hosts, key.index, key.getType);
-    if (found == agent.hl_hosts.end()) {
+    const auto found = find_row(storage<hl_host_table>(agent), key.index, key.getType);
+    if (found == storage<hl_host_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -154,8 +155,8 @@ rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t hlhost_ctl_set(probe &agent, const rmonrpc_hlhost_ctl_t &request)
 {
     return set_row(
-        agent, agent.hl_hosts, request.hlHostControlIndex, request.hlHostControlStatus, request, rules,
-        learning_rows);
+        agent, storage<hl_host_table>(agent), request.hlHostControlIndex, request.hlHostControlStatus,
+        request, rules, learning_rows);
 }
 
 rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &key)
@@ -164,8 +165,8 @@ rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &key)
     std::vector<rmonrpc_hlhost_t> rows;
     const std::size_t wanted = rows_wanted(key.getType, key.count);
     read_learned(
-        agent.hl_hosts, key.hlHostControlIndex, key_of(key), key.applicationLayer, key.getType, key.timeMark,
-        [](hl_host_counts::table &table) -> ordered_view & { return table.view; }, before,
+        storage<hl_host_table>(agent), key.hlHostControlIndex, key_of(key), key.applicationLayer, key.getType,
+        key.timeMark, [](hl_host_counts::table &table) -> ordered_view & { return table.view; }, before,
         [&](int32_t control, const auto &entry) {
             if (rows.size() < wanted)
                 rows.push_back(answer(control, key.timeMark, entry.key, entry.row));
@@ -176,10 +177,83 @@ rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &key)
 
 int32_t nlhost_make_persistent(probe &agent, const rmonrpc_hlhost_key_t &key)
 {
-    return hl_keep(agent.hl_hosts, key.hlHostControlIndex, key.applicationLayer, key_of(key), true);
+    return hl_keep(
+        storage<hl_host_table>(agent), key.hlHostControlIndex, key.applicationLayer, key_of(key), true);
 }
 
 int32_t nlhost_make_nonpersistent(probe &agent, const rmonrpc_hlhost_key_t &key)
 {
-    return hl_keep(agent.hl_hosts, key.hlHostControlIndex, key.applicationLayer, key_of(key), false);
+    return hl_keep(
+        storage<hl_host_table>(agent), key.hlHostControlIndex, key.applicationLayer, key_of(key), false);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+rmonrpc_hlhost_key_t nl_host_index(instance_reader &from)
+{
+    rmonrpc_hlhost_key_t key{};
+    key.hlHostControlIndex = take_index(from);
+    key.timeMark = take_time(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_octets(from, key.nlHostAddress);
+    key.getType = GET;
+    return key;
+}
+
+rmonrpc_hlhost_key_t al_host_index(instance_reader &from)
+{
+    rmonrpc_hlhost_key_t key = nl_host_index(from);
+    key.protocolDirLocalIndex2 = take_index(from);
+    key.applicationLayer = APPLICATION_LAYER;
+    return key;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<hlhost_ctl_get>(hlhost_ctl_get_1),
+    serve_set<hlhost_ctl_set>(hlhost_ctl_set_1),
+    serve<hlhost_get>(hlhost_get_1),
+    serve_set<nlhost_make_persistent>(nlhost_make_persistent_1),
+    serve_set<nlhost_make_nonpersistent>(nlhost_make_nonpersistent_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<hl_host_table, hlhost_describe, hlhost_ctl_set, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>(
+        "hlHost"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlNlDroppedFrames>("1.3.6.1.2.1.16.14.1.1.3"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlNlInserts>("1.3.6.1.2.1.16.14.1.1.4"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlNlDeletes>("1.3.6.1.2.1.16.14.1.1.5"),
+    gauge<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlNlMaxDesiredEntries>("1.3.6.1.2.1.16.14.1.1.6"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlAlDroppedFrames>("1.3.6.1.2.1.16.14.1.1.7"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlAlInserts>("1.3.6.1.2.1.16.14.1.1.8"),
+    counter<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlAlDeletes>("1.3.6.1.2.1.16.14.1.1.9"),
+    gauge<hlhost_ctl_get, one_index, &rmonrpc_hlhost_ctl_t::hlHostControlAlMaxDesiredEntries>("1.3.6.1.2.1.16.14.1.1.10"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::inPkts>("1.3.6.1.2.1.16.14.2.1.3", "nlHostInPkts"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::outPkts>("1.3.6.1.2.1.16.14.2.1.4", "nlHostOutPkts"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::inOctets>("1.3.6.1.2.1.16.14.2.1.5", "nlHostInOctets"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::outOctets>("1.3.6.1.2.1.16.14.2.1.6", "nlHostOutOctets"),
+    counter<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::outMacNonUnicastPkts>("1.3.6.1.2.1.16.14.2.1.7", "nlHostOutMacNonUnicastPkts"),
+    gauge<hlhost_get, nl_host_index, &rmonrpc_hlhost_t::createTime>("1.3.6.1.2.1.16.14.2.1.8", "nlHostCreateTime"),
+    counter<hlhost_get, al_host_index, &rmonrpc_hlhost_t::inPkts>("1.3.6.1.2.1.16.16.1.1.2", "alHostInPkts"),
+    counter<hlhost_get, al_host_index, &rmonrpc_hlhost_t::outPkts>("1.3.6.1.2.1.16.16.1.1.3", "alHostOutPkts"),
+    counter<hlhost_get, al_host_index, &rmonrpc_hlhost_t::inOctets>("1.3.6.1.2.1.16.16.1.1.4", "alHostInOctets"),
+    counter<hlhost_get, al_host_index, &rmonrpc_hlhost_t::outOctets>("1.3.6.1.2.1.16.16.1.1.5", "alHostOutOctets"),
+    gauge<hlhost_get, al_host_index, &rmonrpc_hlhost_t::createTime>("1.3.6.1.2.1.16.16.1.1.6", "alHostCreateTime"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family hlhost_family = {
+    .name = "hlhost",
+    .interface_gone = hlhost_interface_gone,
+    .protocols_changed = hlhost_protocols_changed,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

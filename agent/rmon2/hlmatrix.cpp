@@ -1,5 +1,6 @@
 #include "agent/rmon2/hlmatrix.h"
 
+#include "agent/capture/family.h"
 #include "agent/rmon2/hl_control.h"
 #include "agent/core/table.h"
 
@@ -116,12 +117,12 @@ rmonrpc_hlmatrix_t answer(int32_t control, uint32_t time_mark, const hl_pair_key
 
 void hlmatrix_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.hl_matrices, index, rules);
+    remove_rows_on(agent, storage<hl_matrix_table>(agent), index, rules);
 }
 
 void hlmatrix_protocols_changed(probe &agent)
 {
-    hl_sift<&protocol::matrix>(agent.hl_matrices);
+    hl_sift<&protocol::matrix>(storage<hl_matrix_table>(agent));
 }
 
 void hlmatrix_describe(rmonrpc_hlmatrix_ctl_t &record, int32_t index, const hl_matrix_row &row)
@@ -137,8 +138,8 @@ void hlmatrix_describe(rmonrpc_hlmatrix_ctl_t &record, int32_t index, const hl_m
 rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_hlmatrix_ctl_t reply{};
-    const auto found = find_row(agent.hl_matrices, key.index, key.getType);
-    if (found == agent.hl_matrices.end()) {
+    const auto found = find_row(storage<hl_matrix_table>(agent), key.index, key.getType);
+    if (found == storage<hl_matrix_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -159,8 +160,8 @@ rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &
 int32_t hlmatrix_ctl_set(probe &agent, const rmonrpc_hlmatrix_ctl_t &request)
 {
     return set_row(
-        agent, agent.hl_matrices, request.hlMatrixControlIndex, request.hlMatrixControlStatus, request, rules,
-        learning_rows);
+        agent, storage<hl_matrix_table>(agent), request.hlMatrixControlIndex, request.hlMatrixControlStatus,
+        request, rules, learning_rows);
 }
 
 rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &key)
@@ -170,8 +171,8 @@ rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &
     std::vector<rmonrpc_hlmatrix_t> rows;
     const std::size_t wanted = rows_wanted(key.getType, key.count);
     read_learned(
-        agent.hl_matrices, key.hlMatrixControlIndex, key_of(key), key.applicationLayer, key.getType,
-        key.timeMark,
+        storage<hl_matrix_table>(agent), key.hlMatrixControlIndex, key_of(key), key.applicationLayer,
+        key.getType, key.timeMark,
         [&](hl_pair_counts::table &table) -> ordered_view & {
             return by_destination ? table.view.by_destination : table.view.by_source;
         },
@@ -186,10 +187,87 @@ rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &
 
 int32_t nlmatrix_make_persistent(probe &agent, const rmonrpc_hlmatrix_key_t &key)
 {
-    return hl_keep(agent.hl_matrices, key.hlMatrixControlIndex, key.applicationLayer, key_of(key), true);
+    return hl_keep(
+        storage<hl_matrix_table>(agent), key.hlMatrixControlIndex, key.applicationLayer, key_of(key), true);
 }
 
 int32_t nlmatrix_make_nonpersistent(probe &agent, const rmonrpc_hlmatrix_key_t &key)
 {
-    return hl_keep(agent.hl_matrices, key.hlMatrixControlIndex, key.applicationLayer, key_of(key), false);
+    return hl_keep(
+        storage<hl_matrix_table>(agent), key.hlMatrixControlIndex, key.applicationLayer, key_of(key), false);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+template <int32_t Direction> rmonrpc_hlmatrix_key_t nl_matrix_index(instance_reader &from)
+{
+    rmonrpc_hlmatrix_key_t key{};
+    key.hlMatrixControlIndex = take_index(from);
+    key.timeMark = take_time(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_pair<Direction>(from, key);
+    key.getType = GET;
+    return key;
+}
+
+template <int32_t Direction> rmonrpc_hlmatrix_key_t al_matrix_index(instance_reader &from)
+{
+    rmonrpc_hlmatrix_key_t key = nl_matrix_index<Direction>(from);
+    key.protocolDirLocalIndex2 = take_index(from);
+    key.applicationLayer = APPLICATION_LAYER;
+    return key;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<hlmatrix_ctl_get>(hlmatrix_ctl_get_1),
+    serve_set<hlmatrix_ctl_set>(hlmatrix_ctl_set_1),
+    serve<hlmatrix_get>(hlmatrix_get_1),
+    serve_set<nlmatrix_make_persistent>(nlmatrix_make_persistent_1),
+    serve_set<nlmatrix_make_nonpersistent>(nlmatrix_make_nonpersistent_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<
+        hl_matrix_table,
+        hlmatrix_describe,
+        hlmatrix_ctl_set,
+        &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>("hlMatrix"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlNlDroppedFrames>("1.3.6.1.2.1.16.15.1.1.3"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlNlInserts>("1.3.6.1.2.1.16.15.1.1.4"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlNlDeletes>("1.3.6.1.2.1.16.15.1.1.5"),
+    gauge<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlNlMaxDesiredEntries>("1.3.6.1.2.1.16.15.1.1.6"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlAlDroppedFrames>("1.3.6.1.2.1.16.15.1.1.7"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlAlInserts>("1.3.6.1.2.1.16.15.1.1.8"),
+    counter<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlAlDeletes>("1.3.6.1.2.1.16.15.1.1.9"),
+    gauge<hlmatrix_ctl_get, one_index, &rmonrpc_hlmatrix_ctl_t::hlMatrixControlAlMaxDesiredEntries>("1.3.6.1.2.1.16.15.1.1.10"),
+    counter<hlmatrix_get, nl_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::pkts>("1.3.6.1.2.1.16.15.2.1.4", "nlMatrixSDPkts"),
+    counter<hlmatrix_get, nl_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::octets>("1.3.6.1.2.1.16.15.2.1.5", "nlMatrixSDOctets"),
+    gauge<hlmatrix_get, nl_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::createTime>("1.3.6.1.2.1.16.15.2.1.6", "nlMatrixSDCreateTime"),
+    counter<hlmatrix_get, nl_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::pkts>("1.3.6.1.2.1.16.15.3.1.4", "nlMatrixDSPkts"),
+    counter<hlmatrix_get, nl_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::octets>("1.3.6.1.2.1.16.15.3.1.5", "nlMatrixDSOctets"),
+    gauge<hlmatrix_get, nl_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::createTime>("1.3.6.1.2.1.16.15.3.1.6", "nlMatrixDSCreateTime"),
+    counter<hlmatrix_get, al_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::pkts>("1.3.6.1.2.1.16.17.1.1.2", "alMatrixSDPkts"),
+    counter<hlmatrix_get, al_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::octets>("1.3.6.1.2.1.16.17.1.1.3", "alMatrixSDOctets"),
+    gauge<hlmatrix_get, al_matrix_index<MATRIX_SD>, &rmonrpc_hlmatrix_t::createTime>("1.3.6.1.2.1.16.17.1.1.4", "alMatrixSDCreateTime"),
+    counter<hlmatrix_get, al_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::pkts>("1.3.6.1.2.1.16.17.2.1.2", "alMatrixDSPkts"),
+    counter<hlmatrix_get, al_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::octets>("1.3.6.1.2.1.16.17.2.1.3", "alMatrixDSOctets"),
+    gauge<hlmatrix_get, al_matrix_index<MATRIX_DS>, &rmonrpc_hlmatrix_t::createTime>("1.3.6.1.2.1.16.17.2.1.4", "alMatrixDSCreateTime"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family hlmatrix_family = {
+    .name = "hlmatrix",
+    .interface_gone = hlmatrix_interface_gone,
+    .protocols_changed = hlmatrix_protocols_changed,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -1,9 +1,8 @@
 #include "agent/rmon2/pdir.h"
 
+#include "agent/capture/family.h"
 #include "agent/core/bulk.h"
-#include "agent/capture/probe.h"
 #include "agent/core/row_status.h"
-#include "agent/core/state.h"
 
 namespace {
 
@@ -138,12 +137,12 @@ int32_t create(probe &agent, const protocol_key &key, const rmonrpc_pdir_t &requ
     return no_error;
 }
 
-/** The groups forget what they counted of protocols that they count no more. */
+/** The families forget what they counted of protocols that they count no more. */
 void forget_uncounted(probe &agent)
 {
-    addrmap_protocols_changed(agent);
-    hlhost_protocols_changed(agent);
-    hlmatrix_protocols_changed(agent);
+    for (const family *one : families())
+        if (one->protocols_changed)
+            one->protocols_changed(agent);
 }
 
 int32_t change(probe &agent, protocol &which, const rmonrpc_pdir_t &request, bool active)
@@ -163,7 +162,9 @@ int32_t destroy(probe &agent, const protocol &which)
         return bad_value;
     if (!(which.flags & extension_protocol))
         agent.protocols.removed.insert({which.id, which.parameters});
-    pdist_protocol_gone(agent, which);
+    for (const family *one : families())
+        if (one->protocol_gone)
+            one->protocol_gone(agent, which);
     remove_protocol(agent.protocols, which.local_index);
     forget_uncounted(agent);
     changed(agent);
@@ -272,3 +273,35 @@ void load_protocol(probe &agent, const rmonrpc_pdir_t &record)
         return;
     pdir_set(agent, record);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<pdir_get>(pdir_get_1),
+    serve<pdir_byidx_get>(pdir_byidx_get_1),
+    serve<pdir_getnext_modified>(pdir_getnext_modified_1),
+    serve_set<pdir_set>(pdir_set_1),
+    serve<pdir_lastchange_get>(pdir_lastchange_get_1),
+    serve_set<pdir_destroy_all_autolearned>(pdir_destroy_all_autolearned_1),
+};
+
+constexpr state_part kept[] = {
+    keep<save_protocols, load_protocol>("protocols"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    plain_scalar<pdir_lastchange_get>("1.3.6.1.2.1.16.11.1", "protocolDirLastChange"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family pdir_family = {
+    .name = "pdir",
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

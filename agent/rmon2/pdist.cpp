@@ -1,9 +1,9 @@
 #include "agent/rmon2/pdist.h"
 
+#include "agent/capture/family.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
 #include "agent/capture/frame.h"
-#include "agent/capture/probe.h"
 
 namespace {
 
@@ -120,21 +120,21 @@ void append_rows(
 /** The counts of a control row that works, or null. */
 distribution *find_work(probe &agent, int32_t control)
 {
-    const auto found = agent.distributions.find(control);
-    return found == agent.distributions.end() ? nullptr : found->second.work.get();
+    const auto found = storage<distribution_table>(agent).find(control);
+    return found == storage<distribution_table>(agent).end() ? nullptr : found->second.work.get();
 }
 
 } // namespace
 
 void pdist_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.distributions, index, rules);
+    remove_rows_on(agent, storage<distribution_table>(agent), index, rules);
 }
 
 void pdist_protocol_gone(probe &agent, const protocol &which)
 {
     const auto at = static_cast<std::size_t>(which.local_index);
-    for (auto &[control, row] : agent.distributions) {
+    for (auto &[control, row] : storage<distribution_table>(agent)) {
         if (!row.work || at >= row.work->counted.size())
             continue;
         add(row.work->counted[static_cast<std::size_t>(which.parent)], row.work->counted[at]);
@@ -154,8 +154,8 @@ void pdist_describe(rmonrpc_pdist_ctl_t &record, int32_t index, const distributi
 rmonrpc_pdist_ctl_t pdist_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_pdist_ctl_t reply{};
-    const auto found = find_row(agent.distributions, key.index, key.getType);
-    if (found == agent.distributions.end()) {
+    const auto found = find_row(storage<distribution_table>(agent), key.index, key.getType);
+    if (found == storage<distribution_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -168,8 +168,8 @@ rmonrpc_pdist_ctl_t pdist_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t pdist_ctl_set(probe &agent, const rmonrpc_pdist_ctl_t &request)
 {
     return set_row(
-        agent, agent.distributions, request.protocolDistControlIndex, request.protocolDistControlStatus,
-        request, rules);
+        agent, storage<distribution_table>(agent), request.protocolDistControlIndex,
+        request.protocolDistControlStatus, request, rules);
 }
 
 rmonrpc_pdist_stats_arr_t pdist_stats_get(probe &agent, const rmonrpc_row_key4_t &key)
@@ -177,14 +177,14 @@ rmonrpc_pdist_stats_arr_t pdist_stats_get(probe &agent, const rmonrpc_row_key4_t
     std::vector<rmonrpc_pdist_stats_t> rows;
     const int32_t end = local_index_end(agent.protocols);
     if (key.getType == GET) {
-        const auto found = agent.distributions.find(key.index1);
-        if (found != agent.distributions.end() && key.index2 > 0 && key.index2 < end)
+        const auto found = storage<distribution_table>(agent).find(key.index1);
+        if (found != storage<distribution_table>(agent).end() && key.index2 > 0 && key.index2 < end)
             append_rows(agent, found->first, found->second, key.index2, key.index2 + 1, 1, rows);
     } else if (key.getType == GETNEXT || key.getType == GETBULK) {
         const std::size_t wanted = rows_wanted(key.getType, key.count);
         const int32_t after = std::clamp(key.index2, 0, end);
-        auto at = agent.distributions.lower_bound(key.index1);
-        for (; at != agent.distributions.end() && rows.size() < wanted; at++)
+        auto at = storage<distribution_table>(agent).lower_bound(key.index1);
+        for (; at != storage<distribution_table>(agent).end() && rows.size() < wanted; at++)
             append_rows(
                 agent, at->first, at->second, at->first == key.index1 ? after + 1 : 0, end, wanted, rows);
     }
@@ -199,7 +199,7 @@ rmonrpc_others_counters_t pdist_get_others(probe &agent, const rmonrpc_row_key1_
         reply.status = no_such_name;
         return reply;
     }
-    catch_up(agent, agent.distributions[key.index].data_source);
+    catch_up(agent, storage<distribution_table>(agent)[key.index].data_source);
     protocol_counter others{};
     for (std::size_t i = 0; i < work->counted.size(); i++) {
         const protocol *which = find_protocol(agent.protocols, static_cast<int32_t>(i));
@@ -225,3 +225,44 @@ int32_t pdist_make_nonpersistent(probe &agent, const rmonrpc_row_key4_t &key)
     distribution *work = find_work(agent, key.index1);
     return work && work->persistent.erase(key.index2) ? no_error : no_such_name;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<pdist_ctl_get>(pdist_ctl_get_1),
+    serve_set<pdist_ctl_set>(pdist_ctl_set_1),
+    serve<pdist_stats_get>(pdist_stats_get_1),
+    serve_set<pdist_make_persistent>(pdist_make_persistent_1),
+    serve_set<pdist_make_nonpersistent>(pdist_make_nonpersistent_1),
+    serve<pdist_get_others>(pdist_get_others_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<
+        distribution_table,
+        pdist_describe,
+        pdist_ctl_set,
+        &rmonrpc_pdist_ctl_t::protocolDistControlStatus>("protocolDist"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<pdist_ctl_get, one_index, &rmonrpc_pdist_ctl_t::protocolDistControlDroppedFrames>("1.3.6.1.2.1.16.12.1.1.3"),
+    gauge<pdist_ctl_get, one_index, &rmonrpc_pdist_ctl_t::protocolDistControlCreateTime>("1.3.6.1.2.1.16.12.1.1.4"),
+    counter<pdist_stats_get, two_indexes, &rmonrpc_pdist_stats_t::protocolDistStatsPkts>("1.3.6.1.2.1.16.12.2.1.1"),
+    counter<pdist_stats_get, two_indexes, &rmonrpc_pdist_stats_t::protocolDistStatsOctets>("1.3.6.1.2.1.16.12.2.1.2"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family pdist_family = {
+    .name = "pdist",
+    .interface_gone = pdist_interface_gone,
+    .protocol_gone = pdist_protocol_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

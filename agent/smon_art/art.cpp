@@ -1,5 +1,6 @@
 #include "agent/smon_art/art.h"
 
+#include "agent/capture/family.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
 #include "agent/core/octets.h"
@@ -51,10 +52,9 @@ void finish_report(probe &agent, art_work &work)
     begin_report(agent, work);
 }
 
-void on_art_tick(void *context)
+void on_art_tick(probe &agent)
 {
-    auto &agent = *static_cast<probe *>(context);
-    for (auto &[index, row] : agent.art)
+    for (auto &[index, row] : storage<art_table>(agent))
         if (row.work && row.interval > 0 && now_ms() - row.work->began >= int64_t{row.interval} * 1000)
             finish_report(agent, *row.work);
 }
@@ -159,7 +159,7 @@ exchange_table *readable(art_row &row)
 void bring_up_to_date(probe &agent)
 {
     catch_up_all(agent);
-    for (auto &[index, row] : agent.art)
+    for (auto &[index, row] : storage<art_table>(agent))
         if (row.work && row.interval == 0)
             give_up_late(*row.work);
 }
@@ -168,7 +168,7 @@ template <class Visit>
 void visit_exchanges(probe &agent, int32_t control, const exchange_key &key, Visit visit)
 {
     visit_after(
-        agent.art, control, key, readable,
+        storage<art_table>(agent), control, key, readable,
         [](art_row &row) -> ordered_view & {
             return row.interval > 0 ? row.work->report_order : row.work->order;
         },
@@ -284,14 +284,9 @@ bool is_read(int32_t getType)
 
 } // namespace
 
-void start_art(probe &agent)
-{
-    every_second(agent.loop, on_art_tick, &agent);
-}
-
 void art_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.art, index, rules);
+    remove_rows_on(agent, storage<art_table>(agent), index, rules);
 }
 
 void describe_art_row(rmonrpc_art_ctl_t &record, int32_t index, const art_row &row)
@@ -313,8 +308,8 @@ void describe_art_row(rmonrpc_art_ctl_t &record, int32_t index, const art_row &r
 rmonrpc_art_ctl_t art_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_art_ctl_t reply{};
-    const auto found = find_row(agent.art, key.index, key.getType);
-    if (found == agent.art.end()) {
+    const auto found = find_row(storage<art_table>(agent), key.index, key.getType);
+    if (found == storage<art_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -335,10 +330,12 @@ rmonrpc_art_ctl_t art_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 
 int32_t art_ctl_set(probe &agent, const rmonrpc_art_ctl_t &request)
 {
-    const auto found = agent.art.find(request.artControlIndex);
-    const std::shared_ptr<art_work> worked = found != agent.art.end() ? found->second.work : nullptr;
+    const auto found = storage<art_table>(agent).find(request.artControlIndex);
+    const std::shared_ptr<art_work> worked =
+        found != storage<art_table>(agent).end() ? found->second.work : nullptr;
     const int32_t error = set_row(
-        agent, agent.art, request.artControlIndex, request.artControlStatus, request, rules, learning_rows);
+        agent, storage<art_table>(agent), request.artControlIndex, request.artControlStatus, request, rules,
+        learning_rows);
     // Setting the interval of a row that works begins its report anew.
     if (error == no_error && worked && request.artControlStatus == static_cast<int32_t>(row_status::valid))
         begin_report(agent, *worked);
@@ -354,8 +351,9 @@ rmonrpc_art_rpt_arr_t art_rpt_get(probe &agent, const rmonrpc_art_rpt_key_t &req
     std::vector<rmonrpc_art_rpt_t> rows;
     const std::size_t wanted = rows_wanted(request.getType, request.count);
     if (request.getType == GET) {
-        const auto control = agent.art.find(request.artControlIndex);
-        exchange_table *report = control != agent.art.end() ? readable(control->second) : nullptr;
+        const auto control = storage<art_table>(agent).find(request.artControlIndex);
+        exchange_table *report =
+            control != storage<art_table>(agent).end() ? readable(control->second) : nullptr;
         const uint32_t index = report ? find_learned(*report, key) : no_entry;
         if (index != no_entry)
             rows.push_back(report_row(control->first, report->entries[index]));
@@ -401,3 +399,91 @@ rmonrpc_art_sum_arr_t art_sum_get(probe &agent, const rmonrpc_art_sum_key_t &req
         rows.push_back(summary_row(sum));
     return reply_rows(rows);
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+rmonrpc_art_rpt_key_t art_report_index(instance_reader &from)
+{
+    rmonrpc_art_rpt_key_t key{};
+    key.artControlIndex = take_index(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_octets(from, key.artServerAddress);
+    take_octets(from, key.artClientAddress);
+    key.getType = GET;
+    return key;
+}
+
+rmonrpc_art_sum_key_t art_summary_index(instance_reader &from)
+{
+    rmonrpc_art_sum_key_t key{};
+    key.artControlIndex = take_index(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_octets(from, key.artSummaryServerAddress);
+    key.getType = GET;
+    return key;
+}
+
+constexpr served_procedure procedures[] = {
+    serve<art_ctl_get>(art_ctl_get_1),
+    serve_set<art_ctl_set>(art_ctl_set_1),
+    serve<art_rpt_get>(art_rpt_get_1),
+    serve<art_sum_get>(art_sum_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<art_table, describe_art_row, art_ctl_set, &rmonrpc_art_ctl_t::artControlStatus>("artControl"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlTimeRemaining>(nullptr),
+    gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlDuration>(nullptr),
+    gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlRptStartTime>(nullptr),
+    gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlGrantedSize>(nullptr),
+    counter<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlGeneratedRpts>(nullptr),
+    gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artAvgRspTime>(nullptr),
+    gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artMinRspTime>(nullptr),
+    gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artMaxRspTime>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artTotalResponses>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps1>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps2>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps3>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps4>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps5>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps6>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRsps7>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artClientOctets>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artServerOctets>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artRetries>(nullptr),
+    counter<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artTimeouts>(nullptr),
+    gauge<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryClients>(nullptr),
+    gauge<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryAvgRspTime>(nullptr),
+    gauge<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryMinRspTime>(nullptr),
+    gauge<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryMaxRspTime>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryTotalResponses>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps1>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps2>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps3>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps4>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps5>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps6>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRsps7>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryClientOctets>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryServerOctets>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryRetries>(nullptr),
+    counter<art_sum_get, art_summary_index, &rmonrpc_art_sum_t::artSummaryTimeouts>(nullptr),
+};
+// clang-format on
+
+} // namespace
+
+extern const family art_family = {
+    .name = "art",
+    .tick = on_art_tick,
+    .interface_gone = art_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -50,8 +50,6 @@ struct art_row {
 
 using art_table = std::map<int32_t, art_row>; // by artControlIndex
 
-void start_art(probe &agent);
-
 /** Removes the rows of an interface that went away. */
 void art_interface_gone(probe &agent, int32_t index);
 

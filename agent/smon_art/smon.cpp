@@ -1,7 +1,7 @@
 #include "agent/smon_art/smon.h"
 
+#include "agent/capture/family.h"
 #include "agent/capture/counting.h"
-#include "agent/capture/probe.h"
 #include "agent/core/table.h"
 
 namespace {
@@ -129,8 +129,8 @@ auto find_numbered(std::map<int32_t, Row> &table, const rmonrpc_row_key3_t &key,
 
 void smon_interface_gone(probe &agent, int32_t index)
 {
-    remove_rows_on(agent, agent.vlan_stats, index, vlan_rules);
-    remove_rows_on(agent, agent.priority_stats, index, priority_rules);
+    remove_rows_on(agent, storage<vlan_table>(agent), index, vlan_rules);
+    remove_rows_on(agent, storage<priority_table>(agent), index, priority_rules);
 }
 
 void describe_vlan_row(rmonrpc_smon_vlan_ctl_t &record, int32_t index, const vlan_row &row)
@@ -143,8 +143,8 @@ void describe_vlan_row(rmonrpc_smon_vlan_ctl_t &record, int32_t index, const vla
 rmonrpc_smon_vlan_ctl_t smon_vlan_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_smon_vlan_ctl_t reply{};
-    const auto found = find_row(agent.vlan_stats, key.index, key.getType);
-    if (found == agent.vlan_stats.end()) {
+    const auto found = find_row(storage<vlan_table>(agent), key.index, key.getType);
+    if (found == storage<vlan_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -157,15 +157,15 @@ rmonrpc_smon_vlan_ctl_t smon_vlan_ctl_get(probe &agent, const rmonrpc_row_key2_t
 int32_t smon_vlan_ctl_set(probe &agent, const rmonrpc_smon_vlan_ctl_t &request)
 {
     return set_row(
-        agent, agent.vlan_stats, request.smonVlanStatsControlIndex, request.smonVlanStatsControlStatus,
-        request, vlan_rules, learning_rows);
+        agent, storage<vlan_table>(agent), request.smonVlanStatsControlIndex,
+        request.smonVlanStatsControlStatus, request, vlan_rules, learning_rows);
 }
 
 rmonrpc_smon_vlan_t smon_vlan_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
     catch_up_all(agent);
     const auto found =
-        find_numbered(agent.vlan_stats, key, vlan_ids, [](const vlan_counts &counts, int32_t id) {
+        find_numbered(storage<vlan_table>(agent), key, vlan_ids, [](const vlan_counts &counts, int32_t id) {
             return counts.place[static_cast<uint32_t>(id)] != 0;
         });
     rmonrpc_smon_vlan_t reply{};
@@ -195,8 +195,8 @@ void describe_priority_row(rmonrpc_smon_prio_ctl_t &record, int32_t index, const
 rmonrpc_smon_prio_ctl_t smon_prio_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     rmonrpc_smon_prio_ctl_t reply{};
-    const auto found = find_row(agent.priority_stats, key.index, key.getType);
-    if (found == agent.priority_stats.end()) {
+    const auto found = find_row(storage<priority_table>(agent), key.index, key.getType);
+    if (found == storage<priority_table>(agent).end()) {
         reply.status = no_such_name;
         return reply;
     }
@@ -209,15 +209,15 @@ rmonrpc_smon_prio_ctl_t smon_prio_ctl_get(probe &agent, const rmonrpc_row_key2_t
 int32_t smon_prio_ctl_set(probe &agent, const rmonrpc_smon_prio_ctl_t &request)
 {
     return set_row(
-        agent, agent.priority_stats, request.smonPrioStatsControlIndex, request.smonPrioStatsControlStatus,
-        request, priority_rules);
+        agent, storage<priority_table>(agent), request.smonPrioStatsControlIndex,
+        request.smonPrioStatsControlStatus, request, priority_rules);
 }
 
 rmonrpc_smon_prio_t smon_prio_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
     catch_up_all(agent);
     const auto found = find_numbered(
-        agent.priority_stats, key, priorities, [](const priority_counts &counts, int32_t priority) {
+        storage<priority_table>(agent), key, priorities, [](const priority_counts &counts, int32_t priority) {
             return counts.pkts[static_cast<uint32_t>(priority)] != 0;
         });
     rmonrpc_smon_prio_t reply{};
@@ -232,3 +232,53 @@ rmonrpc_smon_prio_t smon_prio_get(probe &agent, const rmonrpc_row_key3_t &key)
     reply.smonPrioStatsControlIndex = found.control;
     return reply;
 }
+
+/* ---- the family --------------------------------------------------------------------- */
+
+namespace {
+
+constexpr served_procedure procedures[] = {
+    serve<smon_vlan_ctl_get>(smon_vlan_ctl_get_1),
+    serve_set<smon_vlan_ctl_set>(smon_vlan_ctl_set_1),
+    serve<smon_vlan_get>(smon_vlan_get_1),
+    serve<smon_prio_ctl_get>(smon_prio_ctl_get_1),
+    serve_set<smon_prio_ctl_set>(smon_prio_ctl_set_1),
+    serve<smon_prio_get>(smon_prio_get_1),
+};
+
+constexpr state_part kept[] = {
+    keep_rows<
+        vlan_table,
+        describe_vlan_row,
+        smon_vlan_ctl_set,
+        &rmonrpc_smon_vlan_ctl_t::smonVlanStatsControlStatus>("smonVlanStatsControl"),
+    keep_rows<
+        priority_table,
+        describe_priority_row,
+        smon_prio_ctl_set,
+        &rmonrpc_smon_prio_ctl_t::smonPrioStatsControlStatus>("smonPrioStatsControl"),
+};
+
+// clang-format off
+constexpr known_variable variables[] = {
+    counter<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsTotalPkts>("1.3.6.1.2.1.16.22.1.2.2.1.2"),
+    counter<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsTotalOctets>("1.3.6.1.2.1.16.22.1.2.2.1.5"),
+    counter<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsNUcastPkts>("1.3.6.1.2.1.16.22.1.2.2.1.8"),
+    counter<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsNUcastOctets>("1.3.6.1.2.1.16.22.1.2.2.1.11"),
+    gauge<smon_vlan_get, two_short_indexes, &rmonrpc_smon_vlan_t::smonVlanIdStatsCreateTime>("1.3.6.1.2.1.16.22.1.2.2.1.14"),
+    counter<smon_prio_get, two_short_indexes, &rmonrpc_smon_prio_t::smonPrioStatsPkts>("1.3.6.1.2.1.16.22.1.2.4.1.2"),
+    counter<smon_prio_get, two_short_indexes, &rmonrpc_smon_prio_t::smonPrioStatsOctets>("1.3.6.1.2.1.16.22.1.2.4.1.5"),
+    gauge<smon_vlan_ctl_get, one_index, &rmonrpc_smon_vlan_ctl_t::smonVlanStatsControlCreateTime>("1.3.6.1.2.1.16.22.1.2.1.1.3"),
+    gauge<smon_prio_ctl_get, one_index, &rmonrpc_smon_prio_ctl_t::smonPrioStatsControlCreateTime>("1.3.6.1.2.1.16.22.1.2.3.1.3"),
+};
+// clang-format on
+
+} // namespace
+
+extern const family smon_family = {
+    .name = "smon",
+    .interface_gone = smon_interface_gone,
+    .procedures = procedures,
+    .kept = kept,
+    .variables = variables,
+};

@@ -81,19 +81,19 @@ wire::rows<Row> read_voice(const std::vector<ranked_call<Ranked>> &top, const vo
 template <auto Monitor, auto Table, class Row>
 wire::rows<Row> voice_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
-    return read_voice<Row>(agent.voice.*Monitor.*Table, voice_key_of(key));
+    return read_voice<Row>(storage<voice_monitors>(agent).*Monitor.*Table, voice_key_of(key));
 }
 
 /** Empties a table of a monitor. */
 template <auto Monitor, auto Table> int32_t voice_clear(probe &agent)
 {
-    (agent.voice.*Monitor.*Table).clear();
+    (storage<voice_monitors>(agent).*Monitor.*Table).clear();
     return no_error;
 }
 
 /** Turns a switch of a monitor. */
 template <auto Monitor, auto Switch, int32_t Position> int32_t voice_switch(probe &agent)
 {
-    (agent.voice.*Monitor).settings.*Switch = Position;
+    (storage<voice_monitors>(agent).*Monitor).settings.*Switch = Position;
     return no_error;
 }

@@ -1,5 +1,6 @@
 #include "tests/fuzz/agent.h"
 
+#include "agent/nde/netflow.h"
 #include "agent/rpc/dispatch.h"
 #include "tests/fuzz/common.h"
 
@@ -13,19 +14,29 @@ bool on_call(void *context, const uint8_t *message, std::size_t size, std::vecto
     return answer_call(*static_cast<probe *>(context), served_procedures(), message, size, output);
 }
 
+template <uint32_t Number, class Record>
+void set(probe &agent, const procedure<Number, Record, int32_t> &, const Record &record)
+{
+    for (const served_procedure &served : served_procedures())
+        if (served.number == Number) {
+            int32_t error;
+            served.handle(agent, &record, &error);
+        }
+}
+
 /** Sets a row to work: one that is there is made anew. */
-template <class Record, class Status>
-void set_to_work(probe &agent, int32_t (*set)(probe &, const Record &), Record record, Status Record::*status)
+template <class Set, class Record, class Status>
+void set_to_work(probe &agent, const Set &how, Record record, Status Record::*status)
 {
     for (const row_status asked : {row_status::invalid, row_status::create_request, row_status::valid}) {
         record.*status = static_cast<int32_t>(asked);
-        set(agent, record);
+        set(agent, how, record);
     }
 }
 
-template <class Record, class Status, class Index, class Source> void count_with(
+template <class Record, class Set, class Status, class Index, class Source> void count_with(
     probe &agent,
-    int32_t (*set)(probe &, const Record &),
+    const Set &how,
     Status Record::*status,
     Index Record::*index,
     Source Record::*source,
@@ -36,7 +47,7 @@ template <class Record, class Status, class Index, class Source> void count_with
     record.*source = 1;
     if (more)
         more(record);
-    set_to_work(agent, set, record, status);
+    set_to_work(agent, how, record, status);
 }
 
 int32_t most_rows;
@@ -82,74 +93,75 @@ void start_groups(probe &agent, int32_t most)
     most_rows = most;
     using host = rmonrpc_host_ctl_t;
     count_with(
-        agent, host_ctl_set, &host::hostControlStatus, &host::hostControlIndex, &host::hostControlDataSource);
+        agent, host_ctl_set_1, &host::hostControlStatus, &host::hostControlIndex,
+        &host::hostControlDataSource);
     using matrix = rmonrpc_matrix_ctl_t;
     count_with(
-        agent, matrix_ctl_set, &matrix::matrixControlStatus, &matrix::matrixControlIndex,
+        agent, matrix_ctl_set_1, &matrix::matrixControlStatus, &matrix::matrixControlIndex,
         &matrix::matrixControlDataSource);
     using topn = rmonrpc_hosttopn_ctl_t;
     count_with<topn>(
-        agent, hosttopn_ctl_set, &topn::hostTopNStatus, &topn::hostTopNControlIndex, &topn::hostTopNHostIndex,
-        [](topn &record) {
+        agent, hosttopn_ctl_set_1, &topn::hostTopNStatus, &topn::hostTopNControlIndex,
+        &topn::hostTopNHostIndex, [](topn &record) {
             record.hostTopNRateBase = 1;
             record.hostTopNTimeRemaining = 1;
             record.hostTopNRequestedSize = 10;
         });
     using channel = rmonrpc_channel_t;
     count_with<channel>(
-        agent, channel_set, &channel::channelStatus, &channel::channelIndex, &channel::channelIfIndex,
+        agent, channel_set_1, &channel::channelStatus, &channel::channelIndex, &channel::channelIfIndex,
         [](channel &record) {
             record.channelAcceptType = 1;
             record.channelDataControl = 1;
             record.channelEventStatus = 3;
         });
     using filter = rmonrpc_filter_t;
-    count_with(agent, filter_set, &filter::filterStatus, &filter::filterIndex, &filter::filterChannelIndex);
+    count_with(agent, filter_set_1, &filter::filterStatus, &filter::filterIndex, &filter::filterChannelIndex);
     using buffer = rmonrpc_buffer_ctl_t;
     count_with<buffer>(
-        agent, buffer_ctl_set, &buffer::bufferControlStatus, &buffer::bufferControlIndex,
+        agent, buffer_ctl_set_1, &buffer::bufferControlStatus, &buffer::bufferControlIndex,
         &buffer::bufferControlChannelIndex, [](buffer &record) {
             record.bufferControlFullAction = 2;
             record.bufferControlMaxOctetsRequested = 1000;
         });
     using pdist = rmonrpc_pdist_ctl_t;
     count_with(
-        agent, pdist_ctl_set, &pdist::protocolDistControlStatus, &pdist::protocolDistControlIndex,
+        agent, pdist_ctl_set_1, &pdist::protocolDistControlStatus, &pdist::protocolDistControlIndex,
         &pdist::protocolDistControlDataSource);
     using addrmap = rmonrpc_addrmap_ctl_t;
     count_with(
-        agent, addrmap_ctl_set, &addrmap::addressMapControlStatus, &addrmap::addressMapControlIndex,
+        agent, addrmap_ctl_set_1, &addrmap::addressMapControlStatus, &addrmap::addressMapControlIndex,
         &addrmap::addressMapControlDataSource);
     using hlhost = rmonrpc_hlhost_ctl_t;
     count_with<hlhost>(
-        agent, hlhost_ctl_set, &hlhost::hlHostControlStatus, &hlhost::hlHostControlIndex,
+        agent, hlhost_ctl_set_1, &hlhost::hlHostControlStatus, &hlhost::hlHostControlIndex,
         &hlhost::hlHostControlDataSource, [](hlhost &record) {
             record.hlHostControlNlMaxDesiredEntries = record.hlHostControlAlMaxDesiredEntries = most_rows;
         });
     using hlmatrix = rmonrpc_hlmatrix_ctl_t;
     count_with<hlmatrix>(
-        agent, hlmatrix_ctl_set, &hlmatrix::hlMatrixControlStatus, &hlmatrix::hlMatrixControlIndex,
+        agent, hlmatrix_ctl_set_1, &hlmatrix::hlMatrixControlStatus, &hlmatrix::hlMatrixControlIndex,
         &hlmatrix::hlMatrixControlDataSource, [](hlmatrix &record) {
             record.hlMatrixControlNlMaxDesiredEntries = record.hlMatrixControlAlMaxDesiredEntries = most_rows;
         });
     rmonrpc_dsmon_aggctl_t profile{};
     profile.dsmonAggControlIndex = 1;
-    set_to_work(agent, dsmon_aggctl_set, profile, &rmonrpc_dsmon_aggctl_t::dsmonAggControlStatus);
+    set_to_work(agent, dsmon_aggctl_set_1, profile, &rmonrpc_dsmon_aggctl_t::dsmonAggControlStatus);
     using stats = rmonrpc_dsmon_stats_ctl_t;
     count_with<stats>(
-        agent, dsmon_stats_ctl_set, &stats::dsmonStatsControlStatus, &stats::dsmonStatsControlIndex,
+        agent, dsmon_stats_ctl_set_1, &stats::dsmonStatsControlStatus, &stats::dsmonStatsControlIndex,
         &stats::dsmonStatsControlDataSource_ifIndex,
         [](stats &record) { record.dsmonStatsControlAggProfile = 1; });
     using pdctl = rmonrpc_dsmon_pdctl_t;
     count_with<pdctl>(
-        agent, dsmon_pdistctl_set, &pdctl::dsmonPdistCtlStatus, &pdctl::dsmonPdistCtlIndex,
+        agent, dsmon_pdistctl_set_1, &pdctl::dsmonPdistCtlStatus, &pdctl::dsmonPdistCtlIndex,
         &pdctl::dsmonPdistCtlDataSource_ifIndex, [](pdctl &record) {
             record.dsmonPdistAggProfile = 1;
             record.dsmonPdistCtlMaxDesiredEntries = most_rows;
         });
     using hostctl = rmonrpc_dsmon_hostctl_t;
     count_with<hostctl>(
-        agent, dsmon_hostctl_set, &hostctl::dsmonHostCtlStatus, &hostctl::dsmonHostCtlIndex,
+        agent, dsmon_hostctl_set_1, &hostctl::dsmonHostCtlStatus, &hostctl::dsmonHostCtlIndex,
         &hostctl::dsmonHostCtlDataSource_ifIndex, [](hostctl &record) {
             record.dsmonHostAggProfile = 1;
             record.dsmonHostCtlMaxDesiredEntries = most_rows;
@@ -158,23 +170,23 @@ void start_groups(probe &agent, int32_t most)
         });
     using matrixctl = rmonrpc_dsmon_matrixctl_t;
     count_with<matrixctl>(
-        agent, dsmon_matrixctl_set, &matrixctl::dsmonMatrixCtlStatus, &matrixctl::dsmonMatrixCtlIndex,
+        agent, dsmon_matrixctl_set_1, &matrixctl::dsmonMatrixCtlStatus, &matrixctl::dsmonMatrixCtlIndex,
         &matrixctl::dsmonMatrixCtlDataSource_ifIndex, [](matrixctl &record) {
             record.dsmonMatrixAggProfile = 1;
             record.dsmonMatrixCtlMaxDesiredEntries = most_rows;
         });
-    dsmon_aggctl_set_lock(agent, 1);
+    set(agent, dsmon_aggctl_set_lock_1, int32_t{1});
     using vlan = rmonrpc_smon_vlan_ctl_t;
     count_with(
-        agent, smon_vlan_ctl_set, &vlan::smonVlanStatsControlStatus, &vlan::smonVlanStatsControlIndex,
+        agent, smon_vlan_ctl_set_1, &vlan::smonVlanStatsControlStatus, &vlan::smonVlanStatsControlIndex,
         &vlan::smonVlanStatsControlDataSource);
     using prio = rmonrpc_smon_prio_ctl_t;
     count_with(
-        agent, smon_prio_ctl_set, &prio::smonPrioStatsControlStatus, &prio::smonPrioStatsControlIndex,
+        agent, smon_prio_ctl_set_1, &prio::smonPrioStatsControlStatus, &prio::smonPrioStatsControlIndex,
         &prio::smonPrioStatsControlDataSource);
     using art = rmonrpc_art_ctl_t;
     count_with<art>(
-        agent, art_ctl_set, &art::artControlStatus, &art::artControlIndex, &art::artControlDataSource,
+        agent, art_ctl_set_1, &art::artControlStatus, &art::artControlIndex, &art::artControlDataSource,
         [](art &record) {
             record.artControlRspTime1 = 1;
             record.artControlRspTime2 = 2;

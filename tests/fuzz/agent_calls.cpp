@@ -9,6 +9,7 @@
  *   a size         two bytes
  *   bytes          so many, or what is left of the input
  */
+#include "agent/nde/netflow.h"
 #include "agent/rpc/dispatch.h"
 #include "tests/fuzz/agent.h"
 #include "tests/fuzz/common.h"
@@ -234,7 +235,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     socklen_t length = sizeof now.port;
     getsockname(now.started.server.listener, reinterpret_cast<sockaddr *>(&now.port), &length);
     length = sizeof now.netflow;
-    getsockname(now.started.agent.netflow.socket, reinterpret_cast<sockaddr *>(&now.netflow), &length);
+    getsockname(
+        storage<netflow_learning>(now.started.agent).socket, reinterpret_cast<sockaddr *>(&now.netflow),
+        &length);
     now.datagrams = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
 
     std::span left{data, size};

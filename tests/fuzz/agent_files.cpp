@@ -2,6 +2,7 @@
  * The files that the bundled agent reads. The first byte of an input says what
  * the rest is: a capture file, a scenario of voice calls, the kept settings.
  */
+#include "agent/voice/voice.h"
 #include "tests/fuzz/agent.h"
 #include "tests/fuzz/common.h"
 
@@ -51,7 +52,7 @@ void read_voice(std::span<const uint8_t> bytes)
     started_agent started;
     if (!start_agent(started, no_frames().path).empty())
         broken("the agent starts");
-    if (read_scenario(started.agent.voice.scenario, file->path).empty()) {
+    if (read_scenario(storage<voice_monitors>(started.agent).scenario, file->path).empty()) {
         play_scenario(started.agent);
         tick_loop(started.agent.loop);
     }
