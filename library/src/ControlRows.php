@@ -184,12 +184,14 @@ final class ControlRows
     }
 
     /**
-     * A channel that takes the frames which one of the filters lets through, and a buffer that keeps them:
-     * captureBufferTable.
+     * A channel that takes the frames which one of the filters lets through, or those that none does, and a buffer that
+     * keeps them: captureBufferTable.
      *
      * @param list<array<string, mixed>> $filters columns of filterTable; none: every frame
      * @param int $octets                         the buffer's size; -1: as much as the agent gives
      * @param int $slice                          octets kept of each frame; 0: all
+     * @param bool $wrap                          whether new frames take the place of old ones when it is full
+     * @param bool $failed                        whether frames are wanted that no filter lets through
      */
     public function capture(
         int|string $interface,
@@ -197,13 +199,14 @@ final class ControlRows
         int $octets = -1,
         int $slice = 0,
         bool $wrap = false,
+        bool $failed = false,
     ): ControlRow {
         $channel = $this->make(Catalog::find('channelTable'), [
             'channelIfIndex' => $interface,
-            'channelAcceptType' => $filters === [] ? 'acceptFailed' : 'acceptMatched',
+            // Without filters, what none of them lets through is everything.
+            'channelAcceptType' => $failed || $filters === [] ? 'acceptFailed' : 'acceptMatched',
             'channelDataControl' => 'off',
         ]);
-        // Without filters, what all of them refuse is everything.
         foreach ($filters as $filter) {
             $this->make(Catalog::find('filterTable'), ['filterChannelIndex' => $channel->index] + $filter);
         }
