@@ -91,7 +91,7 @@ final class Link
             restore_error_handler();
         }
         if ($reports !== []) {
-            $this->consider($function, $reports);
+            $this->consider($function, $reports, $result !== false && $result !== null);
         }
         return $result;
     }
@@ -199,16 +199,21 @@ final class Link
         return implode('.', $octets);
     }
 
-    /** @param list<array{int, string}> $reports */
-    private function consider(string $function, array $reports): void
+    /**
+     * What reports mean: a call that failed, also where the function makes a result of it, or something that came with
+     * a result, as that settings were set but can't be written out.
+     *
+     * @param list<array{int, string}> $reports
+     */
+    private function consider(string $function, array $reports, bool $done): void
     {
         foreach ($reports as [$level, $text]) {
-            if ($level !== E_WARNING) {
+            $text = trim($text);
+            $reason = strstr($text, 'RPC: ');
+            if ($level !== E_WARNING || ($done && $reason === false)) {
                 $this->note($text);
                 continue;
             }
-            $text = trim($text);
-            $reason = strstr($text, 'RPC: ');
             if (str_ends_with($text, 'is not a RMON/RPC conn id!')) {
                 $this->resource = null;
                 throw new ConnectionLost('The link was closed.', $this->host, $this->port, $function);

@@ -107,7 +107,8 @@ final class Probe
     {
         $interfaces = $this->interfaces();
         $index = is_int($which) ? $which : $interfaces->index($which);
-        $name = $interfaces->names()[$index] ?? throw UnknownName::among('interface', (string) $which, $interfaces->names());
+        $names = $interfaces->names();
+        $name = $names[$index] ?? throw UnknownName::among('interface', (string) $which, $names);
         return new NetInterface($this, $index, $name, $wait);
     }
 

@@ -19,6 +19,9 @@ final class Rates
     private const CLOCK_SLACK = 5.0;
     private const CLOCK_DRIFT = 0.01;
 
+    /** Agents that stamp rows by a clock they look at now and then are so late with it, in hundredths of a second. */
+    private const STAMP_SLACK = 10;
+
     /** The columns that tell one row of a name from the next: what they count from. */
     private const ORDERS = ['hostCreationOrder', 'hostTimeCreationOrder'];
 
@@ -54,12 +57,13 @@ final class Rates
                 default => Change::Counted,
             };
             $created = $createTime === null ? null : $row[$createTime];
+            $isNew = $created !== null && $created >= $before->uptime - self::STAMP_SLACK;
             $fromZero = match ($change) {
                 Change::Counted => false,
                 Change::Restarted => true,
                 // Without a create time, a row that wasn't there in a whole reading is a new one.
-                Change::Appeared => $created === null || $created >= $before->uptime,
-                Change::Replaced => $created !== null && $created >= $before->uptime,
+                Change::Appeared => $created === null || $isNew,
+                Change::Replaced => $isNew,
             };
             $grown = [];
             foreach ($counters as $counter => $type) {

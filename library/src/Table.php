@@ -11,6 +11,7 @@ use Rmon\Exception\BadArgument;
 use Rmon\Exception\CallFailed;
 use Rmon\Exception\RmonException;
 use Rmon\Exception\TableBroken;
+use Rmon\Exception\UnknownName;
 use Rmon\Schema\Column;
 use Rmon\Schema\Key;
 use Rmon\Schema\Setter;
@@ -190,7 +191,7 @@ final class Table implements IteratorAggregate
     private function rows(?array $behind = null, int $page = self::PAGE): Generator
     {
         $schema = $this->schema;
-        if ($schema->reader->shape === Shape::Texts || $schema->reader->shape === Shape::Number || !$schema->hasRows()) {
+        if ($schema->keys === []) {
             yield from $this->single();
             return;
         }
@@ -603,7 +604,8 @@ final class Table implements IteratorAggregate
                 return $key->name;
             }
         }
-        throw Exception\UnknownName::among("key of {$this->schema->name}", (string) $name, array_keys($this->schema->keys));
+        $known = array_keys($this->schema->keys);
+        throw UnknownName::among("key of {$this->schema->name}", (string) $name, $known);
     }
 
     /**
@@ -617,7 +619,7 @@ final class Table implements IteratorAggregate
         foreach ($given as $name => $value) {
             $name = $name === 'control' ? $this->keyName($name) : (string) $name;
             if (!in_array($name, $settable, true)) {
-                throw Exception\UnknownName::among("column to set in {$this->schema->name}", $name, $settable);
+                throw UnknownName::among("column to set in {$this->schema->name}", $name, $settable);
             }
             $column = $this->schema->columns[$name] ?? $this->schema->hidden[$name];
             $columns[$name] = $this->probe->values()->parse($column, $value);

@@ -227,7 +227,7 @@ final class Dsmon
             keys: [
                 Key::control('dsmonPdistCtlIndex', 'dsmonPdistCtlTable'),
                 Key::mark('dsmonPdistTimeMark'),
-                Key::number('dsmonAggGroupIndex'),
+                Key::index('dsmonAggGroupIndex'),
                 Key::protocol('protocolDirLocalIndex'),
             ],
             columns: [
@@ -252,7 +252,7 @@ final class Dsmon
             keys: [
                 Key::control('dsmonHostCtlIndex', 'dsmonHostCtlTable'),
                 Key::mark('dsmonHostTimeMark'),
-                Key::number('dsmonAggGroupIndex'),
+                Key::index('dsmonAggGroupIndex'),
                 Key::protocol('protocolDirLocalIndex'),
                 Key::address('dsmonHostAddress'),
             ],
@@ -286,7 +286,7 @@ final class Dsmon
             keys: [
                 Key::control('dsmonMatrixCtlIndex', 'dsmonMatrixCtlTable'),
                 Key::mark('dsmonMatrixTimeMark'),
-                Key::number('dsmonAggGroupIndex'),
+                Key::index('dsmonAggGroupIndex'),
                 Key::protocol('dsmonMatrixNLIndex'),
                 Key::protocol('dsmonMatrixALIndex'),
                 Key::address('dsmonMatrixSourceAddress'),

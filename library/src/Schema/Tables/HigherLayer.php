@@ -19,10 +19,10 @@ final class HigherLayer
     public static function tables(): array
     {
         return [
-            self::control('hlHostControl', 'rmon_hlhost_ctl', 'hosts', 'which interfaces hosts are counted on'),
+            self::control('hlHostControl', 'rmon_hlhost_ctl', 'nlHost', 'hosts'),
             self::networkHost(),
             self::applicationHost(),
-            self::control('hlMatrixControl', 'rmon_hlmatrix_ctl', 'matrix', 'which interfaces conversations are counted on'),
+            self::control('hlMatrixControl', 'rmon_hlmatrix_ctl', 'nlMatrix', 'conversations'),
             self::networkMatrix('SD', 'by source', ['Source', 'Dest']),
             self::networkMatrix('DS', 'by destination', ['Dest', 'Source']),
             self::applicationMatrix('SD', 'by source', ['Source', 'Dest']),
@@ -30,7 +30,7 @@ final class HigherLayer
         ];
     }
 
-    private static function control(string $prefix, string $functions, string $what, string $title): TableSchema
+    private static function control(string $prefix, string $functions, string $group, string $what): TableSchema
     {
         $columns = [Column::index("{$prefix}Index"), Column::netInterface("{$prefix}DataSource")];
         foreach (["{$prefix}Nl", "{$prefix}Al"] as $layer) {
@@ -43,8 +43,8 @@ final class HigherLayer
         }
         return new TableSchema(
             name: "{$prefix}Table",
-            title: "$title by network address",
-            group: $what === 'hosts' ? 'nlHost' : 'nlMatrix',
+            title: "which interfaces $what are counted on by network address",
+            group: $group,
             rfc: self::RFC_2021,
             keys: [Key::index("{$prefix}Index")],
             columns: [...$columns, Column::text("{$prefix}Owner"), Column::status("{$prefix}Status")],

@@ -18,7 +18,8 @@ final class Interfaces
     private const RFC_2819 = 'RFC 2819';
 
     private const STATES = [
-        1 => 'up', 2 => 'down', 3 => 'testing', 4 => 'unknown', 5 => 'dormant', 6 => 'notPresent', 7 => 'lowerLayerDown',
+        1 => 'up', 2 => 'down', 3 => 'testing', 4 => 'unknown', 5 => 'dormant', 6 => 'notPresent',
+        7 => 'lowerLayerDown',
     ];
 
     private const KINDS = [
@@ -106,7 +107,8 @@ final class Interfaces
                 Column::netInterface('etherStatsDataSource'),
                 ...Column::counters64('events', 'etherStatsDropEvents'),
                 ...Column::counters64('octets', 'etherStatsOctets'),
-                ...Column::counters64('packets', 'etherStatsPkts', 'etherStatsBroadcastPkts', 'etherStatsMulticastPkts'),
+                ...Column::counters64('packets', 'etherStatsPkts', 'etherStatsBroadcastPkts'),
+                ...Column::counters64('packets', 'etherStatsMulticastPkts'),
                 ...Column::counters64('packets', 'etherStatsCRCAlignErrors', 'etherStatsUndersizePkts'),
                 ...Column::counters64('packets', 'etherStatsOversizePkts', 'etherStatsFragments', 'etherStatsJabbers'),
                 ...Column::counters64('collisions', 'etherStatsCollisions'),

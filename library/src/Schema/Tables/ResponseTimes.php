@@ -48,7 +48,8 @@ final class ResponseTimes
                 'artControlIndex',
                 'artControlDataSource',
                 'artControlTimeRemaining',
-                ...[...$ranges, 'artControlRspTimeout', 'artControlRequestedSize', 'artControlOwner', 'artControlStatus'],
+                ...[...$ranges, 'artControlRspTimeout', 'artControlRequestedSize'],
+                ...['artControlOwner', 'artControlStatus'],
             ),
             defaults: [
                 'artControlTimeRemaining' => 0,

@@ -19,18 +19,18 @@ final class Smon
     public static function tables(): array
     {
         return [
-            self::control('smonVlanStatsControl', 'rmon_vlan_ctl', 'smonVlan', 'which interfaces VLANs are counted on'),
+            self::control('smonVlanStatsControl', 'rmon_vlan_ctl', 'smonVlan', 'VLANs'),
             self::vlan(),
-            self::control('smonPrioStatsControl', 'rmon_prio_ctl', 'smonPrio', 'which interfaces priorities are counted on'),
+            self::control('smonPrioStatsControl', 'rmon_prio_ctl', 'smonPrio', 'priorities'),
             self::priority(),
         ];
     }
 
-    private static function control(string $prefix, string $functions, string $group, string $title): TableSchema
+    private static function control(string $prefix, string $functions, string $group, string $what): TableSchema
     {
         return new TableSchema(
             name: "{$prefix}Table",
-            title: $title,
+            title: "which interfaces $what are counted on",
             group: $group,
             rfc: self::RFC_2613,
             keys: [Key::index("{$prefix}Index")],

@@ -1,0 +1,303 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Tests;
+
+use Rmon\ControlRows;
+use Rmon\Exception\AgentRefused;
+use Rmon\Exception\BadArgument;
+use Rmon\Exception\RmonException;
+use Rmon\Probe;
+use Rmon\RowStatus;
+
+/** Control rows: whose they are, how long they last, who removes them. */
+final class ControlRowsTest extends AgentTestCase
+{
+    private Probe $probe;
+    private \BundledAgent $agent;
+
+    protected function setUp(): void
+    {
+        $frames = [];
+        for ($host = 1; $host <= 5; $host++) {
+            $ip = \ip4("10.0.0.$host", '10.0.1.1', 17, \udp(1000, 53, 'question'));
+            $frames[] = [0.0, \ethernet(\mac(1), \mac(1 + $host), 0x0800, $ip)];
+        }
+        $this->agent = $this->playing($frames);
+        $this->probe = $this->probe($this->agent);
+    }
+
+    /** @return array<int, string> owners by index */
+    private function owners(string $table = 'hlHostControlTable'): array
+    {
+        $schema = $this->probe->table($table)->schema;
+        return array_column(
+            self::listOf($this->probe->table($table)),
+            $schema->owner,
+            array_key_first($schema->keys),
+        );
+    }
+
+    public function testWhatIsMadeGoesWithItsUser(): void
+    {
+        $during = $this->probe->withRows('noc', function (ControlRows $rows): array {
+            $row = $rows->hosts(1);
+            self::assertTrue($row->made);
+            self::assertSame('hlHostControlTable', $row->table);
+            return $this->owners();
+        });
+        self::assertCount(1, $during);
+        self::assertMatchesRegularExpression('/^rmon:noc:[0-9a-f]{12} until \d+$/D', $during[1]);
+        self::assertSame([], $this->owners());
+    }
+
+    public function testItGoesWhenTheUserFails(): void
+    {
+        $thrown = $this->thrown(fn() => $this->probe->withRows('noc', static function (ControlRows $rows): never {
+            $rows->hosts(1);
+            throw new \LogicException('failed');
+        }));
+        self::assertSame('failed', $thrown->getMessage());
+        self::assertSame([], $this->owners());
+    }
+
+    public function testARowOfSomebodyElseIsUsedAndLeftAlone(): void
+    {
+        $table = $this->probe->table('hlHostControlTable');
+        $table->set(hlHostControlIndex: 9, hlHostControlDataSource: 1, hlHostControlOwner: 'monitor');
+        $before = $table->get(hlHostControlIndex: 9);
+        $rows = new ControlRows($this->probe, 'noc');
+        $row = $rows->hosts(1);
+        self::assertSame([9, false], [$row->index, $row->made]);
+        $rows->renew();
+        $rows->release();
+        self::assertSame($before, $table->get(hlHostControlIndex: 9));
+    }
+
+    public function testARowThatDoesNotWorkIsNotUsed(): void
+    {
+        $table = $this->probe->table('hlHostControlTable');
+        $table->set(
+            hlHostControlIndex: 1,
+            hlHostControlDataSource: 1,
+            hlHostControlOwner: 'monitor',
+            hlHostControlStatus: RowStatus::createRequest,
+        );
+        $rows = new ControlRows($this->probe, 'noc');
+        self::assertSame(2, $rows->hosts(1)->index);
+        $rows->release();
+        self::assertSame([1 => 'monitor'], $this->owners());
+    }
+
+    public function testTwoPagesDoNotTakeEachOthersRowsAway(): void
+    {
+        $one = new ControlRows($this->probe, 'page');
+        $other = new ControlRows($this->probe($this->agent), 'page');
+        $rows = [$one->hosts(1), $other->hosts(1)];
+        self::assertNotSame($rows[0]->index, $rows[1]->index);
+        $one->release();
+        self::assertSame([$rows[1]->index], array_keys($this->owners()));
+        $this->read($this->agent);
+        self::assertCount(6, self::listOf($this->probe->table('nlHostTable', control: $rows[1]->index)));
+        $other->release();
+        self::assertSame([], $this->owners());
+    }
+
+    public function testAUserAsksTwiceForTheSame(): void
+    {
+        $rows = new ControlRows($this->probe, 'noc');
+        self::assertSame($rows->hosts(1)->index, $rows->hosts(1)->index);
+        self::assertCount(1, $rows->made());
+        $rows->release();
+        self::assertSame([], $rows->made());
+        $rows->release();
+    }
+
+    public function testWhoComesAgainFindsTheRows(): void
+    {
+        $first = new ControlRows($this->probe, 'console:abc', again: true);
+        $index = $first->hosts(1)->index;
+        $second = new ControlRows($this->probe, 'console:abc', again: true);
+        self::assertSame($index, $second->hosts(1)->index);
+        $stranger = new ControlRows($this->probe, 'console:abcd', again: true);
+        self::assertNotSame($index, $stranger->hosts(1)->index);
+        $second->release();
+        self::assertCount(1, $this->owners());
+        $first->release();
+        self::assertCount(1, $this->owners());
+    }
+
+    public function testALeaseIsRenewed(): void
+    {
+        $rows = new ControlRows($this->probe, 'noc', lease: 100, again: true);
+        $rows->hosts(1);
+        $longer = new ControlRows($this->probe, 'noc', lease: 5000, again: true);
+        $longer->hosts(1);
+        $longer->renew();
+        preg_match('/until (\d+)$/D', $this->owners()[1], $until);
+        self::assertGreaterThanOrEqual(5000, (int) $until[1]);
+        $this->assertSame(RowStatus::valid->value, $this->probe->table('hlHostControlTable')
+            ->get(hlHostControlIndex: 1)['hlHostControlStatus']);
+    }
+
+    public function testWhatOthersLeftBehindIsSweptOnceItsLeaseIsOver(): void
+    {
+        $table = $this->probe->table('hlHostControlTable');
+        $owners = [
+            1 => 'monitor',
+            2 => 'rmon:page:1 until 0',
+            3 => 'rmon:page:2 until 3600',
+            4 => 'rmon:page:3 until 999999',
+            5 => 'until 0',
+            6 => 'rmon:page',
+        ];
+        foreach ($owners as $index => $owner) {
+            $table->set(hlHostControlIndex: $index, hlHostControlDataSource: 1, hlHostControlOwner: $owner);
+        }
+        // The second is to be over: the clock goes on in whole seconds.
+        $limit = microtime(true) + \PATIENCE;
+        while ($this->probe->uptime() < 100 && microtime(true) < $limit) {
+            usleep(20000);
+        }
+        self::assertSame(2, (new ControlRows($this->probe, 'noc'))->sweep());
+        self::assertSame([1, 3, 5, 6], array_keys($this->owners()));
+    }
+
+    public function testAnIndexThatSomebodyElseTookMeanwhile(): void
+    {
+        $other = $this->probe($this->agent);
+        $rows = new ControlRows($this->probe, 'noc');
+        // Between the look at what is free and the set, another page makes row 1: as long as rows are looked at, there
+        // is none, and the agent is the one to say so.
+        $make = new \ReflectionMethod($rows, 'make');
+        $make->setAccessible(true);
+        $schema = $this->probe->table('hlHostControlTable')->schema;
+        $taken = $other->table('hlHostControlTable');
+        $taken->set(
+            hlHostControlIndex: 1,
+            hlHostControlDataSource: 1,
+            hlHostControlOwner: 'other',
+            hlHostControlStatus: RowStatus::createRequest,
+        );
+        $row = $make->invoke($rows, $schema, ['hlHostControlDataSource' => 1]);
+        self::assertSame(2, $row->index);
+        self::assertSame('other', $taken->get(hlHostControlIndex: 1)['hlHostControlOwner']);
+    }
+
+    public function testARowThatIsGoneOrSomebodyElsesIsLeftAlone(): void
+    {
+        $rows = new ControlRows($this->probe, 'noc');
+        $index = $rows->hosts(1)->index;
+        $table = $this->probe->table('hlHostControlTable');
+        $table->delete(hlHostControlIndex: $index);
+        $table->set(hlHostControlIndex: $index, hlHostControlDataSource: 1, hlHostControlOwner: 'other');
+        $rows->release();
+        self::assertSame([$index => 'other'], $this->owners());
+    }
+
+    public function testWhatTheAgentRefusesLeavesNothing(): void
+    {
+        $rows = new ControlRows($this->probe, 'noc');
+        self::assertInstanceOf(AgentRefused::class, $this->thrown(fn() => $rows->hosts(99)));
+        self::assertSame([], $rows->made());
+        self::assertSame([], $this->owners());
+    }
+
+    public function testNamesAndLeasesThatAreNone(): void
+    {
+        foreach ([['', 300], ['a b', 300], [str_repeat('x', 101), 300], ['noc', 0], ['noc', 86401]] as $arguments) {
+            $bad = $this->thrown(fn() => new ControlRows($this->probe, ...$arguments));
+            self::assertInstanceOf(BadArgument::class, $bad);
+        }
+    }
+
+    public function testEveryFamily(): void
+    {
+        $rows = new ControlRows($this->probe, 'noc');
+        $families = [
+            'hosts' => 'nlHostTable', 'conversations' => 'nlMatrixSDTable', 'macHosts' => 'hostTable',
+            'macConversations' => 'matrixSDTable', 'protocols' => 'protocolDistStatsTable',
+            'addresses' => 'addressMapTable', 'vlans' => null, 'priorities' => null,
+            'responseTimes' => 'artReportTable',
+        ];
+        $used = [];
+        foreach (array_keys($families) as $family) {
+            $used[$family] = $rows->$family(1);
+        }
+        $profile = $rows->profile();
+        self::assertSame($profile, $rows->profile(), 'the profile is found again');
+        $groups = [
+            'groups' => 'dsmonStatsTable', 'groupProtocols' => 'dsmonPdistStatsTable', 'groupHosts' => 'dsmonHostTable',
+            'groupConversations' => 'dsmonMatrixSDTable',
+        ];
+        foreach (array_keys($groups) as $family) {
+            $used[$family] = $rows->$family(1, $profile);
+        }
+        $history = $rows->history(1, 7, 3);
+        self::assertSame(
+            [3, 7],
+            array_values(array_intersect_key(
+                $this->probe->table($history->table)->get(historyControlIndex: $history->index),
+                ['historyControlInterval' => 0, 'historyControlBucketsRequested' => 0],
+            )),
+        );
+        $this->read($this->agent);
+        foreach (array_filter($families + $groups) as $family => $table) {
+            $part = $this->probe->table($table);
+            $part = $part->schema->control() === null || $family === 'addresses'
+                ? $part
+                : $part->where(control: $used[$family]->index);
+            self::assertNotNull($part->first(), "$family has rows in $table");
+        }
+        $rows->release();
+        foreach (['hlHostControlTable', 'artControlTable', 'dsmonHostCtlTable', 'historyControlTable'] as $table) {
+            self::assertSame([], preg_grep('/^rmon:/', $this->owners($table)), $table);
+        }
+    }
+
+    public function testACapture(): void
+    {
+        $rows = new ControlRows($this->probe, 'noc');
+        $all = $rows->capture(1);
+        // The address 10.0.0.3 at its place in the frame, 26 octets from its start.
+        $some = $rows->capture(1, [
+            ['filterPktDataOffset' => 26, 'filterPktData' => '0a 00 00 03', 'filterPktDataMask' => 'ff ff ff ff',
+                'filterPktDataNotMask' => '00 00 00 00'],
+        ]);
+        $this->read($this->agent);
+        self::assertCount(5, self::listOf($this->probe->table('captureBufferTable', control: $all->index)));
+        $packets = self::listOf($this->probe->table('captureBufferTable', control: $some->index));
+        self::assertCount(1, $packets);
+        // The whole frame with its check sequence, which the file doesn't have.
+        self::assertSame(64, $packets[0]['captureBufferPacketLength']);
+        self::assertSame([10, 0, 0, 3], array_slice($packets[0]['captureBufferPacketData'], 26, 4));
+        $rows->release();
+        foreach (['channelTable', 'filterTable', 'bufferControlTable'] as $table) {
+            self::assertSame([], $this->owners($table), $table);
+        }
+    }
+
+    public function testATopNReport(): void
+    {
+        $rows = new ControlRows($this->probe, 'noc');
+        $report = $rows->macTopHosts(1, 'hostTopNOutPkts', 1, 3);
+        $this->read($this->agent);
+        $limit = microtime(true) + \PATIENCE;
+        $places = [];
+        while (count($places) < 3 && microtime(true) < $limit) {
+            usleep(20000);
+            $places = self::listOf($this->probe->table('hostTopNTable', control: $report->index));
+        }
+        self::assertSame([1, 2, 3], array_column($places, 'hostTopNIndex'));
+        $rows->release();
+    }
+
+    public function testReleaseOverADeadLinkSaysSo(): void
+    {
+        $rows = new ControlRows($this->probe, 'noc');
+        $rows->hosts(1);
+        proc_terminate($this->agent->process, 9);
+        self::assertInstanceOf(RmonException::class, $this->thrown(fn() => $rows->release()));
+    }
+}
