@@ -177,7 +177,8 @@ final class SchemaTest extends TestCase
             $row = preg_replace('~history\?: list<array(\{[^{}]*\})?>~', 'history?: list', $return[1]);
             $row = preg_replace('~^\s*\w+: list<array\{~', '', $row);
             $row = substr($row, 0, strpos("$row}", '}'));
-            preg_match_all('~(\w+)(\??): (list<int>\|int|list<int>|list|int|float|string)~', $row, $keys, PREG_SET_ORDER);
+            $type = 'list<int>\|int|list<int>|list|int|float|string';
+            preg_match_all("~(\\w+)(\\??): ($type)~", $row, $keys, PREG_SET_ORDER);
             foreach ($keys as [, $key, $optional, $type]) {
                 if (!in_array($key, ['0', '1', 'status'], true)) {
                     $shapes[$name][$key] = [$type, $optional === '?'];

@@ -107,7 +107,8 @@ final class TablesTest extends AgentTestCase
         $probe->table('ndeDeviceTable')->set(address: '10.8.0.1', deviceName: 'router');
         $probe->table('ndeDataSourceTable')->set(address: '10.8.0.1', datasrcName: 'one');
         $index = $probe->table('ndeDataSourceTable')->first()['datasrcIndex'];
-        $probe->table('ndeFlowPathTable', address: '10.8.0.1', datasrcIndex: $index)->set(inputIndex: 1, outputIndex: 2);
+        $paths = $probe->table('ndeFlowPathTable', address: '10.8.0.1', datasrcIndex: $index);
+        $paths->set(inputIndex: 1, outputIndex: 2);
     }
 
     /** The agent's clock has to have gone on for a sample, a report and an alarm. */

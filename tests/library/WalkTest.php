@@ -176,7 +176,8 @@ final class WalkTest extends AgentTestCase
         $unknown = $this->thrown(fn() => $probe->table('hostTable', hostAdress: 'x'));
         self::assertInstanceOf(UnknownName::class, $unknown);
         self::assertSame('hostAddress', $unknown->nearest[0]);
-        self::assertInstanceOf(BadArgument::class, $this->thrown(fn() => $probe->table('hostTable')->get(hostIndex: 1)));
+        $half = $this->thrown(fn() => $probe->table('hostTable')->get(hostIndex: 1));
+        self::assertInstanceOf(BadArgument::class, $half);
         self::assertInstanceOf(BadArgument::class, $this->thrown(fn() => $probe->table('ifTable', control: 1)));
     }
 
