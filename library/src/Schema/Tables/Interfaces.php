@@ -70,7 +70,7 @@ final class Interfaces
                 Column::netInterface('ifIndex'),
                 Column::text('ifDescr'),
                 Column::named('ifType', self::KINDS),
-                ...Column::gauges('octets', 'ifMtu'),
+                ...Column::integers('octets', 'ifMtu'),
                 ...Column::gauges('bit/s', 'ifSpeed'),
                 Column::macText('ifPhysAddress'),
                 Column::named('ifAdminStatus', self::STATES),
