@@ -13,6 +13,8 @@ use Rmon\Schema\Catalog;
 /** An agent, and what it measures. */
 final class Probe
 {
+    private const PORT = 9911;
+
     public readonly Link $link;
 
     private ?Interfaces $interfaces = null;
@@ -27,7 +29,7 @@ final class Probe
      * Makes a link to an agent.
      *
      * @param string $host      a name or a dotted IPv4 address; "host:port" does as well
-     * @param int|null $port    its TCP port; rmon.default_port when not given
+     * @param int|null $port    its TCP port; that of the module's functions when not given
      * @param bool $persistent  whether the link stays open for later requests of this process
      * @param float $timeout    seconds that connecting may take, name look-ups apart
      * @throws ConnectionFailed|BadArgument
@@ -41,7 +43,7 @@ final class Probe
         if ($port === null && preg_match('/^([^:]+):(\d{1,5})$/D', $host, $parts)) {
             [, $host, $port] = $parts;
         }
-        $port ??= (int) ini_get('rmon.default_port');
+        $port ??= self::defaultPort();
         $link = new Link($host, (int) $port, $persistent, $timeout);
         $link->resource();
         return new self($link);
@@ -53,6 +55,18 @@ final class Probe
         $this->link->close();
         $this->interfaces = null;
         $this->protocols = null;
+    }
+
+    /** The module's own rule, which it doesn't tell: the directive, the environment, the service, 9911. */
+    private static function defaultPort(): int
+    {
+        $configured = ini_get('rmon.default_port');
+        $environment = getenv('RMONRPC_PORT');
+        return (int) match (true) {
+            $configured !== '' && $configured !== false => $configured,
+            $environment !== false => $environment,
+            default => getservbyname('rmonrpc', 'tcp') ?: self::PORT,
+        };
     }
 
     /**
