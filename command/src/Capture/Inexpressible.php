@@ -1,0 +1,12 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Command\Capture;
+
+use RuntimeException;
+
+/** A filter that rows of the filter table can't say. */
+final class Inexpressible extends RuntimeException
+{
+}

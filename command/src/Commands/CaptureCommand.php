@@ -1,0 +1,161 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Command\Commands;
+
+use Rmon\Command\Capture\FilterExpression;
+use Rmon\Command\Capture\FilterRows;
+use Rmon\Command\Capture\PcapFile;
+use Rmon\Command\Listing;
+use Rmon\Command\Live;
+use Rmon\Command\Options;
+use Rmon\Command\ProbeCommand;
+use Rmon\Command\UsageError;
+use Rmon\ControlRow;
+use Rmon\ControlRows;
+use Rmon\Probe;
+use Symfony\Component\Console\Input\InputArgument;
+use Symfony\Component\Console\Input\InputInterface;
+use Symfony\Component\Console\Input\InputOption;
+
+/** rmon capture */
+final class CaptureCommand extends ProbeCommand
+{
+    /** Seconds between two looks into the buffer when it had nothing new. */
+    private const PAUSE = 0.1;
+
+    /** Rows that are asked for at a time. */
+    private const PAGE = 200;
+
+    /** A frame's length counts its check sequence, which isn't captured. */
+    private const CHECK_SEQUENCE = 4;
+
+    protected function configure(): void
+    {
+        $this->setName('capture')
+            ->setDescription('Frames of an interface into a capture file, or a stream for tshark')
+            ->setHelp(
+                "rmon capture --on eth0 'host 10.0.1.23 and port 443' --write - | tshark -r -\n\n"
+                . "A filter has the words host, net, port, src, dst, ether host, ip, ip6, arp, tcp, udp, sctp, icmp, icmp6, vlan, "
+                . "broadcast, multicast, and, or, not, and parentheses. It is made into rows of the filter table; what "
+                . "those can't say is refused.\nIt goes on until Ctrl-C, --count or --seconds. The rows that it makes on "
+                . 'the agent go with it.',
+            )
+            ->addArgument('filter', InputArgument::IS_ARRAY, 'Which frames; all when left out')
+            ->addOption('on', 'i', InputOption::VALUE_REQUIRED, 'The interface')
+            ->addOption('write', 'w', InputOption::VALUE_REQUIRED, 'The file; - for standard output')
+            ->addOption('count', null, InputOption::VALUE_REQUIRED, 'End after so many frames')
+            ->addOption('seconds', null, InputOption::VALUE_REQUIRED, 'End after so many seconds')
+            ->addOption('slice', null, InputOption::VALUE_REQUIRED, 'Only so many octets of each frame', '0')
+            ->addOption('filters', null, InputOption::VALUE_NONE, 'Only show the rows of the filter table');
+    }
+
+    protected function perform(InputInterface $input): int
+    {
+        $filter = FilterExpression::parse(implode(' ', $input->getArgument('filter')));
+        $probe = $this->probe($input);
+        $rows = (new FilterRows($probe))->of($filter);
+        if ($input->getOption('filters')) {
+            return $this->showFilters($rows, $filter->failed);
+        }
+        $on = $input->getOption('on') ?? throw new UsageError('Which interface? --on NAME; rmon ifTable lists them.');
+        $interface = Listing::interfaceIndex($probe, $on);
+        $count = Options::whole($input, 'count', 1) ?? PHP_INT_MAX;
+        $seconds = Options::seconds($input, 'seconds') ?? INF;
+        $slice = Options::whole($input, 'slice', 0, 65535);
+        $file = PcapFile::create($input->getOption('write') ?? throw new UsageError('Where to? --write FILE, or - for standard output.'));
+        $taken = 0;
+        try {
+            Live::run($this->screen(), fn(Live $live) => $probe->withRows(
+                'capture',
+                function (ControlRows $made) use ($probe, $live, $interface, $rows, $filter, $slice, $file, $count, $seconds, &$taken) {
+                    $buffer = $made->capture($interface, $rows, slice: $slice, wrap: true, failed: $filter->failed);
+                    $this->download($probe, $live, $made, $buffer, $file, $count, $seconds, $taken);
+                },
+            ), false);
+        } finally {
+            $this->screen()->remark($taken === 1 ? '1 frame' : "$taken frames");
+        }
+        return self::SUCCESS;
+    }
+
+    private function download(
+        Probe $probe,
+        Live $live,
+        ControlRows $made,
+        ControlRow $buffer,
+        PcapFile $file,
+        int $count,
+        float $seconds,
+        int &$taken,
+    ): void {
+        $start = $this->start($probe, $buffer);
+        $now = hrtime(true) / 1e9;
+        $end = $now + $seconds;
+        $renewal = $now + ControlRows::LEASE / 3;
+        $table = $probe->table('captureBufferTable', control: $buffer->index);
+        $behind = null;
+        $lost = 0;
+        do {
+            // Asked before the rows: what came until the end is taken.
+            $isOver = hrtime(true) / 1e9 >= $end;
+            $page = $table->page(min(self::PAGE, $count - $taken), $behind);
+            foreach ($page as $row) {
+                $lost += $behind === null ? $row['captureBufferIndex'] - 1 : $row['captureBufferIndex'] - $behind['captureBufferIndex'] - 1;
+                $behind = $table->keysOf($row);
+                $milliseconds = $row['captureBufferPacketTime'];
+                $time = $start + 1000000 * (int) $milliseconds + (int) $row['captureBufferPacketHighCapacityTime'];
+                $file->packet(
+                    intdiv($time, 1000000000),
+                    $time % 1000000000,
+                    pack('C*', ...$row['captureBufferPacketData']),
+                    max(0, $row['captureBufferPacketLength'] - self::CHECK_SEQUENCE),
+                );
+                $taken++;
+            }
+            $file->flush();
+            $this->screen()->progress(static fn() => "$taken frames" . ($lost > 0 ? ", $lost lost" : ''));
+            if (hrtime(true) / 1e9 >= $renewal) {
+                $made->renew();
+                $renewal += ControlRows::LEASE / 3;
+            }
+            if ($page === [] && !$isOver) {
+                $live->wait(self::PAUSE);
+            }
+            $live->check();
+        } while ($taken < $count && ($page !== [] || !$isOver));
+        if ($lost > 0) {
+            $this->screen()->complain("rmon: $lost frames were lost: they came faster than they could be fetched.");
+        }
+    }
+
+    /** When the buffer began, by this machine's clock: nanoseconds since 1970. */
+    private function start(Probe $probe, ControlRow $buffer): int
+    {
+        $row = $probe->table('bufferControlTable')->get(bufferControlIndex: $buffer->index);
+        $now = (int) (microtime(true) * 1000000);
+        $age = $probe->uptime() - $row['bufferControlTurnOnTime'];
+        return ($now - 10000 * (int) $age) * 1000;
+    }
+
+    /** @param list<array<string, mixed>> $rows */
+    private function showFilters(array $rows, bool $failed): int
+    {
+        $this->screen()->line($failed
+            ? 'channelAcceptType: acceptFailed, frames that none of these rows lets through'
+            : 'channelAcceptType: acceptMatched, frames that one of these rows lets through');
+        foreach ($rows as $row) {
+            $hexadecimal = static fn(string $column) => bin2hex(pack('C*', ...$row[$column]));
+            $this->screen()->line(sprintf(
+                'protocol %d, offset %d: %s mask %s not %s',
+                $row['filterProtocolDirDataLocalIndex'],
+                $row['filterPktDataOffset'],
+                $hexadecimal('filterPktData'),
+                $hexadecimal('filterPktDataMask'),
+                $hexadecimal('filterPktDataNotMask'),
+            ));
+        }
+        return self::SUCCESS;
+    }
+}
