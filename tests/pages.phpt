@@ -2,6 +2,10 @@
 Every function's page: what it says of the result is what scripts get, down to the order of the keys
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/exchange.inc';

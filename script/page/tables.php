@@ -44,8 +44,12 @@ function count_of(int|float $value): string
     return number_format($value, 0, '.', ' ');
 }
 
+/** @param int $value as ifSpeed states it, whose largest value means that or more */
 function bits_per_second(int $value): string
 {
+    if ($value === 0xffffffff) {
+        return 'over 4.2 Gbit/s';
+    }
     foreach (['G' => 1_000_000_000, 'M' => 1_000_000, 'k' => 1_000] as $unit => $size) {
         if ($value >= $size) {
             return round($value / $size, 1) . " {$unit}bit/s";

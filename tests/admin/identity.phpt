@@ -2,6 +2,10 @@
 The appliance's identity, from its settings file, and this machine's name
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/appliance.inc';

@@ -2,6 +2,10 @@
 The appliance's IPv4 configuration
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/appliance.inc';

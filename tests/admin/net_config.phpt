@@ -2,6 +2,10 @@
 Changed network settings are written out by the appliance's own command
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/appliance.inc';
@@ -149,7 +153,7 @@ $code = <<<CODE
     ini_set('rmon.default_port', '$port');
     \$before = \$sockets();
     \$link = rmon_connect('127.0.0.1');
-    \$other = rmon_pconnect('localhost');
+    \$other = rmon_pconnect('127.0.1');
     \$links = array_diff(\$sockets(), \$before);
     \$stream = stream_socket_client('tcp://127.0.0.1:$port');
     \$streams = array_diff(\$sockets(), \$before, \$links);

@@ -1,5 +1,9 @@
 --TEST--
 Names and addresses that the system doesn't tell
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_preloads();
 --FILE--
 <?php
 require __DIR__ . '/../exchange.inc';

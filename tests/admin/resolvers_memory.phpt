@@ -2,6 +2,10 @@
 No memory for the name servers' list
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/../exchange.inc';

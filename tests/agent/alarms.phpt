@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's alarms: thresholds with hysteresis, startup alarms, deltas, the log of what they fired
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

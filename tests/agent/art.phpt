@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent measures response times of TCP and DNS exchanges
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's filters, channels, events and capture buffers, from known frames
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -5,6 +5,8 @@ The bundled agent captures whole frames of a live interface, and counts its host
 
 declare(strict_types=1);
 
+require __DIR__ . '/../needs.inc';
+needs_agent();
 require __DIR__ . '/client.inc';
 
 if (own_network() === null) {

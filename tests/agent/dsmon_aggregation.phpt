@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's aggregation profiles: rows, groups, the map of the DSCP values, the lock
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

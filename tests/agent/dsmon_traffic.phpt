@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent counts by aggregation group: statistics, protocols, hosts, pairs of hosts
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -5,6 +5,8 @@ The bundled agent counts what goes over the loopback, by capture and by the kern
 
 declare(strict_types=1);
 
+require __DIR__ . '/../needs.inc';
+needs_agent();
 require __DIR__ . '/client.inc';
 
 $agent = bundled_agent();

@@ -5,6 +5,8 @@ The bundled agent's counts are exact to the frame, in a network where nobody els
 
 declare(strict_types=1);
 
+require __DIR__ . '/../needs.inc';
+needs_agent();
 require __DIR__ . '/client.inc';
 
 if (own_network() === null) {

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's Ethernet statistics rows are made, changed and removed by the row-status rules
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

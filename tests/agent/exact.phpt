@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's counters of all groups agree with tcpdump's count of the same frames
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent serves 50 clients at once that read all its tables, while it reads a capture over and over and rows are set
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's memory is bounded: 200,000 addresses and pairs with all groups at work, replies that nobody reads
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

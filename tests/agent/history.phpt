@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's history samples and alarms, from known frames
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

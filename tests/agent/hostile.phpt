@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent serves many clients, whatever some of them do
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's tables of hosts and conversations are full at 10000 rows, an event's log at 1000: then the oldest give way
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent does not turn while it waits: recordings, clients that hold something up, no descriptor for a client
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

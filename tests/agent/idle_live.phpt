@@ -2,6 +2,8 @@
 The bundled agent does not turn while no frames come, while an interface is down, and when it went away
 --SKIPIF--
 <?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 require __DIR__ . '/client.inc';
 if (!own_network()) echo 'skip needs a network namespace of its own';
 ?>

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's interface table is the kernel's
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

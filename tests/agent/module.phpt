@@ -1,5 +1,9 @@
 --TEST--
 The module and the bundled agent together: this machine's interfaces, a row's life
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 declare(strict_types=1);

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent learns the devices that export NetFlow, and keeps the configured ones
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 
@@ -207,7 +211,7 @@ foreach ([0, 3, -1] as $operation) {
 
 // All that was set is there after a kill, the switch too.
 end_agent($agent, 9);
-[$agent, $link] = started('localhost', $port);
+[$agent, $link] = started('127.0.1', $port);
 $configured[1]['flag'] = 0;
 expect_same($configured, rmon_nde_device_getbulk($link, [], 10)['devices'], 'devices after a kill');
 expect_same([$expected[0], $expected[1], $expected[3]], $sources(), 'sources after a kill');

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent reads captures with times beyond all clocks, headers that are cut, and types that are none
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent starts, says what is wrong in one line, and ends when it is told to
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent measures capture files in the place of interfaces
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

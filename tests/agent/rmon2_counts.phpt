@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's counts by protocol, address, host and pair of hosts are exact for known frames
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

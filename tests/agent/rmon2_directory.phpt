@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's protocol directory: what it has at first, its order, what sets may change
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's RMON2 tables count frames that are cut or damaged
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's RMON2 control rows: their life, tables that are full, rows that stay
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent answers calls, good and bad, as RPC says
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent answers every procedure as RPC says, whatever its arguments are
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -2,6 +2,11 @@
 The bundled agent keeps addresses, host name, resolvers, communities and trap destinations, over a restart too
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
+needs_test_root();
 --FILE--
 <?php
 
@@ -136,7 +141,7 @@ end_agent($agent, 9);
 rmon_close($link);
 $agent = bundled_agent('--state', $directory);
 ini_set('rmon.default_port', (string) $agent->port);
-$link = rmon_connect('localhost');
+$link = rmon_connect('127.0.1');
 $rows = walk(fn($at) => rmon_trapdest_getnext($link, $at), 'trapDestIndex');
 expect_same($before, [rmon_get_ipconfig($link), rmon_get_resolvers($link), rmon_community_getbulk($link, '', 2000), $rows], 'all after a kill');
 $fields = result_of(ask(client($agent), 64));

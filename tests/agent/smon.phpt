@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent counts by VLAN and by priority, as the tags of the frames have them
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

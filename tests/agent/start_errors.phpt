@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent says in one line what keeps it from starting, and where it has no right to capture
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 What is set in the bundled agent survives a restart and a kill at any moment
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

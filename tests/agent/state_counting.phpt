@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's aggregation, its lock and the rows that count survive a kill
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

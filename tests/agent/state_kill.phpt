@@ -2,6 +2,10 @@
 Whatever is set in the bundled agent, a kill at any moment leaves what was answered, and nothing half done
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

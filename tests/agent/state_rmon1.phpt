@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's rows of history, hosts, reports, matrix, alarms, filters and capture survive a kill
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

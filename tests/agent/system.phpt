@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's system group is this machine's own
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

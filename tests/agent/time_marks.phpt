@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's tables with a TimeFilter: a mark shows the rows that changed since
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's MIB variables: each of the tables' counters, by name and by object identifier
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent's voice monitors make tables, ranks and sums of a scenario
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 
@@ -102,7 +106,7 @@ for ($i = 1; $i <= 10; $i++) {
     $scenario .= "[mgcp call]\n{$parties}jitter_1=$jitter\npkt_loss_1=$lost\njitter_2=2\npkt_loss_2=1\nrtp_port_1=$i\n";
 }
 end_agent($agent, 9);
-[$agent, $link] = started('localhost', $scenario);
+[$agent, $link] = started('127.0.1', $scenario);
 $all = fn() => array_map(fn($protocol) => array_values(("{$protocol}_config_params_get")($link)), ['sccp', 'h323', 'mgcp']);
 expect_same($settings, $all(), 'settings after a kill');
 $calls = fn(string $function, string $list, string $key) => array_column((("{$function}_getbulk")($link, 0, 100) ?: [$list => []])[$list], $key);

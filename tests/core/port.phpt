@@ -1,5 +1,9 @@
 --TEST--
 The agent's port: configured, from the environment, from the services database, 9911
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_preloads();
 --FILE--
 <?php
 require __DIR__ . '/../agent.inc';

@@ -2,6 +2,10 @@
 Conversions and reports run code that closes links, opens others, calls back, throws, changes the arguments
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/hostile.inc';

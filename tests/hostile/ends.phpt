@@ -4,6 +4,10 @@ A conversion ends the request: by exit, by a fatal error; the next request works
 appliance
 --ENV--
 USE_TRACKED_ALLOC=1
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/hostile.inc';

@@ -2,6 +2,10 @@
 Every argument of every function is a value of every type
 --CONFLICTS--
 appliance
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/hostile.inc';

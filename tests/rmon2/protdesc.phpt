@@ -1,11 +1,14 @@
 --TEST--
 Descriptions of protocols, from a file under the test build's root
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_test_root();
 --FILE--
 <?php
 require __DIR__ . '/../agent.inc';
-require __DIR__ . '/../process.inc';
 
-$file = dirname(module_file(), 2) . '/root/usr/local/norv/etc/pdstruct.txt';
+$file = getenv('RMON_TEST_ROOT') . '/usr/local/norv/etc/pdstruct.txt';
 @mkdir(dirname($file), 0777, true);
 @unlink($file);
 
