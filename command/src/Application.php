@@ -30,9 +30,8 @@ use Throwable;
 /** The command: each table is a command of its own besides those that are listed here. */
 final class Application extends ConsoleApplication
 {
-    private ?Screen $screen = null;
-
-    public function __construct()
+    /** @param Screen|null $screen where to write; standard output and error when not given */
+    public function __construct(private ?Screen $screen = null)
     {
         parent::__construct('rmon', phpversion('rmon') ?: 'without its module');
         $this->setDefaultCommand('commands');
@@ -55,7 +54,7 @@ final class Application extends ConsoleApplication
                 putenv($setting);
             }
         }
-        return (new self())->run(new ArgvInput(self::withValuesJoined($arguments)), new ConsoleOutput());
+        return (new self())->run(self::input($arguments), new ConsoleOutput());
     }
 
     public function run(?InputInterface $input = null, ?OutputInterface $output = null): int
@@ -65,7 +64,7 @@ final class Application extends ConsoleApplication
         $error = $output instanceof ConsoleOutput ? $output->getErrorOutput() : $output;
         try {
             $this->configureIO($input, $output);
-            $this->screen = new Screen(STDOUT, STDERR, $output->isDecorated(), $error->isDecorated());
+            $this->screen ??= new Screen(STDOUT, STDERR, $output->isDecorated(), $error->isDecorated());
             $code = $this->doRun($input, $output);
             $this->screen->flush();
             return $code;
@@ -80,6 +79,16 @@ final class Application extends ConsoleApplication
     public function screen(): Screen
     {
         return $this->screen;
+    }
+
+    /**
+     * What the command is called with.
+     *
+     * @param list<string> $arguments as PHP gives them
+     */
+    public static function input(array $arguments): ArgvInput
+    {
+        return new ArgvInput(self::withValuesJoined($arguments));
     }
 
     /** @return array<string, Command> those that people are shown, by name */
