@@ -342,8 +342,10 @@ final class ControlRows
     {
         $key = $this->key($schema);
         foreach ($this->probe->table($schema->name) as $row) {
-            if ($row[$schema->status] !== RowStatus::valid->value || array_intersect_key($row, $wanted) != $wanted) {
-                continue;
+            foreach ([$schema->status => RowStatus::valid->value] + $wanted as $name => $value) {
+                if ($row[$name] !== $value) {
+                    continue 2;
+                }
             }
             $lease = $this->leaseOf($row[$schema->owner]);
             if ($lease === null && $others) {

@@ -258,39 +258,122 @@ final class Table implements IteratorAggregate
             return;
         }
         [$prefix, $filter] = $this->split();
-        $depth = count($prefix);
-        $order = $schema->order;
-        $cursor = $behind === null ? $this->start($prefix) : $this->cursor($behind);
+        $cursor = $behind === null ? $this->start(array_values($prefix)) : $this->cursor($behind);
         $last = null;
         while (($rows = $this->fetch($cursor, $page)) !== []) {
-            foreach ($rows as $row) {
-                $place = [];
-                foreach ($order as $name) {
-                    $place[] = $row[$name];
+            $orderly = $last === null || $this->side($rows[0], $last) > 0 ? $this->orderly($rows) : 0;
+            $last = end($rows);
+            // Rows between two of the part belong to it, as long as they are in order.
+            $inside = $orderly === count($rows)
+                && $this->side($rows[0], $prefix) === 0
+                && $this->side($last, $prefix) === 0;
+            if ($inside && $filter === [] && $hidden === []) {
+                foreach ($rows as $row) {
+                    yield $row;
                 }
-                if ($last !== null && $this->compare($place, $last) <= 0) {
-                    throw $this->broken($row);
-                }
-                $last = $place;
-                if ($depth > 0 && ($side = $this->compare(array_slice($place, 0, $depth), $prefix)) !== 0) {
+            } else {
+                foreach ($rows as $place => $row) {
+                    if ($place === $orderly) {
+                        throw $this->broken($row);
+                    }
+                    $side = $inside ? 0 : $this->side($row, $prefix);
                     if ($side > 0) {
                         return;
                     }
-                    continue;
-                }
-                foreach ($filter as $name => $value) {
-                    if ($row[$name] !== $value) {
-                        continue 2;
+                    if ($side === 0 && self::has($row, $filter)) {
+                        yield $hidden + $row;
                     }
                 }
-                yield $hidden === [] ? $row : $hidden + $row;
             }
-            $next = $this->cursor($row);
+            $next = $this->cursor($last);
             if ($next === $cursor) {
-                throw $this->broken($row);
+                throw $this->broken($last);
             }
             $cursor = $next;
         }
+    }
+
+    /**
+     * @param array<string, mixed> $row
+     * @param array<string, mixed> $values
+     */
+    private static function has(array $row, array $values): bool
+    {
+        foreach ($values as $name => $value) {
+            if ($row[$name] !== $value) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /**
+     * How many rows of a page stand in the order of their keys, each behind the one before it.
+     *
+     * Looks at columns: leading keys are the same in most pages, which the engine compares as a whole.
+     *
+     * @param list<array<string, mixed>> $rows
+     */
+    private function orderly(array $rows): int
+    {
+        $count = count($rows);
+        $columns = [];
+        foreach ($this->schema->order as $name) {
+            $column = array_column($rows, $name);
+            if ($this->schema->keys[$name]->type->isText()) {
+                $column = array_map(self::sortable(...), $column);
+            }
+            if ($columns !== [] || $column !== array_fill(0, $count, $column[0])) {
+                $columns[] = $column;
+            }
+        }
+        if ($columns === []) {
+            return 1;
+        }
+        [$column] = $columns;
+        if (count($columns) > 1) {
+            // A list compares as its elements do, one after another.
+            $column = array_map(null, ...$columns);
+        }
+        $before = $column[0];
+        foreach ($column as $place => $value) {
+            if ($value <= $before && $place > 0) {
+                return $place;
+            }
+            $before = $value;
+        }
+        return $count;
+    }
+
+    /**
+     * On which side of another one a row stands, by the keys that both have.
+     *
+     * @param array<string, mixed> $row
+     * @param array<string, mixed> $other a row, or the first of its keys
+     */
+    private function side(array $row, array $other): int
+    {
+        foreach ($this->schema->order as $name) {
+            if (!isset($other[$name])) {
+                return 0;
+            }
+            $side = self::sortable($row[$name]) <=> self::sortable($other[$name]);
+            if ($side !== 0) {
+                return $side;
+            }
+        }
+        return 0;
+    }
+
+    /**
+     * A key's value as PHP compares it rightly: numbers by size, lists of octets by length and then one by one. Texts
+     * become such lists; compared as they are, "1e1" would be "10".
+     *
+     * @return int|list<int>
+     */
+    private static function sortable(mixed $value): int|array
+    {
+        return is_string($value) ? ($value === '' ? [] : array_values(unpack('C*', $value))) : $value;
     }
 
     /** @param array<string, mixed> $row */
@@ -310,25 +393,10 @@ final class Table implements IteratorAggregate
     }
 
     /**
-     * The order of rows is that of their keys in a MIB: numbers by size, lists by length and then octet by octet,
-     * which is how arrays compare; texts likewise.
-     *
-     * @param list<mixed> $one
-     * @param list<mixed> $other
-     */
-    private function compare(array $one, array $other): int
-    {
-        if (is_string($one[0])) {
-            return strlen($one[0]) <=> strlen($other[0]) ?: strcmp($one[0], $other[0]);
-        }
-        return $one <=> $other;
-    }
-
-    /**
      * Of the keys that rows must have, those that stand first in the order, where the walk can begin and end, and the
      * others.
      *
-     * @return array{list<mixed>, array<string, mixed>}
+     * @return array{array<string, mixed>, array<string, mixed>} by the names of keys
      */
     private function split(): array
     {
@@ -344,7 +412,7 @@ final class Table implements IteratorAggregate
             }
             $prefix[$name] = $filter[$name];
         }
-        return [array_values($prefix), array_diff_key($filter, $prefix)];
+        return [$prefix, array_diff_key($filter, $prefix)];
     }
 
     /**

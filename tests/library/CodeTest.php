@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use PHPUnit\Framework\TestCase;
 use ReflectionClass;
 use ReflectionMethod;
@@ -12,7 +13,7 @@ use ReflectionMethod;
 final class CodeTest extends TestCase
 {
     /** @return iterable<string, array{string, string}> */
-    public function classes(): iterable
+    public static function classes(): iterable
     {
         $source = realpath(__DIR__ . '/../../library/src');
         $files = new \RecursiveDirectoryIterator($source, \FilesystemIterator::SKIP_DOTS);
@@ -23,6 +24,7 @@ final class CodeTest extends TestCase
     }
 
     /** @dataProvider classes */
+    #[DataProvider('classes')]
     public function testAClassIsTypedAndExplained(string $file, string $class): void
     {
         self::assertStringContainsString("\n\ndeclare(strict_types=1);\n", file_get_contents($file));
@@ -60,7 +62,7 @@ final class CodeTest extends TestCase
     {
         $functions = get_extension_funcs('rmon');
         $calls = [];
-        foreach ($this->classes() as [$file]) {
+        foreach (self::classes() as [$file]) {
             $tokens = array_values(array_filter(
                 token_get_all(file_get_contents($file)),
                 static fn(mixed $token) => !is_array($token) || $token[0] !== T_WHITESPACE,

@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use Rmon\Exception\AgentRefused;
 use Rmon\Exception\BadArgument;
 use Rmon\Exception\CallFailed;
@@ -39,7 +40,7 @@ final class LinkTest extends AgentTestCase
     }
 
     /** @return iterable<string, array{string, int}> */
-    public function nonsense(): iterable
+    public static function nonsense(): iterable
     {
         yield 'no host' => ['', 9911];
         yield 'a blank' => ['127.0.0.1 1', 9911];
@@ -49,6 +50,7 @@ final class LinkTest extends AgentTestCase
     }
 
     /** @dataProvider nonsense */
+    #[DataProvider('nonsense')]
     public function testHostsAndPortsThatAreNone(string $host, int $port): void
     {
         self::assertInstanceOf(BadArgument::class, $this->thrown(fn() => Probe::connect($host, $port)));
@@ -90,6 +92,19 @@ final class LinkTest extends AgentTestCase
         ini_set('rmon.default_port', (string) $agent->port);
         self::assertSame(100, Probe::connect()->uptime());
         self::assertSame((string) $agent->port, ini_get('rmon.default_port'));
+    }
+
+    public function testThePortOfTheEnvironmentIsTheNext(): void
+    {
+        $agent = $this->scripted(self::system());
+        ini_set('rmon.default_port', '');
+        putenv("RMONRPC_PORT=$agent->port");
+        try {
+            self::assertSame(100, Probe::connect()->uptime());
+            self::assertSame('', ini_get('rmon.default_port'));
+        } finally {
+            putenv('RMONRPC_PORT');
+        }
     }
 
     public function testTheSameHostAtAnotherPortIsAnotherLink(): void
@@ -219,7 +234,7 @@ final class LinkTest extends AgentTestCase
     }
 
     /** @return iterable<string, array{string, array<string, mixed>}> */
-    public function quietTables(): iterable
+    public static function quietTables(): iterable
     {
         yield 'DSMON' => ['dsmonStatsTable', ['dsmonStatsControlIndex' => 1, 'dsmonAggGroupIndex' => 0]];
         yield 'voice' => ['sccpPhoneTable', ['index' => 1]];
@@ -230,6 +245,7 @@ final class LinkTest extends AgentTestCase
      * @param array<string, mixed> $keys
      * @dataProvider quietTables
      */
+    #[DataProvider('quietTables')]
     public function testSilenceOfADeadLinkIsNoMissingRow(string $table, array $keys): void
     {
         $agent = $this->scripted(\hang_up(), \hang_up(), \hang_up(), \hang_up());
@@ -242,6 +258,7 @@ final class LinkTest extends AgentTestCase
      * @param array<string, mixed> $keys
      * @dataProvider quietTables
      */
+    #[DataProvider('quietTables')]
     public function testSilenceOfALiveLinkIsAMissingRow(string $table, array $keys): void
     {
         // noSuchName in a row, or no row in a list.

@@ -126,4 +126,32 @@ final class NetInterfaceTest extends AgentTestCase
         }
         self::assertSame([[4.0, 874.0], [0.0, 0.0]], $grown);
     }
+
+    public function testTheExample(): void
+    {
+        $frames = [];
+        for ($frame = 0; $frame < 100; $frame++) {
+            $segment = \tcp(40000, 443, 24, str_repeat('x', 100));
+            $packet = \ip4('10.0.0.1', '10.0.9.9', 6, $segment);
+            $frames[] = [1 + $frame / 1000, \ethernet(\mac(9), \mac(1), 0x0800, $packet)];
+        }
+        $agent = $this->bundled('--read', \capture_file($frames), '--speed', 'recorded', '--loop');
+        $probe = $this->probe($agent);
+        // As php.ini would have it: PHP with the module.
+        $words = explode("\0", file_get_contents('/proc/self/cmdline'));
+        $load = array_values(preg_grep('/^extension=/', $words))[0];
+        $example = realpath(__DIR__ . '/../../library/examples/overview.php');
+        $name = $probe->interfaces()->name(1);
+        $command = [PHP_BINARY, '-n', '-d', $load, $example, "127.0.0.1:$agent->port", $name, '0.3'];
+        $process = proc_open($command, [1 => ['pipe', 'w'], 2 => ['pipe', 'w']], $pipes);
+        $output = stream_get_contents($pipes[1]);
+        self::assertSame('', stream_get_contents($pipes[2]));
+        self::assertSame(0, proc_close($process), $output);
+        self::assertMatchesRegularExpression('~^10\.0\.0\.1 +[\d.]+ [kM]?bit/s\n~', $output);
+        self::assertMatchesRegularExpression('~^ip\.tcp\.https +100\.0 %$~m', $output);
+        $alarm = $probe->table('alarmTable')->get(alarmIndex: 7);
+        self::assertSame('etherStatsCRCAlignErrors.1', $alarm['alarmVariable']);
+        $lines = preg_grep('/\S/', file($example));
+        self::assertLessThanOrEqual(15, count($lines), 'a page author reads it at a glance');
+    }
 }

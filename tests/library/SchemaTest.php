@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use PHPUnit\Framework\TestCase;
 use ReflectionFunction;
 use Rmon\Exception\UnknownName;
@@ -17,7 +18,7 @@ use Rmon\Schema\Type;
 final class SchemaTest extends TestCase
 {
     /** @return iterable<string, array{TableSchema}> */
-    public function tables(): iterable
+    public static function tables(): iterable
     {
         foreach (Catalog::all() as $name => $schema) {
             yield $name => [$schema];
@@ -25,6 +26,7 @@ final class SchemaTest extends TestCase
     }
 
     /** @dataProvider tables */
+    #[DataProvider('tables')]
     public function testKeysAndOrderAreColumns(TableSchema $schema): void
     {
         foreach ($schema->keys as $name => $key) {
@@ -39,6 +41,7 @@ final class SchemaTest extends TestCase
     }
 
     /** @dataProvider tables */
+    #[DataProvider('tables')]
     public function testReadersTakeTheKeys(TableSchema $schema): void
     {
         $reader = $schema->reader;
@@ -53,6 +56,7 @@ final class SchemaTest extends TestCase
     }
 
     /** @dataProvider tables */
+    #[DataProvider('tables')]
     public function testSettersTakeTheColumns(TableSchema $schema): void
     {
         $setters = $schema->writer?->setters() ?? [];
@@ -70,6 +74,7 @@ final class SchemaTest extends TestCase
     }
 
     /** @dataProvider tables */
+    #[DataProvider('tables')]
     public function testColumnsAreThoseOfTheStub(TableSchema $schema): void
     {
         $shapes = self::shapes();

@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use Rmon\Address;
 use Rmon\ControlRows;
 use Rmon\Probe;
@@ -24,7 +25,7 @@ final class TablesTest extends AgentTestCase
     private static mixed $agent = null;
 
     /** @return iterable<string, array{TableSchema}> */
-    public function tables(): iterable
+    public static function tables(): iterable
     {
         foreach (Catalog::all() as $name => $schema) {
             yield $name => [$schema];
@@ -123,6 +124,7 @@ final class TablesTest extends AgentTestCase
     }
 
     /** @dataProvider tables */
+    #[DataProvider('tables')]
     public function testRowsOfTheBundledAgentAreAsDescribed(TableSchema $schema): void
     {
         $table = self::$probe->table($schema->name);
@@ -145,6 +147,7 @@ final class TablesTest extends AgentTestCase
     }
 
     /** @dataProvider tables */
+    #[DataProvider('tables')]
     public function testPagesAndPartsAreTheTable(TableSchema $schema): void
     {
         $table = self::$probe->table($schema->name);
@@ -181,6 +184,7 @@ final class TablesTest extends AgentTestCase
     }
 
     /** @dataProvider tables */
+    #[DataProvider('tables')]
     public function testRowsOfTheScriptedAgentAreAsDescribed(TableSchema $schema): void
     {
         $reader = $schema->reader;

@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use PHPUnit\Framework\TestCase;
 use Rmon\Address;
 use Rmon\Exception\BadArgument;
@@ -17,7 +18,7 @@ use Rmon\Values;
 final class ValuesTest extends TestCase
 {
     /** @return iterable<array{string, list<int>|int}> */
-    public function addresses(): iterable
+    public static function addresses(): iterable
     {
         yield ['10.0.4.255', [10, 0, 4, 255]];
         yield ['fe80::1', [0xfe, 0x80, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1]];
@@ -28,6 +29,7 @@ final class ValuesTest extends TestCase
      * @param list<int> $octets
      * @dataProvider addresses
      */
+    #[DataProvider('addresses')]
     public function testAddressesThereAndBack(string $text, array $octets): void
     {
         self::assertSame($text, Address::text($octets));
@@ -54,7 +56,7 @@ final class ValuesTest extends TestCase
     }
 
     /** @return iterable<array{callable, string}> */
-    public function noAddresses(): iterable
+    public static function noAddresses(): iterable
     {
         foreach (['', '10.0.0', '10.0.0.256', '10.0.0.1 ', '010.0.0.1x', 'fe80::1%eth0', "10.0.0.1\0"] as $text) {
             yield [Address::parse(...), $text];
@@ -68,6 +70,7 @@ final class ValuesTest extends TestCase
     }
 
     /** @dataProvider noAddresses */
+    #[DataProvider('noAddresses')]
     public function testWhatIsNoAddress(callable $parse, string $text): void
     {
         $this->expectException(BadArgument::class);
@@ -130,7 +133,7 @@ final class ValuesTest extends TestCase
     }
 
     /** @return iterable<array{string, string, mixed, mixed}> */
-    public function given(): iterable
+    public static function given(): iterable
     {
         yield ['alarmTable', 'alarmIndex', '7', 7];
         yield ['alarmTable', 'alarmIndex', 7.0, 7];
@@ -152,13 +155,14 @@ final class ValuesTest extends TestCase
     }
 
     /** @dataProvider given */
+    #[DataProvider('given')]
     public function testWhatIsGiven(string $table, string $column, mixed $given, mixed $expected): void
     {
         self::assertSame($expected, (new Values())->parse(self::column($table, $column), $given));
     }
 
     /** @return iterable<array{string, string, mixed}> */
-    public function refused(): iterable
+    public static function refused(): iterable
     {
         yield ['alarmTable', 'alarmIndex', -1];
         yield ['alarmTable', 'alarmIndex', 4294967296];
@@ -180,6 +184,7 @@ final class ValuesTest extends TestCase
     }
 
     /** @dataProvider refused */
+    #[DataProvider('refused')]
     public function testWhatIsRefused(string $table, string $column, mixed $given): void
     {
         $this->expectException(BadArgument::class);
