@@ -114,7 +114,9 @@ final class Application extends ConsoleApplication
             $short = array_map(static fn(string $table) => preg_replace('/Table$/D', '', $table), $tables);
             throw UnknownName::among('command or table', $name, [...array_keys($this->commands()), ...$short]);
         }
-        return $this->add(new Commands\TableCommand($schema, $name));
+        $this->add(new Commands\TableCommand($schema, $name));
+        // Which is the help about it, where that is wanted.
+        return $this->get($name);
     }
 
     public function complete(CompletionInput $input, CompletionSuggestions $suggestions): void

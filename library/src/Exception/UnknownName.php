@@ -16,7 +16,12 @@ class UnknownName extends BadArgument
         $distances = [];
         foreach ($known as $candidate) {
             $candidate = (string) $candidate;
-            $distance = levenshtein(strtolower(substr($name, 0, 200)), strtolower($candidate));
+            $wanted = strtolower(substr($name, 0, 200));
+            $distance = levenshtein($wanted, strtolower($candidate));
+            if (str_ends_with($candidate, 'Table')) {
+                // People leave it out.
+                $distance = min($distance, levenshtein($wanted, strtolower(substr($candidate, 0, -5))));
+            }
             if (stripos($candidate, $name) !== false) {
                 $distance = min($distance, 1);
             }
