@@ -60,7 +60,9 @@ final class FilterExpression
             throw new UsageError($reason->text);
         }
         if ($made->words !== []) {
-            throw new UsageError("The filter ends before \"{$made->words[0]}\".");
+            throw $made->words[0] === ')' || $made->isQualifier($made->words[0])
+                ? new UsageError("The filter ends before \"{$made->words[0]}\".")
+                : self::unknown($made->words[0]);
         }
         if (!$made->failed && $made->terms === []) {
             throw new UsageError("No frame can be all that \"$text\" says.");
@@ -133,9 +135,7 @@ final class FilterExpression
             // "host A or B": B is what A was.
             $isEnd = $word === null || in_array($word, ['and', 'or', ')', '&&', '||'], true);
             if ($isEnd || $this->before === [] || !preg_match('/^[\da-f]/', $word)) {
-                throw new UsageError($isEnd ? 'The filter ends too early.' : "\"$word\" is no word of a filter. There are: "
-                    . 'host, net, port, src, dst, ether host, ip, ip6, arp, tcp, udp, sctp, icmp, icmp6, vlan, broadcast, '
-                    . 'multicast, and, or, not.');
+                throw $isEnd ? new UsageError('The filter ends too early.') : self::unknown($word);
             }
             $qualifiers = $this->before;
             $kind = end($qualifiers);
@@ -148,6 +148,12 @@ final class FilterExpression
             $this->before = $qualifiers;
         }
         return $this->terms($qualifiers, $value);
+    }
+
+    private static function unknown(string $word): UsageError
+    {
+        return new UsageError("\"$word\" is no word of a filter. There are: host, net, port, src, dst, ether host, ip, ip6, "
+            . 'arp, tcp, udp, sctp, icmp, icmp6, vlan, broadcast, multicast, and, or, not.');
     }
 
     private function isQualifier(string $word): bool
@@ -311,7 +317,7 @@ final class FilterExpression
     private static function both(array $ones, array $others): array
     {
         if (count($ones) * count($others) > self::MOST) {
-            throw new Inexpressible('it has too many alternatives.');
+            throw new Inexpressible('It takes too many rows.');
         }
         $both = [];
         foreach ($ones as $one) {
@@ -332,9 +338,12 @@ final class FilterExpression
         foreach ($unwanted as $no) {
             $left = [];
             foreach ($wanted as $yes) {
-                $left[] = $yes->without($no);
+                array_push($left, ...$yes->without($no));
             }
-            $wanted = array_values(array_filter($left));
+            if (count($left) > self::MOST) {
+                throw new Inexpressible('It takes too many rows. To name the protocol helps: tcp and not port 22.');
+            }
+            $wanted = $left;
         }
         return $wanted;
     }

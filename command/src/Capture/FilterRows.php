@@ -40,8 +40,16 @@ final class FilterRows
         foreach ($filter->terms as $term) {
             array_push($rows, ...$this->rows($term));
         }
+        if ($rows === [] && $filter->terms !== []) {
+            throw new UsageError('No frame can be all that the filter says.');
+        }
         if (count($rows) > self::MOST) {
-            throw new UsageError('This filter takes ' . count($rows) . ' rows of the filter table; at most ' . self::MOST . '.');
+            throw new UsageError(sprintf(
+                'This filter takes %d rows of the filter table, and at most %d are made. To name the protocol helps: %s.',
+                count($rows),
+                self::MOST,
+                'tcp and not port 22',
+            ));
         }
         return $rows;
     }
@@ -49,6 +57,9 @@ final class FilterRows
     /** @return list<array<string, mixed>> */
     private function rows(Term $term): array
     {
+        if ($term->later) {
+            return $this->laterFragments($term);
+        }
         $ports = isset($term->bits['port']) || isset($term->except['port']);
         $transport = self::TRANSPORTS[$term->bits['net'][$term->network === 'ip6' ? 6 : 9][0] ?? 0] ?? null;
         $link = isset($term->bits['link']) || isset($term->except['link']);
@@ -59,6 +70,21 @@ final class FilterRows
         $rows = [];
         foreach ($ports ? $this->withPortsPlaced($term) : [$term] as $placed) {
             array_push($rows, ...$this->fromNetwork($placed));
+        }
+        return $rows;
+    }
+
+    /**
+     * An offset of the fragment that isn't 0.
+     *
+     * @return list<array<string, mixed>>
+     */
+    private function laterFragments(Term $term): array
+    {
+        $first = Term::octets('ip', 'net', 6, [0, 0], [0x1f, 0xff]);
+        $rows = [];
+        foreach ((new Term($term->network, $term->bits, $term->except))->without($first) as $later) {
+            array_push($rows, ...$this->fromNetwork($later));
         }
         return $rows;
     }

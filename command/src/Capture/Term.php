@@ -13,16 +13,26 @@ namespace Rmon\Command\Capture;
  */
 final class Term
 {
+    /** @var array<string, array<int, array{int, int}>> by layer and offset: the octet and its mask */
+    public readonly array $bits;
+
+    /** @var array<string, array<int, array{int, int}>> the same; of these bits, where there are any, one differs */
+    public readonly array $except;
+
     /**
      * @param string|null $network "ip", "ip6" or "arp"; null: any frame
-     * @param array<string, array<int, array{int, int}>> $bits by layer and offset: the octet and its mask
-     * @param array<string, array<int, array{int, int}>> $except the same; at least one of these bits differs
+     * @param array<string, array<int, array{int, int}>> $bits
+     * @param array<string, array<int, array{int, int}>> $except
+     * @param bool $later whether only later fragments of IPv4 packets are meant, which have no ports
      */
     public function __construct(
         public readonly ?string $network = null,
-        public readonly array $bits = [],
-        public readonly array $except = [],
+        array $bits = [],
+        array $except = [],
+        public readonly bool $later = false,
     ) {
+        $this->bits = array_filter($bits);
+        $this->except = array_filter($except);
     }
 
     /**
@@ -53,35 +63,59 @@ final class Term
             throw new Inexpressible('One filter row can rule out one thing, not two.');
         }
         $bits = self::joined($this->bits, $other->bits);
-        return $bits === null
-            ? null
-            : new self($this->network ?? $other->network, $bits, $this->except ?: $other->except);
+        $later = $this->later || $other->later;
+        if ($bits === null || $later && isset($bits['port'])) {
+            return null;
+        }
+        return self::consistent($this->network ?? $other->network, $bits, $this->except ?: $other->except, $later);
     }
 
     /**
-     * Frames that are this and not the other.
+     * Frames that are this and not the other: where one thing is ruled out already, by a term for each bit of the other
+     * that can differ.
      *
-     * @return self|null null when there can be none
+     * @return list<self>
      */
-    public function without(self $other): ?self
+    public function without(self $other): array
     {
         if ($other->except !== []) {
             throw new Inexpressible('A "not" within a "not" can\'t be made a filter row.');
         }
-        if ($this->and(new self($other->network, $other->bits)) === null) {
-            return $this;
+        if ($this->and($other) === null) {
+            return [$this];
         }
         if ($this->network === null && $other->network !== null) {
             throw new Inexpressible("What isn't $other->network takes a \"not\" around the whole filter.");
         }
         $left = self::missing($other->bits, $this->bits);
-        if ($left === []) {
-            return null;
+        $terms = [];
+        if (isset($other->bits['port']) && $other->network === 'ip' && !isset($this->bits['port']) && !isset($this->except['port'])) {
+            $terms[] = new self($this->network, $this->bits, $this->except, true);
         }
-        if ($this->except !== []) {
-            throw new Inexpressible('One filter row can rule out one thing, not two.');
+        if ($this->except === []) {
+            return $left === [] ? $terms : [new self($this->network, $this->bits, $left, $this->later), ...$terms];
         }
-        return new self($this->network, $this->bits, $left);
+        foreach ($left as $layer => $octets) {
+            foreach ($octets as $offset => [$octet, $mask]) {
+                for ($bit = 1; $bit < 256; $bit <<= 1) {
+                    if ($mask & $bit) {
+                        $terms[] = $this->and(new self($this->network, [$layer => [$offset => [~$octet & $bit, $bit]]]));
+                    }
+                }
+            }
+        }
+        return array_values(array_filter($terms));
+    }
+
+    /** The term without bits that would have to differ and are wanted as they are; null when nothing is left to differ. */
+    private static function consistent(?string $network, array $bits, array $except, bool $later): ?self
+    {
+        if ($except === [] || self::joined($bits, $except) === null) {
+            // One of them differs already, if any has to.
+            return new self($network, $bits, [], $later);
+        }
+        $left = self::missing($except, $bits);
+        return $left === [] ? null : new self($network, $bits, $left, $later);
     }
 
     /** @return array<string, array<int, array{int, int}>>|null null when they contradict each other */
