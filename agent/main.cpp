@@ -98,6 +98,7 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
     if (!wrong.empty())
         return wrong;
     const bool may_capture = chosen.capture && capture_permitted();
+    agent.sources.ring = chosen.ring;
     wrong = start_probe(agent, may_capture, chosen.reading);
     if (!wrong.empty())
         return wrong;

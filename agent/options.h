@@ -13,6 +13,7 @@ struct options {
     std::string host = "127.0.0.1";
     uint16_t port = RMONRPC_PORT;
     bool capture = true;
+    uint32_t ring = 0; // MiB, 0: the capture's own choice
     file_reading reading;
     std::optional<uint16_t> netflow; // UDP port
     std::string voice;               // scenario, empty: none

@@ -108,9 +108,9 @@ void save_communities(probe &agent, state_writer &writer)
         write_record(writer, rmonrpc_snmp_community_t{no_error, {name.c_str()}, privs});
 }
 
-void load_community(probe &agent, const rmonrpc_snmp_community_t &kept)
+int32_t load_community(probe &agent, const rmonrpc_snmp_community_t &kept)
 {
-    community_set(agent, kept);
+    return community_set(agent, kept);
 }
 
 /* ---- the family --------------------------------------------------------------------- */

@@ -49,4 +49,4 @@ int32_t community_set(probe &agent, const rmonrpc_snmp_community_t &request);
 
 /** What is kept over a restart. */
 void save_communities(probe &agent, state_writer &writer);
-void load_community(probe &agent, const rmonrpc_snmp_community_t &kept);
+int32_t load_community(probe &agent, const rmonrpc_snmp_community_t &kept);

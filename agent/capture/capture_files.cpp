@@ -1,8 +1,9 @@
 #include "agent/capture/capture_files.h"
 
 #include <algorithm>
-#include <cinttypes>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 
 #include <linux/if.h>
@@ -43,29 +44,60 @@ void wake_in(capture_file &file, int64_t delay)
     timerfd_settime(file.timer, 0, &when, nullptr);
 }
 
-/** Opens a file that is Ethernet frames. Null, with what is wrong. */
-pcap_t *open_file(const std::string &path, std::string &wrong)
+bool is_ethernet(const pcapng_interface &link)
 {
-    char error[PCAP_ERRBUF_SIZE] = "";
-    pcap_t *capture = pcap_open_offline(path.c_str(), error); // its message names the file
-    if (!capture) {
-        wrong = std::string("cannot read a capture: ") + error;
-        return nullptr;
-    }
-    if (pcap_datalink(capture) != DLT_EN10MB) {
-        wrong = path + " has no Ethernet frames";
-        pcap_close(capture);
-        return nullptr;
-    }
-    return capture;
+    return link.link_type == DLT_EN10MB;
 }
 
-interface interface_of(const std::string &path, int32_t index)
+/**
+ * Opens a pcapng file, which is looked through for its interfaces: they may
+ * come behind frames. What is damaged is told when the reading gets there.
+ */
+std::string open_blocks(capture_file &file, std::vector<pcapng_interface> &found)
+{
+    if (!open_pcapng(file.blocks, file.path))
+        return "cannot read a capture: " + file.path + ": " + std::strerror(errno);
+    pcapng_block next;
+    while ((next = read_block(file.blocks)) != pcapng_block::end && next != pcapng_block::damaged)
+        if (next == pcapng_block::interface)
+            found.push_back(file.blocks.of_section.back());
+    if (next == pcapng_block::damaged && found.empty())
+        return "cannot read a capture: " + file.path + ": " + file.blocks.wrong;
+    if (std::ranges::none_of(found, is_ethernet))
+        return file.path + " has no Ethernet frames";
+    rewind_pcapng(file.blocks);
+    file.reading = true;
+    return {};
+}
+
+/** Opens a file of any other form, with Ethernet frames. An empty text, or what is wrong. */
+std::string open_capture(capture_file &file)
+{
+    char error[PCAP_ERRBUF_SIZE] = "";
+    file.capture = pcap_open_offline(file.path.c_str(), error); // its message names the file
+    if (!file.capture)
+        return std::string("cannot read a capture: ") + error;
+    if (pcap_datalink(file.capture) != DLT_EN10MB)
+        return file.path + " has no Ethernet frames";
+    file.reading = true;
+    return {};
+}
+
+void close_capture(capture_file &file)
+{
+    if (file.capture)
+        pcap_close(file.capture);
+    file.capture = nullptr;
+    close_pcapng(file.blocks);
+    file.reading = false;
+}
+
+interface interface_of(const std::string &name, int32_t index, bool ethernet)
 {
     interface link;
     link.index = index;
-    link.name = path;
-    link.hardware_type = ARPHRD_ETHER;
+    link.name = name;
+    link.hardware_type = ethernet ? ARPHRD_ETHER : ARPHRD_NONE;
     link.flags = IFF_UP | IFF_RUNNING;
     link.oper_state = IF_OPER_UP;
     link.mtu = 1500;
@@ -73,26 +105,72 @@ interface interface_of(const std::string &path, int32_t index)
     return link;
 }
 
-/** Reads the next frame. False at the end of the file, or where it is damaged; that is told, and is the end.
- */
-bool read_frame(capture_file &file)
+/** One of several interfaces of a file: by its place, and by its name if that can be read. */
+std::string name_of(const std::string &path, const pcapng_interface &link)
 {
+    std::string name = path + "#" + std::to_string(link.number + 1);
+    const auto is_printable = [](char c) { return c > ' ' && c <= '~'; };
+    if (!link.name.empty() && std::ranges::all_of(link.name, is_printable))
+        name += " " + link.name;
+    return name;
+}
+
+enum class next_frame { there, skipped, none };
+
+/** Damage is told, and is the end. */
+next_frame tell_damage(capture_file &file, const char *what)
+{
+    std::fprintf(stderr, "rmon-agent: %s: %s\n", file.path.c_str(), what);
+    file.repeat = false;
+    return next_frame::none;
+}
+
+next_frame read_next_block(capture_file &file)
+{
+    switch (read_block(file.blocks)) {
+    case pcapng_block::frame:
+        break;
+    case pcapng_block::end:
+        return next_frame::none;
+    case pcapng_block::damaged:
+        return tell_damage(file, file.blocks.wrong.c_str());
+    case pcapng_block::interface:
+    case pcapng_block::other:
+        return next_frame::skipped;
+    }
+    const pcapng_frame &frame = file.blocks.frame;
+    if (!is_ethernet(*frame.from)) {
+        file.skipped++;
+        return next_frame::skipped;
+    }
+    if (frame.from->number >= file.links.size())
+        return tell_damage(file, "it has changed since the start");
+    file.from = frame.from->number;
+    file.bytes = frame.bytes;
+    file.captured = frame.captured;
+    file.length = std::clamp(frame.length, frame.captured, longest_frame);
+    file.stamp = frame.time;
+    return next_frame::there;
+}
+
+/** Reads the next frame. None at the end of the file, or where it is damaged. */
+next_frame read_frame(capture_file &file)
+{
+    if (!file.capture)
+        return read_next_block(file);
     pcap_pkthdr *header = nullptr;
     const int result = pcap_next_ex(file.capture, &header, &file.bytes);
-    if (result == 1) {
-        file.captured = header->caplen;
-        file.length = std::clamp(header->len, header->caplen, longest_frame);
-        // Stamps of pcapng reach farther than any clock.
-        const int64_t seconds = std::clamp<int64_t>(header->ts.tv_sec, 0, UINT32_MAX);
-        const int64_t microseconds = std::clamp<int64_t>(header->ts.tv_usec, 0, 999999);
-        file.stamp = seconds * 1000000 + microseconds;
-        return true;
-    }
-    if (result == PCAP_ERROR) {
-        std::fprintf(stderr, "rmon-agent: %s: %s\n", file.path.c_str(), pcap_geterr(file.capture));
-        file.repeat = false;
-    }
-    return false;
+    if (result == PCAP_ERROR)
+        return tell_damage(file, pcap_geterr(file.capture));
+    if (result != 1)
+        return next_frame::none;
+    file.captured = header->caplen;
+    file.length = std::clamp(header->len, header->caplen, longest_frame);
+    // Stamps of pcapng reach farther than any clock.
+    const int64_t seconds = std::clamp<int64_t>(header->ts.tv_sec, 0, UINT32_MAX);
+    const int64_t microseconds = std::clamp<int64_t>(header->ts.tv_usec, 0, 999999);
+    file.stamp = seconds * 1000000 + microseconds;
+    return next_frame::there;
 }
 
 void begin_round(capture_file &file)
@@ -108,32 +186,64 @@ void count_link(capture_file &file)
 {
     file.frames++;
     file.frames_of_round++;
-    link_counters &counters = file.link->counters;
+    link_counters &counters = file.links[file.from]->counters;
     counters.rx_packets++;
     counters.rx_bytes += file.length;
     if (file.captured > 0 && file.bytes[0] & 1)
         counters.multicast++;
 }
 
+/** Back to the beginning of the file. False when that is not possible, which is told. */
+bool begin_again(capture_file &file)
+{
+    if (!file.capture) {
+        rewind_pcapng(file.blocks);
+        return true;
+    }
+    close_capture(file);
+    const std::string wrong = open_capture(file);
+    if (wrong.empty())
+        return true;
+    std::fprintf(stderr, "rmon-agent: %s\n", wrong.c_str());
+    return false;
+}
+
+/** How many frames there were, how long they took, and what was left out. */
+void tell_end(const capture_file &file)
+{
+    std::string line = file.path + " ended: " + std::to_string(file.frames) + " frames";
+    if (file.frames > 0) {
+        char duration[40];
+        std::snprintf(
+            duration, sizeof duration, " in %.3f s", static_cast<double>(now_us() - file.began) / 1e6);
+        line += duration;
+    }
+    if (file.skipped > 0)
+        line += ", " + std::to_string(file.skipped) + " skipped that are not Ethernet's";
+    std::fprintf(stderr, "rmon-agent: %s\n", line.c_str());
+}
+
 /** The end of the file: begins again, or tells of the end. */
 void end_round(capture_file &file)
 {
-    pcap_close(file.capture);
-    file.capture = nullptr;
     const bool again = file.repeat && file.frames_of_round > 0;
-    if (again) {
-        std::string wrong;
-        file.capture = open_file(file.path, wrong);
-        file.frames_of_round = 0;
-        if (file.capture) {
-            wake_in(file, file.recorded ? pause_of_loop : 0);
-            return;
-        }
-        std::fprintf(stderr, "rmon-agent: %s\n", wrong.c_str());
+    file.frames_of_round = 0;
+    if (again && begin_again(file)) {
+        wake_in(file, file.recorded ? pause_of_loop : 0);
+        return;
     }
-    std::fprintf(
-        stderr, "rmon-agent: %s ended: %" PRIu64 " frames in %.3f s\n", file.path.c_str(), file.frames,
-        static_cast<double>(now_us() - file.began) / 1e6);
+    close_capture(file);
+    tell_end(file);
+}
+
+/** Who counts the frames of this turn. Nothing opens or closes a source meanwhile. */
+void find_counting(capture_file &file)
+{
+    file.counted.clear();
+    for (const interface *link : file.links) {
+        const auto found = file.sources->rows.find(link->index);
+        file.counted.push_back(found == file.sources->rows.end() ? nullptr : &found->second);
+    }
 }
 
 /** Whether the frame that was read must wait; if so, the timer is set. */
@@ -158,17 +268,18 @@ void on_turn(void *context, uint32_t)
     auto &file = *static_cast<capture_file *>(context);
     uint64_t expirations;
     (void)!read(file.timer, &expirations, sizeof expirations);
-    if (!file.capture)
+    if (!file.reading)
         return;
 
-    // Nothing opens or closes a source while frames are counted.
-    const auto found = file.sources->rows.find(file.link->index);
-    data_source *source = found == file.sources->rows.end() ? nullptr : &found->second;
+    find_counting(file);
     for (int i = 0; i < frames_in_a_round; i++) {
-        if (!file.waiting && !read_frame(file)) {
+        const next_frame next = file.waiting ? next_frame::there : read_frame(file);
+        if (next == next_frame::none) {
             end_round(file);
             return;
         }
+        if (next == next_frame::skipped)
+            continue;
         file.waiting = false;
         if (file.frames_of_round == 0)
             begin_round(file);
@@ -177,7 +288,7 @@ void on_turn(void *context, uint32_t)
             return;
         }
         count_link(file);
-        if (source)
+        if (data_source *source = file.counted[file.from])
             take_frame(*source, file.bytes, file.captured, file.length, file.stamp);
     }
     wake_in(file, 0);
@@ -189,18 +300,24 @@ std::string open_capture_files(
     capture_files &files, const file_reading &wanted, source_table &sources, interface_table &interfaces)
 {
     for (const std::string &path : wanted.files) {
-        std::string wrong;
-        pcap_t *capture = open_file(path, wrong);
-        if (!capture)
-            return wrong;
         capture_file &file = files.emplace_back();
         file.sources = &sources;
         file.path = path;
         file.recorded = wanted.recorded;
         file.repeat = wanted.repeat;
-        file.capture = capture;
-        const auto index = static_cast<int32_t>(files.size());
-        file.link = &interfaces.rows.emplace(index, interface_of(path, index)).first->second;
+        std::vector<pcapng_interface> found;
+        const bool in_blocks = is_pcapng(path);
+        std::string wrong = in_blocks ? open_blocks(file, found) : open_capture(file);
+        if (!wrong.empty())
+            return wrong;
+        if (found.empty())
+            found.emplace_back().link_type = DLT_EN10MB;
+        for (const pcapng_interface &link : found) {
+            const auto index = static_cast<int32_t>(interfaces.rows.size() + 1);
+            const std::string name = found.size() == 1 ? path : name_of(path, link);
+            file.links.push_back(
+                &interfaces.rows.emplace(index, interface_of(name, index, is_ethernet(link))).first->second);
+        }
     }
     return {};
 }
@@ -225,8 +342,7 @@ void close_capture_files(capture_files &files, event_loop &loop)
             unwatch(loop, file.timer);
             close(file.timer);
         }
-        if (file.capture)
-            pcap_close(file.capture);
+        close_capture(file);
     }
     files.clear();
 }

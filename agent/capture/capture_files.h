@@ -1,5 +1,6 @@
 /*
- * Capture files as input (--read): each file plays the part of an interface.
+ * Capture files as input (--read): each file plays the part of an interface, or
+ * of several where it has several (pcapng).
  *
  * Its frames pass by from the moment on at which reading begins, whether
  * somebody counts them or not, as on a wire: once or over and over, as fast as
@@ -8,6 +9,7 @@
 #pragma once
 
 #include "agent/core/loop.h"
+#include "agent/capture/pcapng.h"
 #include "agent/capture/sources.h"
 
 #include <cstdint>
@@ -27,29 +29,34 @@ struct file_reading {
 
 struct capture_file {
     source_table *sources = nullptr;
-    interface *link = nullptr; // whose part it plays
+    std::vector<interface *> links; // whose parts it plays
     std::string path;
     bool recorded = false;
     bool repeat = false;
-    pcap_t *capture = nullptr; // null before the beginning and after the end
+    bool reading = false;      // until the end
+    pcap_t *capture = nullptr; // libpcap's, or
+    pcapng_file blocks;        // the other form, read here
     int timer = -1;            // readable when it is time for frames
     uint64_t frames = 0;       // in all
+    uint64_t skipped = 0;      // that were not Ethernet's
     int64_t began = 0; // when its first frame came, in microseconds of the clock that only goes forward
     uint64_t frames_of_round = 0;
     int64_t round_began = 0;
     int64_t first_stamp = 0; // time of recording of the round's first frame, microseconds
     // A frame that is read and whose time has not come.
     bool waiting = false;
+    uint32_t from = 0; // of the links
     const uint8_t *bytes = nullptr;
     uint32_t captured = 0;
     uint32_t length = 0;
     int64_t stamp = 0;
+    std::vector<data_source *> counted; // of the links, while it is their turn; null: nobody counts on it
 };
 
 using capture_files = std::list<capture_file>;
 
 /**
- * Opens the files and makes their interfaces, 1 the first one's. An empty text,
+ * Opens the files and makes their interfaces, 1 the first one's first. An empty text,
  * or what is wrong in one line. The list must not move from then on.
  */
 std::string open_capture_files(

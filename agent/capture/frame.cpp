@@ -41,12 +41,21 @@ void take_payload(frame &to, const rest &at)
     to.payload_on_wire = at.on_wire;
 }
 
-void decode_tcp(frame &to, rest at)
+/** The ports stand first: they are known where the capture cut off what follows them of the header. */
+void take_ports(frame &to, const rest &at, uint32_t header)
 {
-    if (at.captured < 20)
+    if (at.captured < 4 || at.on_wire < header)
         return;
     to.source_port = read_u16(at.bytes);
     to.destination_port = read_u16(at.bytes + 2);
+}
+
+void decode_tcp(frame &to, rest at)
+{
+    take_ports(to, at, 20);
+    if (at.captured < 20)
+        return;
+    to.has_tcp_header = true;
     to.tcp_sequence = read_u32(at.bytes + 4);
     to.tcp_acknowledgment = read_u32(at.bytes + 8);
     to.tcp_flags = at.bytes[13];
@@ -57,10 +66,9 @@ void decode_tcp(frame &to, rest at)
 
 void decode_udp(frame &to, rest at)
 {
+    take_ports(to, at, 8);
     if (at.captured < 8)
         return;
-    to.source_port = read_u16(at.bytes);
-    to.destination_port = read_u16(at.bytes + 2);
     const uint32_t length = read_u16(at.bytes + 4);
     if (length >= 8) // 0 in jumbograms
         cut(at, length);
@@ -70,12 +78,9 @@ void decode_udp(frame &to, rest at)
 
 void decode_sctp(frame &to, rest at)
 {
-    if (at.captured < 12)
-        return;
-    to.source_port = read_u16(at.bytes);
-    to.destination_port = read_u16(at.bytes + 2);
-    skip(at, 12);
-    take_payload(to, at);
+    take_ports(to, at, 12);
+    if (skip(at, 12))
+        take_payload(to, at);
 }
 
 void decode_transport(frame &to, const rest &at)

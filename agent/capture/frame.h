@@ -5,7 +5,7 @@
  * Everything points into the captured bytes, which are the capture's and gone
  * after the frame was counted. Nothing here was checked for sense: lengths that
  * a header states are cut to what the frame has room for, and a header that was
- * not captured whole counts as not there.
+ * not captured whole counts as not there, but for the ports in front of it.
  */
 #pragma once
 
@@ -87,6 +87,7 @@ struct frame {
         nullptr;              // what the IP headers carry, from its beginning on; null in later fragments
     uint16_t source_port = 0; // TCP, UDP, SCTP; 0: none
     uint16_t destination_port = 0;
+    bool has_tcp_header = false; // captured as far as it has a fixed form; what follows is 0 without
     uint8_t tcp_flags = 0;
     uint32_t tcp_sequence = 0;
     uint32_t tcp_acknowledgment = 0;

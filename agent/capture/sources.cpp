@@ -7,8 +7,10 @@
 
 #include <linux/if.h>
 #include <linux/if_arp.h>
+#include <linux/if_packet.h>
 #include <sys/epoll.h>
 #include <sys/socket.h>
+#include <sys/sysinfo.h>
 #include <unistd.h>
 
 namespace {
@@ -16,33 +18,63 @@ namespace {
 /** Frames taken in one go, so that clients and other interfaces get their turn. */
 constexpr int frames_in_a_round = 1024;
 
-/** Rounds before an answer: enough for all frames that the capture's buffer holds, and an end under a flood.
- */
-constexpr int most_rounds = 64;
+/** Frames taken in one go when the ring may be about to overflow: losses are looked at as often. */
+constexpr int frames_in_a_hurry = 32;
 
-/** Octets of the kernel's buffer where more than the usual part of each frame is captured: each frame takes
- * as much. */
-constexpr int room_for_long_frames = 32 * 1024 * 1024;
+/** MiB of the smallest ring, and how much of the machine's memory the rings of all interfaces may have. */
+constexpr uint32_t smallest_ring = 2;
+constexpr uint64_t share_of_memory = 8;
 
 /** Octets, without check sequence, of the shortest frame that an adapter sends. */
 constexpr uint32_t shortest_on_the_wire = 60;
 
 void on_frame(u_char *context, const pcap_pkthdr *header, const u_char *bytes)
 {
+    auto &source = *reinterpret_cast<data_source *>(context);
+    source.taken++;
+    while (!source.gaps.empty() && source.gaps.front() <= source.taken) {
+        source.gaps.pop_front();
+        source.losses++;
+    }
     const int64_t time = int64_t{header->ts.tv_sec} * 1000000 + header->ts.tv_usec;
-    take_frame(*reinterpret_cast<data_source *>(context), bytes, header->caplen, header->len, time);
+    take_frame(source, bytes, header->caplen, header->len, time);
 }
 
 /* ---- live capture ---------------------------------------------------------------- */
 
-/** Adds the frames for which the capture had no room. */
+/**
+ * Adds the frames for which the capture had no room. They came behind all that
+ * is in the ring now: a ring is full when it has to leave out a frame. So the
+ * gap is in front of the next one that finds room.
+ *
+ * The kernel is asked itself: pcap_stats() opens files each time. It tells what
+ * came since it was last asked, and counts what it dropped among it.
+ */
 void count_dropped(data_source &source)
 {
-    pcap_stat stat{};
-    if (pcap_stats(source.capture, &stat) != 0)
+    tpacket_stats grown{};
+    socklen_t size = sizeof grown;
+    if (getsockopt(pcap_fileno(source.capture), SOL_PACKET, PACKET_STATISTICS, &grown, &size) != 0)
         return;
-    source.total.drop_events += stat.ps_drop - source.dropped; // wraps at 32 bits, both of them
-    source.dropped = stat.ps_drop;
+    source.arrived += grown.tp_packets - grown.tp_drops;
+    if (grown.tp_drops == 0)
+        return;
+    source.total.drop_events += grown.tp_drops;
+    if (source.gaps.empty() || source.gaps.back() != source.arrived + 1)
+        source.gaps.push_back(source.arrived + 1);
+}
+
+/** Frames for which the ring has room, about. */
+uint64_t room_of(const data_source &source)
+{
+    constexpr uint64_t overhead = 68; // octets of a frame's place in the ring that are not the frame's
+    return (uint64_t{source.ring} << 20) / (source.octets + overhead);
+}
+
+/** Whether so many frames wait that the ring may soon be full. */
+bool in_a_hurry(const data_source &source)
+{
+    return source.arrived > source.taken && source.arrived - source.taken > room_of(source) / 2;
 }
 
 void stop_capture(data_source &source)
@@ -50,6 +82,9 @@ void stop_capture(data_source &source)
     if (!source.capture)
         return;
     count_dropped(source);
+    // The next frame, of whichever capture, is behind whatever was lost up to now.
+    source.losses += source.gaps.size();
+    source.gaps.clear();
     unwatch(*source.table->loop, pcap_get_selectable_fd(source.capture));
     pcap_close(source.capture);
     source.capture = nullptr;
@@ -60,18 +95,26 @@ int take_frames(data_source &source)
 {
     if (!source.capture)
         return 0;
-    const int taken =
-        pcap_dispatch(source.capture, frames_in_a_round, on_frame, reinterpret_cast<u_char *>(&source));
+    count_dropped(source);
+    const uint64_t arrived = source.arrived;
+    const int taken = pcap_dispatch(
+        source.capture, in_a_hurry(source) ? frames_in_a_hurry : frames_in_a_round, on_frame,
+        reinterpret_cast<u_char *>(&source));
+    // The ring is empty: what was not seen of what arrived were frames that libpcap does not show.
+    if (taken == 0)
+        source.taken = std::max(source.taken, arrived);
     if (taken < 0)
         stop_capture(source); // the interface went down or away; the next tick tries again if it did not
     return taken;
 }
 
-/** Takes all that is there. */
+/** Takes all that is there, and no more than the ring can hold: a flood goes on meanwhile. */
 void take_waiting(data_source &source)
 {
-    for (int round = 0; round < most_rounds && take_frames(source) > 0; round++)
-        ;
+    const uint64_t most = room_of(source);
+    int frames = 1;
+    for (uint64_t taken = 0; taken <= most && frames > 0; taken += static_cast<uint64_t>(frames))
+        frames = take_frames(source);
 }
 
 void on_capture(void *context, uint32_t)
@@ -79,8 +122,30 @@ void on_capture(void *context, uint32_t)
     take_frames(*static_cast<data_source *>(context));
 }
 
+/** Has a capture deliver each frame at once. A code of libpcap's; negative: it can't. */
+int activate(pcap_t *capture, uint32_t octets, uint32_t ring, bool promiscuous)
+{
+    for (const int code :
+         {pcap_set_snaplen(capture, static_cast<int>(octets)), pcap_set_promisc(capture, promiscuous),
+          pcap_set_immediate_mode(capture, 1), pcap_set_buffer_size(capture, static_cast<int>(ring << 20))})
+        if (code != 0)
+            return code;
+    return pcap_activate(capture);
+}
+
+/** The loopback's capture shows a frame when it is received, and need not have it in the ring when it is
+ * sent. */
+void leave_out_sent(pcap_t *capture)
+{
+    bpf_program filter{};
+    if (pcap_compile(capture, &filter, "inbound", 1, PCAP_NETMASK_UNKNOWN) != 0)
+        return;
+    (void)!pcap_setfilter(capture, &filter); // the ring is used up faster without, that is all
+    pcap_freecode(&filter);
+}
+
 /** A capture that delivers each frame at once, or null with its error code in code. */
-pcap_t *activate(const std::string &name, uint32_t octets, int &code, std::string &why)
+pcap_t *open_capture(const std::string &name, uint32_t octets, uint32_t ring, int &code, std::string &why)
 {
     char error[PCAP_ERRBUF_SIZE] = "";
     for (const bool promiscuous : {true, false}) {
@@ -90,12 +155,7 @@ pcap_t *activate(const std::string &name, uint32_t octets, int &code, std::strin
             why = error;
             return nullptr;
         }
-        pcap_set_snaplen(capture, static_cast<int>(octets));
-        pcap_set_promisc(capture, promiscuous);
-        pcap_set_immediate_mode(capture, 1);
-        if (octets > usual_octets)
-            pcap_set_buffer_size(capture, room_for_long_frames);
-        code = pcap_activate(capture);
+        code = activate(capture, octets, ring, promiscuous);
         if (code >= 0 && pcap_datalink(capture) == DLT_EN10MB && pcap_setnonblock(capture, 1, error) == 0)
             return capture;
         why = code < 0 ? pcap_statustostr(code) : "no Ethernet frames";
@@ -115,13 +175,34 @@ uint32_t wanted_octets(const data_source &source)
     return most;
 }
 
+/**
+ * MiB for the ring of an interface. The kernel never moves them out: where
+ * nothing else is asked for, all interfaces that there are can have theirs and
+ * leave most of the memory to others.
+ */
+uint32_t ring_of_interface(const source_table &table)
+{
+    if (table.ring != 0)
+        return table.ring;
+    struct sysinfo machine;
+    if (sysinfo(&machine) != 0)
+        return smallest_ring;
+    const uint64_t memory = uint64_t{machine.totalram} * machine.mem_unit >> 20;
+    const auto links = std::ranges::count_if(
+        table.interfaces->rows, [](const auto &entry) { return is_ethernet_like(entry.second); });
+    const uint64_t share =
+        memory / share_of_memory / static_cast<uint64_t>(std::max<std::ptrdiff_t>(links, 1));
+    return static_cast<uint32_t>(std::clamp<uint64_t>(share, smallest_ring, usual_ring));
+}
+
 /** Starts capture on an interface that is up; where that fails for good, the kernel's counters must do. */
 void start_capture(data_source &source, const interface &link)
 {
     int code = 0;
     std::string why;
     const uint32_t octets = wanted_octets(source);
-    pcap_t *capture = activate(link.name, octets, code, why);
+    const uint32_t ring = ring_of_interface(*source.table);
+    pcap_t *capture = open_capture(link.name, octets, ring, code, why);
     if (!capture) {
         if (code == PCAP_ERROR_IFACE_NOT_UP || code == PCAP_ERROR_NO_SUCH_DEVICE)
             return; // it went down or away just now
@@ -131,9 +212,12 @@ void start_capture(data_source &source, const interface &link)
         source.capturing = false;
         return;
     }
+    if (source.loopback)
+        leave_out_sent(capture);
     source.capture = capture;
     source.octets = octets;
-    source.dropped = 0;
+    source.ring = ring;
+    source.arrived = source.taken = 0;
     if (!watch(*source.table->loop, pcap_get_selectable_fd(capture), EPOLLIN, on_capture, &source))
         stop_capture(source);
 }
@@ -146,12 +230,6 @@ void resume_capture(data_source &source)
     const auto link = source.table->interfaces->rows.find(source.index);
     if (link != source.table->interfaces->rows.end() && link->second.flags & IFF_UP && !link->second.file)
         start_capture(source, link->second);
-}
-
-void on_source_tick(void *context)
-{
-    for (auto &[index, source] : static_cast<source_table *>(context)->rows)
-        resume_capture(source);
 }
 
 /* ---- the kernel's counters ---------------------------------------------------------- */
@@ -202,10 +280,23 @@ void take_kernel_counters(data_source &source)
     const interface *link = fetch_interface(*source.table->interfaces, source.index);
     if (!link)
         return;
+    const uint64_t lost_before = source.total.drop_events;
     count_errors(source.total, source.kernel, link->counters);
+    source.losses +=
+        source.total.drop_events != lost_before; // in front of the next frame, as far as one knows
     if (!source.capturing)
         count_kernel_frames(source, source.kernel, link->counters);
     source.kernel = link->counters;
+}
+
+void on_source_tick(void *context)
+{
+    for (auto &[index, source] : static_cast<source_table *>(context)->rows) {
+        resume_capture(source);
+        // Whoever keeps frames has to hear of what the adapter lost.
+        if (source.capture && !source.counters.empty())
+            take_kernel_counters(source);
+    }
 }
 
 bool open_source(source_table &table, int32_t index)

@@ -15,6 +15,7 @@
 #include "agent/core/loop.h"
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <string>
 #include <vector>
@@ -38,8 +39,12 @@ struct attached_counter {
 };
 
 /** Octets of each frame that are captured when nobody wants more: headers, and the beginning of what they
- * carry. */
-inline constexpr uint32_t usual_octets = 256;
+ * carry. With what the kernel keeps of a frame besides they fill 256 octets of the ring, a sixteenth of a
+ * page. */
+inline constexpr uint32_t usual_octets = 188;
+
+/** MiB of a ring that has room for a second of the shortest frames at 1 Gbit/s: 1,488,095 of 256 octets. */
+inline constexpr uint32_t usual_ring = 364;
 
 struct data_source {
     source_table *table = nullptr;
@@ -50,9 +55,13 @@ struct data_source {
     uint32_t shortest = 0;  // octets, without check sequence, to which the adapter fills up what it sends
     bool capturing = false; // whether frames come from capture; stays so while the interface is down
     pcap_t *capture = nullptr;
-    uint32_t octets = 0;    // of each frame that the capture keeps
-    uint32_t dropped = 0;   // the capture's own count of frames that found no room, when it was last asked
-    link_counters kernel{}; // the kernel's counters when they were last asked for
+    uint32_t octets = 0;       // of each frame that the capture keeps
+    uint32_t ring = 0;         // MiB in which the kernel keeps frames until they are taken
+    uint64_t arrived = 0;      // frames that found room in the ring, as far as the kernel was asked
+    uint64_t taken = 0;        // frames that were taken from the ring
+    std::deque<uint64_t> gaps; // the numbers, as taken counts, of frames in front of which some were lost
+    uint64_t losses = 0;       // gaps up to the frame that is being counted
+    link_counters kernel{};    // the kernel's counters when they were last asked for
     ether_counters total{};
 };
 
@@ -61,6 +70,7 @@ struct source_table {
     interface_table *interfaces = nullptr;
     protocol_directory *protocols = nullptr;
     bool may_capture = false;
+    uint32_t ring = 0; // MiB for each interface; 0: usual_ring, or the interface's share of what there is
     std::map<int32_t, data_source> rows; // by ifIndex
 };
 

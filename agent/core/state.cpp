@@ -1,5 +1,7 @@
 #include "agent/core/state.h"
 
+#include "agent/core/settings_file.h"
+
 #include "rmon/rpc/rmonrpc_xdr.h"
 
 #include <cerrno>
@@ -19,14 +21,6 @@ namespace {
 constexpr const char file_name[] = "settings";
 constexpr const char new_file_name[] = "settings.new";
 
-/**
- * The file's first and last line. Between them, for each part, a line with its
- * name, and for each of its records one with the name, a space, and the
- * record's bytes in hexadecimal.
- */
-constexpr std::string_view opening = "rmon-agent settings 1\n";
-constexpr std::string_view closing = "end\n";
-
 /** Of a file that is read; the agent's own stay far below it. */
 constexpr std::size_t most_bytes = 64 * 1024 * 1024;
 
@@ -34,39 +28,7 @@ constexpr std::size_t most_bytes = 64 * 1024 * 1024;
 constexpr std::size_t first_room = 1024;
 constexpr std::size_t most_room = 1024 * 1024;
 
-/* ---- text ----------------------------------------------------------------------- */
-
-constexpr char digits[] = "0123456789abcdef";
-
-void append_hex(std::string &text, const std::vector<char> &bytes, std::size_t count)
-{
-    for (std::size_t i = 0; i < count; i++) {
-        const auto byte = static_cast<unsigned char>(bytes[i]);
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
-    }
-}
-
-int digit(char c)
-{
-    return c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
-
-/** False when the text is no bytes in hexadecimal. */
-bool read_hex(std::string_view text, std::vector<char> &bytes)
-{
-    bytes.clear();
-    if (text.size() % 2 != 0)
-        return false;
-    for (std::size_t i = 0; i < text.size(); i += 2) {
-        const int high = digit(text[i]);
-        const int low = digit(text[i + 1]);
-        if (high < 0 || low < 0)
-            return false;
-        bytes.push_back(static_cast<char>(high << 4 | low));
-    }
-    return true;
-}
+/* ---- reading ------------------------------------------------------------------------ */
 
 const state_part *find_part(std::string_view name)
 {
@@ -76,10 +38,9 @@ const state_part *find_part(std::string_view name)
     return nullptr;
 }
 
-/* ---- reading ------------------------------------------------------------------------ */
-
 struct kept_record {
     const state_part *part;
+    int line;                     // of the file
     std::vector<uint64_t> memory; // the decoded record
 };
 
@@ -88,22 +49,15 @@ struct file_contents {
     std::vector<kept_record> records;
 };
 
-bool read_line(std::string_view line, file_contents &contents)
+bool decode_record(const settings_record &from, file_contents &contents)
 {
-    const std::size_t space = line.find(' ');
-    const state_part *part = find_part(line.substr(0, space));
-    if (!part)
-        return false;
-    contents.parts.insert(part);
-    if (space == line.npos)
-        return true;
-    std::vector<char> bytes;
-    if (!read_hex(line.substr(space + 1), bytes))
-        return false;
-    kept_record kept{part, std::vector<uint64_t>(part->record->size / sizeof(uint64_t) + 1)};
+    const state_part *part = find_part(from.part);
+    kept_record kept{part, from.line, std::vector<uint64_t>(part->record->size / sizeof(uint64_t) + 1)};
+    std::vector<char> bytes = from.bytes;
     XDR xdrs;
     xdrmem_create(&xdrs, bytes.data(), static_cast<u_int>(bytes.size()), XDR_DECODE);
-    const bool whole = wire::xdr_layout(&xdrs, kept.memory.data(), *part->record);
+    const bool whole =
+        wire::xdr_layout(&xdrs, kept.memory.data(), *part->record) && XDR_GETPOS(&xdrs) == bytes.size();
     contents.records.push_back(std::move(kept)); // a part of a record has to be released as well
     return whole;
 }
@@ -111,20 +65,22 @@ bool read_line(std::string_view line, file_contents &contents)
 /** Takes a file apart. 0, or the number of the line at which it makes no sense. */
 int read_lines(std::string_view text, file_contents &contents)
 {
-    if (!text.starts_with(opening))
-        return 1;
-    text.remove_prefix(opening.size());
-    for (int number = 2;; number++) {
-        if (text == closing)
-            return 0;
-        const std::size_t end = text.find('\n');
-        if (end == text.npos || !read_line(text.substr(0, end), contents))
-            return number;
-        text.remove_prefix(end + 1);
+    settings_text lines;
+    const int damaged = take_settings_apart(text, lines);
+    for (std::size_t i = 0; i < lines.parts.size(); i++) {
+        const state_part *part = find_part(lines.parts[i]);
+        if (!part)
+            return lines.part_lines[i];
+        contents.parts.insert(part);
     }
+    for (const settings_record &record : lines.records)
+        if (record.line != damaged && !decode_record(record, contents))
+            return record.line;
+    return damaged;
 }
 
-void take_back(probe &agent, const file_contents &contents)
+/** Has the agent hold what the file holds. 0, or the number of the line that it refuses. */
+int take_back(probe &agent, const file_contents &contents)
 {
     // What refers to others goes before them, and comes after them.
     const std::span<const state_part> parts = state_parts();
@@ -133,14 +89,15 @@ void take_back(probe &agent, const file_contents &contents)
             parts[i].clear(agent);
     for (const state_part &part : parts)
         for (const kept_record &kept : contents.records)
-            if (kept.part == &part)
-                part.load(agent, kept.memory.data());
+            if (kept.part == &part && !part.load(agent, kept.memory.data()))
+                return kept.line;
+    return 0;
 }
 
 /** The whole file; errno ENOENT when there is none. */
 bool read_file(int directory, std::string &text)
 {
-    const int file = openat(directory, file_name, O_RDONLY | O_CLOEXEC);
+    const int file = openat(directory, file_name, O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
     if (file < 0)
         return false;
     char block[16 * 1024];
@@ -157,13 +114,14 @@ bool read_file(int directory, std::string &text)
 
 std::string describe_state(probe &agent)
 {
-    state_writer writer{"", std::string(opening)};
+    state_writer writer{"", begin_settings()};
     for (const state_part &part : state_parts()) {
         writer.part = part.name;
-        writer.text.append(part.name) += '\n';
+        add_part(writer.text, part.name);
         part.save(agent, writer);
     }
-    return std::move(writer.text) + std::string(closing);
+    end_settings(writer.text);
+    return std::move(writer.text);
 }
 
 bool write_all(int file, std::string_view text)
@@ -181,7 +139,9 @@ bool write_all(int file, std::string_view text)
 /** False, with errno, when the file could not be replaced; the old one stands then. */
 bool replace_file(int directory, std::string_view text)
 {
-    const int file = openat(directory, new_file_name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    unlinkat(directory, new_file_name, 0); // of a process that was killed
+    const int file =
+        openat(directory, new_file_name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (file < 0)
         return false;
     const bool written = write_all(file, text) && fsync(file) == 0;
@@ -205,10 +165,7 @@ void write_record(state_writer &writer, const void *record, const wire::layout &
         XDR xdrs;
         xdrmem_create(&xdrs, bytes.data(), static_cast<u_int>(bytes.size()), XDR_ENCODE);
         if (wire::xdr_layout(&xdrs, const_cast<void *>(record), layout)) {
-            writer.text += writer.part;
-            writer.text += ' ';
-            append_hex(writer.text, bytes, XDR_GETPOS(&xdrs));
-            writer.text += '\n';
+            add_record(writer.text, writer.part, std::span(bytes).first(XDR_GETPOS(&xdrs)));
             return;
         }
         if (bytes.size() >= most_room)
@@ -238,13 +195,14 @@ std::string open_state(probe &agent, const std::string &directory)
     std::string text;
     if (read_file(store.directory, text)) {
         file_contents contents;
-        const int line = read_lines(text, contents);
-        if (line == 0)
-            take_back(agent, contents);
+        const int damaged = read_lines(text, contents);
+        const int refused = damaged == 0 ? take_back(agent, contents) : 0;
         for (kept_record &kept : contents.records)
             wire::release_layout(kept.memory.data(), *kept.part->record);
-        if (line != 0)
-            return path + " is damaged in line " + std::to_string(line);
+        if (damaged != 0)
+            return path + " is damaged in line " + std::to_string(damaged);
+        if (refused != 0)
+            return path + " has in line " + std::to_string(refused) + " what can't be set";
         store.written = std::move(text);
     } else if (errno == ENOENT) {
         store.written = describe_state(agent);

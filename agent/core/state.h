@@ -42,8 +42,8 @@ struct state_part {
     void (*save)(probe &agent, state_writer &writer);
     /** Takes what is there from the start out of the way of the file's rows. May be null. */
     void (*clear)(probe &agent);
-    /** Takes back one row; the record is the caller's. */
-    void (*load)(probe &agent, const void *record);
+    /** Takes back one row; the record is the caller's. False when it is refused. */
+    bool (*load)(probe &agent, const void *record);
 };
 
 void write_record(state_writer &writer, const void *record, const wire::layout &layout);
@@ -65,13 +65,20 @@ template <class Result, class First, class Second> struct second_argument<Result
  * Something that two functions know:
  *
  *   void save(probe &, state_writer &)     calls write_record(writer, record) for each row, or for none
- *   void load(probe &, const Record &)     takes one back
+ *   void load(probe &, const Record &)     takes one back; where it may refuse, it returns a status as sets
+ * do
  */
 template <auto Save, auto Load> constexpr state_part keep(const char *name, void (*clear)(probe &) = nullptr)
 {
     using Record = typename second_argument<decltype(Load)>::type;
-    return {name, &wire::layout_of<Record>, Save, clear, [](probe &agent, const void *record) {
-                Load(agent, *static_cast<const Record *>(record));
+    return {name, &wire::layout_of<Record>, Save, clear, [](probe &agent, const void *from) {
+                const auto &record = *static_cast<const Record *>(from);
+                if constexpr (std::is_void_v<decltype(Load(agent, record))>) {
+                    Load(agent, record);
+                    return true;
+                } else {
+                    return Load(agent, record) == no_error;
+                }
             }};
 }
 
@@ -115,10 +122,13 @@ template <class Table, auto Describe, auto Set, auto Status> constexpr state_par
             Record record = *static_cast<const Record *>(from);
             const int32_t status = record.*Status;
             record.*Status = static_cast<int32_t>(row_status::create_request);
-            if (Set(agent, record) == no_error && status == static_cast<int32_t>(row_status::valid)) {
+            if (Set(agent, record) != no_error)
+                return false;
+            if (status == static_cast<int32_t>(row_status::valid)) {
                 record.*Status = status;
                 Set(agent, record);
             }
+            return true;
         }};
 }
 

@@ -82,16 +82,17 @@ rmonrpc_dsmon_aggprof_t dscp_reply(int32_t profile, int32_t dscp, const aggregat
     return reply;
 }
 
-/** Makes a row again as it was when it was saved. */
-template <class Record>
-void set_again(probe &agent, Record record, int32_t Record::*status, int32_t (*set)(probe &, const Record &))
+/** Makes a row again as it was when it was saved. A request_status. */
+template <class Record> int32_t
+set_again(probe &agent, Record record, int32_t Record::*status, int32_t (*set)(probe &, const Record &))
 {
     const int32_t was = record.*status;
     record.*status = static_cast<int32_t>(row_status::create_request);
-    if (set(agent, record) != no_error || was != static_cast<int32_t>(row_status::valid))
-        return;
+    const int32_t made = set(agent, record);
+    if (made != no_error || was != static_cast<int32_t>(row_status::valid))
+        return made;
     record.*status = was;
-    set(agent, record);
+    return set(agent, record);
 }
 
 } // namespace
@@ -202,9 +203,9 @@ void save_profiles(probe &agent, state_writer &writer)
     }
 }
 
-void load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record)
+int32_t load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record)
 {
-    set_again(agent, record, &rmonrpc_dsmon_aggctl_t::dsmonAggControlStatus, dsmon_aggctl_set);
+    return set_again(agent, record, &rmonrpc_dsmon_aggctl_t::dsmonAggControlStatus, dsmon_aggctl_set);
 }
 
 void save_groups(probe &agent, state_writer &writer)
@@ -217,9 +218,9 @@ void save_groups(probe &agent, state_writer &writer)
         }
 }
 
-void load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record)
+int32_t load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record)
 {
-    set_again(agent, record, &rmonrpc_dsmon_agggrp_t::dsmonAggGroupStatus, dsmon_agggrp_set);
+    return set_again(agent, record, &rmonrpc_dsmon_agggrp_t::dsmonAggGroupStatus, dsmon_agggrp_set);
 }
 
 void save_dscp_maps(probe &agent, state_writer &writer)
@@ -230,9 +231,9 @@ void save_dscp_maps(probe &agent, state_writer &writer)
                 write_record(writer, dscp_reply(index, dscp, profile));
 }
 
-void load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record)
+int32_t load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record)
 {
-    dsmon_aggprofile_set(agent, record);
+    return dsmon_aggprofile_set(agent, record);
 }
 
 /* ---- the family --------------------------------------------------------------------- */

@@ -64,8 +64,8 @@ int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &reques
 
 /* What survives a restart. */
 void save_profiles(probe &agent, state_writer &writer);
-void load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record);
+int32_t load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record);
 void save_groups(probe &agent, state_writer &writer);
-void load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record);
+int32_t load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record);
 void save_dscp_maps(probe &agent, state_writer &writer);
-void load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record);
+int32_t load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record);

@@ -37,9 +37,9 @@ void save_lock(probe &agent, state_writer &writer)
         write_record(writer, truth);
 }
 
-void load_lock(probe &agent, const int32_t &locked)
+int32_t load_lock(probe &agent, const int32_t &locked)
 {
-    dsmon_aggctl_set_lock(agent, locked);
+    return dsmon_aggctl_set_lock(agent, locked);
 }
 
 constexpr served_procedure procedures[] = {

@@ -185,12 +185,14 @@ void save_nde_datasrcs(probe &agent, state_writer &writer)
         write_record(writer, datasrc_record(key, name));
 }
 
-void load_nde_datasrc(probe &agent, const rmonrpc_nde_datasrc_t &kept)
+int32_t load_nde_datasrc(probe &agent, const rmonrpc_nde_datasrc_t &kept)
 {
     const auto address = address_of(kept.head);
-    if (address && storage<nde_tables>(agent).devices.contains(*address)
-        && storage<nde_tables>(agent).datasrcs.size() < most_datasrcs)
-        storage<nde_tables>(agent).datasrcs[{*address, kept.datasrcIndex}] = text_in(kept.datasrcName);
+    nde_tables &tables = storage<nde_tables>(agent);
+    if (!address || !tables.devices.contains(*address) || tables.datasrcs.size() >= most_datasrcs)
+        return bad_value;
+    tables.datasrcs[{*address, kept.datasrcIndex}] = text_in(kept.datasrcName);
+    return no_error;
 }
 
 /* ---- flow paths --------------------------------------------------------------------------- */

@@ -48,5 +48,5 @@ int32_t nde_flow_path_set(probe &agent, const rmonrpc_nde_flow_path_t &request);
 /** What is kept over a restart. */
 void save_nde_devices(probe &agent, state_writer &writer);
 void save_nde_datasrcs(probe &agent, state_writer &writer);
-void load_nde_datasrc(probe &agent, const rmonrpc_nde_datasrc_t &kept);
+int32_t load_nde_datasrc(probe &agent, const rmonrpc_nde_datasrc_t &kept);
 void save_nde_paths(probe &agent, state_writer &writer);

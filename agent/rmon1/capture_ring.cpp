@@ -1,6 +1,6 @@
 #include "agent/rmon1/capture_ring.h"
 
-#include "agent/capture/ether_counters.h"
+#include "agent/capture/sources.h"
 #include "agent/rmon1/filter_match.h"
 
 #include <algorithm>
@@ -28,7 +28,7 @@ void store(buffer_work &work, const uint8_t *bytes, uint32_t octets)
 
 } // namespace
 
-void capture_packet(buffer_work &work, const frame &seen, const ether_counters &source)
+void capture_packet(buffer_work &work, const frame &seen, const data_source &source)
 {
     if (work.full && !work.wraps)
         return;
@@ -46,10 +46,10 @@ void capture_packet(buffer_work &work, const frame &seen, const ether_counters &
     // A capture file's packets are of the past: their buffer counts from the first of them.
     if (work.last_index == 0)
         work.turned_on = std::min(work.turned_on, seen.time);
-    const bool lost = work.last_index != 0 && source.drop_events != work.drops;
-    work.drops = source.drop_events;
+    const bool lost = work.last_index != 0 && source.losses != work.losses;
+    work.losses = source.losses;
     work.packets.push_back(
-        {static_cast<uint32_t>(source.pkts), seen.length, octets, work.next,
+        {static_cast<uint32_t>(source.total.pkts), seen.length, octets, work.next,
          status_of(seen) | (lost ? after_drops : 0), seen.time});
     store(work, seen.bytes, octets);
     work.used += octets + overhead;

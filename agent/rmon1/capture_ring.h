@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-struct ether_counters;
+struct data_source;
 
 struct captured_packet {
     uint32_t id;     // number of the packet on its interface
@@ -34,7 +34,7 @@ struct buffer_work {
     bool full = false;
     uint32_t slice = 0;    // octets that are kept of each packet, 0: all
     int64_t turned_on = 0; // microseconds since 1970
-    uint64_t drops = 0;    // of the interface, when the last packet was captured
+    uint64_t losses = 0;   // of the interface, up to the last packet that was captured
 };
 
 struct buffer_row {
@@ -53,7 +53,7 @@ struct buffer_row {
 using buffer_table = std::map<int32_t, buffer_row>; // by bufferControlIndex
 
 /** Keeps a packet, if there is room or room can be made. */
-void capture_packet(buffer_work &work, const frame &seen, const ether_counters &source);
+void capture_packet(buffer_work &work, const frame &seen, const data_source &source);
 
 /** Octets of each packet that a buffer wants. */
 uint32_t captured_octets(const buffer_row &row);

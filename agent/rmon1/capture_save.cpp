@@ -29,7 +29,8 @@ constexpr int most_files = 100;
 /** The name of a file that is being written; what is asked for never begins with a dot. */
 constexpr const char unfinished[] = ".unfinished";
 
-constexpr int longest_packet = 65535;
+/** The length up to which a file says that it has packets, where none is longer. */
+constexpr uint32_t usual_longest = 65535;
 
 bool is_allowed(char c)
 {
@@ -63,7 +64,14 @@ bool has_room(int directory, const std::string &name)
  */
 bool write_packets(FILE *file, const buffer_work &work, int64_t first, int64_t last)
 {
-    pcap_t *format = pcap_open_dead(DLT_EN10MB, longest_packet);
+    const int64_t oldest = int64_t{work.last_index} - std::ssize(work.packets) + 1;
+    const auto packet_of = [&](int64_t index) -> const captured_packet & {
+        return work.packets[static_cast<std::size_t>(index - oldest)];
+    };
+    uint32_t longest = usual_longest;
+    for (int64_t index = first; index <= last; index++)
+        longest = std::max(longest, packet_of(index).stored);
+    pcap_t *format = pcap_open_dead(DLT_EN10MB, static_cast<int>(longest));
     pcap_dumper_t *dump = format ? pcap_dump_fopen(format, file) : nullptr;
     if (!dump) {
         if (format)
@@ -71,10 +79,9 @@ bool write_packets(FILE *file, const buffer_work &work, int64_t first, int64_t l
         std::fclose(file);
         return false;
     }
-    const int64_t oldest = int64_t{work.last_index} - std::ssize(work.packets) + 1;
     std::vector<uint8_t> bytes;
     for (int64_t index = first; index <= last; index++) {
-        const captured_packet &packet = work.packets[static_cast<std::size_t>(index - oldest)];
+        const captured_packet &packet = packet_of(index);
         bytes.clear();
         copy_packet(work, packet, 0, packet.stored, bytes);
         pcap_pkthdr header{};

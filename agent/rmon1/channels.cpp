@@ -94,7 +94,7 @@ int32_t start(probe &agent, channel_row &row)
         row.work.reset();
         return bad_value;
     }
-    row.work->source = &agent.sources.rows.at(row.data_source).total;
+    row.work->source = &agent.sources.rows.at(row.data_source);
     row.create_time = up_time(agent);
     return no_error;
 }

@@ -17,13 +17,13 @@
 #include <vector>
 
 struct probe;
-struct ether_counters;
+struct data_source;
 struct buffer_work;
 
 /** What a working channel needs for each packet. */
 struct channel_work {
     probe *agent = nullptr;
-    const ether_counters *source = nullptr; // the counters of its data source
+    const data_source *source = nullptr;
     uint64_t matches = 0;
     uint32_t octets = 0; // of each packet, that it wants to see
     std::vector<filter_row>

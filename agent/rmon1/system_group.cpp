@@ -90,9 +90,9 @@ void save_system_texts(probe &agent, state_writer &writer)
     write_record(writer, kept);
 }
 
-void load_system_texts(probe &agent, const rmonrpc_system_t &kept)
+int32_t load_system_texts(probe &agent, const rmonrpc_system_t &kept)
 {
-    system_set(agent, kept);
+    return system_set(agent, kept);
 }
 
 /* ---- the family --------------------------------------------------------------------- */

@@ -22,4 +22,4 @@ int32_t system_set(probe &agent, const rmonrpc_system_t &request);
 
 /** The texts that were set; what is kept of them over a restart. */
 void save_system_texts(probe &agent, state_writer &writer);
-void load_system_texts(probe &agent, const rmonrpc_system_t &kept);
+int32_t load_system_texts(probe &agent, const rmonrpc_system_t &kept);

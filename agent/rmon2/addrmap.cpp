@@ -203,9 +203,9 @@ void save_address_map(probe &agent, state_writer &writer)
     write_record(writer, record);
 }
 
-void load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record)
+int32_t load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record)
 {
-    addrmap_scalars_set(agent, record);
+    return addrmap_scalars_set(agent, record);
 }
 
 rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)

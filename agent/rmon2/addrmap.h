@@ -63,7 +63,7 @@ int32_t addrmap_scalars_set(probe &agent, const rmonrpc_addrmap_scalars_t &reque
 void addrmap_describe(rmonrpc_addrmap_ctl_t &record, int32_t index, const address_watch_row &row);
 
 void save_address_map(probe &agent, state_writer &writer);
-void load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record);
+int32_t load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record);
 
 rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
 

@@ -265,13 +265,14 @@ void save_protocols(probe &agent, state_writer &writer)
     }
 }
 
-void load_protocol(probe &agent, const rmonrpc_pdir_t &record)
+int32_t load_protocol(probe &agent, const rmonrpc_pdir_t &record)
 {
     const protocol_key key = key_of(record.protocolDirID, record.protocolDirParameters);
-    if (record.protocolDirStatus != static_cast<int32_t>(row_status::invalid)
-        && !agent.protocols.by_id.contains(key) && create(agent, key, record) != no_error)
-        return;
-    pdir_set(agent, record);
+    const bool is_there = agent.protocols.by_id.contains(key);
+    if (record.protocolDirStatus == static_cast<int32_t>(row_status::invalid) && !is_there)
+        return no_error;
+    const int32_t made = is_there ? no_error : create(agent, key, record);
+    return made == no_error ? pdir_set(agent, record) : made;
 }
 
 /* ---- the family --------------------------------------------------------------------- */

@@ -30,4 +30,4 @@ int32_t pdir_destroy_all_autolearned(probe &agent);
 
 /** The rows that a set made, changed or removed. */
 void save_protocols(probe &agent, state_writer &writer);
-void load_protocol(probe &agent, const rmonrpc_pdir_t &record);
+int32_t load_protocol(probe &agent, const rmonrpc_pdir_t &record);

@@ -190,7 +190,7 @@ void measure_frame(response_meter &meter, const frame &seen, int32_t protocol)
 {
     if (seen.from.length == 0 || seen.from.length != seen.to.length || seen.later_fragment)
         return;
-    if (seen.ip_protocol == tcp && seen.source_port && seen.destination_port)
+    if (seen.ip_protocol == tcp && seen.has_tcp_header && seen.source_port && seen.destination_port)
         measure_segment(meter, seen, protocol);
     else if (
         seen.ip_protocol == udp && (seen.source_port == domain_port || seen.destination_port == domain_port))

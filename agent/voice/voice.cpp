@@ -52,12 +52,14 @@ template <class Monitor, class Request> int32_t set_thresholds(Monitor &monitor,
 }
 
 /** A file may have been changed by hand. */
-template <class Monitor> void load_settings(Monitor &monitor, const voice_config_params_t &kept)
+template <class Monitor> int32_t load_settings(Monitor &monitor, const voice_config_params_t &kept)
 {
-    if (sizes_make_sense(
+    if (!sizes_make_sense(
             {kept.num_phone_tbl_row, kept.num_call_tbl_row, kept.num_top_jitter_row,
              kept.num_top_pkt_lost_row, kept.num_top_latency_row}))
-        monitor.settings = kept;
+        return bad_value;
+    monitor.settings = kept;
+    return no_error;
 }
 
 /* ---- the scenario -------------------------------------------------------------------------- */
@@ -177,19 +179,19 @@ void save_mgcp_settings(probe &agent, state_writer &writer)
     write_record(writer, storage<voice_monitors>(agent).mgcp.settings);
 }
 
-void load_sccp_settings(probe &agent, const voice_config_params_t &kept)
+int32_t load_sccp_settings(probe &agent, const voice_config_params_t &kept)
 {
-    load_settings(storage<voice_monitors>(agent).sccp, kept);
+    return load_settings(storage<voice_monitors>(agent).sccp, kept);
 }
 
-void load_h323_settings(probe &agent, const voice_config_params_t &kept)
+int32_t load_h323_settings(probe &agent, const voice_config_params_t &kept)
 {
-    load_settings(storage<voice_monitors>(agent).h323, kept);
+    return load_settings(storage<voice_monitors>(agent).h323, kept);
 }
 
-void load_mgcp_settings(probe &agent, const voice_config_params_t &kept)
+int32_t load_mgcp_settings(probe &agent, const voice_config_params_t &kept)
 {
-    load_settings(storage<voice_monitors>(agent).mgcp, kept);
+    return load_settings(storage<voice_monitors>(agent).mgcp, kept);
 }
 
 /* ---- the family --------------------------------------------------------------------- */

@@ -58,6 +58,6 @@ int32_t set_mgcp_voice_coll_thresholds(probe &agent, const rmonrpc_mgcp_threshol
 void save_sccp_settings(probe &agent, state_writer &writer);
 void save_h323_settings(probe &agent, state_writer &writer);
 void save_mgcp_settings(probe &agent, state_writer &writer);
-void load_sccp_settings(probe &agent, const voice_config_params_t &kept);
-void load_h323_settings(probe &agent, const voice_config_params_t &kept);
-void load_mgcp_settings(probe &agent, const voice_config_params_t &kept);
+int32_t load_sccp_settings(probe &agent, const voice_config_params_t &kept);
+int32_t load_h323_settings(probe &agent, const voice_config_params_t &kept);
+int32_t load_mgcp_settings(probe &agent, const voice_config_params_t &kept);

@@ -76,6 +76,13 @@ while (ether_row($client, 1)['Pkts'] < 1000 && microtime(true) < $limit) {
 expect_same(true, ether_row($client, 1)['Pkts'] >= 1000, 'frames of a file that begins again');
 end_agent($agent);
 
+// Without a frame there is no time to tell.
+$empty = capture_file([]);
+$agent = reading_agent([$empty]);
+read_files($agent);
+expect_same(true, str_ends_with($agent->said(), "rmon-agent: $empty ended: 0 frames\n"), $agent->said());
+end_agent($agent);
+
 // Damage: what is before it counts, it is told, and it is the end.
 $good = CAPTURE_OPENING . captured(1, $small);
 foreach (['cut header' => "\1\2\3", 'cut frame' => substr(captured(2, $small), 0, -1), 'huge frame' => pack('VVVV', 2, 0, 0x7fffffff, 60)] as $what => $rest) {

@@ -97,7 +97,8 @@ $file = file_get_contents("$directory/settings");
 $lines = substr_count($file, "\n");
 $damaged = [
     [1, ''],
-    [1, "rmon-agent settings 2\nend\n"],
+    [1, "rmon-agent settings 3\nend\n"],
+    [2, "rmon-agent settings 2\nend\n"],
     [2, "rmon-agent settings 1\n"],
     [2, "rmon-agent settings 1\nno such part\nend\n"],
     [2, "rmon-agent settings 1\nsystem 0\nend\n"],

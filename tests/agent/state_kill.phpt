@@ -144,8 +144,8 @@ for (; $round <= 10; $round++) {
 // Each part of the file has a record now; what is read from it is written as it was.
 expect_same(0, dsmon_aggctl_set_lock($link, 1), 'lock');
 $kept = file_get_contents("$directory/settings");
-preg_match_all('/^(\S+) [0-9a-f]+$/m', $kept, $parts);
-preg_match_all('/^(\S+)$/m', $kept, $names);
+preg_match_all('/^(\S+) [0-9a-f]+ [0-9a-f]{8}$/m', $kept, $parts);
+preg_match_all('/^(\S+) [0-9a-f]{8}$/m', $kept, $names);
 expect_same([], array_diff($names[1], $parts[1], ['end']), 'parts without a record');
 expect_same([], array_diff($parts[1], array_keys($things), ['dsmonAggControlLocked']), 'parts that are not tested');
 end_agent($agent, 9);

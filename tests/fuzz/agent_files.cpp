@@ -35,7 +35,7 @@ void read_capture(std::span<const uint8_t> bytes)
         start_groups(started.agent, 4);
         if (!begin_capture_files(started.agent.files, started.agent.loop))
             broken("there are timers");
-        for (int i = 0; started.agent.files.front().capture; i++) {
+        for (int i = 0; started.agent.files.front().reading; i++) {
             turn_loop(started.agent.loop, 0);
             if (i == most_turns)
                 broken("a file has an end");

@@ -13,6 +13,7 @@ void test_wire();
 void test_streams();
 void test_stubs();
 void test_transport();
+void test_settings();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

@@ -63,6 +63,7 @@ int main()
     test_streams();
     test_stubs();
     test_transport();
+    test_settings();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }
