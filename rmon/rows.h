@@ -153,96 +153,127 @@ template <key_text Text> struct text_key {
     static constexpr row_key key{text.value, sizeof text.value - 1, 0};
 };
 
+template <key_text Prefix, auto Member> struct prefixed_key {
+    static constexpr auto text = [] {
+        constexpr std::string_view prefix{Prefix.value, sizeof Prefix.value - 1},
+            name = member_key<Member>::view;
+        std::array<char, prefix.size() + name.size() + 1> joined{};
+        std::copy(name.begin(), name.end(), std::copy(prefix.begin(), prefix.end(), joined.begin()));
+        return joined;
+    }();
+    static constexpr row_key key{text.data(), text.size() - 1, 0};
+};
+
+template <uint32_t Number> struct number_key {
+    static constexpr row_key key{nullptr, 0, Number};
+};
+
 /* ---- columns ------------------------------------------------------------------------ *
  *
- * A column has its keys, one or more, and a function that puts their values
- * into the slots of a row. Path is the field: a pointer to a member, or several
- * that lead through nested records.
+ * A column has its keys, one or more; put(), which sets their values in the
+ * slots of a row; and tell(), which tells the fields of the record that it
+ * shows. A field that no column of a row tells is a mistake of the compiler's
+ * to report, not of the script's to find.
  */
 
-template <auto... Path> struct at {
-    template <class Record> static const auto &in(const Record &record) { return (record.*....*Path); }
-};
+/** Fields of a record, by where they lie in it. */
+struct field_list {
+    struct part {
+        uint32_t offset;
+        uint32_t size;
+        constexpr bool operator==(const part &) const = default;
+    };
+    std::array<part, 256> parts{};
+    uint32_t count = 0;
 
-/** A field under its own name. */
-template <auto Member> struct field : at<Member> {
-    static constexpr std::array keys{member_key<Member>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
+    template <class Record, class Field> static consteval uint32_t size_of(Field Record::*)
     {
-        set(&slot->val, record.*Member);
+        return sizeof(Field);
+    }
+
+    template <auto Member> constexpr void add(uint32_t base)
+    {
+        parts[count++] = {base + wire::member_offset<Member>, size_of(Member)};
+    }
+
+    constexpr bool has(uint32_t offset, uint32_t size) const
+    {
+        return std::find(parts.begin(), parts.begin() + count, part{offset, size}) != parts.begin() + count;
     }
 };
 
-/** A field under another name. */
-template <key_text Key, auto... Path> struct named : at<Path...> {
-    static constexpr std::array keys{text_key<Key>::key};
+/** One key, under which Value::put() sets what becomes of these fields; of none, of the whole record. */
+template <class Key, class Value, auto... Member> struct column {
+    static constexpr std::array keys{Key::key};
+
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
-        set(&slot->val, at<Path...>::in(record));
+        Value::put(&slot->val, record.*Member...);
+    }
+
+    static constexpr void tell([[maybe_unused]] field_list &fields, [[maybe_unused]] uint32_t base)
+    {
+        (fields.add<Member>(base), ...);
     }
 };
 
-/** A field under an integer key. */
-template <uint32_t Number, auto... Path> struct indexed {
-    static constexpr std::array keys{row_key{nullptr, 0, Number}};
-    template <class Record> static void put(Bucket *slot, const Record &record)
+/** A field as it is. */
+struct as_it_is {
+    template <class Field> static void put(zval *slot, const Field &value) { set(slot, value); }
+};
+
+/** What Function returns of the fields. */
+template <auto Function> struct made_by {
+    template <class... Field> static void put(zval *slot, const Field &...field)
     {
-        set(&slot->val, at<Path...>::in(record));
+        set(slot, Function(field...));
     }
 };
 
-/** A value that Function makes of the whole record. */
-template <key_text Key, auto Function> struct computed {
-    static constexpr std::array keys{text_key<Key>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
+/** What Function sets of the fields. */
+template <auto Function> struct set_by {
+    template <class... Field> static void put(zval *slot, const Field &...field) { Function(slot, field...); }
+};
+
+/** An address in one of the tables that show an empty one as the integer 0. */
+struct or_zero {
+    static void put(zval *slot, const wire::byte_list &address)
     {
-        set(&slot->val, Function(record));
+        if (address.length)
+            set(slot, address);
+        else
+            ZVAL_LONG(slot, 0);
     }
 };
 
-/** A value that Function sets from the whole record. */
-template <key_text Key, auto Function> struct converted {
-    static constexpr std::array keys{text_key<Key>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
+/** A field under its own name; under another one; under an integer key. */
+template <auto Member> using field = column<member_key<Member>, as_it_is, Member>;
+template <key_text Key, auto Member> using named = column<text_key<Key>, as_it_is, Member>;
+template <uint32_t Number, auto Member> using indexed = column<number_key<Number>, as_it_is, Member>;
+
+template <auto Member> using address_or_zero = column<member_key<Member>, or_zero, Member>;
+template <key_text Key, auto Member> using named_address_or_zero = column<text_key<Key>, or_zero, Member>;
+
+/** A value that Function returns, or sets, of these fields. */
+template <key_text Key, auto Function, auto... Member> using computed =
+    column<text_key<Key>, made_by<Function>, Member...>;
+template <key_text Key, auto Function, auto... Member> using converted =
+    column<text_key<Key>, set_by<Function>, Member...>;
+
+/** Fields that scripts don't see. */
+template <auto... Member> struct left_out {
+    static constexpr std::array<row_key, 0> keys{};
+    template <class Record> static void put(Bucket *, const Record &) {}
+    static constexpr void tell([[maybe_unused]] field_list &fields, [[maybe_unused]] uint32_t base)
     {
-        Function(&slot->val, record);
+        (fields.add<Member>(base), ...);
     }
 };
 
-/* An address in one of the tables that show an empty one as the integer 0. */
-
-inline void set_address_or_zero(zval *slot, const wire::byte_list &list)
-{
-    if (list.length)
-        set(slot, list);
-    else
-        ZVAL_LONG(slot, 0);
-}
-
-template <auto Member> struct address_or_zero : at<Member> {
-    static constexpr std::array keys{member_key<Member>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
-    {
-        set_address_or_zero(&slot->val, record.*Member);
-    }
-};
-
-template <key_text Key, auto Member> struct named_address_or_zero : at<Member> {
-    static constexpr std::array keys{text_key<Key>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
-    {
-        set_address_or_zero(&slot->val, record.*Member);
-    }
-};
-
-/** A column that shows a byte list, and tells which. */
-template <class Column, class Record>
-concept shows_bytes = requires(const Record &record)
-{
-    {
-        Column::in(record)
-        } -> std::same_as<const wire::byte_list &>;
-};
+/** The byte list that a column shows; null for the other columns. */
+template <class Column> inline constexpr std::nullptr_t list_shown = nullptr;
+template <class Key, class Value, class Record, wire::byte_list Record::*Member>
+inline constexpr auto list_shown<column<Key, Value, Member>> = Member;
 
 /**
  * Puts a column into a row that stands behind another. In tables that are
@@ -252,8 +283,8 @@ concept shows_bytes = requires(const Record &record)
 template <class Column, class Record>
 void put_behind(Bucket *slot, const Record &record, const Bucket *slot_before, const Record &before)
 {
-    if constexpr (shows_bytes<Column, Record>) {
-        if (wire::same_bytes(Column::in(record), Column::in(before))) {
+    if constexpr (constexpr auto list = list_shown<Column>; list != nullptr) {
+        if (wire::same_bytes(record.*list, before.*list)) {
             ZVAL_COPY(&slot->val, &slot_before->val);
             return;
         }
@@ -283,6 +314,7 @@ template <class... Column> struct columns {
         };
         (one.template operator()<Column>(), ...);
     }
+    static constexpr void tell(field_list &fields, uint32_t base) { (Column::tell(fields, base), ...); }
 };
 
 /** The agent's result code, shown twice: under the integer key 0 and under "status". */
@@ -295,6 +327,10 @@ template <auto Member, class... Column> struct within {
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
         columns<Column...>::put(slot, record.*Member);
+    }
+    static constexpr void tell(field_list &fields, uint32_t base)
+    {
+        columns<Column...>::tell(fields, base + wire::member_offset<Member>);
     }
 };
 
@@ -310,6 +346,7 @@ template <auto Condition, class... Column> struct only_if {
         for (uint32_t i = 0; i < keys.size(); i++)
             ZVAL_UNDEF(&slot[i].val);
     }
+    static constexpr void tell(field_list &fields, uint32_t base) { columns<Column...>::tell(fields, base); }
 };
 
 /* ---- rows ----------------------------------------------------------------------------- */
@@ -405,10 +442,65 @@ template <class Shape> zend_array *blank_row()
     return row;
 }
 
+/* Each field of a record is in a column, or left out by name: what follows finds the others. */
+
+/** Whether the fields of a field are looked at in its place; the vocabulary of the records is shown as a
+ * whole. */
+template <class Field> inline constexpr bool is_nested = std::is_class_v<Field>;
+template <uint32_t Bound> inline constexpr bool is_nested<wire::text<Bound>> = false;
+template <> inline constexpr bool is_nested<wire::byte_list> = false;
+template <uint32_t N> inline constexpr bool is_nested<wire::uchars<N>> = false;
+template <uint32_t N> inline constexpr bool is_nested<wire::chars<N>> = false;
+template <class Row> inline constexpr bool is_nested<wire::rows<Row>> = false;
+template <class Record, uint32_t N> inline constexpr bool is_nested<wire::repeated<Record, N>> = N == 1;
+
+template <class Field> struct nested {
+    using type = Field;
+};
+template <class Record> struct nested<wire::repeated<Record, 1>> {
+    using type = Record;
+};
+
+inline constexpr uint32_t no_offset = UINT32_MAX;
+
+template <class Field> consteval uint32_t first_not_in(const field_list &fields, uint32_t offset);
+
+template <class... Member> consteval uint32_t
+first_of_members(const field_list &fields, const uint32_t *offsets, uint32_t base, wire::type_list<Member...>)
+{
+    uint32_t first = no_offset;
+    ((first = std::min(first, first_not_in<Member>(fields, base + *offsets++))), ...);
+    return first;
+}
+
+/** The offset of the first part of a field that is in no column; no_offset when all of it is in one. */
+template <class Field> consteval uint32_t first_not_in(const field_list &fields, uint32_t offset)
+{
+    if (fields.has(offset, sizeof(Field)))
+        return no_offset;
+    if constexpr (is_nested<Field>) {
+        using record = typename nested<Field>::type;
+        return first_of_members(
+            fields, wire::member_offsets<record>.data(), offset, wire::member_types<record>{});
+    } else {
+        return offset;
+    }
+}
+
+template <class Shape, class Record> consteval uint32_t first_field_missed()
+{
+    field_list fields;
+    Shape::tell(fields, 0);
+    return is_nested<Record> ? first_not_in<Record>(fields, 0) : no_offset;
+}
+
 /** The array of one record; behind: the row and the record before it, or neither. */
 template <class Shape, class Record, class... Before>
 zend_array *make_row(const Record &record, const Before &...behind)
 {
+    static_assert(
+        first_field_missed<Shape, Record>() == no_offset,
+        "the field at this offset of the record is in no column: show it, or name it in left_out<>");
     zend_array *row = blank_row<Shape>();
     Shape::put(row->arData, record, behind...);
     if constexpr (may_be_absent<Shape>)

@@ -18,18 +18,8 @@ monitored_phone<rmonrpc_h323_phone_row_t> &seen(h323_monitor &monitor, const h32
 /** Fills in what follows from the call as a whole. */
 void complete(rmonrpc_h323_qual_row_t &qual, const h323_call &call, uint32_t now)
 {
-    const rmonrpc_h323_common_row_t &caller = call.caller.identity;
-    const rmonrpc_h323_common_row_t &callee = call.callee.identity;
-    qual.f_q931_ipAddr = caller.forward_q931_ipAddr;
-    qual.f_q931_ipAddr_length = caller.forward_q931_ipAddr_length;
-    qual.f_q931_port = caller.forward_q931_port;
-    qual.f_num = caller.forward_num;
-    qual.f_alias = caller.forward_alias;
-    qual.reverse_q931_ipAddr = callee.forward_q931_ipAddr;
-    qual.reverse_q931_ipAddr_length = callee.forward_q931_ipAddr_length;
-    qual.reverse_q931_port = callee.forward_q931_port;
-    qual.reverse_num = callee.forward_num;
-    qual.reverse_alias = callee.forward_alias;
+    qual.f = call.caller.identity.forward;
+    qual.reverse = call.callee.identity.forward;
     qual.start_time = now - std::min(now, call.times.duration * 100);
     qual.end_time = now;
 }
@@ -62,8 +52,10 @@ void see_call(h323_monitor &monitor, const h323_call &call, uint32_t up_time)
     complete(row.qual, call, up_time);
 
     const voice_quality directions[2] = {
-        {row.qual.forward_sr_fraction_lost, row.qual.forward_sr_jitter, row.qual.forward_num_samples},
-        {row.qual.reverse_sr_fraction_lost, row.qual.reverse_sr_jitter, row.qual.reverse_num_samples},
+        {row.qual.forward_quality.sr_fraction_lost, row.qual.forward_quality.sr_jitter,
+         row.qual.forward_num_samples},
+        {row.qual.reverse_quality.sr_fraction_lost, row.qual.reverse_quality.sr_jitter,
+         row.qual.reverse_num_samples},
     };
     // The worse direction ranks the call.
     uint32_t jitter = 0;

@@ -182,30 +182,56 @@ using rmonrpc_sccp_phone_row_arr_t = wire::rows<rmonrpc_sccp_phone_row_t>;
  * "forward" is the direction from the calling endpoint, "reverse" the one back.
  */
 
+struct rmonrpc_h323_endpoint_t {
+    wire::uchars<16> q931_ipAddr;
+    uint32_t q931_ipAddr_length;
+    uint32_t q931_port;
+    wire::chars<132> num;
+    wire::chars<81> alias;
+};
+
 /** The calling endpoint. */
 struct rmonrpc_h323_common_row_t {
     int32_t vers;
     uint32_t index;
-    wire::uchars<16> forward_q931_ipAddr;
-    uint32_t forward_q931_ipAddr_length;
-    uint32_t forward_q931_port;
-    wire::chars<132> forward_num;
-    wire::chars<81> forward_alias;
+    rmonrpc_h323_endpoint_t forward;
 };
 static_assert(wire::wire_size<rmonrpc_h323_common_row_t> == 932);
 
+/** Where the media of one direction and their control go. */
+struct rmonrpc_h323_media_t {
+    wire::uchars<16> h245_ipAddr;
+    uint32_t h245_ipAddr_length;
+    uint32_t h245_port;
+    wire::uchars<16> rtp_ipAddr;
+    uint32_t rtp_ipAddr_length;
+    uint32_t rtp_port;
+    uint32_t codec;
+    wire::uchars<16> rtcp_sr_ipAddr;
+    uint32_t rtcp_sr_ipAddr_length;
+    uint32_t rtcp_sr_port;
+    wire::uchars<16> rtcp_rr_ipAddr;
+    uint32_t rtcp_rr_ipAddr_length;
+    uint32_t rtcp_rr_port;
+};
+
+/** The quality of one direction; the call's record has the number of its samples. */
+struct rmonrpc_h323_quality_t {
+    uint32_t ssrc;
+    uint32_t sr_pkt_sent;
+    uint32_t sr_oct_sent;
+    uint32_t sr_pkt_lost;
+    uint32_t sr_fraction_lost; // sum over the samples
+    uint32_t sr_jitter;        // sum over the samples, in hundredths
+    uint32_t reserved_1;
+    uint32_t reserved_2;
+    uint32_t reserved_3;
+};
+
 /** Signalling, media and quality of one call. */
 struct rmonrpc_h323_qual_row_t {
-    wire::uchars<16> f_q931_ipAddr;
-    uint32_t f_q931_ipAddr_length;
-    uint32_t f_q931_port;
-    wire::chars<132> f_num;
-    wire::chars<81> f_alias;
-    wire::uchars<16> reverse_q931_ipAddr;
-    uint32_t reverse_q931_ipAddr_length;
-    uint32_t reverse_q931_port;
-    wire::chars<132> reverse_num;
-    wire::chars<81> reverse_alias;
+    rmonrpc_h323_endpoint_t f; // the calling endpoint, which "forward_" names in the common row
+    rmonrpc_h323_endpoint_t reverse;
     uint32_t call_state;
     uint32_t call_status;
     uint32_t call_reference;
@@ -223,52 +249,12 @@ struct rmonrpc_h323_qual_row_t {
     uint32_t forward_logical_channel_num;
     uint32_t reverse_session_id;
     uint32_t reverse_logical_channel_num;
-    wire::uchars<16> forward_h245_ipAddr;
-    uint32_t forward_h245_ipAddr_length;
-    uint32_t forward_h245_port;
-    wire::uchars<16> forward_rtp_ipAddr;
-    uint32_t forward_rtp_ipAddr_length;
-    uint32_t forward_rtp_port;
-    uint32_t forward_codec;
-    wire::uchars<16> forward_rtcp_sr_ipAddr;
-    uint32_t forward_rtcp_sr_ipAddr_length;
-    uint32_t forward_rtcp_sr_port;
-    wire::uchars<16> forward_rtcp_rr_ipAddr;
-    uint32_t forward_rtcp_rr_ipAddr_length;
-    uint32_t forward_rtcp_rr_port;
-    wire::uchars<16> reverse_h245_ipAddr;
-    uint32_t reverse_h245_ipAddr_length;
-    uint32_t reverse_h245_port;
-    wire::uchars<16> reverse_rtp_ipAddr;
-    uint32_t reverse_rtp_ipAddr_length;
-    uint32_t reverse_rtp_port;
-    uint32_t reverse_codec;
-    wire::uchars<16> reverse_rtcp_sr_ipAddr;
-    uint32_t reverse_rtcp_sr_ipAddr_length;
-    uint32_t reverse_rtcp_sr_port;
-    wire::uchars<16> reverse_rtcp_rr_ipAddr;
-    uint32_t reverse_rtcp_rr_ipAddr_length;
-    uint32_t reverse_rtcp_rr_port;
+    rmonrpc_h323_media_t forward_media;
+    rmonrpc_h323_media_t reverse_media;
     uint32_t start_time;
     uint32_t end_time;
-    uint32_t forward_ssrc;
-    uint32_t forward_sr_pkt_sent;
-    uint32_t forward_sr_oct_sent;
-    uint32_t forward_sr_pkt_lost;
-    uint32_t forward_sr_fraction_lost; // sum over forward_num_samples samples
-    uint32_t forward_sr_jitter;        // sum over the samples, in hundredths
-    uint32_t forward_reserved_1;
-    uint32_t forward_reserved_2;
-    uint32_t forward_reserved_3;
-    uint32_t reverse_ssrc;
-    uint32_t reverse_sr_pkt_sent;
-    uint32_t reverse_sr_oct_sent;
-    uint32_t reverse_sr_pkt_lost;
-    uint32_t reverse_sr_fraction_lost; // sum over reverse_num_samples samples
-    uint32_t reverse_sr_jitter;        // sum over the samples, in hundredths
-    uint32_t reverse_reserved_1;
-    uint32_t reverse_reserved_2;
-    uint32_t reverse_reserved_3;
+    rmonrpc_h323_quality_t forward_quality;
+    rmonrpc_h323_quality_t reverse_quality;
     uint32_t flag;
     uint32_t forward_num_samples;
     uint32_t reverse_num_samples;

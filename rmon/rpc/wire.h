@@ -103,8 +103,7 @@ template <class Record, uint32_t N> struct repeated {
 struct none {};
 
 enum class kind : uint8_t {
-    run,   // the next `count` steps are of fixed size; `wire` bytes, the count of an open field behind them
-           // included
+    run,   // the next `count` steps are of fixed size; `wire` bytes, see add_open() for which
     word,  // `count` neighbouring 32-bit integers
     hyper, // `count` neighbouring 64-bit integers
     uchars,
@@ -179,6 +178,24 @@ constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
     plan.steps[plan.run].count++;
 }
 
+/*
+ * The count of an open field is read with the fixed fields that stand before
+ * it: one request for space and one pass serve them all, and what is left to
+ * be read is the field's own content. So the count adds its four bytes to the
+ * run, the run ends there, and the next fixed field begins another one:
+ *
+ *     struct some_row {               steps of its layout
+ *         int32_t status;             run, 2 steps, 16 bytes: status, counter, the count of owner
+ *         uint64_t counter;             word   status
+ *         wire::text<255> owner;        hyper  counter
+ *         int32_t row_status;         text   owner: as many bytes as the count says, and padding
+ *         wire::byte_list address;    run, 1 step, 8 bytes: row_status, the count of address
+ *     };                                word   row_status
+ *                                     bytes  address
+ *
+ * An open field with none of fixed size before it has a run of its count alone:
+ * 0 steps, 4 bytes.
+ */
 constexpr void add_open(draft &plan, kind k, uint32_t offset, uint32_t count, const layout *element = nullptr)
 {
     add_to_run(plan, unit_size(kind::word));
@@ -186,30 +203,24 @@ constexpr void add_open(draft &plan, kind k, uint32_t offset, uint32_t count, co
     plan.steps[plan.count++] = {k, offset, count, 0, element};
 }
 
-constexpr uint32_t aligned(uint32_t offset, uint32_t alignment)
-{
-    return (offset + alignment - 1) / alignment * alignment;
-}
-
 /** How a field of type Field is added; the general case is a nested record. */
 template <class Field> struct field_plan;
 
-template <class... Member> constexpr uint32_t add_members(draft &plan, uint32_t base, type_list<Member...>)
+template <class... Member>
+constexpr void add_members(draft &plan, const uint32_t *offset, uint32_t base, type_list<Member...>)
 {
-    uint32_t end = base;
-    ((end = aligned(end, alignof(Member)), field_plan<Member>::add(plan, end), end += sizeof(Member)), ...);
-    return end - base;
+    (field_plan<Member>::add(plan, base + *offset++), ...);
 }
 
 template <class Field> struct field_plan {
     static_assert(std::is_aggregate_v<Field> && std::is_standard_layout_v<Field>);
+    static_assert(
+        std::is_empty_v<Field> || aligned(member_offsets<Field>.back(), alignof(Field)) == sizeof(Field),
+        "the record has padding that the rule of the ABI does not give");
 
     static constexpr void add(draft &plan, uint32_t offset)
     {
-        const uint32_t end = add_members(plan, offset, member_types<Field>{});
-        // Offsets are reckoned by the rule of the ABI; the compiler's own size must agree.
-        if (!std::is_empty_v<Field> && aligned(end, alignof(Field)) != sizeof(Field))
-            plan.count = draft::room + 1;
+        add_members(plan, member_offsets<Field>.data(), offset, member_types<Field>{});
     }
 };
 
@@ -263,7 +274,6 @@ template <class Record> consteval draft draft_of()
 
 template <class Record> inline constexpr auto steps_of = [] {
     constexpr draft plan = draft_of<Record>();
-    static_assert(plan.count <= draft::room, "the record has padding that the rule of the ABI does not give");
     std::array<step, plan.count> steps{};
     for (uint32_t i = 0; i < plan.count; i++)
         steps[i] = plan.steps[i];

@@ -42,13 +42,12 @@ void return_saved(script_call call, int32_t *reply)
 using I = rmonrpc_ipconfig_t;
 
 /** The word's bytes in memory, as inet_ntoa shows them. */
-template <auto Member> struct dotted {
-    static constexpr std::array keys{member_key<Member>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
-    {
-        set_dotted(&slot->val, reinterpret_cast<const uint8_t *>(&(record.*Member)));
-    }
-};
+void show_word(zval *slot, const uint32_t &word)
+{
+    set_dotted(slot, reinterpret_cast<const uint8_t *>(&word));
+}
+
+template <auto Member> using dotted = column<member_key<Member>, set_by<show_word>, Member>;
 
 using ipconfig_row = row_shape<
     status<&I::status>,

@@ -41,7 +41,8 @@ using aggrp_row = row_shape<
     status<&G::status>,
     field<&G::dsmonAggControlIndex>,
     field<&G::dsmonAggGroupIndex>,
-    field<&G::dsmonAggGroupDescr>>;
+    field<&G::dsmonAggGroupDescr>,
+    left_out<&G::dsmonAggGroupStatus>>;
 
 void php_dsmon_aggrp_get(script_call call, int32_t getType)
 {

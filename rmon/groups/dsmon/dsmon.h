@@ -40,14 +40,14 @@ inline void put_address(const address &from, rmonrpc_dsmon_address_t &field, int
     length = static_cast<int32_t>(fitting);
 }
 
-/** An address field of which the first bytes, as many as the field Length says, are in use; none: 0. */
-template <auto Address, auto Length> struct counted_address {
-    static constexpr std::array keys{member_key<Address>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
-    {
-        const rmonrpc_dsmon_address_t &field = record.*Address;
-        // The length is the agent's claim and may be any number.
-        const auto used = std::clamp<int32_t>(record.*Length, 0, field.size);
-        set_address_or_zero(&slot->val, wire::list_of(field.value, static_cast<uint32_t>(used)));
-    }
-};
+/** The first bytes of an address field, as many as are in use; none: 0. */
+inline void show_used(zval *slot, const rmonrpc_dsmon_address_t &field, int32_t length)
+{
+    // The length is the agent's claim and may be any number.
+    const auto used = std::clamp<int32_t>(length, 0, field.size);
+    or_zero::put(slot, wire::list_of(field.value, static_cast<uint32_t>(used)));
+}
+
+/** An address field; the field Length says how much of it is in use. */
+template <auto Address, auto Length> using counted_address =
+    column<member_key<Address>, set_by<show_used>, Address, Length>;

@@ -78,7 +78,8 @@ using hostctl_row = row_shape<
     field<&K::dsmonHostCtlDeletes>,
     field<&K::dsmonHostCtlOwner>,
     field<&K::dsmonHostCtlStatus>,
-    field<&K::dsmonHostCtlMaxDesiredEntries>>;
+    field<&K::dsmonHostCtlMaxDesiredEntries>,
+    left_out<&K::dsmonHostCtlIPv4PrefixLen, &K::dsmonHostCtlIPv6PrefixLen>>;
 
 void php_dsmon_hostctl_get(script_call call, int32_t getType)
 {

@@ -18,8 +18,7 @@ void rmon_nde_learned_dev_data_get(script_call call, int32_t getType)
 
 using I = rmonrpc_nde_learned_dev_intf_t;
 
-/** The device's address is not shown. */
-using learned_dev_intf_row = row_shape<field<&I::ifIndex>, field<&I::dirFlag>>;
+using learned_dev_intf_row = row_shape<field<&I::ifIndex>, field<&I::dirFlag>, left_out<&I::head>>;
 
 using learned_dev_intf_rows = row_shape<rows_under<"interfaces", learned_dev_intf_row>>;
 

@@ -43,9 +43,9 @@ bool convert(script_call call, zval *argument, nde_text &text)
     return true;
 }
 
-void show_address(zval *slot, const rmonrpc_nde_head_t &head)
+void show_address(zval *slot, const wire::uchars<16> &address, uint32_t length)
 {
-    set_bytes(slot, head.address.value, std::min<uint32_t>(head.addressLength, sizeof head.address.value));
+    set_bytes(slot, address.value, std::min(length, address.size));
 }
 
 namespace {
@@ -88,13 +88,13 @@ void rmon_nde_datasrc_data_get(script_call call, int32_t getType)
 
 using F = rmonrpc_nde_flow_path_t;
 
-/** The flag is not shown. */
 using flow_path_row = row_shape<
     device_columns<&F::head>,
     field<&F::deviceName>,
     field<&F::datasrcIndex>,
     field<&F::inputIndex>,
-    field<&F::outputIndex>>;
+    field<&F::outputIndex>,
+    left_out<&F::flag>>;
 
 using flow_path_rows = row_shape<rows_under<"flowPaths", flow_path_row>>;
 

@@ -25,11 +25,14 @@ bool convert(script_call call, zval *argument, nde_text &text);
 /* ---- rows ------------------------------------------------------------------------ */
 
 /** The bytes of the address, never more than there are, whatever the agent says. */
-void show_address(zval *slot, const rmonrpc_nde_head_t &head);
+void show_address(zval *slot, const wire::uchars<16> &address, uint32_t length);
 
 /** The columns with which most rows begin. Head is the pointer to the record's member. */
-template <auto Head> using device_columns =
-    within<Head, converted<"address", show_address>, field<&rmonrpc_nde_head_t::addressLength>>;
+template <auto Head, class H = rmonrpc_nde_head_t> using device_columns = within<
+    Head,
+    converted<"address", show_address, &H::address, &H::addressLength>,
+    field<&H::addressLength>,
+    left_out<&H::getType, &H::count, &H::operation>>;
 
 /** All rows of a reply as a list, under one key. */
 template <key_text Key, class Shape> struct rows_under {
@@ -38,6 +41,7 @@ template <key_text Key, class Shape> struct rows_under {
     {
         set(&slot->val, make_rows<Shape>(rows));
     }
+    static constexpr void tell(field_list &, uint32_t) {}
 };
 
 /* ---- calls ----------------------------------------------------------------------- */

@@ -19,9 +19,9 @@ constexpr uint32_t ethernet_source = 1;
 
 bool is_ethernet(const R &row) { return row.dsrcType == ethernet_source; }
 
-std::string_view source_type(const R &row)
+std::string_view source_type(int32_t type)
 {
-    switch (row.dsrcType) {
+    switch (type) {
     case ethernet_source:
         return "ETH";
     case 2:
@@ -35,9 +35,9 @@ std::string_view source_type(const R &row)
     }
 }
 
-std::string_view span_mode(const R &row)
+std::string_view span_mode(int32_t mode)
 {
-    switch (row.dsrcSpanMode) {
+    switch (mode) {
     case 1:
         return "TX";
     case 2:
@@ -50,10 +50,10 @@ std::string_view span_mode(const R &row)
 }
 
 /** A MAC address as "00:1A:2B:3C:4D:5E"; an address of any other length as "". */
-void mac_address(zval *slot, const R &row)
+void mac_address(zval *slot, const wire::byte_list &address)
 {
-    if (row.ifPhysAddress.length == 6)
-        set_hex(slot, wire::bytes_of(row.ifPhysAddress), 6, "0123456789ABCDEF", ':');
+    if (address.length == 6)
+        set_hex(slot, wire::bytes_of(address), 6, "0123456789ABCDEF", ':');
     else
         ZVAL_EMPTY_STRING(slot);
 }
@@ -65,7 +65,7 @@ using ifentry_row = row_shape<
     field<&R::ifType>,
     field<&R::ifMtu>,
     field<&R::ifSpeed>,
-    converted<"ifPhysAddress", mac_address>,
+    converted<"ifPhysAddress", mac_address, &R::ifPhysAddress>,
     field<&R::ifAdminStatus>,
     field<&R::ifOperStatus>,
     field<&R::ifLastChange>,
@@ -81,11 +81,11 @@ using ifentry_row = row_shape<
     field<&R::ifOutDiscards>,
     field<&R::ifOutErrors>,
     field<&R::ifOutQLen>,
-    computed<"dsrcType", source_type>,
+    computed<"dsrcType", source_type, &R::dsrcType>,
     only_if<is_ethernet, field<&R::dsrcSlot>, field<&R::dsrcPort>>,
     field<&R::dsrcVlan>,
     field<&R::dsrcChGrp>,
-    computed<"dsrcSpanMode", span_mode>,
+    computed<"dsrcSpanMode", span_mode, &R::dsrcSpanMode>,
     field<&R::dsrcSpanDest>>;
 
 void php_ifentry_get(script_call call, int32_t getType)

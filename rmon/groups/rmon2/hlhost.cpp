@@ -42,9 +42,10 @@ using nlhost_row = row_shape<
     named<"nlHostOutMacNonUnicastPkts", &H::outMacNonUnicastPkts>,
     named<"nlHostCreateTime", &H::createTime>,
     field<&H::hlHostControlIndex>,
-    field<&H::protocolDirLocalIndex>>;
+    field<&H::protocolDirLocalIndex>,
+    left_out<&H::protocolDirLocalIndex2>>;
 
-/** The address keeps its network-layer name; there is no count of MAC non-unicast packets. */
+/** The address keeps its network-layer name. */
 using alhost_row = row_shape<
     status<&H::status>,
     named<"alHostTimeMark", &H::timeMark>,
@@ -56,7 +57,8 @@ using alhost_row = row_shape<
     named<"alHostCreateTime", &H::createTime>,
     field<&H::hlHostControlIndex>,
     field<&H::protocolDirLocalIndex>,
-    field<&H::protocolDirLocalIndex2>>;
+    field<&H::protocolDirLocalIndex2>,
+    left_out<&H::outMacNonUnicastPkts>>;
 
 /** Asks for hosts of one of the two tables; null when the return value is set already. */
 rmonrpc_hlhost_arr_t *hlhost_get(script_call call, int32_t getType, int32_t applicationLayer)

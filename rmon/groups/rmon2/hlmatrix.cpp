@@ -35,7 +35,7 @@ void hlmatrix_ctl_get(script_call call, int32_t getType)
 using M = rmonrpc_hlmatrix_t;
 
 /** Scripts read a pair's create time as a float, where a host's is an integer. */
-double create_time(const M &row) { return row.createTime; }
+double create_time(uint32_t ticks) { return ticks; }
 
 /** A pair of hosts under the names of one view. */
 template <
@@ -45,7 +45,7 @@ template <
     key_text Pkts,
     key_text Octets,
     key_text CreateTime,
-    class... ApplicationLayer>
+    class ApplicationLayer>
 using matrix_row = row_shape<
     status<&M::status>,
     named<TimeMark, &M::timeMark>,
@@ -53,10 +53,10 @@ using matrix_row = row_shape<
     named_address_or_zero<Dest, &M::destAddress>,
     named<Pkts, &M::pkts>,
     named<Octets, &M::octets>,
-    computed<CreateTime, create_time>,
+    computed<CreateTime, create_time, &M::createTime>,
     field<&M::hlMatrixControlIndex>,
     field<&M::protocolDirLocalIndex>,
-    ApplicationLayer...>;
+    ApplicationLayer>;
 
 using nlmatrix_sd_row = matrix_row<
     "nlMatrixSDTimeMark",
@@ -64,7 +64,8 @@ using nlmatrix_sd_row = matrix_row<
     "nlMatrixSDDestAddress",
     "nlMatrixSDPkts",
     "nlMatrixSDOctets",
-    "nlMatrixSDCreateTime">;
+    "nlMatrixSDCreateTime",
+    left_out<&M::protocolDirLocalIndex2>>;
 
 using nlmatrix_ds_row = matrix_row<
     "nlMatrixDSTimeMark",
@@ -72,7 +73,8 @@ using nlmatrix_ds_row = matrix_row<
     "nlMatrixDSDestAddress",
     "nlMatrixDSPkts",
     "nlMatrixDSOctets",
-    "nlMatrixDSCreateTime">;
+    "nlMatrixDSCreateTime",
+    left_out<&M::protocolDirLocalIndex2>>;
 
 /* The addresses keep their network-layer names in the application-layer views. */
 

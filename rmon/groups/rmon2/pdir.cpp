@@ -71,7 +71,7 @@ void rmon_pdir_get(script_call call, int32_t getType)
     return_rows<pdir_row>(call, ask(call, pdir_get_1, link, key, "addrmap_entry_get"), getType);
 }
 
-/** Narrower than the row found by identifier: without the type, the owner and the row's own status. */
+/** Narrower than the row found by identifier. */
 using pdir_byidx_row = row_shape<
     status<&R::status>,
     field<&R::protocolDirID>,
@@ -84,7 +84,8 @@ using pdir_byidx_row = row_shape<
     field<&R::protocolDirArtConfig>,
     field<&R::is_leaf>,
     field<&R::is_network>,
-    field<&R::flags>>;
+    field<&R::flags>,
+    left_out<&R::protocolDirType, &R::protocolDirOwner, &R::protocolDirStatus>>;
 
 void pdir_byidx_get(script_call call, int32_t getType)
 {

@@ -8,53 +8,84 @@ using C = rmonrpc_h323_common_row_t;
 using Q = rmonrpc_h323_qual_row_t;
 
 /** An identifier of sixteen bytes as "0a1b 2c3d 4e5f 6071 8293 a4b5 c6d7 e8f9". */
-template <auto Member> struct identifier {
-    static constexpr std::array keys{member_key<Member>::key};
+void show_identifier(zval *slot, const wire::uchars<16> &bytes)
+{
+    constexpr const char *digits = "0123456789abcdef";
+    zend_string *text = zend_string_alloc(2 * bytes.size + bytes.size / 2 - 1, 0);
+    char *to = ZSTR_VAL(text);
+    for (uint32_t i = 0; i < bytes.size; i++) {
+        if (i && i % 2 == 0)
+            *to++ = ' ';
+        *to++ = digits[bytes.value[i] >> 4];
+        *to++ = digits[bytes.value[i] & 15];
+    }
+    *to = '\0';
+    ZVAL_NEW_STR(slot, text);
+}
+
+template <auto Member> using identifier = column<member_key<Member>, set_by<show_identifier>, Member>;
+
+/** A synchronisation source, any 32-bit number: a float, since it is never negative. */
+double ssrc(uint32_t number) { return number; }
+
+/* Keys stand in another order than on the wire: lengths and ports before addresses, products before versions.
+ */
+
+/** Each field behind a prefix that tells the side. */
+template <key_text Side, class E = rmonrpc_h323_endpoint_t> using endpoint_columns = columns<
+    shown_with<Side, &E::q931_ipAddr_length>,
+    shown_with<Side, &E::q931_port>,
+    shown_with<Side, &E::q931_ipAddr>,
+    shown_with<Side, &E::num>,
+    shown_with<Side, &E::alias>>;
+
+using caller_columns =
+    columns<shown<&C::vers>, shown<&C::index>, within<&C::forward, endpoint_columns<"forward_">>>;
+
+template <key_text Side, class M = rmonrpc_h323_media_t> using media_columns = columns<
+    shown_with<Side, &M::h245_ipAddr_length>,
+    shown_with<Side, &M::h245_port>,
+    shown_with<Side, &M::h245_ipAddr>,
+    shown_with<Side, &M::rtp_ipAddr_length>,
+    shown_with<Side, &M::rtp_port>,
+    shown_with<Side, &M::rtp_ipAddr>,
+    shown_with<Side, &M::codec>,
+    shown_with<Side, &M::rtcp_sr_ipAddr_length>,
+    shown_with<Side, &M::rtcp_sr_port>,
+    shown_with<Side, &M::rtcp_sr_ipAddr>,
+    shown_with<Side, &M::rtcp_rr_ipAddr_length>,
+    shown_with<Side, &M::rtcp_rr_port>,
+    shown_with<Side, &M::rtcp_rr_ipAddr>>;
+
+/** The mean of one side's samples. Their sum is a field of Quality, their number one of the call's record. */
+template <key_text Side, auto Quality, auto Sum, auto Samples, uint32_t Unit = 1> struct mean_of_side {
+    static constexpr std::array keys{prefixed_key<Side, Sum>::key};
     static void put(Bucket *slot, const Q &call)
     {
-        constexpr const char *digits = "0123456789abcdef";
-        const wire::uchars<16> &bytes = call.*Member;
-        zend_string *text = zend_string_alloc(2 * bytes.size + bytes.size / 2 - 1, 0);
-        char *to = ZSTR_VAL(text);
-        for (uint32_t i = 0; i < bytes.size; i++) {
-            if (i && i % 2 == 0)
-                *to++ = ' ';
-            *to++ = digits[bytes.value[i] >> 4];
-            *to++ = digits[bytes.value[i] & 15];
-        }
-        *to = '\0';
-        ZVAL_NEW_STR(&slot->val, text);
+        show(&slot->val, mean<Unit>(call.*Quality.*Sum, call.*Samples));
+    }
+    static constexpr void tell(field_list &fields, uint32_t base)
+    {
+        within<Quality, shown<Sum>>::tell(fields, base);
+        fields.add<Samples>(base);
     }
 };
 
-/** A synchronisation source, any 32-bit number: a float, since it is never negative. */
-template <auto Member> struct ssrc {
-    static constexpr std::array keys{member_key<Member>::key};
-    static void put(Bucket *slot, const Q &call) { ZVAL_DOUBLE(&slot->val, call.*Member); }
-};
+template <key_text Side, auto Quality, auto Samples, class S = rmonrpc_h323_quality_t> using quality_columns =
+    columns<
+        within<
+            Quality,
+            column<prefixed_key<Side, &S::ssrc>, made_by<ssrc>, &S::ssrc>,
+            shown_with<Side, &S::sr_pkt_sent>,
+            shown_with<Side, &S::sr_oct_sent>,
+            shown_with<Side, &S::sr_pkt_lost>,
+            left_out<&S::reserved_1, &S::reserved_2, &S::reserved_3>>,
+        mean_of_side<Side, Quality, &S::sr_fraction_lost, Samples>,
+        mean_of_side<Side, Quality, &S::sr_jitter, Samples, hundredths>>;
 
-using caller_columns = columns<
-    shown<&C::vers>,
-    shown<&C::index>,
-    shown<&C::forward_q931_ipAddr_length>,
-    shown<&C::forward_q931_port>,
-    shown<&C::forward_q931_ipAddr>,
-    shown<&C::forward_num>,
-    shown<&C::forward_alias>>;
-
-/** Keys stand in another order than on the wire: lengths and ports before addresses, products before
- * versions. */
 using call_columns = columns<
-    shown<&Q::f_q931_ipAddr_length>,
-    shown<&Q::f_q931_port>,
-    shown<&Q::f_q931_ipAddr>,
-    shown<&Q::f_num>,
-    shown<&Q::f_alias>,
-    shown<&Q::reverse_q931_ipAddr_length>,
-    shown<&Q::reverse_q931_port>,
-    shown<&Q::reverse_q931_ipAddr>,
-    shown<&Q::reverse_num>,
-    shown<&Q::reverse_alias>,
+    within<&Q::f, endpoint_columns<"f_">>,
+    within<&Q::reverse, endpoint_columns<"reverse_">>,
     shown<&Q::call_state>,
     shown<&Q::call_status>,
     shown<&Q::call_reference>,
@@ -72,46 +103,12 @@ using call_columns = columns<
     shown<&Q::forward_logical_channel_num>,
     shown<&Q::reverse_session_id>,
     shown<&Q::reverse_logical_channel_num>,
-    shown<&Q::forward_h245_ipAddr_length>,
-    shown<&Q::forward_h245_port>,
-    shown<&Q::forward_h245_ipAddr>,
-    shown<&Q::forward_rtp_ipAddr_length>,
-    shown<&Q::forward_rtp_port>,
-    shown<&Q::forward_rtp_ipAddr>,
-    shown<&Q::forward_codec>,
-    shown<&Q::forward_rtcp_sr_ipAddr_length>,
-    shown<&Q::forward_rtcp_sr_port>,
-    shown<&Q::forward_rtcp_sr_ipAddr>,
-    shown<&Q::forward_rtcp_rr_ipAddr_length>,
-    shown<&Q::forward_rtcp_rr_port>,
-    shown<&Q::forward_rtcp_rr_ipAddr>,
-    shown<&Q::reverse_h245_ipAddr_length>,
-    shown<&Q::reverse_h245_port>,
-    shown<&Q::reverse_h245_ipAddr>,
-    shown<&Q::reverse_rtp_ipAddr_length>,
-    shown<&Q::reverse_rtp_port>,
-    shown<&Q::reverse_rtp_ipAddr>,
-    shown<&Q::reverse_codec>,
-    shown<&Q::reverse_rtcp_sr_ipAddr_length>,
-    shown<&Q::reverse_rtcp_sr_port>,
-    shown<&Q::reverse_rtcp_sr_ipAddr>,
-    shown<&Q::reverse_rtcp_rr_ipAddr_length>,
-    shown<&Q::reverse_rtcp_rr_port>,
-    shown<&Q::reverse_rtcp_rr_ipAddr>,
+    within<&Q::forward_media, media_columns<"forward_">>,
+    within<&Q::reverse_media, media_columns<"reverse_">>,
     shown<&Q::start_time>,
     shown<&Q::end_time>,
-    ssrc<&Q::forward_ssrc>,
-    shown<&Q::forward_sr_pkt_sent>,
-    shown<&Q::forward_sr_oct_sent>,
-    shown<&Q::forward_sr_pkt_lost>,
-    mean<"forward_sr_fraction_lost", &Q::forward_sr_fraction_lost, &Q::forward_num_samples>,
-    mean<"forward_sr_jitter", &Q::forward_sr_jitter, &Q::forward_num_samples, hundredths>,
-    ssrc<&Q::reverse_ssrc>,
-    shown<&Q::reverse_sr_pkt_sent>,
-    shown<&Q::reverse_sr_oct_sent>,
-    shown<&Q::reverse_sr_pkt_lost>,
-    mean<"reverse_sr_fraction_lost", &Q::reverse_sr_fraction_lost, &Q::reverse_num_samples>,
-    mean<"reverse_sr_jitter", &Q::reverse_sr_jitter, &Q::reverse_num_samples, hundredths>,
+    quality_columns<"forward_", &Q::forward_quality, &Q::forward_num_samples>,
+    quality_columns<"reverse_", &Q::reverse_quality, &Q::reverse_num_samples>,
     shown<&Q::flag>>;
 
 using P = rmonrpc_h323_phone_row_t;
@@ -120,7 +117,7 @@ using phone_row = row_shape<
     within<&P::common, caller_columns>,
     within<&P::aggregate, summed_aggregate_columns<rmonrpc_h323_aggregate_t>>,
     shown<&P::num_hist_row>,
-    only_if<has_history<P>, history<row_shape<call_columns>>>>;
+    only_if<has_history<P>, history<P, row_shape<call_columns>>>>;
 
 using phone_rec = row_shape<listed<"phone_rec", phone_row>>;
 

@@ -11,30 +11,43 @@ using M = rmonrpc_mgcp_media_session_t;
 template <class... Column> struct in_media {
     static constexpr auto keys = columns<Column...>::keys;
     static void put(Bucket *slot, const C &call) { columns<Column...>::put(slot, call.media.value[0]); }
-};
-
-/** The larger of the two legs' figures, signed. */
-template <key_text Key, int32_t M::*One, int32_t M::*Two> struct larger {
-    static constexpr std::array keys{text_key<Key>::key};
-    static void put(Bucket *slot, const M &media) { show(&slot->val, std::max(media.*One, media.*Two)); }
-};
-
-/** An address whose length, which is a field of its own, may be 0. */
-template <auto Member, uint32_t C::*Length> struct address_or_dash {
-    static constexpr std::array keys{member_key<Member>::key};
-    static void put(Bucket *slot, const C &call)
+    static constexpr void tell(field_list &fields, uint32_t base)
     {
-        if (call.*Length)
-            show(&slot->val, call.*Member);
-        else
-            set(&slot->val, "-");
+        columns<Column...>::tell(fields, base + wire::member_offset<&C::media>);
     }
 };
 
-int32_t joined_flags(const C &call)
+/** The larger of the two legs' figures, signed. */
+int32_t larger_of(int32_t one, int32_t two) { return std::max(one, two); }
+
+template <key_text Key, auto One, auto Two> using larger =
+    column<text_key<Key>, shown_made_by<larger_of>, One, Two>;
+
+/** An address, or "-" where its length, which is a field of its own, is 0. */
+void show_address(zval *slot, const wire::uchars<16> &address, uint32_t length)
 {
-    return static_cast<int32_t>(static_cast<uint32_t>(call.media.value[0].media_flag) | call.call_flag);
+    if (length)
+        show(slot, address);
+    else
+        set(slot, "-");
 }
+
+template <auto Address, auto Length> using address_or_dash =
+    column<member_key<Address>, set_by<show_address>, Address, Length>;
+
+/** The flags of the call and of its media session. */
+struct joined_flags {
+    static constexpr std::array keys{text_key<"flag">::key};
+    static void put(Bucket *slot, const C &call)
+    {
+        show(&slot->val, static_cast<uint32_t>(call.media.value[0].media_flag) | call.call_flag);
+    }
+    static constexpr void tell(field_list &fields, uint32_t base)
+    {
+        in_media<shown<&M::media_flag>>::tell(fields, base);
+        fields.add<&C::call_flag>(base);
+    }
+};
 
 using call_row = row_shape<
     shown<&C::index>,
@@ -79,8 +92,14 @@ using call_row = row_shape<
         shown<&M::jitter_1>,
         shown<&M::jitter_2>,
         shown<&M::latency_1>,
-        shown<&M::latency_2>>,
-    computed<"flag", joined_flags>>;
+        shown<&M::latency_2>,
+        left_out<
+            &M::media_reserved_1,
+            &M::media_reserved_2,
+            &M::media_reserved_3,
+            &M::media_reserved_4,
+            &M::media_reserved_5>>,
+    joined_flags>;
 
 using P = rmonrpc_mgcp_phone_t;
 
@@ -93,7 +112,7 @@ using phone_row = row_shape<
     shown<&P::phone_alias>,
     aggregate_columns<P>,
     shown<&P::num_hist_row>,
-    only_if<has_history<P>, history<call_row>>>;
+    only_if<has_history<P>, history<P, call_row>>>;
 
 using phone_rec = row_shape<listed<"phone_rec", phone_row>>;
 

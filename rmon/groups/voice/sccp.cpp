@@ -39,7 +39,8 @@ using figures_columns = columns<
     shown<&Q::g723_bit_rate>,
     shown<&Q::start_time>,
     shown<&Q::end_time>,
-    traffic_columns<shown>>;
+    traffic_columns<shown>,
+    left_out<&Q::spare>>;
 
 /* ---- phones ------------------------------------------------------------------------ */
 
@@ -58,7 +59,7 @@ using phone_row = row_shape<
     within<&P::common, address_columns, owner_columns>,
     within<&P::aggregate, aggregate_columns<rmonrpc_sccp_aggregate_t>>,
     shown<&P::num_hist_row>,
-    only_if<has_history<P>, history<history_row>>>;
+    only_if<has_history<P>, history<P, history_row>>>;
 
 using phone_rec = row_shape<listed<"phone_rec", phone_row>>;
 
@@ -98,19 +99,7 @@ void sccp_top_rec_data_get(script_call call, int32_t getType, const Procedure &p
 using L = rmonrpc_sccp_call_row_t;
 
 /** A field of the called party, "callee_" before its name. */
-template <auto Member> struct callee {
-    static constexpr auto text = [] {
-        constexpr std::string_view prefix = "callee_", name = member_key<Member>::view;
-        std::array<char, prefix.size() + name.size() + 1> joined{};
-        std::copy(name.begin(), name.end(), std::copy(prefix.begin(), prefix.end(), joined.begin()));
-        return joined;
-    }();
-    static constexpr std::array keys{row_key{text.data(), text.size() - 1, 0}};
-    template <class Record> static void put(Bucket *slot, const Record &record)
-    {
-        shown<Member>::put(slot, record);
-    }
-};
+template <auto Member> using callee = shown_with<"callee_", Member>;
 
 /** A field of both parties, the caller's first. */
 template <auto Member> using phone_pair =
@@ -118,6 +107,9 @@ template <auto Member> using phone_pair =
 
 template <auto Member> using call_pair =
     columns<within<&L::qual, shown<Member>>, within<&L::callee_qual, callee<Member>>>;
+
+/** A call's row has both parties, so that neither's view of its peer is shown. */
+using peer_left_out = left_out<&Q::peer_ipAddr, &Q::peer_num, &Q::peer_owner, &Q::spare>;
 
 /** Two keys of the called party lack "call_", and both ports are the caller's: its own and the far end's. */
 using call_row = row_shape<
@@ -152,7 +144,10 @@ using call_row = row_shape<
     call_pair<&Q::start_time>,
     call_pair<&Q::end_time>,
     within<&L::qual, traffic_columns<shown>>,
-    within<&L::callee_qual, traffic_columns<callee>>>;
+    within<&L::callee_qual, traffic_columns<callee>>,
+    within<&L::callee_common, left_out<&C::vers, &C::index>>,
+    within<&L::qual, peer_left_out>,
+    within<&L::callee_qual, peer_left_out, left_out<&Q::local_rtp_port, &Q::remote_rtp_port>>>;
 
 using call_rec = row_shape<listed<"call_rec", call_row>>;
 

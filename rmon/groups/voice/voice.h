@@ -29,23 +29,15 @@ inline void show(zval *slot, const wire::chars<16> &address)
     set_dotted(slot, reinterpret_cast<const uint8_t *>(address.value));
 }
 
-/** A field under its own name. */
-template <auto Member> struct shown {
-    static constexpr std::array keys{member_key<Member>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
-    {
-        show(&slot->val, record.*Member);
-    }
+struct as_shown {
+    template <class Field> static void put(zval *slot, const Field &value) { show(slot, value); }
 };
 
-/** A field under another name. */
-template <key_text Key, auto Member> struct shown_as {
-    static constexpr std::array keys{text_key<Key>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
-    {
-        show(&slot->val, record.*Member);
-    }
-};
+/** A field under its own name; under its name behind a prefix; under another name. */
+template <auto Member> using shown = column<member_key<Member>, as_shown, Member>;
+template <key_text Prefix, auto Member> using shown_with =
+    column<prefixed_key<Prefix, Member>, as_shown, Member>;
+template <key_text Key, auto Member> using shown_as = column<text_key<Key>, as_shown, Member>;
 
 /* ---- aggregate figures ----------------------------------------------------------- */
 
@@ -63,44 +55,47 @@ template <class R> using aggregate_columns = columns<
 inline constexpr uint32_t hundredths = 100;
 
 /** A sum by its samples, in units of Unit each; 0 where the product of samples and unit, in 32 bits, is 0. */
-template <key_text Key, auto Sum, auto Samples, uint32_t Unit = 1> struct mean {
-    static constexpr std::array keys{text_key<Key>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
+template <uint32_t Unit = 1> uint32_t mean(uint32_t sum, uint32_t samples)
+{
+    const uint32_t divisor = samples * Unit;
+    return divisor ? sum / divisor : 0;
+}
+
+/** What Function returns of the fields, shown as a field of its type. */
+template <auto Function> struct shown_made_by {
+    template <class... Field> static void put(zval *slot, const Field &...field)
     {
-        const uint32_t divisor = record.*Samples * Unit;
-        show(&slot->val, divisor ? record.*Sum / divisor : 0);
+        show(slot, Function(field...));
     }
 };
 
-template <auto Member> struct in_hundredths {
-    static constexpr std::array keys{member_key<Member>::key};
-    template <class Record> static void put(Bucket *slot, const Record &record)
-    {
-        show(&slot->val, record.*Member / hundredths);
-    }
-};
+template <key_text Key, auto Function, auto... Member> using shown_mean =
+    column<text_key<Key>, shown_made_by<Function>, Member...>;
+
+inline uint32_t by_hundred(uint32_t value) { return value / hundredths; }
 
 template <class R> using summed_aggregate_columns = columns<
     shown<&R::flag>,
     shown<&R::num_call_mon>,
-    mean<"avg_pkt_lost", &R::sum_pkt_lost, &R::num_samples>,
-    mean<"avg_jitter", &R::sum_jitter, &R::num_samples, hundredths>,
+    shown_mean<"avg_pkt_lost", mean<>, &R::sum_pkt_lost, &R::num_samples>,
+    shown_mean<"avg_jitter", mean<hundredths>, &R::sum_jitter, &R::num_samples>,
     shown<&R::worst_pkt_lost>,
-    in_hundredths<&R::worst_jitter>>;
+    column<member_key<&R::worst_jitter>, shown_made_by<by_hundred>, &R::worst_jitter>>;
 
 /* ---- a phone's last calls ---------------------------------------------------------- */
 
 template <class Phone> bool has_history(const Phone &phone) { return phone.num_hist_row > 0; }
 
 /** The calls that a phone's record holds: at most as many as fit it, whatever their count claims. */
-template <class Call> struct history {
-    static constexpr std::array keys{text_key<"history">::key};
-    template <class Phone> static void put(Bucket *slot, const Phone &phone)
+template <class Shape> struct calls_of {
+    template <class Calls> static void put(zval *slot, int32_t claimed, const Calls &calls)
     {
-        const auto claimed = static_cast<uint32_t>(phone.num_hist_row);
-        set(&slot->val, make_rows<Call>(phone.history.value, std::min(claimed, phone.history.size)));
+        set(slot, make_rows<Shape>(calls.value, std::min(static_cast<uint32_t>(claimed), calls.size)));
     }
 };
+
+template <class Phone, class Shape> using history =
+    column<text_key<"history">, calls_of<Shape>, &Phone::num_hist_row, &Phone::history>;
 
 /* ---- table reads -------------------------------------------------------------------- */
 
@@ -111,6 +106,7 @@ template <key_text Key, class Row> struct listed {
     {
         set(&slot->val, make_rows<Row>(reply));
     }
+    static constexpr void tell(field_list &, uint32_t) {}
 };
 
 /**
