@@ -47,17 +47,24 @@ $cases = [
 ];
 foreach ($cases as [$status, $address, $netmask, $broadcast, $gateway, $interface]) {
     $step = reply(ipconfig($status, $address, $netmask, $broadcast, $gateway, $interface));
-    expect_exchange($function, [], 62, i32(0), $step, [
-        0 => $status,
-        'status' => $status,
-        'ipAddress' => $address,
-        'ipNetmask' => $netmask,
-        'ipBroadcast' => $broadcast,
-        'ipGateway' => $gateway,
-        'ipInterface' => $interface,
-    ]);
+    expect_exchange(
+        function: $function,
+        arguments: [],
+        procedure: 62,
+        request: i32(0),
+        step: $step,
+        value: [
+            0 => $status,
+            'status' => $status,
+            'ipAddress' => $address,
+            'ipNetmask' => $netmask,
+            'ipBroadcast' => $broadcast,
+            'ipGateway' => $gateway,
+            'ipInterface' => $interface,
+        ],
+    );
 }
-expect_failures($function, [], 62, i32(0), $function);
+expect_failures(function: $function, arguments: [], procedure: 62, request: i32(0), label: $function);
 expect_counts($function, 1, 1);
 expect_links_only($function, []);
 expect_order($function, ['Link'], ['Link']);
@@ -66,10 +73,29 @@ expect_order($function, ['Link'], ['Link']);
 
 $function = 'rmon_set_ipconfig';
 $four = ['10.1.2.3', '255.255.255.0', '10.1.2.255', '10.1.2.1'];
-expect_answers($function, $four, 63, ipconfig(0, ...$four, interface: 0), $function);
-expect_answers($function, [...$four, 7], 63, ipconfig(0, ...$four, interface: 7), $function);
+expect_answers(
+    function: $function,
+    arguments: $four,
+    procedure: 63,
+    request: ipconfig(0, ...$four, interface: 0),
+    label: $function,
+);
+expect_answers(
+    function: $function,
+    arguments: [...$four, 7],
+    procedure: 63,
+    request: ipconfig(0, ...$four, interface: 7),
+    label: $function,
+);
 foreach (['7' => 7, -1 => 0xffffffff, 0x100000005 => 5] as $interface => $sent) {
-    expect_exchange($function, [...$four, $interface], 63, ipconfig(0, ...$four, interface: $sent), reply(i32(0)), 0);
+    expect_exchange(
+        function: $function,
+        arguments: [...$four, $interface],
+        procedure: 63,
+        request: ipconfig(0, ...$four, interface: $sent),
+        step: reply(i32(0)),
+        value: 0,
+    );
 }
 // Texts as inet_aton takes them, from any type.
 $texts = [
@@ -81,7 +107,14 @@ $addresses = [
     ['10.0.0.5', '0.0.0.255', '10.1.2.255', '0.0.0.1'],
 ];
 foreach ($texts as $i => $four_texts) {
-    expect_exchange($function, $four_texts, 63, ipconfig(0, ...$addresses[$i], interface: 0), reply(i32(0)), 0);
+    expect_exchange(
+        function: $function,
+        arguments: $four_texts,
+        procedure: 63,
+        request: ipconfig(0, ...$addresses[$i], interface: 0),
+        step: reply(i32(0)),
+        value: 0,
+    );
 }
 
 // The first address that is none stops the call.

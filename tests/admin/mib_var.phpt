@@ -15,21 +15,63 @@ $values = [
     [0x100000000, 0],
 ];
 foreach ($values as [$value, $shown]) {
-    expect_exchange($function, ['etherStats.1'], 61, text('etherStats.1'), $answer(0, $value), $shown);
+    expect_exchange(
+        function: $function,
+        arguments: ['etherStats.1'],
+        procedure: 61,
+        request: text('etherStats.1'),
+        step: $answer(0, $value),
+        value: $shown,
+    );
 }
 foreach ([1, -1, 0x7fffffff] as $status) {
-    expect_exchange($function, ['x'], 61, text('x'), $answer($status, 5), false);
+    expect_exchange(
+        function: $function,
+        arguments: ['x'],
+        procedure: 61,
+        request: text('x'),
+        step: $answer($status, 5),
+        value: false,
+    );
 }
 
 // Names of any length.
 foreach (['', 'a', str_repeat('n', 255), str_repeat('n', 256), str_repeat('long ', 20000)] as $name) {
-    expect_exchange($function, [$name], 61, text($name), $answer(0, 5), 5);
+    expect_exchange(
+        function: $function,
+        arguments: [$name],
+        procedure: 61,
+        request: text($name),
+        step: $answer(0, 5),
+        value: 5,
+    );
 }
-expect_exchange($function, ["ab\0cd"], 61, text('ab'), $answer(0, 5), 5);
-expect_exchange($function, [17], 61, text('17'), $answer(0, 5), 5);
+expect_exchange(
+    function: $function,
+    arguments: ["ab\0cd"],
+    procedure: 61,
+    request: text('ab'),
+    step: $answer(0, 5),
+    value: 5,
+);
+expect_exchange(
+    function: $function,
+    arguments: [17],
+    procedure: 61,
+    request: text('17'),
+    step: $answer(0, 5),
+    value: 5,
+);
 
-expect_failures($function, ['x'], 61, text('x'), null);
-expect_exchange($function, ['x'], 61, text('x'), truncated(record(status: i32(0), value: u64(5)), -4), false);
+expect_failures(function: $function, arguments: ['x'], procedure: 61, request: text('x'), label: null);
+expect_exchange(
+    function: $function,
+    arguments: ['x'],
+    procedure: 61,
+    request: text('x'),
+    step: truncated(record(status: i32(0), value: u64(5)), -4),
+    value: false,
+);
 expect_counts($function, 2, 2);
 expect_links_only($function, ['x']);
 expect_order($function, ['Link', 'Name'], ['Link', 'Name as text']);

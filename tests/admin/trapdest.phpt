@@ -68,15 +68,58 @@ $rows = [
 ];
 foreach (['rmon_trapdest_get' => 1, 'rmon_trapdest_getnext' => 2] as $function => $getType) {
     foreach ($rows as [$bytes, $row]) {
-        expect_exchange($function, [7], 68, $key(7, $getType), reply($bytes), $row);
-        expect_exchange($function, ['-8'], 68, $key(-8, $getType), fragmented($bytes, 30), $row);
+        expect_exchange(
+            function: $function,
+            arguments: [7],
+            procedure: 68,
+            request: $key(7, $getType),
+            step: reply($bytes),
+            value: $row,
+        );
+        expect_exchange(
+            function: $function,
+            arguments: ['-8'],
+            procedure: 68,
+            request: $key(-8, $getType),
+            step: fragmented($bytes, 30),
+            value: $row,
+        );
     }
-    expect_exchange($function, [0x100000009], 68, $key(9, $getType), reply($rows[0][0]), $rows[0][1]);
+    expect_exchange(
+        function: $function,
+        arguments: [0x100000009],
+        procedure: 68,
+        request: $key(9, $getType),
+        step: reply($rows[0][0]),
+        value: $rows[0][1],
+    );
     $broken = ['trapdest_get: RPC: Can\'t decode result'];
     $long = trapdest(0, 1, str_repeat('c', 256), 2, '', '', 3);
-    expect_exchange($function, [7], 68, $key(7, $getType), reply($long), false, $broken);
-    expect_exchange($function, [7], 68, $key(7, $getType), truncated($rows[0][0], -4), false, $broken);
-    expect_failures($function, [7], 68, $key(7, $getType), 'trapdest_get');
+    expect_exchange(
+        function: $function,
+        arguments: [7],
+        procedure: 68,
+        request: $key(7, $getType),
+        step: reply($long),
+        value: false,
+        messages: $broken,
+    );
+    expect_exchange(
+        function: $function,
+        arguments: [7],
+        procedure: 68,
+        request: $key(7, $getType),
+        step: truncated($rows[0][0], -4),
+        value: false,
+        messages: $broken,
+    );
+    expect_failures(
+        function: $function,
+        arguments: [7],
+        procedure: 68,
+        request: $key(7, $getType),
+        label: 'trapdest_get',
+    );
     expect_counts($function, 2, 2);
     expect_links_only($function, [7]);
     expect_order($function, ['Link', 'Index'], ['Link', 'Index']);
@@ -84,14 +127,20 @@ foreach (['rmon_trapdest_get' => 1, 'rmon_trapdest_getnext' => 2] as $function =
 
 $function = 'rmon_trapdest_set';
 $arguments = [41, 'public', 42, [10, 1, 2, 3], 'owner', 43];
-expect_answers($function, $arguments, 69, trapdest(0, 41, 'public', 42, "\x0a\1\2\3", 'owner', 43), $function);
+expect_answers(
+    function: $function,
+    arguments: $arguments,
+    procedure: 69,
+    request: trapdest(0, 41, 'public', 42, "\x0a\1\2\3", 'owner', 43),
+    label: $function,
+);
 expect_exchange(
-    $function,
-    ['-1', 17, 4294967295, [], null, '2'],
-    69,
-    trapdest(0, -1, '17', -1, '', '', 2),
-    reply(i32(0)),
-    0,
+    function: $function,
+    arguments: ['-1', 17, 4294967295, [], null, '2'],
+    procedure: 69,
+    request: trapdest(0, -1, '17', -1, '', '', 2),
+    step: reply(i32(0)),
+    value: 0,
 );
 expect_counts($function, 7, 7);
 
@@ -105,13 +154,13 @@ expect_same(['4', '5'], $address);
 
 $conversion = fn(string $class) => "Object of class $class could not be converted to int";
 expect_exchange(
-    $function,
-    [observed('Index'), observed('Community'), observed('Protocol'), [observed('Byte')], observed('Owner'), observed('State')],
-    69,
-    trapdest(0, 1, 'Community', 1, "\1", 'Owner', 1),
-    reply(i32(0)),
-    0,
-    [
+    function: $function,
+    arguments: [observed('Index'), observed('Community'), observed('Protocol'), [observed('Byte')], observed('Owner'), observed('State')],
+    procedure: 69,
+    request: trapdest(0, 1, 'Community', 1, "\1", 'Owner', 1),
+    step: reply(i32(0)),
+    value: 0,
+    messages: [
         $conversion('Index'),
         [E_USER_NOTICE, 'Community as text'],
         $conversion('Protocol'),
@@ -137,7 +186,14 @@ foreach ([1, 4] as $text) {
 // 255 of them are sent, more are refused before any is converted, and before what stands behind is looked at.
 $most = array_fill(0, 255, 9);
 $bytes = trapdest(0, 1, 'c', 2, str_repeat("\x09", 255), 'o', 3);
-expect_exchange($function, [1, 'c', 2, $most, 'o', 3], 69, $bytes, reply(i32(0)), 0);
+expect_exchange(
+    function: $function,
+    arguments: [1, 'c', 2, $most, 'o', 3],
+    procedure: 69,
+    request: $bytes,
+    step: reply(i32(0)),
+    value: 0,
+);
 $address = array_fill(0, 256, '9');
 expect_result(function () use (&$address) {
     return rmon_trapdest_set(the_link(), 1, 'c', 2, $address, observed('Owner'), 3);
@@ -146,16 +202,23 @@ expect_same(array_fill(0, 256, '9'), $address);
 
 // Anything but an array is an empty address, after its conversion to an integer.
 foreach (['10.1.2.3', 7, null, 1.5] as $no_array) {
-    expect_exchange($function, [1, 'c', 2, $no_array, 'o', 3], 69, trapdest(0, 1, 'c', 2, '', 'o', 3), reply(i32(0)), 0);
+    expect_exchange(
+        function: $function,
+        arguments: [1, 'c', 2, $no_array, 'o', 3],
+        procedure: 69,
+        request: trapdest(0, 1, 'c', 2, '', 'o', 3),
+        step: reply(i32(0)),
+        value: 0,
+    );
 }
 expect_exchange(
-    $function,
-    [1, 'c', 2, observed('Address'), 'o', 3],
-    69,
-    trapdest(0, 1, 'c', 2, '', 'o', 3),
-    reply(i32(0)),
-    0,
-    [$conversion('Address')],
+    function: $function,
+    arguments: [1, 'c', 2, observed('Address'), 'o', 3],
+    procedure: 69,
+    request: trapdest(0, 1, 'c', 2, '', 'o', 3),
+    step: reply(i32(0)),
+    value: 0,
+    messages: [$conversion('Address')],
 );
 done();
 --EXPECT--

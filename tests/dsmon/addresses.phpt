@@ -81,7 +81,14 @@ foreach ($places as [$function, $procedure, $arguments, $request]) {
         of($case, function () use ($function, $procedure, $arguments, $request, $place, $address, $bytes, $held): void {
             $arguments[$place] = &$address;
             $record = $request(address($bytes), i32(count($bytes)));
-            expect_exchange($function, $arguments, $procedure, $record, reply(i32(1)), FAILED_READ);
+            expect_exchange(
+                function: $function,
+                arguments: $arguments,
+                procedure: $procedure,
+                request: $record,
+                step: reply(i32(1)),
+                value: FAILED_READ,
+            );
             expect_same($held, $address, 'what the script holds');
         });
     }

@@ -17,27 +17,27 @@ $control = [
     'dsmonAggControlStatus' => ['i32', -4],
 ];
 check_readers(
-    'dsmon_aggctl',
-    73,
-    ['index' => ['i32', 3]],
-    ['index'],
-    $control,
-    ['dsmonAggControlIndex', 'dsmonAggControlDescr', 'dsmonAggControlOwner', 'dsmonAggControlStatus'],
+    name: 'dsmon_aggctl',
+    procedure: 73,
+    key: ['index' => ['i32', 3]],
+    names: ['index'],
+    fields: $control,
+    keys: ['dsmonAggControlIndex', 'dsmonAggControlDescr', 'dsmonAggControlOwner', 'dsmonAggControlStatus'],
 );
 // The owner comes before the description, unlike the record.
 check_writer(
-    'dsmon_aggctl_set',
-    104,
-    $control,
-    ['dsmonAggControlIndex', 'dsmonAggControlOwner', 'dsmonAggControlDescr', 'dsmonAggControlStatus'],
+    function: 'dsmon_aggctl_set',
+    procedure: 104,
+    fields: $control,
+    names: ['dsmonAggControlIndex', 'dsmonAggControlOwner', 'dsmonAggControlDescr', 'dsmonAggControlStatus'],
 );
 expect_exchange(
-    'dsmon_aggctl_set',
-    [3, 'me', 'gold', 1],
-    104,
-    record(status: i32(0), index: u32(3), descr: text('gold'), owner: text('me'), rowStatus: i32(1)),
-    reply(i32(0)),
-    0,
+    function: 'dsmon_aggctl_set',
+    arguments: [3, 'me', 'gold', 1],
+    procedure: 104,
+    request: record(status: i32(0), index: u32(3), descr: text('gold'), owner: text('me'), rowStatus: i32(1)),
+    step: reply(i32(0)),
+    value: 0,
 );
 
 $group = [
@@ -48,35 +48,35 @@ $group = [
     'dsmonAggGroupStatus' => ['i32', 6],
 ];
 check_readers(
-    'dsmon_aggrp',
-    75,
-    ['index1' => ['i32', 3], 'index2' => ['i32', 4]],
-    ['index1', 'index2'],
-    $group,
-    ['dsmonAggControlIndex', 'dsmonAggGroupIndex', 'dsmonAggGroupDescr'],
+    name: 'dsmon_aggrp',
+    procedure: 75,
+    key: ['index1' => ['i32', 3], 'index2' => ['i32', 4]],
+    names: ['index1', 'index2'],
+    fields: $group,
+    keys: ['dsmonAggControlIndex', 'dsmonAggGroupIndex', 'dsmonAggGroupDescr'],
 );
 check_writer(
-    'dsmon_aggrp_set',
-    105,
-    $group,
-    ['dsmonAggControlIndex', 'dsmonAggGroupIndex', 'dsmonAggGroupDescr', 'dsmonAggGroupStatus'],
+    function: 'dsmon_aggrp_set',
+    procedure: 105,
+    fields: $group,
+    names: ['dsmonAggControlIndex', 'dsmonAggGroupIndex', 'dsmonAggGroupDescr', 'dsmonAggGroupStatus'],
 );
 
 // The DSCP value comes before the group, unlike the record.
 check_writer(
-    'dsmon_aggprof_set',
-    106,
-    [
+    function: 'dsmon_aggprof_set',
+    procedure: 106,
+    fields: [
         'status' => ['i32', 0],
         'dsmonAggControlIndex' => ['u32', 3],
         'dsmonAggGroupIndex' => ['u32', 2],
         'dscp' => ['u32', 46],
     ],
-    ['dsmonAggControlIndex', 'dscp', 'dsmonAggGroupIndex'],
+    names: ['dsmonAggControlIndex', 'dscp', 'dsmonAggGroupIndex'],
 );
 
-check_writer('dsmon_aggctl_locked', 107, [], []);
-check_writer('dsmon_aggctl_set_lock', 108, ['lock' => ['i32', -5]], ['lock']);
+check_writer(function: 'dsmon_aggctl_locked', procedure: 107, fields: [], names: []);
+check_writer(function: 'dsmon_aggctl_set_lock', procedure: 108, fields: ['lock' => ['i32', -5]], names: ['lock']);
 
 done();
 ?>

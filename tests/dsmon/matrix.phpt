@@ -22,12 +22,12 @@ $control = [
     'dsmonMatrixCtlStatus' => ['i32', -4],
 ];
 check_readers(
-    'dsmon_matrixctl',
-    139,
-    ['index' => ['i32', 3]],
-    ['index'],
-    $control,
-    [
+    name: 'dsmon_matrixctl',
+    procedure: 139,
+    key: ['index' => ['i32', 3]],
+    names: ['index'],
+    fields: $control,
+    keys: [
         'dsmonMatrixCtlIndex',
         'dsmonMatrixCtlDataSource_ifIndex',
         'dsmonMatrixAggProfile',
@@ -41,14 +41,14 @@ check_readers(
 );
 // The table's size comes last.
 check_writer(
-    'dsmon_matrixctl_set',
-    140,
-    array_replace($control, [
+    function: 'dsmon_matrixctl_set',
+    procedure: 140,
+    fields: array_replace($control, [
         'dsmonMatrixDroppedFrames' => ['u32', 0],
         'dsmonMatrixCtlInserts' => ['u32', 0],
         'dsmonMatrixCtlDeletes' => ['u32', 0],
     ]),
-    [
+    names: [
         'dsmonMatrixCtlIndex',
         'dsmonMatrixCtlDataSource_ifIndex',
         'dsmonMatrixAggProfile',
@@ -61,9 +61,9 @@ check_writer(
 // Both views have one key and one row, the counters under the names of the view by source.
 foreach (['dsmon_matrixsdstats' => 141, 'dsmon_matrixdsstats' => 142] as $view => $procedure) {
     check_readers(
-        $view,
-        $procedure,
-        [
+        name: $view,
+        procedure: $procedure,
+        key: [
             'dsmonMatrixCtlIndex' => ['i32', -11],
             'dsmonMatrixTimeMark' => ['u32', 4100000001],
             'dsmonAggGroupIndex' => ['u32', 4100000002],
@@ -74,7 +74,7 @@ foreach (['dsmon_matrixsdstats' => 141, 'dsmon_matrixdsstats' => 142] as $view =
             'dsmonMatrixSourceAddressLength' => ['i32', 4],
             'dsmonMatrixDestAddressLength' => ['i32', 6],
         ],
-        [
+        names: [
             'dsmonMatrixCtlIndex',
             'dsmonMatrixTimeMark',
             'dsmonAggGroupIndex',
@@ -83,7 +83,7 @@ foreach (['dsmon_matrixsdstats' => 141, 'dsmon_matrixdsstats' => 142] as $view =
             'dsmonMatrixSourceAddress',
             'dsmonMatrixDestAddress',
         ],
-        [
+        fields: [
             'status' => ['i32', 0],
             'dsmonMatrixCtlIndex' => ['i32', -1001],
             'dsmonMatrixTimeMark' => ['u32', 4000000002],
@@ -97,7 +97,7 @@ foreach (['dsmon_matrixsdstats' => 141, 'dsmon_matrixdsstats' => 142] as $view =
             'hcPkts' => ['u64', 0x100000006],
             'hcOctets' => ['u64', 0x200000007],
         ],
-        [
+        keys: [
             'dsmonMatrixCtlIndex',
             'dsmonAggGroupIndex',
             'dsmonMatrixTimeMark',

@@ -22,12 +22,12 @@ $pdist_control = [
     'dsmonPdistCtlStatus' => ['i32', -4],
 ];
 check_readers(
-    'dsmon_pdistctl',
-    133,
-    ['index' => ['i32', 3]],
-    ['index'],
-    $pdist_control,
-    [
+    name: 'dsmon_pdistctl',
+    procedure: 133,
+    key: ['index' => ['i32', 3]],
+    names: ['index'],
+    fields: $pdist_control,
+    keys: [
         'dsmonPdistCtlIndex',
         'dsmonPdistCtlDataSource_ifIndex',
         'dsmonPdistAggProfile',
@@ -41,14 +41,14 @@ check_readers(
 );
 // The table's size comes last.
 check_writer(
-    'dsmon_pdistctl_set',
-    134,
-    array_replace($pdist_control, [
+    function: 'dsmon_pdistctl_set',
+    procedure: 134,
+    fields: array_replace($pdist_control, [
         'dsmonPdistDroppedFrames' => ['u32', 0],
         'dsmonPdistCtlInserts' => ['u32', 0],
         'dsmonPdistCtlDeletes' => ['u32', 0],
     ]),
-    [
+    names: [
         'dsmonPdistCtlIndex',
         'dsmonPdistCtlDataSource_ifIndex',
         'dsmonPdistAggProfile',
@@ -59,16 +59,16 @@ check_writer(
 );
 
 check_readers(
-    'dsmon_pdstats',
-    137,
-    [
+    name: 'dsmon_pdstats',
+    procedure: 137,
+    key: [
         'dsmonPdistCtlIndex' => ['i32', -11],
         'dsmonPdistTimeMark' => ['u32', 4100000001],
         'dsmonAggGroupIndex' => ['u32', 4100000002],
         'protocolDirLocalIndex' => ['i32', -12],
     ],
-    ['dsmonPdistCtlIndex', 'dsmonPdistTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex'],
-    [
+    names: ['dsmonPdistCtlIndex', 'dsmonPdistTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex'],
+    fields: [
         'status' => ['i32', 0],
         'dsmonPdistCtlIndex' => ['u32', 4000000001],
         'dsmonPdistTimeMark' => ['u32', 4000000002],
@@ -77,7 +77,7 @@ check_readers(
         'dsmonPdistStatsHCPkts' => ['u64', 0x100000006],
         'dsmonPdistStatsHCOctets' => ['u64', 0x200000007],
     ],
-    [
+    keys: [
         'dsmonPdistCtlIndex',
         'dsmonAggGroupIndex',
         'protocolDirLocalIndex',
@@ -103,12 +103,12 @@ $host_control = [
 ];
 // The prefix lengths are never shown.
 check_readers(
-    'dsmon_hostctl',
-    135,
-    ['index' => ['i32', 3]],
-    ['index'],
-    $host_control,
-    [
+    name: 'dsmon_hostctl',
+    procedure: 135,
+    key: ['index' => ['i32', 3]],
+    names: ['index'],
+    fields: $host_control,
+    keys: [
         'dsmonHostCtlIndex',
         'dsmonHostCtlDataSource_ifIndex',
         'dsmonHostAggProfile',
@@ -122,16 +122,16 @@ check_readers(
 );
 // They are sent as those of whole addresses; the table's size comes last.
 check_writer(
-    'dsmon_hostctl_set',
-    136,
-    array_replace($host_control, [
+    function: 'dsmon_hostctl_set',
+    procedure: 136,
+    fields: array_replace($host_control, [
         'dsmonHostCtlIPv4PrefixLen' => ['i32', 32],
         'dsmonHostCtlIPv6PrefixLen' => ['i32', 128],
         'dsmonHostDroppedFrames' => ['u32', 0],
         'dsmonHostCtlInserts' => ['u32', 0],
         'dsmonHostCtlDeletes' => ['u32', 0],
     ]),
-    [
+    names: [
         'dsmonHostCtlIndex',
         'dsmonHostCtlDataSource_ifIndex',
         'dsmonHostAggProfile',
@@ -142,9 +142,9 @@ check_writer(
 );
 
 check_readers(
-    'dsmon_hoststats',
-    138,
-    [
+    name: 'dsmon_hoststats',
+    procedure: 138,
+    key: [
         'dsmonHostCtlIndex' => ['i32', -11],
         'dsmonHostTimeMark' => ['u32', 4100000001],
         'dsmonAggGroupIndex' => ['u32', 4100000002],
@@ -152,8 +152,8 @@ check_readers(
         'dsmonHostAddress' => ['address', [10, 200, 0, 255]],
         'dsmonHostAddressLength' => ['i32', 4],
     ],
-    ['dsmonHostCtlIndex', 'dsmonHostTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex', 'dsmonHostAddress'],
-    [
+    names: ['dsmonHostCtlIndex', 'dsmonHostTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex', 'dsmonHostAddress'],
+    fields: [
         'status' => ['i32', 0],
         'dsmonHostCtlIndex' => ['i32', -1001],
         'dsmonHostTimeMark' => ['u32', 4000000002],
@@ -166,7 +166,7 @@ check_readers(
         'dsmonHostOutHCPkts' => ['u64', 0x300000008],
         'dsmonHostOutHCOctets' => ['u64', 0x400000009],
     ],
-    [
+    keys: [
         'dsmonHostCtlIndex',
         'dsmonAggGroupIndex',
         'protocolDirLocalIndex',

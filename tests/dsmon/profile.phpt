@@ -90,7 +90,7 @@ unset($profile[0]);
 expect_same(array_fill(0, 64, 1), $copy);
 expect_same([63 => 1, 64 => 2, 'best effort' => 3], array_slice($profile, 62, null, true));
 
-check_refusals('dsmon_aggprofs_get', ['ctlIndex' => ['i32', 9]], ['ctlIndex']);
+check_refusals(function: 'dsmon_aggprofs_get', fields: ['ctlIndex' => ['i32', 9]], names: ['ctlIndex']);
 
 done();
 ?>

@@ -19,12 +19,12 @@ $control = [
     'dsmonStatsControlDataSource_ifIndex' => ['i32', -7],
 ];
 check_readers(
-    'dsmon_statsctl',
-    72,
-    ['index' => ['i32', 3]],
-    ['index'],
-    $control,
-    [
+    name: 'dsmon_statsctl',
+    procedure: 72,
+    key: ['index' => ['i32', 3]],
+    names: ['index'],
+    fields: $control,
+    keys: [
         'dsmonStatsControlIndex',
         'dsmonStatsControlDataSource_ifIndex',
         'dsmonStatsControlAggProfile',
@@ -34,10 +34,10 @@ check_readers(
     ],
 );
 check_writer(
-    'dsmon_statsctl_set',
-    109,
-    array_replace($control, ['dsmonStatsControlDroppedFrames' => ['u32', 0]]),
-    [
+    function: 'dsmon_statsctl_set',
+    procedure: 109,
+    fields: array_replace($control, ['dsmonStatsControlDroppedFrames' => ['u32', 0]]),
+    names: [
         'dsmonStatsControlIndex',
         'dsmonStatsControlDataSource_ifIndex',
         'dsmonStatsControlAggProfile',
@@ -64,16 +64,16 @@ $keys = [
     'dsmonStatsOutHCPkts',
     'dsmonStatsOutHCOctets',
 ];
-check_readers('dsmon_stats', 74, $key, ['index1', 'index2'], $stats, $keys);
+check_readers(name: 'dsmon_stats', procedure: 74, key: $key, names: ['index1', 'index2'], fields: $stats, keys: $keys);
 
 // Counters above 2^63, as the nearest floats: all bits set shows 2^64.
 expect_exchange(
-    'dsmon_stats_get',
-    [3, 4],
-    74,
-    record(index1: i32(3), index2: i32(4), getType: i32(1)),
-    reply(bytes_of($stats, dsmonStatsInHCPkts: '0x8000000000000005', dsmonStatsInHCOctets: '0xffffffffffffffff')),
-    array_replace(row_of($stats, $keys), [
+    function: 'dsmon_stats_get',
+    arguments: [3, 4],
+    procedure: 74,
+    request: record(index1: i32(3), index2: i32(4), getType: i32(1)),
+    step: reply(bytes_of($stats, dsmonStatsInHCPkts: '0x8000000000000005', dsmonStatsInHCOctets: '0xffffffffffffffff')),
+    value: array_replace(row_of($stats, $keys), [
         'dsmonStatsInHCPkts' => 9223372036854775808.0,
         'dsmonStatsInHCOctets' => 18446744073709551616.0,
     ]),

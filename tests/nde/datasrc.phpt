@@ -22,13 +22,13 @@ function datasrc(
 }
 
 expect_readers(
-    'rmon_nde_datasrc',
-    161,
-    'datasrcs',
-    1,
-    datasrc(...),
-    fn(int $i) => datasrc(head([192, 168, $i], 91, 92, 93), 0xffffff00 + $i, "uplink $i", "router $i", 0x90000000 + $i),
-    fn(int $i) => [
+    table: 'rmon_nde_datasrc',
+    procedure: 161,
+    key: 'datasrcs',
+    index: 1,
+    request: datasrc(...),
+    row: fn(int $i) => datasrc(head([192, 168, $i], 91, 92, 93), 0xffffff00 + $i, "uplink $i", "router $i", 0x90000000 + $i),
+    shown: fn(int $i) => [
         'address' => [192, 168, $i],
         'addressLength' => 3,
         'deviceName' => "router $i",
@@ -39,32 +39,32 @@ expect_readers(
 );
 
 expect_writer(
-    'rmon_nde_datasrc_set',
-    ['uplink'],
-    ['Name as text'],
-    162,
-    1,
-    fn(string $head) => datasrc($head, 0, 'uplink'),
-    'rmon_nde_datasrc_set',
+    function: 'rmon_nde_datasrc_set',
+    others: ['uplink'],
+    order: ['Name as text'],
+    procedure: 162,
+    operation: 1,
+    request: fn(string $head) => datasrc($head, 0, 'uplink'),
+    label: 'rmon_nde_datasrc_set',
 );
 // A change reports its failure as a deletion does.
 expect_writer(
-    'rmon_nde_datasrc_mod',
-    [7, 'uplink'],
-    ['Index', 'Name as text'],
-    162,
-    1,
-    fn(string $head) => datasrc($head, 7, 'uplink'),
-    'rmon_nde_datasrc_del',
+    function: 'rmon_nde_datasrc_mod',
+    others: [7, 'uplink'],
+    order: ['Index', 'Name as text'],
+    procedure: 162,
+    operation: 1,
+    request: fn(string $head) => datasrc($head, 7, 'uplink'),
+    label: 'rmon_nde_datasrc_del',
 );
 expect_writer(
-    'rmon_nde_datasrc_del',
-    [7],
-    ['Index'],
-    162,
-    2,
-    fn(string $head) => datasrc($head, 7),
-    'rmon_nde_datasrc_del',
+    function: 'rmon_nde_datasrc_del',
+    others: [7],
+    order: ['Index'],
+    procedure: 162,
+    operation: 2,
+    request: fn(string $head) => datasrc($head, 7),
+    label: 'rmon_nde_datasrc_del',
 );
 
 $text = str_repeat('0123456789', 9);
@@ -72,8 +72,22 @@ foreach ([79, 80, 81, 90] as $length) {
     $sent = substr($text, 0, min($length, 80));
     $passed = substr($text, 0, $length);
     $head = head([1], operation: 1);
-    expect_exchange('rmon_nde_datasrc_set', [[1], $passed], 162, datasrc($head, 0, $sent), reply(i32(0)), 0);
-    expect_exchange('rmon_nde_datasrc_mod', [[1], -2, $passed], 162, datasrc($head, 0xfffffffe, $sent), reply(i32(0)), 0);
+    expect_exchange(
+        function: 'rmon_nde_datasrc_set',
+        arguments: [[1], $passed],
+        procedure: 162,
+        request: datasrc($head, 0, $sent),
+        step: reply(i32(0)),
+        value: 0,
+    );
+    expect_exchange(
+        function: 'rmon_nde_datasrc_mod',
+        arguments: [[1], -2, $passed],
+        procedure: 162,
+        request: datasrc($head, 0xfffffffe, $sent),
+        step: reply(i32(0)),
+        value: 0,
+    );
 }
 
 // The connection dies during a call.

@@ -22,14 +22,14 @@ function address(int $i): array
 }
 
 expect_readers(
-    'rmon_nde_device',
-    159,
-    'devices',
-    0,
-    device(...),
+    table: 'rmon_nde_device',
+    procedure: 159,
+    key: 'devices',
+    index: 0,
+    request: device(...),
     // What a request needs is of no interest in a reply.
-    fn(int $i) => device(head(address($i), 91, 92, 93), "router $i", "secret $i", 0x80000000 + $i),
-    fn(int $i) => [
+    row: fn(int $i) => device(head(address($i), 91, 92, 93), "router $i", "secret $i", 0x80000000 + $i),
+    shown: fn(int $i) => [
         'address' => address($i),
         'addressLength' => 4,
         'deviceName' => "router $i",
@@ -42,12 +42,12 @@ expect_readers(
 $bytes = [...range(241, 255), 7];
 foreach ([0 => 0, 1 => 1, 15 => 15, 16 => 16, 17 => 16, 80 => 16, 0xffffffff => 16] as $claimed => $shown) {
     expect_exchange(
-        'rmon_nde_device_get',
-        [[1]],
-        159,
-        device(head([1], 1, 1)),
-        reply(rows(device(head($bytes, length: $claimed), 'a', 'b', 1))),
-        ['devices' => [[
+        function: 'rmon_nde_device_get',
+        arguments: [[1]],
+        procedure: 159,
+        request: device(head([1], 1, 1)),
+        step: reply(rows(device(head($bytes, length: $claimed), 'a', 'b', 1))),
+        value: ['devices' => [[
             'address' => array_slice($bytes, 0, $shown),
             'addressLength' => $claimed,
             'deviceName' => 'a',
@@ -68,12 +68,12 @@ $texts = [
 ];
 foreach ($texts as [$sent, $shown]) {
     expect_exchange(
-        'rmon_nde_device_getnext',
-        [[1]],
-        159,
-        device(head([1], 2, 1)),
-        reply(rows(device(head([1]), $sent, 'next', 1), device(head([2]), 'first', $sent, 0x41424344))),
-        ['devices' => [
+        function: 'rmon_nde_device_getnext',
+        arguments: [[1]],
+        procedure: 159,
+        request: device(head([1], 2, 1)),
+        step: reply(rows(device(head([1]), $sent, 'next', 1), device(head([2]), 'first', $sent, 0x41424344))),
+        value: ['devices' => [
             ['address' => [1], 'addressLength' => 1, 'deviceName' => $shown, 'commString' => 'next', 'flag' => 1],
             [
                 'address' => [2],
@@ -87,12 +87,12 @@ foreach ($texts as [$sent, $shown]) {
 }
 $high = u32(0x12345641) . u32(0xffffff42) . str_repeat(u32(0x100), 78);
 expect_exchange(
-    'rmon_nde_device_get',
-    [[1]],
-    159,
-    device(head([1], 1, 1)),
-    reply(rows(record(head: head([1]), deviceName: $high, commString: name('c'), flag: u32(2)))),
-    ['devices' => [
+    function: 'rmon_nde_device_get',
+    arguments: [[1]],
+    procedure: 159,
+    request: device(head([1], 1, 1)),
+    step: reply(rows(record(head: head([1]), deviceName: $high, commString: name('c'), flag: u32(2)))),
+    value: ['devices' => [
         ['address' => [1], 'addressLength' => 1, 'deviceName' => 'AB', 'commString' => 'c', 'flag' => 2],
     ]],
 );
@@ -100,15 +100,23 @@ expect_exchange(
 // ---- writes: the community stands before the name in a call, behind it in the record
 
 expect_writer(
-    'rmon_nde_device_set',
-    ['secret', 'router'],
-    ['Community as text', 'Name as text'],
-    160,
-    1,
-    fn(string $head) => device($head, 'router', 'secret'),
-    'rmon_nde_device_set',
+    function: 'rmon_nde_device_set',
+    others: ['secret', 'router'],
+    order: ['Community as text', 'Name as text'],
+    procedure: 160,
+    operation: 1,
+    request: fn(string $head) => device($head, 'router', 'secret'),
+    label: 'rmon_nde_device_set',
 );
-expect_writer('rmon_nde_device_del', [], [], 160, 2, device(...), 'rmon_nde_device_del');
+expect_writer(
+    function: 'rmon_nde_device_del',
+    others: [],
+    order: [],
+    procedure: 160,
+    operation: 2,
+    request: device(...),
+    label: 'rmon_nde_device_del',
+);
 
 // Eighty bytes fill a field; what is longer is cut, and never reaches the field behind.
 $text = implode(range('a', 'z')) . implode(range('A', 'Z')) . implode(range('a', 'z')) . '0123456789ABC';
@@ -118,23 +126,23 @@ foreach ([79, 80, 81, 90] as $length) {
     foreach ([[$passed, 'name', 'name', $sent], ['comm', $passed, $sent, 'comm'], [$passed, $passed, $sent, $sent]] as $case) {
         [$community, $name, $name_sent, $community_sent] = $case;
         expect_exchange(
-            'rmon_nde_device_set',
-            [[10, 1, 1, 5], $community, $name],
-            160,
-            device(head([10, 1, 1, 5], operation: 1), $name_sent, $community_sent),
-            reply(i32(0)),
-            0,
+            function: 'rmon_nde_device_set',
+            arguments: [[10, 1, 1, 5], $community, $name],
+            procedure: 160,
+            request: device(head([10, 1, 1, 5], operation: 1), $name_sent, $community_sent),
+            step: reply(i32(0)),
+            value: 0,
         );
     }
 }
 foreach ([['', ''], ["ab\0cd", 'ab'], [17, '17'], [null, ''], [true, '1'], [2.5, '2.5'], ["\xff\x80", "\xff\x80"]] as [$passed, $sent]) {
     expect_exchange(
-        'rmon_nde_device_set',
-        [[1], 'c', $passed],
-        160,
-        device(head([1], operation: 1), $sent, 'c'),
-        reply(i32(0)),
-        0,
+        function: 'rmon_nde_device_set',
+        arguments: [[1], 'c', $passed],
+        procedure: 160,
+        request: device(head([1], operation: 1), $sent, 'c'),
+        step: reply(i32(0)),
+        value: 0,
     );
 }
 

@@ -24,13 +24,13 @@ function flow_path(
 }
 
 expect_readers(
-    'rmon_nde_flow_path',
-    163,
-    'flowPaths',
-    3,
-    flow_path(...),
-    fn(int $i) => flow_path(head([172, 16, 0, $i, 5], 91, 92, 93), 0x80000000 + $i, -100 - $i, -200 - $i, "router $i", 77),
-    fn(int $i) => [
+    table: 'rmon_nde_flow_path',
+    procedure: 163,
+    key: 'flowPaths',
+    index: 3,
+    request: flow_path(...),
+    row: fn(int $i) => flow_path(head([172, 16, 0, $i, 5], 91, 92, 93), 0x80000000 + $i, -100 - $i, -200 - $i, "router $i", 77),
+    shown: fn(int $i) => [
         'address' => [172, 16, 0, $i, 5],
         'addressLength' => 5,
         'deviceName' => "router $i",
@@ -43,16 +43,23 @@ expect_readers(
 foreach (['set' => [1, 'rmon_nde_flow_path_set'], 'del' => [2, 'rmon_nde_datasrc_del']] as $form => [$operation, $label]) {
     $function = "rmon_nde_flow_path_$form";
     expect_writer(
-        $function,
-        [7, 8, 9],
-        ['IndexA', 'IndexB', 'IndexC'],
-        164,
-        $operation,
-        fn(string $head) => flow_path($head, 7, 8, 9),
-        $label,
+        function: $function,
+        others: [7, 8, 9],
+        order: ['IndexA', 'IndexB', 'IndexC'],
+        procedure: 164,
+        operation: $operation,
+        request: fn(string $head) => flow_path($head, 7, 8, 9),
+        label: $label,
     );
     $bytes = flow_path(head([1], operation: $operation), 0xffffffff, -1, 5);
-    expect_exchange($function, [[1], -1, 4294967295, '5'], 164, $bytes, reply(i32(0)), 0);
+    expect_exchange(
+        function: $function,
+        arguments: [[1], -1, 4294967295, '5'],
+        procedure: 164,
+        request: $bytes,
+        step: reply(i32(0)),
+        value: 0,
+    );
 }
 done();
 --EXPECT--

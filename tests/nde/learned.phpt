@@ -15,13 +15,13 @@ function learned_dev_intf(string $head, int $ifIndex = 0, int $dirFlag = 0): str
 }
 
 expect_readers(
-    'rmon_nde_learned_dev',
-    165,
-    'devices',
-    0,
-    learned_dev(...),
-    fn(int $i) => learned_dev(head([10, 2, 3, $i], 91, 92, 93), 0x80000000 + $i, 0xffffff00 + $i),
-    fn(int $i) => [
+    table: 'rmon_nde_learned_dev',
+    procedure: 165,
+    key: 'devices',
+    index: 0,
+    request: learned_dev(...),
+    row: fn(int $i) => learned_dev(head([10, 2, 3, $i], 91, 92, 93), 0x80000000 + $i, 0xffffff00 + $i),
+    shown: fn(int $i) => [
         'address' => [10, 2, 3, $i],
         'addressLength' => 4,
         'timeLastNdePkt' => 0x80000000 + $i,
@@ -29,19 +29,26 @@ expect_readers(
     ],
 );
 expect_readers(
-    'rmon_nde_learned_dev_intf',
-    170,
-    'interfaces',
-    1,
-    learned_dev_intf(...),
-    fn(int $i) => learned_dev_intf(head([10, 2, 3, 4], 91, 92, 93), -500 - $i, -3 - $i),
-    fn(int $i) => ['ifIndex' => -500 - $i, 'dirFlag' => -3 - $i],
+    table: 'rmon_nde_learned_dev_intf',
+    procedure: 170,
+    key: 'interfaces',
+    index: 1,
+    request: learned_dev_intf(...),
+    row: fn(int $i) => learned_dev_intf(head([10, 2, 3, 4], 91, 92, 93), -500 - $i, -3 - $i),
+    shown: fn(int $i) => ['ifIndex' => -500 - $i, 'dirFlag' => -3 - $i],
 );
 $bytes = learned_dev_intf(head([1], 1, 1), -1);
-expect_exchange('rmon_nde_learned_dev_intf_get', [[1], 4294967295], 170, $bytes, reply(rows()), ['interfaces' => []]);
+expect_exchange(
+    function: 'rmon_nde_learned_dev_intf_get',
+    arguments: [[1], 4294967295],
+    procedure: 170,
+    request: $bytes,
+    step: reply(rows()),
+    value: ['interfaces' => []],
+);
 
 foreach (['rmon_nde_learned_dev_enable' => 166, 'rmon_nde_learned_dev_disable' => 167] as $function => $procedure) {
-    expect_answers($function, [], $procedure, '', $function);
+    expect_answers(function: $function, arguments: [], procedure: $procedure, request: '', label: $function);
     expect_counts($function, 1, 1);
     expect_links_only($function, []);
     expect_order($function, ['Link'], ['Link']);
@@ -49,9 +56,24 @@ foreach (['rmon_nde_learned_dev_enable' => 166, 'rmon_nde_learned_dev_disable' =
 
 $function = 'rmon_nde_learned_dev_status';
 $status = record(state: i32(-2), startTime: u32(0x87654321));
-expect_exchange($function, [], 168, '', reply($status), ['state' => -2, 'startTime' => 0x87654321]);
-expect_exchange($function, [], 168, '', truncated($status, -4), false, ["$function: RPC: Can't decode result"]);
-expect_failures($function, [], 168, '', $function);
+expect_exchange(
+    function: $function,
+    arguments: [],
+    procedure: 168,
+    request: '',
+    step: reply($status),
+    value: ['state' => -2, 'startTime' => 0x87654321],
+);
+expect_exchange(
+    function: $function,
+    arguments: [],
+    procedure: 168,
+    request: '',
+    step: truncated($status, -4),
+    value: false,
+    messages: ["$function: RPC: Can't decode result"],
+);
+expect_failures(function: $function, arguments: [], procedure: 168, request: '', label: $function);
 expect_counts($function, 1, 1);
 expect_links_only($function, []);
 done();

@@ -53,7 +53,15 @@ $request = fn(
     alarmStatus: i32($status),
 );
 $arguments = [21, 22, '1.3.6.1.2.1.2.2.1.10.3', 24, 25, 4294967295, 27, 28, 29, 'an owner', 31];
-check_writer('rmon_alarm_set', 39, 'rmon_host_ctl_set', $arguments, $request, true, [2]);
+check_writer(
+    function: 'rmon_alarm_set',
+    procedure: 39,
+    label: 'rmon_host_ctl_set',
+    arguments: $arguments,
+    request: $request,
+    linkedFirst: true,
+    unbounded: [2],
+);
 
 done();
 --EXPECT--

@@ -7,22 +7,27 @@ declare(strict_types=1);
 
 require __DIR__ . '/tables.inc';
 
-check_row_readers('rmon_buffer_ctl', 47, 'buffer_ctl_get', [
-    'status' => 'int',
-    'bufferControlIndex' => 'unsigned',
-    'bufferControlChannelIndex' => 'unsigned',
-    'bufferControlFullStatus' => 'int',
-    'bufferControlFullAction' => 'int',
-    'bufferControlCaptureSliceSize' => 'int',
-    'bufferControlDownloadSliceSize' => 'int',
-    'bufferControlDownloadOffset' => 'int',
-    'bufferControlMaxOctetsRequested' => 'int',
-    'bufferControlMaxOctetsGranted' => 'int',
-    'bufferControlCapturedPackets' => 'unsigned',
-    'bufferControlTurnOnTime' => 'unsigned',
-    'bufferControlOwner' => 'text',
-    'bufferControlStatus' => 'int',
-]);
+check_row_readers(
+    table: 'rmon_buffer_ctl',
+    procedure: 47,
+    label: 'buffer_ctl_get',
+    fields: [
+        'status' => 'int',
+        'bufferControlIndex' => 'unsigned',
+        'bufferControlChannelIndex' => 'unsigned',
+        'bufferControlFullStatus' => 'int',
+        'bufferControlFullAction' => 'int',
+        'bufferControlCaptureSliceSize' => 'int',
+        'bufferControlDownloadSliceSize' => 'int',
+        'bufferControlDownloadOffset' => 'int',
+        'bufferControlMaxOctetsRequested' => 'int',
+        'bufferControlMaxOctetsGranted' => 'int',
+        'bufferControlCapturedPackets' => 'unsigned',
+        'bufferControlTurnOnTime' => 'unsigned',
+        'bufferControlOwner' => 'text',
+        'bufferControlStatus' => 'int',
+    ],
+);
 
 // How full it is, what is granted, what was captured and since when are the agent's.
 $request = fn(
@@ -52,7 +57,14 @@ $request = fn(
     bufferControlStatus: i32($status),
 );
 $arguments = [21, 22, 23, 24, 25, 26, -1, 'an owner', 29];
-check_writer('rmon_buffer_ctl_set', 48, 'rmon_buffer_ctl_set', $arguments, $request, true);
+check_writer(
+    function: 'rmon_buffer_ctl_set',
+    procedure: 48,
+    label: 'rmon_buffer_ctl_set',
+    arguments: $arguments,
+    request: $request,
+    linkedFirst: true,
+);
 
 done();
 --EXPECT--

@@ -39,7 +39,14 @@ foreach ([0, 1, 16, 17, 64, 1518, 65536] as $length) {
     $row = array_replace(sample($fields), [
         'captureBufferPacketData' => [byte_list($packet), array_values(unpack('C*', $packet))],
     ]);
-    expect_exchange('rmon_capture_buf_getnext', [3, 9], 49, $key, reply(wire($row)), shown($row, $order));
+    expect_exchange(
+        function: 'rmon_capture_buf_getnext',
+        arguments: [3, 9],
+        procedure: 49,
+        request: $key,
+        step: reply(wire($row)),
+        value: shown($row, $order),
+    );
 }
 
 done();

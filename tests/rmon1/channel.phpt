@@ -57,7 +57,15 @@ $request = fn(
     channelDroppedFrames: u32(0),
 );
 $arguments = [21, 22, 23, 24, 25, 26, 4294967295, 28, 'a description', 'an owner', 31];
-check_writer('rmon_channel_set', 46, 'rmon_channel_set', $arguments, $request, true, [8]);
+check_writer(
+    function: 'rmon_channel_set',
+    procedure: 46,
+    label: 'rmon_channel_set',
+    arguments: $arguments,
+    request: $request,
+    linkedFirst: true,
+    unbounded: [8],
+);
 
 done();
 --EXPECT--

@@ -44,7 +44,13 @@ $order = [
     'etherHistoryCollisions',
     'etherHistoryUtilization',
 ];
-check_indexed_rows_readers('rmon_etherhistory', 8, 'rmon_etherhistory_getbulk', $fields, $order);
+check_indexed_rows_readers(
+    table: 'rmon_etherhistory',
+    procedure: 8,
+    label: 'rmon_etherhistory_getbulk',
+    fields: $fields,
+    order: $order,
+);
 
 // Counters above the signed range stay positive.
 $row = array_replace(sample($fields), [
@@ -52,11 +58,25 @@ $row = array_replace(sample($fields), [
     'etherHistoryPkts' => [u64('0x8000000000000000'), 9.223372036854775808e18],
 ]);
 $key = record(index: i32(3), sampleIndex: i32(9), getType: i32(1), count: i32(1));
-expect_exchange('rmon_etherhistory_get', [3, 9], 8, $key, reply(rows(wire($row))), shown($row, $order));
+expect_exchange(
+    function: 'rmon_etherhistory_get',
+    arguments: [3, 9],
+    procedure: 8,
+    request: $key,
+    step: reply(rows(wire($row))),
+    value: shown($row, $order),
+);
 
 // A failed row isn't a failed call.
 $row['status'] = [i32(-1), -1];
-expect_exchange('rmon_etherhistory_get', [3, 9], 8, $key, reply(rows(wire($row))), shown($row, $order));
+expect_exchange(
+    function: 'rmon_etherhistory_get',
+    arguments: [3, 9],
+    procedure: 8,
+    request: $key,
+    step: reply(rows(wire($row))),
+    value: shown($row, $order),
+);
 
 done();
 --EXPECT--

@@ -33,7 +33,7 @@ $fields = [
     'etherStatsDroppedFrames' => 'counter',
     'etherStatsCreateTime' => 'unsigned',
 ];
-check_row_readers('rmon_etherstats', 4, 'rmon_ifentry_get', $fields);
+check_row_readers(table: 'rmon_etherstats', procedure: 4, label: 'rmon_ifentry_get', fields: $fields);
 
 // Counters are floats that are never negative.
 $values = [
@@ -48,7 +48,14 @@ $values = [
 ];
 foreach ($values as $bits => $float) {
     $row = array_replace(sample($fields), ['etherStatsOctets' => [u64($bits), $float]]);
-    expect_exchange('rmon_etherstats_get', [1], 4, key_of(1, 1), reply(wire($row)), shown($row));
+    expect_exchange(
+        function: 'rmon_etherstats_get',
+        arguments: [1],
+        procedure: 4,
+        request: key_of(1, 1),
+        step: reply(wire($row)),
+        value: shown($row),
+    );
 }
 
 // Set: counters and the time of creation are the agent's.
@@ -78,7 +85,14 @@ $request = fn(int $index, int $source, string $owner, int $status) => record(
     etherStatsDroppedFrames: u64(0),
     etherStatsCreateTime: u32(0),
 );
-check_writer('rmon_etherstats_set', 5, 'rmon_etherstats_set', [21, 22, 'an owner', 24], $request, false);
+check_writer(
+    function: 'rmon_etherstats_set',
+    procedure: 5,
+    label: 'rmon_etherstats_set',
+    arguments: [21, 22, 'an owner', 24],
+    request: $request,
+    linkedFirst: false,
+);
 
 done();
 --EXPECT--

@@ -7,16 +7,21 @@ declare(strict_types=1);
 
 require __DIR__ . '/tables.inc';
 
-check_row_readers('rmon_event', 40, 'host_ctl_get', [
-    'status' => 'int',
-    'eventIndex' => 'unsigned',
-    'eventDescription' => 'text',
-    'eventType' => 'int',
-    'eventCommunity' => 'text',
-    'eventLastTimeSent' => 'unsigned',
-    'eventOwner' => 'text',
-    'eventStatus' => 'int',
-]);
+check_row_readers(
+    table: 'rmon_event',
+    procedure: 40,
+    label: 'host_ctl_get',
+    fields: [
+        'status' => 'int',
+        'eventIndex' => 'unsigned',
+        'eventDescription' => 'text',
+        'eventType' => 'int',
+        'eventCommunity' => 'text',
+        'eventLastTimeSent' => 'unsigned',
+        'eventOwner' => 'text',
+        'eventStatus' => 'int',
+    ],
+);
 
 // The time at which it was last sent is the agent's.
 $request = fn(int $index, string $description, int $type, string $community, string $owner, int $status) => record(
@@ -30,7 +35,14 @@ $request = fn(int $index, string $description, int $type, string $community, str
     eventStatus: i32($status),
 );
 $arguments = [21, 'link down', 23, 'private', 'an owner', 26];
-check_writer('rmon_event_set', 41, 'rmon_host_ctl_set', $arguments, $request, true);
+check_writer(
+    function: 'rmon_event_set',
+    procedure: 41,
+    label: 'rmon_host_ctl_set',
+    arguments: $arguments,
+    request: $request,
+    linkedFirst: true,
+);
 
 done();
 --EXPECT--

@@ -40,14 +40,21 @@ $order = [
     'filterPktDataMask',
     'filterPktDataNotMask',
 ];
-check_row_readers('rmon_filter', 43, 'filter_get', $fields, $order);
+check_row_readers(table: 'rmon_filter', procedure: 43, label: 'filter_get', fields: $fields, order: $order);
 
 // Byte lists of every length; an empty one is an empty array.
 foreach ([0, 1, 15, 16, 17, 1000] as $length) {
     $bytes = array_map(fn(int $i) => $i * 7 & 255, array_keys(array_fill(0, $length, 0)));
     foreach (['filterPktData', 'filterPktDataMask', 'filterPktDataNotMask'] as $name) {
         $row = array_replace(sample($fields), [$name => [byte_list($bytes), $bytes]]);
-        expect_exchange('rmon_filter_get', [1], 43, key_of(1, 1), reply(wire($row)), shown($row, $order));
+        expect_exchange(
+            function: 'rmon_filter_get',
+            arguments: [1],
+            procedure: 43,
+            request: key_of(1, 1),
+            step: reply(wire($row)),
+            value: shown($row, $order),
+        );
     }
 }
 
@@ -82,13 +89,27 @@ $request = fn(
     filterProtocolDirLocalIndex: u32($localIndex),
 );
 $arguments = [21, 22, 23, [1, 2], [3], range(100, 130), 27, 28, 29, 'an owner', 31, 32, 33];
-check_writer('rmon_filter_set', 44, 'rmon_filter_set', $arguments, $request, true);
+check_writer(
+    function: 'rmon_filter_set',
+    procedure: 44,
+    label: 'rmon_filter_set',
+    arguments: $arguments,
+    request: $request,
+    linkedFirst: true,
+);
 
 $lists = [3 => 'addr', 4 => 'dataMask', 5 => 'dataNotMask'];
 foreach ($lists as $place => $name) {
     $with = fn(mixed $list) => array_replace($arguments, [$place => $list]);
     $sent = fn(mixed $list, array|string $bytes) =>
-        expect_exchange('rmon_filter_set', $with($list), 44, $request(...$with($bytes)), reply(i32(0)), 0);
+        expect_exchange(
+            function: 'rmon_filter_set',
+            arguments: $with($list),
+            procedure: 44,
+            request: $request(...$with($bytes)),
+            step: reply(i32(0)),
+            value: 0,
+        );
 
     // The low eight bits of each element, in the array's own order, however many they are.
     $sent([255, 256, -1, 300, 1 << 40 | 5], [255, 0, 255, 44, 5]);

@@ -7,16 +7,21 @@ declare(strict_types=1);
 
 require __DIR__ . '/tables.inc';
 
-check_row_readers('rmon_history_ctl', 6, 'rmon_ifentry_get', [
-    'status' => 'int',
-    'historyControlIndex' => 'int',
-    'historyControlDataSource' => 'int',
-    'historyControlBucketsRequested' => 'int',
-    'historyControlBucketsGranted' => 'int',
-    'historyControlInterval' => 'int',
-    'historyControlOwner' => 'text',
-    'historyControlStatus' => 'int',
-]);
+check_row_readers(
+    table: 'rmon_history_ctl',
+    procedure: 6,
+    label: 'rmon_ifentry_get',
+    fields: [
+        'status' => 'int',
+        'historyControlIndex' => 'int',
+        'historyControlDataSource' => 'int',
+        'historyControlBucketsRequested' => 'int',
+        'historyControlBucketsGranted' => 'int',
+        'historyControlInterval' => 'int',
+        'historyControlOwner' => 'text',
+        'historyControlStatus' => 'int',
+    ],
+);
 
 // What the agent grants is its own: 0 travels.
 $request = fn(int $index, int $source, int $buckets, int $interval, string $owner, int $status) => record(
@@ -29,7 +34,14 @@ $request = fn(int $index, int $source, int $buckets, int $interval, string $owne
     historyControlOwner: text($owner),
     historyControlStatus: i32($status),
 );
-check_writer('rmon_history_ctl_set', 7, 'rmon_histroy_ctl_set', [21, 22, 23, 24, 'an owner', 26], $request, false);
+check_writer(
+    function: 'rmon_history_ctl_set',
+    procedure: 7,
+    label: 'rmon_histroy_ctl_set',
+    arguments: [21, 22, 23, 24, 'an owner', 26],
+    request: $request,
+    linkedFirst: false,
+);
 
 done();
 --EXPECT--

@@ -29,20 +29,28 @@ $key = fn(array|string $address, int $getType = 1, int $count = 1) => record(
     getType: i32($getType),
 );
 check_rows_readers(
-    'rmon_host',
-    11,
-    'rmon_ifentry_get',
-    $fields,
-    null,
-    [71, [10, 0, 255, 7]],
-    fn(int $getType, int $count) => $key([10, 0, 255, 7], $getType, $count),
-    ['int', 'int', 'address'],
+    table: 'rmon_host',
+    procedure: 11,
+    label: 'rmon_ifentry_get',
+    fields: $fields,
+    order: null,
+    index: [71, [10, 0, 255, 7]],
+    key: fn(int $getType, int $count) => $key([10, 0, 255, 7], $getType, $count),
+    kinds: ['int', 'int', 'address'],
 );
 
 $row = sample($fields);
 $reply = rows(wire($row));
 $sent = fn(mixed $address, array|string $bytes, array $messages = []) =>
-    expect_exchange('rmon_host_get', [71, $address], 11, $key($bytes), reply($reply), shown($row), $messages);
+    expect_exchange(
+        function: 'rmon_host_get',
+        arguments: [71, $address],
+        procedure: 11,
+        request: $key($bytes),
+        step: reply($reply),
+        value: shown($row),
+        messages: $messages,
+    );
 check_address_argument($sent, 'rmon_host_get', [71]);
 
 // Here anything but an array is made an integer first, which an object has none of.
@@ -50,7 +58,14 @@ $sent(new ArrayObject([1]), '', ['Object of class ArrayObject could not be conve
 
 // An empty address in a row is the integer 0.
 $row['hostAddress'] = [byte_list(''), 0];
-expect_exchange('rmon_host_get', [71, [6]], 11, $key([6]), reply(rows(wire($row))), shown($row));
+expect_exchange(
+    function: 'rmon_host_get',
+    arguments: [71, [6]],
+    procedure: 11,
+    request: $key([6]),
+    step: reply(rows(wire($row))),
+    value: shown($row),
+);
 
 done();
 --EXPECT--

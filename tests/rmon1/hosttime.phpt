@@ -20,12 +20,19 @@ $fields = [
     'hostTimeOutBroadcastPkts' => 'counter',
     'hostTimeOutMulticastPkts' => 'counter',
 ];
-check_indexed_rows_readers('rmon_hosttime', 12, 'rmon_hosttime_getbulk', $fields);
+check_indexed_rows_readers(table: 'rmon_hosttime', procedure: 12, label: 'rmon_hosttime_getbulk', fields: $fields);
 
 // An empty address is an empty array, unlike in the hosts by address.
 $row = array_replace(sample($fields), ['hostTimeAddress' => [byte_list(''), []]]);
 $key = record(index: i32(3), creationOrder: i32(9), getType: i32(2), count: i32(1));
-expect_exchange('rmon_hosttime_getnext', [3, 9], 12, $key, reply(rows(wire($row))), shown($row));
+expect_exchange(
+    function: 'rmon_hosttime_getnext',
+    arguments: [3, 9],
+    procedure: 12,
+    request: $key,
+    step: reply(rows(wire($row))),
+    value: shown($row),
+);
 
 done();
 --EXPECT--

@@ -7,19 +7,24 @@ declare(strict_types=1);
 
 require __DIR__ . '/tables.inc';
 
-check_row_readers('rmon_hosttopn_ctl', 13, 'hosttopn_ctl_get', [
-    'status' => 'int',
-    'hostTopNControlIndex' => 'int',
-    'hostTopNHostIndex' => 'int',
-    'hostTopNRateBase' => 'int',
-    'hostTopNTimeRemaining' => 'int',
-    'hostTopNDuration' => 'int',
-    'hostTopNRequestedSize' => 'int',
-    'hostTopNGrantedSize' => 'int',
-    'hostTopNStartTime' => 'unsigned',
-    'hostTopNOwner' => 'text',
-    'hostTopNStatus' => 'int',
-]);
+check_row_readers(
+    table: 'rmon_hosttopn_ctl',
+    procedure: 13,
+    label: 'hosttopn_ctl_get',
+    fields: [
+        'status' => 'int',
+        'hostTopNControlIndex' => 'int',
+        'hostTopNHostIndex' => 'int',
+        'hostTopNRateBase' => 'int',
+        'hostTopNTimeRemaining' => 'int',
+        'hostTopNDuration' => 'int',
+        'hostTopNRequestedSize' => 'int',
+        'hostTopNGrantedSize' => 'int',
+        'hostTopNStartTime' => 'unsigned',
+        'hostTopNOwner' => 'text',
+        'hostTopNStatus' => 'int',
+    ],
+);
 
 // The duration, the granted size and the start time are the agent's.
 $request = fn(int $index, int $host, int $base, int $remaining, int $size, string $owner, int $status) => record(
@@ -36,7 +41,14 @@ $request = fn(int $index, int $host, int $base, int $remaining, int $size, strin
     hostTopNStatus: i32($status),
 );
 $arguments = [21, 22, 23, 24, 25, 'an owner', 27];
-check_writer('rmon_hosttopn_ctl_set', 14, 'rmon_hosttopn_ctl_set', $arguments, $request, false);
+check_writer(
+    function: 'rmon_hosttopn_ctl_set',
+    procedure: 14,
+    label: 'rmon_hosttopn_ctl_set',
+    arguments: $arguments,
+    request: $request,
+    linkedFirst: false,
+);
 
 done();
 --EXPECT--

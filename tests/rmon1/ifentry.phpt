@@ -45,17 +45,25 @@ $ethernet = array_replace($sample, [
 ]);
 
 $call = fn(array $row, array $shown) => expect_exchange(
-    'rmon_ifentry_getnext',
-    [0],
-    3,
-    record(ifIndex: i32(0), getType: i32(2)),
-    reply(wire($row)),
-    $shown,
+    function: 'rmon_ifentry_getnext',
+    arguments: [0],
+    procedure: 3,
+    request: record(ifIndex: i32(0), getType: i32(2)),
+    step: reply(wire($row)),
+    value: $shown,
 );
 
 foreach (['rmon_ifentry_get' => 1, 'rmon_ifentry_getnext' => 2] as $function => $getType) {
     $request = record(ifIndex: i32(3), getType: i32($getType));
-    check_common($function, [3], 3, $request, 'rmon_ifentry_get', wire($ethernet), shown($ethernet));
+    check_common(
+        function: $function,
+        arguments: [3],
+        procedure: 3,
+        request: $request,
+        label: 'rmon_ifentry_get',
+        reply: wire($ethernet),
+        result: shown($ethernet),
+    );
     check_conversions($function, ['int', 'int']);
 }
 
@@ -88,7 +96,15 @@ foreach ([0, 1, 5, 7, 8, 16, 17, 300] as $length) {
     $call($row, shown($row));
 }
 
-check_reply_text('rmon_ifentry_get', [1], 3, key_of(1, 1), 'rmon_ifentry_get', $ethernet, 'ifDescr');
+check_reply_text(
+    function: 'rmon_ifentry_get',
+    index: [1],
+    procedure: 3,
+    request: key_of(1, 1),
+    label: 'rmon_ifentry_get',
+    sample: $ethernet,
+    name: 'ifDescr',
+);
 
 done();
 --EXPECT--

@@ -18,7 +18,14 @@ check_row_readers('rmon_log', 42, 'host_ctl_get', $fields, indexes: 2);
 
 $key = record(eventIndex: i32(3), logIndex: i32(9), getType: i32(2));
 $row = sample($fields);
-expect_exchange('rmon_log_getnext', [3, 9], 42, $key, reply(wire($row)), shown($row));
+expect_exchange(
+    function: 'rmon_log_getnext',
+    arguments: [3, 9],
+    procedure: 42,
+    request: $key,
+    step: reply(wire($row)),
+    value: shown($row),
+);
 
 done();
 --EXPECT--

@@ -30,14 +30,14 @@ foreach (['SD' => 0, 'DS' => 1] as $view => $direction) {
     $source = [10, 0, 255, 7];
     $dest = [0, 26, 43, 60, 77, 94];
     check_rows_readers(
-        $table,
-        18,
-        'matrix_getbulk',
-        $fields,
-        null,
-        [71, $source, $dest],
-        fn(int $getType, int $count) => $key($source, $dest, $getType, $count),
-        ['int', 'int', 'address', 'address'],
+        table: $table,
+        procedure: 18,
+        label: 'matrix_getbulk',
+        fields: $fields,
+        order: null,
+        index: [71, $source, $dest],
+        key: fn(int $getType, int $count) => $key($source, $dest, $getType, $count),
+        kinds: ['int', 'int', 'address', 'address'],
     );
 
     // Four arguments are too few for the bulk form.
@@ -50,7 +50,15 @@ foreach (['SD' => 0, 'DS' => 1] as $view => $direction) {
 
     $row = sample($fields);
     $exchange = fn(array $addresses, string $key, array $messages = []) =>
-        expect_exchange("{$table}_get", [71, ...$addresses], 18, $key, reply(rows(wire($row))), shown($row), $messages);
+        expect_exchange(
+            function: "{$table}_get",
+            arguments: [71, ...$addresses],
+            procedure: 18,
+            request: $key,
+            step: reply(rows(wire($row))),
+            value: shown($row),
+            messages: $messages,
+        );
     $asSource = fn(mixed $address, array|string $bytes, array $messages = []) =>
         $exchange([$address, $dest], $key($bytes, $dest), $messages);
     check_address_argument($asSource, "{$table}_get", [71], [$dest]);
@@ -73,7 +81,14 @@ foreach (['SD' => 0, 'DS' => 1] as $view => $direction) {
     $names = ["matrix{$view}SourceAddress", "matrix{$view}DestAddress"];
     foreach ([[$names[0]], [$names[1]], $names] as $empty) {
         $row = array_replace(sample($fields), array_fill_keys($empty, [byte_list(''), 0]));
-        expect_exchange("{$table}_get", [71, '', ''], 18, $key('', ''), reply(rows(wire($row))), shown($row));
+        expect_exchange(
+            function: "{$table}_get",
+            arguments: [71, '', ''],
+            procedure: 18,
+            request: $key('', ''),
+            step: reply(rows(wire($row))),
+            value: shown($row),
+        );
     }
 }
 

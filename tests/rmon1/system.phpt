@@ -18,7 +18,15 @@ $fields = [
     'sysServices' => 'int',
 ];
 $sample = sample($fields);
-check_common('rmon_system_get', [], 1, '', 'rmon_system_get', wire($sample), shown($sample));
+check_common(
+    function: 'rmon_system_get',
+    arguments: [],
+    procedure: 1,
+    request: '',
+    label: 'rmon_system_get',
+    reply: wire($sample),
+    result: shown($sample),
+);
 check_conversions('rmon_system_get', ['int']);
 
 $reply = record(
@@ -39,10 +47,25 @@ $row = [
     'sysObjectID' => '1.3.6.1.4.1.9',
     'sysServices' => 72,
 ];
-expect_exchange('rmon_system_get', [], 1, '', reply($reply), $row);
+expect_exchange(
+    function: 'rmon_system_get',
+    arguments: [],
+    procedure: 1,
+    request: '',
+    step: reply($reply),
+    value: $row,
+);
 
 foreach (array_keys($fields, 'text') as $name) {
-    check_reply_text('rmon_system_get', [], 1, '', 'rmon_system_get', $sample, $name);
+    check_reply_text(
+        function: 'rmon_system_get',
+        index: [],
+        procedure: 1,
+        request: '',
+        label: 'rmon_system_get',
+        sample: $sample,
+        name: $name,
+    );
 }
 
 // Set: what an operator may not set travels empty.
@@ -55,7 +78,14 @@ $request = fn(string $sysContact, string $sysName, string $sysLocation) => recor
     sysObjectID: text(''),
     sysServices: i32(0),
 );
-check_writer('rmon_system_set', 2, 'rmon_system_set', ['ops@example.net', 'probe-7', 'rack 4'], $request, false);
+check_writer(
+    function: 'rmon_system_set',
+    procedure: 2,
+    label: 'rmon_system_set',
+    arguments: ['ops@example.net', 'probe-7', 'rack 4'],
+    request: $request,
+    linkedFirst: false,
+);
 
 done();
 --EXPECT--

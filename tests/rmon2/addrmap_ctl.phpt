@@ -27,7 +27,13 @@ $getnext = ['rmon_addrmap_ctl_getnext', [78], 29, record(index: i32(78), getType
 check_row($get, $bytes('operator'), $row, $label);
 check_row($getnext, $bytes('operator'), $row, $label);
 check_reply($get, $bytes(''), array_replace($row, ['addressMapControlOwner' => '']));
-check_order(['rmon_addrmap_ctl_get', [], 29, record(index: i32(1), getType: i32(1))], 'ii', [1, 2], [], $label);
+check_order(
+    function: ['rmon_addrmap_ctl_get', [], 29, record(index: i32(1), getType: i32(1))],
+    kinds: ['int', 'int'],
+    before: [1, 2],
+    after: [],
+    label: $label,
+);
 check_refused_reply($get, $bytes(str_repeat('m', 256)), $label);
 
 $label = 'rmon_addrmap_ctl_set';
@@ -42,8 +48,14 @@ $written = fn(int $index, int $dataSource, string $owner, int $rowStatus) => rec
 $arguments = [21, -22, 'an owner', 24];
 $set = [$label, $arguments, 30, $written(...$arguments)];
 check_integer($set, $label);
-check_text($set, 2, fn(string $owner) => $written(21, -22, $owner, 24), $label);
-check_order([$label, [], 30, $written(1, 1, 'Argument4', 1)], 'iiiti', [1, 2, 3, 4, 5], [], $label);
+check_text(function: $set, position: 2, request: fn(string $owner) => $written(21, -22, $owner, 24), label: $label);
+check_order(
+    function: [$label, [], 30, $written(1, 1, 'Argument4', 1)],
+    kinds: ['int', 'int', 'int', 'text', 'int'],
+    before: [1, 2, 3, 4, 5],
+    after: [],
+    label: $label,
+);
 done();
 ?>
 --EXPECT--

@@ -61,29 +61,47 @@ $ip = [192, 168, 0, 7];
 $ipv6 = range(230, 245);
 $long = range(1, 255);
 check_first_row(
-    ['rmon_addrmap_entry_get', [0xfffffffe, 6, $ip, -8], PROCEDURE, request(0xfffffffe, 6, $ip, -8, 1)],
-    entry_bytes(...), entry_row(...), LABEL,
+    function: ['rmon_addrmap_entry_get', [0xfffffffe, 6, $ip, -8], PROCEDURE, request(0xfffffffe, 6, $ip, -8, 1)],
+    bytes: entry_bytes(...),
+    row: entry_row(...),
+    label: LABEL,
 );
 check_first_row(
-    ['rmon_addrmap_entry_getnext', [0xfffffffe, 6, $ipv6, -8], PROCEDURE, request(0xfffffffe, 6, $ipv6, -8, 2)],
-    entry_bytes(...), entry_row(...), LABEL,
+    function: ['rmon_addrmap_entry_getnext', [0xfffffffe, 6, $ipv6, -8], PROCEDURE, request(0xfffffffe, 6, $ipv6, -8, 2)],
+    bytes: entry_bytes(...),
+    row: entry_row(...),
+    label: LABEL,
 );
 check_all_rows(
-    ['rmon_addrmap_entry_getbulk', [0xfffffffe, 6, $long, -8, 40], PROCEDURE, request(0xfffffffe, 6, $long, -8, 3, 40)],
-    entry_bytes(...), entry_row(...), LABEL,
+    function: ['rmon_addrmap_entry_getbulk', [0xfffffffe, 6, $long, -8, 40], PROCEDURE, request(0xfffffffe, 6, $long, -8, 3, 40)],
+    bytes: entry_bytes(...),
+    row: entry_row(...),
+    label: LABEL,
 );
 
 check_addresses(
-    ['rmon_addrmap_entry_getnext', [5, 6, null, 8], PROCEDURE, null],
-    2,
-    fn(array $address) => request(5, 6, $address, 8, 2),
-    LABEL,
+    function: ['rmon_addrmap_entry_getnext', [5, 6, null, 8], PROCEDURE, null],
+    position: 2,
+    request: fn(array $address) => request(5, 6, $address, 8, 2),
+    label: LABEL,
 );
 
 // The link is looked up before anything but the number of rows is converted.
 $ones = fn(int $getType) => request(1, 1, [1], 1, $getType);
-check_order(['rmon_addrmap_entry_get', [], PROCEDURE, $ones(1)], 'iiiai', [1], [2, 3, 5, 4], LABEL);
-check_order(['rmon_addrmap_entry_getbulk', [], PROCEDURE, $ones(3)], 'iiiaii', [6, 1], [2, 3, 5, 4], LABEL);
+check_order(
+    function: ['rmon_addrmap_entry_get', [], PROCEDURE, $ones(1)],
+    kinds: ['int', 'int', 'int', 'address', 'int'],
+    before: [1],
+    after: [2, 3, 5, 4],
+    label: LABEL,
+);
+check_order(
+    function: ['rmon_addrmap_entry_getbulk', [], PROCEDURE, $ones(3)],
+    kinds: ['int', 'int', 'int', 'address', 'int', 'int'],
+    before: [6, 1],
+    after: [2, 3, 5, 4],
+    label: LABEL,
+);
 done();
 ?>
 --EXPECT--

@@ -30,7 +30,13 @@ $written = fn(int $entries) => record(
     addressMapMaxDesiredEntries: i32($entries),
 );
 check_integer([$label, [-20], 28, $written(-20)], $label);
-check_order([$label, [], 28, $written(1)], 'ii', [1, 2], [], $label);
+check_order(
+    function: [$label, [], 28, $written(1)],
+    kinds: ['int', 'int'],
+    before: [1, 2],
+    after: [],
+    label: $label,
+);
 done();
 ?>
 --EXPECT--

@@ -60,15 +60,30 @@ foreach (['hlHost' => [32, 33], 'hlMatrix' => [35, 36]] as $table => [$read, $wr
     check_row($get, $bytes('operator'), $row($table, 'operator'), $label);
     check_row($getnext, $bytes('operator'), $row($table, 'operator'), $label);
     check_reply($get, $bytes(''), $row($table, ''));
-    check_order([$get[0], [], $read, record(index: i32(1), getType: i32(1))], 'ii', [1, 2], [], $label);
+    check_order(
+        function: [$get[0], [], $read, record(index: i32(1), getType: i32(1))],
+        kinds: ['int', 'int'],
+        before: [1, 2],
+        after: [],
+        label: $label,
+    );
     check_refused_reply($get, $bytes(str_repeat('m', 256)), $label);
 
     $label = "rmon_{$name}_ctl_set";
     $set = [$label, $arguments, $write, $written(...$arguments)];
     check_integer($set, $label);
-    check_text($set, 4, fn(string $owner) => $written(21, 22, -23, -24, $owner, 26), $label);
+    check_text(
+        function: $set,
+        position: 4,
+        request: fn(string $owner) => $written(21, 22, -23, -24, $owner, 26),
+        label: $label,
+    );
     check_order(
-        [$label, [], $write, $written(1, 1, 1, 1, 'Argument6', 1)], 'iiiiiti', [1, 2, 3, 4, 5, 6, 7], [], $label,
+        function: [$label, [], $write, $written(1, 1, 1, 1, 'Argument6', 1)],
+        kinds: ['int', 'int', 'int', 'int', 'int', 'text', 'int'],
+        before: [1, 2, 3, 4, 5, 6, 7],
+        after: [],
+        label: $label,
     );
 }
 done();

@@ -85,21 +85,51 @@ foreach (['nlHost' => 0, 'alHost' => 1] as $table => $layer) {
     $bytes = fn(array $address, int $getType, int $count = 1)
         => request(5, 0xfffffffe, 7, $address, $getType, $layer, $count, $application[0] ?? 0);
     $row = fn(int $i) => host_row($table, $i);
-    check_first_row(["{$name}_get", $arguments($ip), PROCEDURE, $bytes($ip, 1)], host_bytes(...), $row, LABEL);
-    check_first_row(["{$name}_getnext", $arguments($ipv6), PROCEDURE, $bytes($ipv6, 2)], host_bytes(...), $row, LABEL);
+    check_first_row(
+        function: ["{$name}_get", $arguments($ip), PROCEDURE, $bytes($ip, 1)],
+        bytes: host_bytes(...),
+        row: $row,
+        label: LABEL,
+    );
+    check_first_row(
+        function: ["{$name}_getnext", $arguments($ipv6), PROCEDURE, $bytes($ipv6, 2)],
+        bytes: host_bytes(...),
+        row: $row,
+        label: LABEL,
+    );
     check_all_rows(
-        ["{$name}_getbulk", [...$arguments($long), 40], PROCEDURE, $bytes($long, 3, 40)], host_bytes(...), $row, LABEL,
+        function: ["{$name}_getbulk", [...$arguments($long), 40], PROCEDURE, $bytes($long, 3, 40)],
+        bytes: host_bytes(...),
+        row: $row,
+        label: LABEL,
     );
 
     check_addresses(
-        ["{$name}_get", $arguments([]), PROCEDURE, null], 3, fn(array $address) => $bytes($address, 1), LABEL,
+        function: ["{$name}_get", $arguments([]), PROCEDURE, null],
+        position: 3,
+        request: fn(array $address) => $bytes($address, 1),
+        label: LABEL,
     );
 
-    [$kinds, $first] = $layer ? ['iiiiai', [1, 2, 3, 4, 6]] : ['iiiia', [1, 2, 3, 4]];
-    $last = strlen($kinds) + 1;
+    [$kinds, $first] = $layer
+        ? [['int', 'int', 'int', 'int', 'address', 'int'], [1, 2, 3, 4, 6]]
+        : [['int', 'int', 'int', 'int', 'address'], [1, 2, 3, 4]];
+    $last = count($kinds) + 1;
     $ones = fn(int $getType) => request(1, 1, 1, [1], $getType, $layer, 1, $layer);
-    check_order(["{$name}_get", [], PROCEDURE, $ones(1)], $kinds, $first, [5], LABEL);
-    check_order(["{$name}_getbulk", [], PROCEDURE, $ones(3)], $kinds . 'i', [$last, ...$first], [5], LABEL);
+    check_order(
+        function: ["{$name}_get", [], PROCEDURE, $ones(1)],
+        kinds: $kinds,
+        before: $first,
+        after: [5],
+        label: LABEL,
+    );
+    check_order(
+        function: ["{$name}_getbulk", [], PROCEDURE, $ones(3)],
+        kinds: [...$kinds, 'int'],
+        before: [$last, ...$first],
+        after: [5],
+        label: LABEL,
+    );
 }
 done();
 ?>

@@ -91,41 +91,70 @@ foreach ($views as [$layerName, $directionName, $layer, $direction]) {
     $bytes = fn(int $getType, int $count)
         => request(5, 0xfffffffe, 7, $source, $dest, $application[0] ?? 0, $getType, $layer, $direction, $count);
     $row = fn(int $i) => pair_row($layerName, $directionName, $i);
-    check_first_row(["rmon_{$view}_get", $arguments, PROCEDURE, $bytes(1, 1)], pair_bytes(...), $row, LABEL);
-    check_first_row(["rmon_{$view}_getnext", $arguments, PROCEDURE, $bytes(2, 1)], pair_bytes(...), $row, LABEL);
+    check_first_row(
+        function: ["rmon_{$view}_get", $arguments, PROCEDURE, $bytes(1, 1)],
+        bytes: pair_bytes(...),
+        row: $row,
+        label: LABEL,
+    );
+    check_first_row(
+        function: ["rmon_{$view}_getnext", $arguments, PROCEDURE, $bytes(2, 1)],
+        bytes: pair_bytes(...),
+        row: $row,
+        label: LABEL,
+    );
     check_all_rows(
-        ["rmon_{$view}_getbulk", [...$arguments, 40], PROCEDURE, $bytes(3, 40)], pair_bytes(...), $row, LABEL,
+        function: ["rmon_{$view}_getbulk", [...$arguments, 40], PROCEDURE, $bytes(3, 40)],
+        bytes: pair_bytes(...),
+        row: $row,
+        label: LABEL,
     );
 
     foreach ([3, 4] as $position) {
         $addresses = fn(array $address) => array_replace([$source, $dest], [$position - 3 => $address]);
         check_addresses(
-            ["rmon_{$view}_getnext", $arguments, PROCEDURE, null],
-            $position,
-            fn(array $address) => request(
+            function: ["rmon_{$view}_getnext", $arguments, PROCEDURE, null],
+            position: $position,
+            request: fn(array $address) => request(
                 5, 0xfffffffe, 7, ...$addresses($address), application: $application[0] ?? 0,
                 getType: 2, applicationLayer: $layer, direction: $direction, count: 1,
             ),
-            LABEL,
+            label: LABEL,
         );
     }
 
     $ones = fn(int $getType) => request(1, 1, 1, [1], [1], $layer, $getType, $layer, $direction, 1);
-    [$kinds, $first] = $layer ? ['iiiiaai', [1, 2, 3, 4, 7]] : ['iiiiaa', [1, 2, 3, 4]];
-    $last = strlen($kinds) + 1;
-    check_order(["rmon_{$view}_get", [], PROCEDURE, $ones(1)], $kinds, $first, [5, 6], LABEL);
-    check_order(["rmon_{$view}_getbulk", [], PROCEDURE, $ones(3)], $kinds . 'i', [$last, ...$first], [5, 6], LABEL);
+    [$kinds, $first] = $layer
+        ? [['int', 'int', 'int', 'int', 'address', 'address', 'int'], [1, 2, 3, 4, 7]]
+        : [['int', 'int', 'int', 'int', 'address', 'address'], [1, 2, 3, 4]];
+    $last = count($kinds) + 1;
+    check_order(
+        function: ["rmon_{$view}_get", [], PROCEDURE, $ones(1)],
+        kinds: $kinds,
+        before: $first,
+        after: [5, 6],
+        label: LABEL,
+    );
+    check_order(
+        function: ["rmon_{$view}_getbulk", [], PROCEDURE, $ones(3)],
+        kinds: [...$kinds, 'int'],
+        before: [$last, ...$first],
+        after: [5, 6],
+        label: LABEL,
+    );
 }
 
 // One array given twice is converted once and sent twice.
-[, $link] = agent_and_link();
 $both = ['1', '2'];
 expect_exchange(
-    reply(rows()),
-    function () use ($link, &$both) {
+    function: function (mixed $link) use (&$both) {
         return rmon_nlmatrix_sd_get($link, 3, 4, 5, $both, $both);
     },
-    false, [], PROCEDURE, request(3, 4, 5, [1, 2], [1, 2], 0, 1, 0, 0, 1),
+    arguments: [],
+    procedure: PROCEDURE,
+    request: request(3, 4, 5, [1, 2], [1, 2], 0, 1, 0, 0, 1),
+    step: reply(rows()),
+    value: false,
 );
 expect_same([1, 2], $both, 'an array given twice');
 done();

@@ -39,7 +39,8 @@ function intruded(Closure $deed, Closure $call): array
     return [$result, array_values(array_diff($messages, ['Object of class Intruder could not be converted to int']))];
 }
 
-[$agent] = agent_and_link();
+$agent = the_agent();
+the_link();
 $bad = new Intruder;
 $calls = [
     'rmon_pdir_getbulk' => [[], [], $bad],
@@ -64,7 +65,7 @@ $calls = [
     'rmon_almatrix_ds_getbulk' => [1, 2, 3, [4], [$bad], 5, 6],
 ];
 foreach ($calls as $name => $arguments) {
-    about("$name on a link closed meanwhile", function () use ($name, $arguments, $agent) {
+    of("$name on a link closed meanwhile", function () use ($name, $arguments, $agent) {
         $link = rmon_connect("127.0.0.1");
         $id = (int) $link;
         $before = count($agent->calls());

@@ -14,9 +14,9 @@ $long = range(1, 255);
 $get = ['rmon_pdir_get', [$id, $parameters], 19, pdir_key($id, $parameters, 1)];
 $getnext = ['rmon_pdir_getnext', [$long, []], 19, pdir_key($long, [], 2)];
 $getbulk = ['rmon_pdir_getbulk', [[], $long, 5], 19, pdir_key([], $long, 3, 5)];
-check_first_row($get, pdir_bytes(...), pdir_row(...), LABEL);
-check_first_row($getnext, pdir_bytes(...), pdir_row(...), LABEL);
-check_all_rows($getbulk, pdir_bytes(...), pdir_row(...), LABEL);
+check_first_row(function: $get, bytes: pdir_bytes(...), row: pdir_row(...), label: LABEL);
+check_first_row(function: $getnext, bytes: pdir_bytes(...), row: pdir_row(...), label: LABEL);
+check_all_rows(function: $getbulk, bytes: pdir_bytes(...), row: pdir_row(...), label: LABEL);
 
 check_refused_reply($get, rows(pdir_bytes(0, description: str_repeat('m', 256))), LABEL);
 check_refused_reply($get, rows(pdir_bytes(0, owner: str_repeat('m', 256))), LABEL);
@@ -29,7 +29,13 @@ check_reply(
     array_replace(pdir_row(0), ['protocolDirID' => $bytes]),
 );
 
-check_order(['rmon_pdir_getbulk', [], 19, pdir_key([], [], 3)], 'illi', [4, 1], [], LABEL);
+check_order(
+    function: ['rmon_pdir_getbulk', [], 19, pdir_key([], [], 3)],
+    kinds: ['int', 'list', 'list', 'int'],
+    before: [4, 1],
+    after: [],
+    label: LABEL,
+);
 done();
 ?>
 --EXPECT--

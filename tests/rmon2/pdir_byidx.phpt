@@ -16,7 +16,13 @@ check_failures($get, null);
 check_failures($getnext, null);
 check_refused_reply($get, pdir_bytes(0, owner: str_repeat('m', 256)), null);
 
-check_order(['rmon_pdir_byidx_get', [], 20, record(index: i32(1), getType: i32(1))], 'ii', [1, 2], [], null);
+check_order(
+    function: ['rmon_pdir_byidx_get', [], 20, record(index: i32(1), getType: i32(1))],
+    kinds: ['int', 'int'],
+    before: [1, 2],
+    after: [],
+    label: null,
+);
 done();
 ?>
 --EXPECT--

@@ -4,14 +4,19 @@ Identifiers and parameters of the protocol directory: what is taken, what is ref
 <?php
 require __DIR__ . '/pdir.inc';
 
-[, $link] = agent_and_link();
+$link = the_link();
 
 /** What is sent of two byte lists; the agent answers that there is no row. */
 function expect_sent(mixed $id, mixed $parameters, array $idBytes, array $parameterBytes): void
 {
-    [, $link] = agent_and_link();
-    $call = fn() => rmon_pdir_get($link, $id, $parameters);
-    expect_exchange(reply(rows()), $call, false, [], 19, pdir_key($idBytes, $parameterBytes, 1));
+    expect_exchange(
+        function: 'rmon_pdir_get',
+        arguments: [$id, $parameters],
+        procedure: 19,
+        request: pdir_key($idBytes, $parameterBytes, 1),
+        step: reply(rows()),
+        value: false,
+    );
 }
 
 // Anything but an array is an empty list; objects are not asked for an integer.
@@ -41,11 +46,11 @@ foreach ($types as [$element, $number]) {
     $to = &$element;
     foreach ([[1, $element], [1, &$to], ['key' => 1, 'other' => $element, 'then' => []]] as $list) {
         $before = $list;
-        expect_unsent(fn() => rmon_pdir_get($link, $list, []), false, [$message]);
-        expect_unsent(fn() => rmon_pdir_getnext($link, [1], $list), false, [$message]);
-        expect_unsent(fn() => rmon_pdir_getbulk($link, $list, ['both'], 5), false, [$message]);
-        expect_unsent($set($link, $list, []), false, [$message]);
-        expect_unsent($set($link, [1], $list), false, [$message]);
+        expect_no_call(fn() => rmon_pdir_get($link, $list, []), [], false, [$message]);
+        expect_no_call(fn() => rmon_pdir_getnext($link, [1], $list), [], false, [$message]);
+        expect_no_call(fn() => rmon_pdir_getbulk($link, $list, ['both'], 5), [], false, [$message]);
+        expect_no_call($set($link, $list, []), [], false, [$message]);
+        expect_no_call($set($link, [1], $list), [], false, [$message]);
         expect_same($before, $list, "the caller's array");
     }
 }
@@ -54,28 +59,30 @@ foreach ($types as [$element, $number]) {
 foreach ([256, 1000] as $count) {
     $list = array_fill(0, $count, 'x');
     $message = "too many ($count) elements in addr!";
-    expect_unsent(fn() => rmon_pdir_get($link, $list, ['x']), false, [$message]);
-    expect_unsent(fn() => rmon_pdir_getnext($link, [1], $list), false, [$message]);
-    expect_unsent(fn() => rmon_pdir_getbulk($link, $list, [], 5), false, [$message]);
-    expect_unsent($set($link, $list, ['x']), false, [$message]);
-    expect_unsent($set($link, [1], $list), false, [$message]);
+    expect_no_call(fn() => rmon_pdir_get($link, $list, ['x']), [], false, [$message]);
+    expect_no_call(fn() => rmon_pdir_getnext($link, [1], $list), [], false, [$message]);
+    expect_no_call(fn() => rmon_pdir_getbulk($link, $list, [], 5), [], false, [$message]);
+    expect_no_call($set($link, $list, ['x']), [], false, [$message]);
+    expect_no_call($set($link, [1], $list), [], false, [$message]);
 }
 
 // Readers look the link up first; the writer reports its lists before it, and before it converts anything else.
 $refused = ['987654 is not a RMON/RPC conn id!'];
 $many = array_fill(0, 256, 1);
-expect_unsent(fn() => rmon_pdir_get(987654, ['x'], []), false, $refused);
-expect_unsent(fn() => rmon_pdir_getnext(987654, [], $many), false, $refused);
-expect_unsent(fn() => rmon_pdir_getbulk(987654, ['x'], [], 5), false, $refused);
-expect_unsent($set(987654, ['x'], []), false, ['addr element not a LONG (3)!']);
-expect_unsent($set(987654, [], $many), false, ['too many (256) elements in addr!']);
-expect_unsent($set(987654, ['x'], $many), false, ['addr element not a LONG (3)!']);
-expect_unsent(
+expect_no_call(fn() => rmon_pdir_get(987654, ['x'], []), [], false, $refused);
+expect_no_call(fn() => rmon_pdir_getnext(987654, [], $many), [], false, $refused);
+expect_no_call(fn() => rmon_pdir_getbulk(987654, ['x'], [], 5), [], false, $refused);
+expect_no_call($set(987654, ['x'], []), [], false, ['addr element not a LONG (3)!']);
+expect_no_call($set(987654, [], $many), [], false, ['too many (256) elements in addr!']);
+expect_no_call($set(987654, ['x'], $many), [], false, ['addr element not a LONG (3)!']);
+expect_no_call(
     fn() => rmon_pdir_set(
         new Argument1, [], ['x'], new Argument4, new Argument5, new Argument6, new Argument7, new Argument8,
         new Argument9, new Argument10,
     ),
-    false, ['addr element not a LONG (3)!'],
+    [],
+    false,
+    ['addr element not a LONG (3)!'],
 );
 done();
 ?>

@@ -42,11 +42,27 @@ $parameters = [0, 1, 2, 3];
 $arguments = [$id, $parameters, 'a description', -25, 26, 27, 28, 'an owner', 30];
 $set = [LABEL, $arguments, 22, written(...$arguments)];
 check_integer($set, LABEL);
-check_text($set, 2, fn(string $text) => written(...array_replace($arguments, [2 => $text])), LABEL);
-check_text($set, 7, fn(string $text) => written(...array_replace($arguments, [7 => $text])), LABEL);
+check_text(
+    function: $set,
+    position: 2,
+    request: fn(string $text) => written(...array_replace($arguments, [2 => $text])),
+    label: LABEL,
+);
+check_text(
+    function: $set,
+    position: 7,
+    request: fn(string $text) => written(...array_replace($arguments, [7 => $text])),
+    label: LABEL,
+);
 
 $ones = written([], [], 'Argument4', 1, 1, 1, 1, 'Argument9', 1);
-check_order([LABEL, [], 22, $ones], 'illtiiiiti', [1, 4, 5, 6, 7, 8, 9, 10], [], LABEL);
+check_order(
+    function: [LABEL, [], 22, $ones],
+    kinds: ['int', 'list', 'list', 'text', 'int', 'int', 'int', 'int', 'text', 'int'],
+    before: [1, 4, 5, 6, 7, 8, 9, 10],
+    after: [],
+    label: LABEL,
+);
 done();
 ?>
 --EXPECT--

@@ -28,7 +28,13 @@ $get = ['rmon_pdist_ctl_get', [77], 24, record(index: i32(77), getType: i32(1))]
 $getnext = ['rmon_pdist_ctl_getnext', [78], 24, record(index: i32(78), getType: i32(2))];
 check_row($get, $bytes('operator'), $row, $label);
 check_row($getnext, $bytes('operator'), $row, $label);
-check_order(['rmon_pdist_ctl_get', [], 24, record(index: i32(1), getType: i32(1))], 'ii', [1, 2], [], $label);
+check_order(
+    function: ['rmon_pdist_ctl_get', [], 24, record(index: i32(1), getType: i32(1))],
+    kinds: ['int', 'int'],
+    before: [1, 2],
+    after: [],
+    label: $label,
+);
 check_refused_reply($get, $bytes(str_repeat('m', 256)), $label);
 
 // An empty owner is not a missing one.
@@ -47,8 +53,14 @@ $written = fn(int $index, int $dataSource, string $owner, int $rowStatus) => rec
 $arguments = [21, -22, 'an owner', 24];
 $set = [$label, $arguments, 25, $written(...$arguments)];
 check_integer($set, $label);
-check_text($set, 2, fn(string $owner) => $written(21, -22, $owner, 24), $label);
-check_order([$label, [], 25, $written(1, 1, 'Argument4', 1)], 'iiiti', [1, 2, 3, 4, 5], [], $label);
+check_text(function: $set, position: 2, request: fn(string $owner) => $written(21, -22, $owner, 24), label: $label);
+check_order(
+    function: [$label, [], 25, $written(1, 1, 'Argument4', 1)],
+    kinds: ['int', 'int', 'int', 'text', 'int'],
+    before: [1, 2, 3, 4, 5],
+    after: [],
+    label: $label,
+);
 done();
 ?>
 --EXPECT--

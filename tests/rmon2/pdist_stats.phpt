@@ -38,18 +38,30 @@ $key = fn(int $getType, int $count)
 $get = ['rmon_pdist_stats_get', [5, -6], 26, $key(1, 1)];
 $getnext = ['rmon_pdist_stats_getnext', [5, -6], 26, $key(2, 1)];
 $getbulk = ['rmon_pdist_stats_getbulk', [5, -6, 10], 26, $key(3, 10)];
-check_first_row($get, stats_bytes(...), stats_row(...), LABEL);
-check_first_row($getnext, stats_bytes(...), stats_row(...), LABEL);
-check_all_rows($getbulk, stats_bytes(...), stats_row(...), LABEL);
+check_first_row(function: $get, bytes: stats_bytes(...), row: stats_row(...), label: LABEL);
+check_first_row(function: $getnext, bytes: stats_bytes(...), row: stats_row(...), label: LABEL);
+check_all_rows(function: $getbulk, bytes: stats_bytes(...), row: stats_row(...), label: LABEL);
 
 // A list's keys are 0 to 2 although 10 rows were wanted.
-[$agent, $link] = agent_and_link();
+[$agent, $link] = [the_agent(), the_link()];
 $agent->add(reply(many_rows(3, stats_bytes(...))));
 expect_same([0, 1, 2], array_keys(rmon_pdist_stats_getbulk($link, 5, -6, 10)), 'keys of a list');
 
 $ones = fn(int $getType) => record(index1: i32(1), index2: i32(1), getType: i32($getType), count: i32(1));
-check_order(['rmon_pdist_stats_get', [], 26, $ones(1)], 'iii', [1, 2, 3], [], LABEL);
-check_order(['rmon_pdist_stats_getbulk', [], 26, $ones(3)], 'iiii', [4, 1, 2, 3], [], LABEL);
+check_order(
+    function: ['rmon_pdist_stats_get', [], 26, $ones(1)],
+    kinds: ['int', 'int', 'int'],
+    before: [1, 2, 3],
+    after: [],
+    label: LABEL,
+);
+check_order(
+    function: ['rmon_pdist_stats_getbulk', [], 26, $ones(3)],
+    kinds: ['int', 'int', 'int', 'int'],
+    before: [4, 1, 2, 3],
+    after: [],
+    label: LABEL,
+);
 
 // Others.
 $label = 'rmon_pdist_stats_getothers';
@@ -57,13 +69,24 @@ $others = [$label, [-77], 184, record(index: i32(-77))];
 $counters = record(packets: u64('0xffffffffffffffff'), octets: u64(0x700000003));
 $row = [0 => 0, 'status' => 0, 'packets' => 18446744073709551616.0, 'octets' => 30064771075.0];
 check_row($others, i32(0) . $counters, $row, $label);
-check_order([$label, [], 184, i32(1)], 'ii', [1, 2], [], $label);
+check_order(
+    function: [$label, [], 184, i32(1)],
+    kinds: ['int', 'int'],
+    before: [1, 2],
+    after: [],
+    label: $label,
+);
 
 // A status that is not zero makes the answer a failure, reported in the words for a call that went well.
 foreach ([1, -1, 0x7fffffff] as $status) {
     expect_exchange(
-        reply(i32($status) . $counters), fn() => rmon_pdist_stats_getothers($link, -77),
-        false, ["$label: RPC: Success"], 184, i32(-77),
+        function: 'rmon_pdist_stats_getothers',
+        arguments: [-77],
+        procedure: 184,
+        request: i32(-77),
+        step: reply(i32($status) . $counters),
+        value: false,
+        messages: ["$label: RPC: Success"],
     );
 }
 done();

@@ -31,20 +31,28 @@ $control = [
     'artControlStatus' => ['i32', -4],
 ];
 $keys = array_slice(array_keys($control), 1); // shown in wire order
-check_readers('rmon_art_ctl', 99, ['index' => ['i32', 3]], ['index'], $control, $keys, 'art_ctl_get');
+check_readers(
+    name: 'rmon_art_ctl',
+    procedure: 99,
+    key: ['index' => ['i32', 3]],
+    names: ['index'],
+    fields: $control,
+    keys: $keys,
+    label: 'art_ctl_get',
+);
 
 // The fields that the agent keeps have no argument, and go as 0.
 check_writer(
-    'rmon_art_ctl_set',
-    100,
-    array_replace($control, [
+    function: 'rmon_art_ctl_set',
+    procedure: 100,
+    fields: array_replace($control, [
         'artControlDuration' => ['i32', 0],
         'artControlRptStartTime' => ['u32', 0],
         'artControlGrantedSize' => ['i32', 0],
         'artControlGeneratedRpts' => ['i32', 0],
         'artControlDroppedFrames' => ['u32', 0],
     ]),
-    [
+    names: [
         'artControlIndex',
         'artControlDataSource',
         'artControlTimeRemaining',
@@ -59,8 +67,8 @@ check_writer(
         'artControlOwner',
         'artControlStatus',
     ],
-    'rmon_art_ctl_set',
-    ['Link'], // looked at before anything else is converted
+    label: 'rmon_art_ctl_set',
+    order: ['Link'], // looked at before anything else is converted
 );
 
 check_closed_by_text('rmon_art_ctl_set', fn(Owner $owner) => [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, $owner, 13]);

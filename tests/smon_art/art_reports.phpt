@@ -113,7 +113,15 @@ foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
             bytes_of($key, ...$values) . record(getType: i32($getType), count: i32($bulk ? $count : 1));
         $arguments = [...arguments_of($key, $names), ...$more(40)];
         $check = fn(string $bytes, mixed $result, array $messages = []) =>
-            expect_exchange($function, $arguments, $procedure, $request(40), reply($bytes), $result, $messages);
+            expect_exchange(
+                function: $function,
+                arguments: $arguments,
+                procedure: $procedure,
+                request: $request(40),
+                step: reply($bytes),
+                value: $result,
+                messages: $messages,
+            );
 
         $plain = row_of($fields, $keys);
         $check(rows(bytes_of($fields)), $bulk ? [$plain] : $plain);
@@ -146,14 +154,34 @@ foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
         $check(u32(0xffffffff) . substr($rows(3), 4), false, $undecoded);
         $check(rows(bytes_of($fields), substr(bytes_of($fields), 0, 4) . u32(0xffffffff)), false, $undecoded);
 
-        check_failures($function, $arguments, $procedure, $request(40), $rows(3), false, $label);
+        check_failures(
+            function: $function,
+            arguments: $arguments,
+            procedure: $procedure,
+            request: $request(40),
+            bytes: $rows(3),
+            result: false,
+            label: $label,
+        );
         // The number of rows is converted first, then the link, which is looked at before the rest.
         $count = ['count' => ['i32', 40]];
-        check_refusals($function, $key + $count, [...$names, ...$more('count')], [...$more('count'), 'Link']);
+        check_refusals(
+            function: $function,
+            fields: $key + $count,
+            names: [...$names, ...$more('count')],
+            order: [...$more('count'), 'Link'],
+        );
         if ($bulk) {
             foreach (['7' => 7, '-1' => -1, '4294967299' => 3, '0' => 0] as $count => $sent) {
                 $asked = [...arguments_of($key, $names), (string) $count];
-                expect_exchange($function, $asked, $procedure, $request($sent), reply(rows()), []);
+                expect_exchange(
+                    function: $function,
+                    arguments: $asked,
+                    procedure: $procedure,
+                    request: $request($sent),
+                    step: reply(rows()),
+                    value: [],
+                );
             }
         }
 
@@ -162,7 +190,14 @@ foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
             foreach ($passed as [$given, $bytes, $held]) {
                 $arguments[$place] = &$given;
                 $record = $request(40, ...[$field => $bytes]);
-                expect_exchange($function, $arguments, $procedure, $record, reply(rows()), []);
+                expect_exchange(
+                    function: $function,
+                    arguments: $arguments,
+                    procedure: $procedure,
+                    request: $record,
+                    step: reply(rows()),
+                    value: [],
+                );
                 expect_same($held, $given, "what the script holds of $field");
                 unset($given);
             }

@@ -18,31 +18,31 @@ $vlan_control = [
     'smonVlanStatsControlStatus' => ['i32', -4],
 ];
 check_readers(
-    'rmon_vlan_ctl',
-    76,
-    ['index' => ['i32', 3]],
-    ['index'],
-    $vlan_control,
-    [
+    name: 'rmon_vlan_ctl',
+    procedure: 76,
+    key: ['index' => ['i32', 3]],
+    names: ['index'],
+    fields: $vlan_control,
+    keys: [
         'smonVlanStatsControlIndex',
         'smonVlanStatsControlDataSource',
         'smonVlanStatsControlCreateTime',
         'smonVlanStatsControlOwner',
         'smonVlanStatsControlStatus',
     ],
-    'vlan_ctl_get',
+    label: 'vlan_ctl_get',
 );
 check_writer(
-    'rmon_vlan_ctl_set',
-    77,
-    array_replace($vlan_control, ['smonVlanStatsControlCreateTime' => ['u32', 0]]),
-    [
+    function: 'rmon_vlan_ctl_set',
+    procedure: 77,
+    fields: array_replace($vlan_control, ['smonVlanStatsControlCreateTime' => ['u32', 0]]),
+    names: [
         'smonVlanStatsControlIndex',
         'smonVlanStatsControlDataSource',
         'smonVlanStatsControlOwner',
         'smonVlanStatsControlStatus',
     ],
-    'rmon_vlan_ctl_set',
+    label: 'rmon_vlan_ctl_set',
 );
 
 $key = ['index1' => ['i32', 3], 'index2' => ['i32', 4]];
@@ -57,20 +57,28 @@ $vlan = [
     'smonVlanStatsControlIndex' => ['i32', -1003],
 ];
 $vlan_keys = array_slice(array_keys($vlan), 1); // shown in wire order, the control row's index last
-check_readers('rmon_vlan', 78, $key, ['index1', 'index2'], $vlan, $vlan_keys, 'vlan_get');
+check_readers(
+    name: 'rmon_vlan',
+    procedure: 78,
+    key: $key,
+    names: ['index1', 'index2'],
+    fields: $vlan,
+    keys: $vlan_keys,
+    label: 'vlan_get',
+);
 
 // Counters above 2^63 are the nearest floats, never negative.
 expect_exchange(
-    'rmon_vlan_get',
-    [3, 4],
-    78,
-    record(index1: i32(3), index2: i32(4), getType: i32(1)),
-    reply(bytes_of(
+    function: 'rmon_vlan_get',
+    arguments: [3, 4],
+    procedure: 78,
+    request: record(index1: i32(3), index2: i32(4), getType: i32(1)),
+    step: reply(bytes_of(
         $vlan,
         smonVlanIdStatsTotalOctets: '0x8000000000000005',
         smonVlanIdStatsNUcastOctets: '0xffffffffffffffff',
     )),
-    array_replace(row_of($vlan, $vlan_keys), [
+    value: array_replace(row_of($vlan, $vlan_keys), [
         'smonVlanIdStatsTotalOctets' => 9223372036854775808.0,
         'smonVlanIdStatsNUcastOctets' => 18446744073709551616.0,
     ]),
@@ -85,47 +93,47 @@ $prio_control = [
     'smonPrioStatsControlStatus' => ['i32', 6],
 ];
 check_readers(
-    'rmon_prio_ctl',
-    79,
-    ['index' => ['i32', 3]],
-    ['index'],
-    $prio_control,
-    [
+    name: 'rmon_prio_ctl',
+    procedure: 79,
+    key: ['index' => ['i32', 3]],
+    names: ['index'],
+    fields: $prio_control,
+    keys: [
         'smonPrioStatsControlIndex',
         'smonPrioStatsControlDataSource',
         'smonPrioStatsControlCreateTime',
         'smonPrioStatsControlOwner',
         'smonPrioStatsControlStatus',
     ],
-    'prio_ctl_get',
+    label: 'prio_ctl_get',
 );
 check_writer(
-    'rmon_prio_ctl_set',
-    80,
-    array_replace($prio_control, ['smonPrioStatsControlCreateTime' => ['u32', 0]]),
-    [
+    function: 'rmon_prio_ctl_set',
+    procedure: 80,
+    fields: array_replace($prio_control, ['smonPrioStatsControlCreateTime' => ['u32', 0]]),
+    names: [
         'smonPrioStatsControlIndex',
         'smonPrioStatsControlDataSource',
         'smonPrioStatsControlOwner',
         'smonPrioStatsControlStatus',
     ],
-    'rmon_prio_ctl_set',
+    label: 'rmon_prio_ctl_set',
 );
 
 check_readers(
-    'rmon_prio',
-    81,
-    $key,
-    ['index1', 'index2'],
-    [
+    name: 'rmon_prio',
+    procedure: 81,
+    key: $key,
+    names: ['index1', 'index2'],
+    fields: [
         'status' => ['i32', 0],
         'smonPrioStatsId' => ['i32', -1005],
         'smonPrioStatsPkts' => ['u64', 0x10000000a],
         'smonPrioStatsOctets' => ['u64', 0x20000000b],
         'smonPrioStatsControlIndex' => ['i32', -1006],
     ],
-    ['smonPrioStatsId', 'smonPrioStatsPkts', 'smonPrioStatsOctets', 'smonPrioStatsControlIndex'],
-    'prio_get',
+    keys: ['smonPrioStatsId', 'smonPrioStatsPkts', 'smonPrioStatsOctets', 'smonPrioStatsControlIndex'],
+    label: 'prio_get',
 );
 
 done();

@@ -11,10 +11,38 @@ function expect_reader(string $function, int $procedure, array $fields, array $s
 {
     expect_refusals($function, []);
     $record = record(...$fields);
-    expect_exchange($function, [], $procedure, '', reply($record), $shown);
-    expect_exchange($function, [], $procedure, '', proc_unavail(), false);
-    expect_exchange($function, [], $procedure, '', truncated($record, -4), false);
-    expect_exchange($function, [], $procedure, '', reply($record), $shown);
+    expect_exchange(
+        function: $function,
+        arguments: [],
+        procedure: $procedure,
+        request: '',
+        step: reply($record),
+        value: $shown,
+    );
+    expect_exchange(
+        function: $function,
+        arguments: [],
+        procedure: $procedure,
+        request: '',
+        step: proc_unavail(),
+        value: false,
+    );
+    expect_exchange(
+        function: $function,
+        arguments: [],
+        procedure: $procedure,
+        request: '',
+        step: truncated($record, -4),
+        value: false,
+    );
+    expect_exchange(
+        function: $function,
+        arguments: [],
+        procedure: $procedure,
+        request: '',
+        step: reply($record),
+        value: $shown,
+    );
 }
 
 // ---- Settings ------------------------------------------------------------------
@@ -49,12 +77,12 @@ $shown = [
 ];
 expect_reader('sccp_config_params_get', 87, $fields, $shown);
 expect_exchange(
-    'sccp_config_params_get',
-    [],
-    87,
-    '',
-    reply(record(...with_all_ones($fields))),
-    with_minus_ones($shown),
+    function: 'sccp_config_params_get',
+    arguments: [],
+    procedure: 87,
+    request: '',
+    step: reply(record(...with_all_ones($fields))),
+    value: with_minus_ones($shown),
 );
 
 $fields = [
@@ -82,12 +110,12 @@ $shown = [
 foreach (['h323' => 119, 'mgcp' => 189] as $protocol => $procedure) {
     expect_reader("{$protocol}_config_params_get", $procedure, $fields, $shown);
     expect_exchange(
-        "{$protocol}_config_params_get",
-        [],
-        $procedure,
-        '',
-        reply(record(...with_all_ones($fields))),
-        with_minus_ones($shown),
+        function: "{$protocol}_config_params_get",
+        arguments: [],
+        procedure: $procedure,
+        request: '',
+        step: reply(record(...with_all_ones($fields))),
+        value: with_minus_ones($shown),
     );
 }
 
@@ -112,12 +140,12 @@ $shown = [
 foreach (['sccp' => 91, 'mgcp' => 193] as $protocol => $procedure) {
     expect_reader("{$protocol}_aggregate_data_get", $procedure, $fields, $shown);
     expect_exchange(
-        "{$protocol}_aggregate_data_get",
-        [],
-        $procedure,
-        '',
-        reply(record(...with_all_ones($fields))),
-        with_minus_ones($shown),
+        function: "{$protocol}_aggregate_data_get",
+        arguments: [],
+        procedure: $procedure,
+        request: '',
+        step: reply(record(...with_all_ones($fields))),
+        value: with_minus_ones($shown),
     );
 }
 
@@ -165,7 +193,14 @@ $cases = [
 ];
 foreach ($cases as [$changes, $differences]) {
     $reply = reply(record(...but($fields, $changes)));
-    expect_exchange('h323_aggregate_data_get', [], 123, '', $reply, but($shown, $differences));
+    expect_exchange(
+        function: 'h323_aggregate_data_get',
+        arguments: [],
+        procedure: 123,
+        request: '',
+        step: $reply,
+        value: but($shown, $differences),
+    );
 }
 
 // ---- What changes a monitor ----------------------------------------------------
@@ -176,7 +211,14 @@ function expect_change(string $function, int $procedure, array $arguments = [], 
     $mgcp = str_starts_with($function, 'mgcp_');
     expect_refusals($function, $arguments);
     foreach ([0, 1, -1, 2147483647, -2147483648] as $answer) {
-        expect_exchange($function, $arguments, $procedure, $request, reply(i32($answer)), $mgcp ? 0 : $answer);
+        expect_exchange(
+            function: $function,
+            arguments: $arguments,
+            procedure: $procedure,
+            request: $request,
+            step: reply(i32($answer)),
+            value: $mgcp ? 0 : $answer,
+        );
     }
     $failures = [
         'Procedure unavailable' => proc_unavail(),
@@ -185,9 +227,24 @@ function expect_change(string $function, int $procedure, array $arguments = [], 
     ];
     foreach ($failures as $text => $step) {
         $value = $mgcp ? 0 : false;
-        expect_exchange($function, $arguments, $procedure, $request, $step, $value, ["$function: RPC: $text"]);
+        expect_exchange(
+            function: $function,
+            arguments: $arguments,
+            procedure: $procedure,
+            request: $request,
+            step: $step,
+            value: $value,
+            messages: ["$function: RPC: $text"],
+        );
     }
-    expect_exchange($function, $arguments, $procedure, $request, reply(i32(5)), $mgcp ? 0 : 5);
+    expect_exchange(
+        function: $function,
+        arguments: $arguments,
+        procedure: $procedure,
+        request: $request,
+        step: reply(i32(5)),
+        value: $mgcp ? 0 : 5,
+    );
 }
 
 $sizes = record(
@@ -209,28 +266,28 @@ expect_change('mgcp_voice_coll_thresholds_set', 194, [5, 7], $thresholds);
 
 // Any value goes to the agent, by its low 32 bits.
 expect_exchange(
-    'sccp_voice_coll_table_sizes_set',
-    [-1, '12', 4294967296 + 13, -2.9],
-    88,
-    u32(4294967295) . u32(12) . u32(13) . u32(4294967294) . u32(4294967294),
-    reply(i32(0)),
-    0,
+    function: 'sccp_voice_coll_table_sizes_set',
+    arguments: [-1, '12', 4294967296 + 13, -2.9],
+    procedure: 88,
+    request: u32(4294967295) . u32(12) . u32(13) . u32(4294967294) . u32(4294967294),
+    step: reply(i32(0)),
+    value: 0,
 );
 expect_exchange(
-    'sccp_voice_coll_thresholds_set',
-    [null, true],
-    92,
-    u32(0) . u32(1) . u32(1000),
-    reply(i32(0)),
-    0,
+    function: 'sccp_voice_coll_thresholds_set',
+    arguments: [null, true],
+    procedure: 92,
+    request: u32(0) . u32(1) . u32(1000),
+    step: reply(i32(0)),
+    value: 0,
 );
 expect_exchange(
-    'h323_voice_coll_thresholds_set',
-    [4294967295, -2147483648],
-    124,
-    u32(4294967295) . u32(2147483648),
-    reply(i32(0)),
-    0,
+    function: 'h323_voice_coll_thresholds_set',
+    arguments: [4294967295, -2147483648],
+    procedure: 124,
+    request: u32(4294967295) . u32(2147483648),
+    step: reply(i32(0)),
+    value: 0,
 );
 
 $switches = [

@@ -242,10 +242,10 @@ $call = fn(int $n) => record(...common($n), ...qual($n));
 $shown_call = fn(int $n) => [...shown_common($n), ...shown_qual($n)];
 expect_same([7740, 35004], [strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
 
-expect_readers('h323_phone_rec', 116, 'phone_rec', $phone, shown_phone(...));
-expect_readers('h323_call_rec', 115, 'call_rec', $call, $shown_call);
-expect_readers('h323_top_jitter_rec', 117, 'call_rec', $call, $shown_call);
-expect_readers('h323_top_pkt_lost_rec', 118, 'call_rec', $call, $shown_call);
+expect_readers(table: 'h323_phone_rec', procedure: 116, list: 'phone_rec', row: $phone, shown: shown_phone(...));
+expect_readers(table: 'h323_call_rec', procedure: 115, list: 'call_rec', row: $call, shown: $shown_call);
+expect_readers(table: 'h323_top_jitter_rec', procedure: 117, list: 'call_rec', row: $call, shown: $shown_call);
+expect_readers(table: 'h323_top_pkt_lost_rec', procedure: 118, list: 'call_rec', row: $call, shown: $shown_call);
 
 /** A call whose fields differ from call 1 shows these values instead. */
 function expect_call_shown(array $changes, array $shown, array $common = [], array $shown_common = []): void

@@ -163,10 +163,10 @@ $phone = fn(int $n) => record(...phone($n));
 $call = fn(int $n) => record(...call($n));
 expect_same([656, 5500, 29804], [strlen(record(...media(1))), strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
 
-expect_readers('mgcp_phone_rec', 186, 'phone_rec', $phone, shown_phone(...));
-expect_readers('mgcp_call_rec', 185, 'call_rec', $call, shown_call(...));
-expect_readers('mgcp_top_jitter_rec', 187, 'call_rec', $call, shown_call(...));
-expect_readers('mgcp_top_pkt_lost_rec', 188, 'call_rec', $call, shown_call(...));
+expect_readers(table: 'mgcp_phone_rec', procedure: 186, list: 'phone_rec', row: $phone, shown: shown_phone(...));
+expect_readers(table: 'mgcp_call_rec', procedure: 185, list: 'call_rec', row: $call, shown: shown_call(...));
+expect_readers(table: 'mgcp_top_jitter_rec', procedure: 187, list: 'call_rec', row: $call, shown: shown_call(...));
+expect_readers(table: 'mgcp_top_pkt_lost_rec', procedure: 188, list: 'call_rec', row: $call, shown: shown_call(...));
 
 // The agent has no table of the worst calls by latency.
 expect_reader_refusals('mgcp_top_latency_rec');

@@ -257,11 +257,17 @@ $top = fn(int $n) => record(...common($n), ...qual($n));
 $call = fn(int $n) => $top($n) . $top($n + 100);
 expect_same([956, 1912, 2680], [strlen($top(1)), strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
 
-expect_readers('sccp_phone_rec', 83, 'phone_rec', $phone, shown_phone(...));
-expect_readers('sccp_call_rec', 82, 'call_rec', $call, fn(int $n) => shown_call($n, $n + 100));
-expect_readers('sccp_top_jitter_rec', 84, 'top_rec', $top, shown_top(...));
-expect_readers('sccp_top_pkt_lost_rec', 85, 'top_rec', $top, shown_top(...));
-expect_readers('sccp_top_latency_rec', 86, 'top_rec', $top, shown_top(...));
+expect_readers(table: 'sccp_phone_rec', procedure: 83, list: 'phone_rec', row: $phone, shown: shown_phone(...));
+expect_readers(
+    table: 'sccp_call_rec',
+    procedure: 82,
+    list: 'call_rec',
+    row: $call,
+    shown: fn(int $n) => shown_call($n, $n + 100),
+);
+expect_readers(table: 'sccp_top_jitter_rec', procedure: 84, list: 'top_rec', row: $top, shown: shown_top(...));
+expect_readers(table: 'sccp_top_pkt_lost_rec', procedure: 85, list: 'top_rec', row: $top, shown: shown_top(...));
+expect_readers(table: 'sccp_top_latency_rec', procedure: 86, list: 'top_rec', row: $top, shown: shown_top(...));
 
 // Integers are in the signed view.
 $ones = record(...with_all_ones(common(1)), ...with_all_ones(qual(1)));
