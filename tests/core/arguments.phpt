@@ -24,11 +24,17 @@ foreach ([
     [[$link, [], [0], 1.5, 'none'], [0, 1, '1.5', 0]],
     [[$link, 4294967296 + 7, -1, false, 4294967295], [7, -1, '', -1]],
     [[$link, PHP_INT_MAX, PHP_INT_MIN, true, 2 ** 40 + 3], [-1, 0, '1', 3]],
-    [[$link, NAN, INF, 'e', -INF], [0, 0, 'e', 0]],
+    [[$link, NAN, INF, 'e', -INF], [0, 0, 'e', 0], ['NAN', 'INF', '-INF']],
     [[$link, $link, 1, str_repeat('o', 255), 1], [$id, 1, str_repeat('o', 255), 1]],
-] as [$arguments, $expected]) {
+] as $case) {
+    [$arguments, $expected] = $case;
     $before = $arguments;
-    expect_result(fn () => rmon_etherstats_set(...$arguments), -5);
+    // What no integer can be is reported by engines since 8.5.
+    $reports = array_map(
+        fn (string $float) => "The float $float is not representable as an int, cast occurred",
+        PHP_VERSION_ID < 80500 ? [] : $case[2] ?? [],
+    );
+    expect_result(fn () => rmon_etherstats_set(...$arguments), -5, $reports);
     expect_same(var_export($before, true), var_export($arguments, true), "the caller's arguments");
     $sent[] = $set(...$expected);
 }
