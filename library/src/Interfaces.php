@@ -12,6 +12,11 @@ final class Interfaces
     /** @var array<int, string>|null names by ifIndex */
     private ?array $names = null;
 
+    /** @var array<int, true> numbers that were looked for in vain; 0 stands for none in many tables */
+    private array $missing = [0 => true];
+
+    private int $link = 0;
+
     public function __construct(private readonly Probe $probe)
     {
     }
@@ -19,19 +24,22 @@ final class Interfaces
     /** @return array<int, string> names by ifIndex */
     public function names(): array
     {
-        return $this->names ??= $this->read();
+        if ($this->names === null || $this->link !== $this->probe->link->made) {
+            $this->names = $this->read();
+        }
+        return $this->names;
     }
 
     /** The name of an interface; null when there is none of this number. */
     public function name(int $index): ?string
     {
-        $fresh = $this->names === null;
         $name = $this->names()[$index] ?? null;
-        if ($name === null && !$fresh && $index !== 0) {
+        if ($name === null && !isset($this->missing[$index])) {
             $this->names = $this->read();
             $name = $this->names[$index] ?? null;
-            // Asked once: a number without an interface stays without one.
-            $this->names[$index] = $name ?? (string) $index;
+            if ($name === null) {
+                $this->missing[$index] = true;
+            }
         }
         return $name;
     }
@@ -58,6 +66,7 @@ final class Interfaces
         foreach ($this->probe->table('ifTable') as $row) {
             $names[$row['ifIndex']] = $row['ifDescr'];
         }
+        $this->link = $this->probe->link->made;
         return $names;
     }
 }

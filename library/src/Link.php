@@ -23,6 +23,9 @@ final class Link
     /** @var list<string> reports that came with a result, the latest last: a link made anew, a row without an owner */
     public array $notices = [];
 
+    /** How often the link was made: whoever keeps what an agent said asks again when it is another one. */
+    public int $made = 0;
+
     /** @var resource|null */
     private mixed $resource = null;
 
@@ -166,6 +169,7 @@ final class Link
             throw new ConnectionFailed($text, $this->host, $this->port, $connect);
         }
         array_walk($reports, $this->note(...));
+        $this->made++;
         return $this->resource = $resource;
     }
 

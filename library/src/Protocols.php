@@ -17,14 +17,15 @@ final class Protocols
 
     private const ETHERNET = 'ether2';
 
-    /** @var array<int, string>|null */
-    private ?array $paths = null;
+    /** @var array<int, string> */
+    private array $paths = [];
 
     /** @var array<int, array<string, mixed>> */
     private array $rows = [];
 
     private int $lastChange = -1;
-    private float $asked = 0.0;
+    private int $link = 0;
+    private float $asked = -INF;
 
     public function __construct(private readonly Probe $probe)
     {
@@ -33,14 +34,8 @@ final class Protocols
     /** @return array<int, string> paths by protocolDirLocalIndex */
     public function paths(): array
     {
-        $now = hrtime(true) / 1e9;
-        if ($this->paths === null || $now - $this->asked >= self::FRESH) {
-            $this->asked = $now;
-            $lastChange = $this->probe->table('protocolDirLastChange')->get()['protocolDirLastChange'];
-            if ($this->paths === null || $lastChange !== $this->lastChange) {
-                $this->lastChange = $lastChange;
-                $this->read();
-            }
+        if (hrtime(true) / 1e9 - $this->asked >= self::FRESH || $this->link !== $this->probe->link->made) {
+            $this->keepUp();
         }
         return $this->paths;
     }
@@ -58,8 +53,12 @@ final class Protocols
      */
     public function index(string $path): int
     {
-        $index = array_search(strtolower($path), array_map(strtolower(...), $this->paths()), true);
-        return $index === false ? throw UnknownName::among('protocol', $path, $this->paths) : $index;
+        $index = $this->search($path);
+        if ($index === null) {
+            $this->keepUp();
+            $index = $this->search($path);
+        }
+        return $index ?? throw UnknownName::among('protocol', $path, $this->paths);
     }
 
     /**
@@ -87,6 +86,25 @@ final class Protocols
             }
         }
         return null;
+    }
+
+    private function search(string $path): ?int
+    {
+        $index = array_search(strtolower($path), array_map(strtolower(...), $this->paths()), true);
+        return $index === false ? null : $index;
+    }
+
+    /** Reads the directory, unless it is known and the agent says that nothing changed. */
+    private function keepUp(): void
+    {
+        $lastChange = $this->probe->table('protocolDirLastChange')->get()['protocolDirLastChange'];
+        // Another agent, or the same one begun anew, has other numbers and may have the same time.
+        if ($lastChange !== $this->lastChange || $this->link !== $this->probe->link->made) {
+            $this->link = $this->probe->link->made;
+            $this->lastChange = $lastChange;
+            $this->read();
+        }
+        $this->asked = hrtime(true) / 1e9;
     }
 
     private function read(): void

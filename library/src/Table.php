@@ -335,9 +335,9 @@ final class Table implements IteratorAggregate
             // A list compares as its elements do, one after another.
             $column = array_map(null, ...$columns);
         }
-        $before = $column[0];
+        $before = -INF; // which every number and every list is behind
         foreach ($column as $place => $value) {
-            if ($value <= $before && $place > 0) {
+            if ($value <= $before) {
                 return $place;
             }
             $before = $value;

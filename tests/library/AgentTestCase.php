@@ -24,9 +24,7 @@ abstract class AgentTestCase extends TestCase
         foreach ($this->probes as $probe) {
             $probe->close();
         }
-        foreach ($this->bundled as $agent) {
-            proc_terminate($agent->process, 9);
-        }
+        array_map($this->kill(...), $this->bundled);
         $this->bundled = [];
         $this->probes = [];
     }
@@ -44,6 +42,15 @@ abstract class AgentTestCase extends TestCase
     protected function playing(array $frames, string ...$options): BundledAgent
     {
         return $this->bundled[] = \reading_agent([\capture_file($frames)], ...$options);
+    }
+
+    /** Ends an agent at once; its port is free when this returns. */
+    protected function kill(BundledAgent $agent): void
+    {
+        if (is_resource($agent->process)) {
+            proc_terminate($agent->process, 9);
+            proc_close($agent->process);
+        }
     }
 
     /** Has the capture file read, and returns when all of it is counted. */

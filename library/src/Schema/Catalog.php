@@ -24,19 +24,16 @@ final class Catalog
         Tables\Administration::class,
     ];
 
-    /** @var array<string, TableSchema>|null */
-    private static ?array $tables = null;
+    /** @var array<string, TableSchema> by name; those of the first sources */
+    private static array $tables = [];
+
+    /** How many sources were asked. */
+    private static int $loaded = 0;
 
     /** @return array<string, TableSchema> by name, in the order of the groups */
     public static function all(): array
     {
-        if (self::$tables === null) {
-            $tables = [];
-            foreach (self::SOURCES as $source) {
-                array_push($tables, ...$source::tables());
-            }
-            self::$tables = array_column($tables, null, 'name');
-        }
+        while (self::loadNext());
         return self::$tables;
     }
 
@@ -47,17 +44,30 @@ final class Catalog
      */
     public static function find(string $name): TableSchema
     {
-        $tables = self::all();
-        if (isset($tables[$name])) {
-            return $tables[$name];
-        }
+        do {
+            if (isset(self::$tables[$name])) {
+                return self::$tables[$name];
+            }
+        } while (self::loadNext());
         $wanted = strtolower($name);
-        foreach ($tables as $known => $table) {
+        foreach (self::$tables as $known => $table) {
             $known = strtolower($known);
             if ($wanted === $known || "{$wanted}table" === $known) {
                 return $table;
             }
         }
-        throw UnknownName::among('table', $name, array_keys($tables));
+        throw UnknownName::among('table', $name, array_keys(self::$tables));
+    }
+
+    /** Takes in the tables of one more source: most scripts need few of them. False when there is none left. */
+    private static function loadNext(): bool
+    {
+        $source = self::SOURCES[self::$loaded] ?? null;
+        if ($source === null) {
+            return false;
+        }
+        self::$loaded++;
+        self::$tables += array_column($source::tables(), null, 'name');
+        return true;
     }
 }
