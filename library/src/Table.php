@@ -259,7 +259,7 @@ final class Table implements IteratorAggregate
         }
         [$prefix, $filter] = $this->split();
         $cursor = $behind === null ? $this->start(array_values($prefix)) : $this->cursor($behind);
-        $last = null;
+        $last = $behind;
         while (($rows = $this->fetch($cursor, $page)) !== []) {
             $orderly = $last === null || $this->side($rows[0], $last) > 0 ? $this->orderly($rows) : 0;
             $last = end($rows);
@@ -285,11 +285,7 @@ final class Table implements IteratorAggregate
                     }
                 }
             }
-            $next = $this->cursor($last);
-            if ($next === $cursor) {
-                throw $this->broken($last);
-            }
-            $cursor = $next;
+            $cursor = $this->cursor($last);
         }
     }
 

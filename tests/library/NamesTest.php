@@ -55,6 +55,38 @@ final class NamesTest extends AgentTestCase
         $this->thrown(fn() => $probe->protocols()->index('ip.udp.backup'));
     }
 
+    /**
+     * What is called to learn a directory of one protocol, which changed last at the agent's start.
+     *
+     * @return list<\Step>
+     */
+    private static function directoryOf(string $name): array
+    {
+        $row = \record(
+            status: \i32(0),
+            protocolDirID: \byte_list("\0\0\0\1"),
+            protocolDirParameters: \byte_list("\0"),
+            protocolDirLocalIndex: \i32(4),
+            protocolDirDescr: \text($name),
+            configs: str_repeat(\i32(1), 4),
+            protocolDirOwner: \text(''),
+            marks: str_repeat(\i32(1), 5),
+        );
+        return [\reply(\u32(0)), \reply(\rows($row)), \reply(\rows())];
+    }
+
+    public function testTheSameTimeOfAnotherAgentIsAnotherDirectory(): void
+    {
+        $agent = $this->scripted(...self::directoryOf('one'));
+        $probe = $this->probe($agent);
+        self::assertSame('one', $probe->protocols()->path(4));
+        self::assertSame('one', $probe->protocols()->path(4), 'asked once');
+        $agent->restart(\reply(\i32(0) . str_repeat("\0", 200)), ...self::directoryOf('two'));
+        $probe->uptime();
+        self::assertSame('two', $probe->protocols()->path(4));
+        self::assertSame(0, $agent->steps_left());
+    }
+
     public function testInterfacesOfAnAgentThatBeganAnew(): void
     {
         $frame = \ethernet(\mac(1), \mac(2), 0x0800, \ip4('10.0.0.1', '10.0.0.2', 17, \udp(1000, 53)));

@@ -161,6 +161,24 @@ final class WalkTest extends AgentTestCase
         self::assertStringStartsWith(\i32(1) . $address, $agent->calls(1)[0]->arguments);
     }
 
+    public function testAPageBehindARowDoesNotBeginWithIt(): void
+    {
+        $agent = $this->scripted(\always(self::hosts(5)));
+        $behind = ['hostIndex' => 1, 'hostAddress' => [2, 0, 0, 0, 0, 5]];
+        $broken = $this->thrown(fn() => $this->probe($agent)->table('hostTable')->page(10, $behind));
+        self::assertInstanceOf(TableBroken::class, $broken);
+    }
+
+    public function testConversationsWithOneEndBeginRightBeforeIt(): void
+    {
+        $agent = $this->scripted(\reply(\u32(0)));
+        $table = $this->probe($agent)->table('nlMatrixDSTable', control: 1, protocolDirLocalIndex: 3);
+        self::assertSame([], self::listOf($table->where(nlMatrixDSDestAddress: '10.0.1.0')));
+        // The other end as large as it can be, so that no row of the destination before this one is met.
+        $arguments = $agent->calls(1)[0]->arguments;
+        self::assertStringContainsString(\byte_list("\xff\xff\xff\xff") . \byte_list("\x0a\0\0\xff"), $arguments);
+    }
+
     public function testTimeMarksStayAsTheyAre(): void
     {
         $agent = $this->scripted(\always(\reply(\u32(0))));
