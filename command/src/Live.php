@@ -126,6 +126,6 @@ final class Live
 
     private static function stty(string $arguments): string
     {
-        return trim((string) shell_exec('stty ' . escapeshellcmd($arguments) . ' 2>/dev/null </dev/tty'));
+        return trim((string) shell_exec('stty ' . escapeshellcmd($arguments) . ' 2>/dev/null'));
     }
 }
