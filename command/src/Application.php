@@ -122,7 +122,8 @@ final class Application extends ConsoleApplication
     public function complete(CompletionInput $input, CompletionSuggestions $suggestions): void
     {
         parent::complete($input, $suggestions);
-        if ($input->getCompletionType() === CompletionInput::TYPE_ARGUMENT_VALUE
+        if (
+            $input->getCompletionType() === CompletionInput::TYPE_ARGUMENT_VALUE
             && $input->getCompletionName() === 'command'
         ) {
             $suggestions->suggestValues(array_keys(Catalog::all()));

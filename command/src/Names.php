@@ -46,7 +46,8 @@ final class Names
     public static function heading(TableSchema $schema, string $column): string
     {
         foreach (self::prefixes($schema) as $prefix) {
-            if (str_starts_with($column, $prefix) && strlen($column) > strlen($prefix)
+            if (
+                str_starts_with($column, $prefix) && strlen($column) > strlen($prefix)
                 && ctype_upper($column[strlen($prefix)])
             ) {
                 return substr($column, strlen($prefix));

@@ -129,8 +129,10 @@ final class FilterRows
         }
         $type = self::ETHERNET_TYPES[$term->network];
         $rows = [];
-        foreach ([self::UNTAGGED => Term::octets(null, 'link', 12, $type),
-            self::TAGGED => Term::octets(null, 'link', 12, [0x81, 0x00])->and(Term::octets(null, 'link', 16, $type))] as $start => $head) {
+        foreach (
+            [self::UNTAGGED => Term::octets(null, 'link', 12, $type),
+            self::TAGGED => Term::octets(null, 'link', 12, [0x81, 0x00])->and(Term::octets(null, 'link', 16, $type))] as $start => $head
+        ) {
             $whole = (new Term(null, ['link' => self::moved($term->bits, ['link' => 0, 'net' => $start])]))->and($head);
             if ($whole !== null) {
                 $rows[] = $this->row(null, $whole->bits['link'], self::moved($term->except, ['link' => 0, 'net' => $start]));

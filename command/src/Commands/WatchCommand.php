@@ -126,7 +126,8 @@ final class WatchCommand extends ProbeCommand
                     default => static fn(float $rate) => Format::scaled($rate, '/s'),
                 };
                 $rates[] = Field::number($field->name, $text, Names::heading($schema, $field->name));
-            } elseif (isset($schema->keys[$field->name]) || Listing::interfaceColumn($schema) === $field->name
+            } elseif (
+                isset($schema->keys[$field->name]) || Listing::interfaceColumn($schema) === $field->name
                 || str_ends_with($field->name, 'Descr')
             ) {
                 $first[] = $field;

@@ -87,7 +87,8 @@ final class Screen
     public function write(string $octets): void
     {
         $this->waiting .= $octets;
-        if ($this->isTerminal || strlen($this->waiting) >= self::PIECE
+        if (
+            $this->isTerminal || strlen($this->waiting) >= self::PIECE
             || hrtime(true) / 1e9 - $this->written >= self::PATIENCE
         ) {
             $this->flush();
