@@ -66,6 +66,27 @@ if test "$PHP_RMON" != "no"; then
   dnl A header that went away must not stop the next build.
   RMON_CXXFLAGS="$RMON_CXXFLAGS -MP"
 
+  dnl Hardening, as Debian builds its own packages, as far as the compiler has it for this processor. The fortified
+  dnl calls work in optimized code only, and the sanitizers look at the same ones.
+  AC_LANG_PUSH([C++])
+  for rmon_flag in -fstack-protector-strong -fstack-clash-protection -fcf-protection -mbranch-protection=standard; do
+    AC_MSG_CHECKING([whether $CXX has $rmon_flag])
+    rmon_save_cxxflags=$CXXFLAGS
+    CXXFLAGS="$CXXFLAGS -Werror $rmon_flag"
+    AC_COMPILE_IFELSE([AC_LANG_SOURCE([[int main() { return 0; }]])],
+      [AC_MSG_RESULT([yes]); RMON_CXXFLAGS="$RMON_CXXFLAGS $rmon_flag"],
+      [AC_MSG_RESULT([no])])
+    CXXFLAGS=$rmon_save_cxxflags
+  done
+  AC_LANG_POP([C++])
+  RMON_CXXFLAGS="$RMON_CXXFLAGS -Wformat -Werror=format-security"
+  AS_IF([test "$PHP_RMON_SANITIZERS" = "no"],
+    [AS_CASE([" $CXXFLAGS "],
+      [*_FORTIFY_SOURCE*], [],
+      [*" -O1 "*|*" -O2 "*|*" -O3 "*|*" -Os "*],
+      [RMON_CXXFLAGS="$RMON_CXXFLAGS -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2"])])
+  RMON_SHARED_LIBADD="$RMON_SHARED_LIBADD -Wl,-z,relro -Wl,-z,now"
+
   if test "$PHP_RMON_DEVELOPER" != "no"; then
     RMON_CXXFLAGS="$RMON_CXXFLAGS -Wall -Wextra -Werror -Wshadow -Wconversion -Wformat=2"
     RMON_CXXFLAGS="$RMON_CXXFLAGS -Wundef -Wmissing-declarations -Wnon-virtual-dtor -Wvla"
