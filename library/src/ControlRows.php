@@ -31,6 +31,9 @@ final class ControlRows
     /** The longest lease, in seconds. What claims more was left over by an agent's earlier life. */
     public const LONGEST_LEASE = 86400;
 
+    /** Where any set begins the row's work anew: these rows have the longest lease from the start, and no other. */
+    private const NOT_RENEWED = ['hostTopNControlTable', 'artControlTable'];
+
     /** How owners begin, which tells rows with a lease from all others. */
     private const MARK = 'rmon:';
 
@@ -258,10 +261,10 @@ final class ControlRows
     /** Makes the lease of all rows begin anew. */
     public function renew(): void
     {
-        $owner = $this->owner();
         foreach ($this->made() as $row) {
             $table = $this->probe->table($row->table);
-            if ($this->isOwn($table, $row->index)) {
+            if (!in_array($row->table, self::NOT_RENEWED, true) && $this->isOwn($table, $row->index)) {
+                $owner = $this->owner($row->table);
                 $table->set(...[$this->key($table->schema) => $row->index, $table->schema->owner => $owner]);
             }
         }
@@ -351,7 +354,7 @@ final class ControlRows
             if ($lease === null && $others) {
                 return new ControlRow($schema->name, $row[$key], false);
             }
-            if ($lease !== null && $lease[0] === $this->name) {
+            if ($this->isMine($row[$schema->owner])) {
                 $found = new ControlRow($schema->name, $row[$key], true);
                 return $this->made[$schema->name][$row[$key]] = $found;
             }
@@ -377,11 +380,16 @@ final class ControlRows
                 throw new BadArgument("$schema->name has no free index.");
             }
             try {
-                $table->set(...[$key => $index, $schema->owner => $this->owner()] + $wanted);
+                $table->create(...[$key => $index, $schema->owner => $this->owner($schema->name)] + $wanted);
                 return $this->made[$schema->name][$index] = new ControlRow($schema->name, $index, true);
             } catch (AgentRefused $refused) {
+                if ($refused->error() === ErrorStatus::genErr && $this->sweep() > 0) {
+                    // The table was full of what others left behind.
+                    $index--;
+                    continue;
+                }
                 $row = $table->get(...[$key => $index]);
-                if ($try === self::TRIES || $row === null || $this->leaseOf($row[$schema->owner])[0] === $this->name) {
+                if ($try === self::TRIES || $row === null || $this->isMine($row[$schema->owner])) {
                     throw $refused;
                 }
                 // Somebody else took this index meanwhile.
@@ -439,9 +447,10 @@ final class ControlRows
         return $index;
     }
 
-    private function owner(): string
+    private function owner(string $table): string
     {
-        return "$this->name until " . (intdiv($this->probe->uptime(), 100) + $this->lease);
+        $lease = in_array($table, self::NOT_RENEWED, true) ? self::LONGEST_LEASE : $this->lease;
+        return "$this->name until " . (intdiv($this->probe->uptime(), 100) + $lease);
     }
 
     /** @return array{string, int}|null the name and the end of a lease; null for an owner that has none */
@@ -450,6 +459,11 @@ final class ControlRows
         return str_starts_with($owner, self::MARK) && preg_match('/^(\S+) until (\d{1,9})$/D', $owner, $parts)
             ? [$parts[1], (int) $parts[2]]
             : null;
+    }
+
+    private function isMine(string $owner): bool
+    {
+        return ($this->leaseOf($owner)[0] ?? null) === $this->name;
     }
 
     private function isOver(string $owner, int $now): bool
@@ -461,7 +475,7 @@ final class ControlRows
     private function isOwn(Table $table, int $index): bool
     {
         $row = $table->get(...[$this->key($table->schema) => $index]);
-        return $row !== null && ($this->leaseOf($row[$table->schema->owner])[0] ?? null) === $this->name;
+        return $row !== null && $this->isMine($row[$table->schema->owner]);
     }
 
     private function key(TableSchema $schema): string

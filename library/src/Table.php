@@ -67,6 +67,11 @@ final class Table implements IteratorAggregate
      */
     public function page(int $most, ?array $behind = null): array
     {
+        foreach ($behind === null ? [] : $this->schema->keys as $name => $key) {
+            if (!isset($behind[$name]) && !$key->mark) {
+                throw new BadArgument("{$this->schema->name} needs $name to go on behind a row.");
+            }
+        }
         $page = [];
         if ($most > 0) {
             foreach ($this->rows($behind, $most) as $row) {
@@ -132,19 +137,30 @@ final class Table implements IteratorAggregate
             return;
         }
         $status = $this->schema->status;
-        $all = $given + ($row ?? []) + $this->schema->defaults;
-        if ($this->schema->owner !== null && $row === null) {
-            $all += [$this->schema->owner => ''];
-        }
-        if ($status === null) {
-            $this->write($writer->set, $all);
-        } elseif (isset($given[$status])) {
+        $all = $given + ($row ?? $this->fresh());
+        if ($status === null || isset($given[$status])) {
             $this->write($writer->set, $all);
         } elseif ($row === null) {
-            $this->create($writer->set, $all, $status);
+            $this->make($writer->set, $all, $status);
         } else {
             $this->write($writer->set, [$status => $row[$status] ?? RowStatus::valid->value] + $all);
         }
+    }
+
+    /**
+     * Makes a row of a control table and sets it to work. Never touches a row that is there already.
+     *
+     * @param mixed ...$values by the names of columns, keys included; see set()
+     * @throws RmonException AgentRefused, also when there is such a row
+     */
+    public function create(mixed ...$values): void
+    {
+        $status = $this->schema->status;
+        $setter = $this->schema->writer?->set;
+        if ($status === null || $setter === null) {
+            throw new BadArgument("Rows of {$this->schema->name} are not made by a status.");
+        }
+        $this->make($setter, $this->columns($values) + $this->where + $this->fresh(), $status);
     }
 
     /**
@@ -593,8 +609,14 @@ final class Table implements IteratorAggregate
         return count(array_intersect_key($named, $keys)) === count($named) ? $this->lookUp($keys) : null;
     }
 
+    /** @return array<string, mixed> what a new row has where nothing is said */
+    private function fresh(): array
+    {
+        return $this->schema->defaults + ($this->schema->owner === null ? [] : [$this->schema->owner => '']);
+    }
+
     /** @param array<string, mixed> $values */
-    private function create(Setter $setter, array $values, string $status): void
+    private function make(Setter $setter, array $values, string $status): void
     {
         $this->write($setter, [$status => RowStatus::createRequest->value] + $values);
         try {

@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Rmon\Tests;
 
 use Rmon\ControlRows;
+use Rmon\ErrorStatus;
 use Rmon\Exception\AgentRefused;
 use Rmon\Exception\BadArgument;
 use Rmon\Exception\RmonException;
@@ -164,25 +165,74 @@ final class ControlRowsTest extends AgentTestCase
         self::assertSame([1, 3, 5, 6], array_keys($this->owners()));
     }
 
-    public function testAnIndexThatSomebodyElseTookMeanwhile(): void
+    public function testATableThatIsFullOfWhatOthersLeftBehind(): void
     {
-        $other = $this->probe($this->agent);
+        $table = $this->probe->table('hlHostControlTable');
+        // The agent has a hundred rows of tables that are learned, and no more.
+        for ($index = 1; $index <= 100; $index++) {
+            $table->set(
+                hlHostControlIndex: $index,
+                hlHostControlOwner: $index > 98 ? 'rmon:page until 999999' : 'monitor',
+                hlHostControlStatus: RowStatus::createRequest,
+                hlHostControlDataSource: 1,
+            );
+        }
         $rows = new ControlRows($this->probe, 'noc');
-        // Between the look at what is free and the set, another page makes row 1: as long as rows are looked at, there
-        // is none, and the agent is the one to say so.
-        $make = new \ReflectionMethod($rows, 'make');
-        $make->setAccessible(true);
-        $schema = $this->probe->table('hlHostControlTable')->schema;
-        $taken = $other->table('hlHostControlTable');
-        $taken->set(
-            hlHostControlIndex: 1,
+        self::assertTrue($rows->hosts(1)->made);
+        self::assertCount(99, $this->owners());
+        $table->set(
+            hlHostControlIndex: 100,
             hlHostControlDataSource: 1,
-            hlHostControlOwner: 'other',
+            hlHostControlOwner: 'monitor',
             hlHostControlStatus: RowStatus::createRequest,
         );
-        $row = $make->invoke($rows, $schema, ['hlHostControlDataSource' => 1]);
-        self::assertSame(2, $row->index);
-        self::assertSame('other', $taken->get(hlHostControlIndex: 1)['hlHostControlOwner']);
+        $full = $this->thrown(fn() => (new ControlRows($this->probe, 'other'))->hosts(1));
+        self::assertSame(ErrorStatus::genErr, $full->error());
+    }
+
+    public function testAnIndexThatSomebodyElseTookMeanwhile(): void
+    {
+        $system = \reply(\text('') . \u32(100) . str_repeat(\text(''), 4) . \i32(72));
+        $row = static fn(int $status, string $owner) => \reply(\record(
+            status: \i32($status),
+            hostControlIndex: \i32(1),
+            hostControlDataSource: \u32(1),
+            hostControlTableSize: \i32(0),
+            hostControlLastDeleteTime: \u32(0),
+            hostControlOwner: \text($owner),
+            hostControlStatus: \i32(3),
+        ));
+        $agent = $this->scripted(
+            $row(2, ''),               // no row that could be used,
+            $row(2, ''),               // and none that takes an index,
+            $system,
+            \reply(\i32(3)),           // but row 1 can't be made:
+            $row(0, 'somebody else'),  // somebody was faster.
+            $system,
+            \reply(\i32(0)),           // So it is row 2, which is made
+            \reply(\i32(0)),           // and set to work.
+        );
+        $made = (new ControlRows($this->probe($agent), 'noc', again: true))->macHosts(1);
+        self::assertSame([2, true], [$made->index, $made->made]);
+        $sets = [];
+        foreach ($agent->calls(8) as $call) {
+            if ($call->procedure === 10) {
+                // The index, and the last: the status.
+                $sets[] = [unpack('N*', $call->arguments)[2], unpack('N', substr($call->arguments, -4))[1]];
+            }
+        }
+        self::assertSame([[1, 2], [2, 2], [2, 1]], $sets, 'the row of somebody else is never touched');
+    }
+
+    public function testMakingARowThatIsThereChangesNothing(): void
+    {
+        $table = $this->probe->table('hlHostControlTable', hlHostControlIndex: 4);
+        $table->create(hlHostControlDataSource: 1, hlHostControlOwner: 'first');
+        $refused = $this->thrown(fn() => $table->create(hlHostControlDataSource: 1, hlHostControlOwner: 'second'));
+        self::assertInstanceOf(AgentRefused::class, $refused);
+        self::assertSame([4 => 'first'], $this->owners());
+        $bad = $this->thrown(fn() => $this->probe->table('communityTable')->create(communityString: 'x', privs: 1));
+        self::assertInstanceOf(BadArgument::class, $bad);
     }
 
     public function testARowThatIsGoneOrSomebodyElsesIsLeftAlone(): void
@@ -242,6 +292,19 @@ final class ControlRowsTest extends AgentTestCase
                 ['historyControlInterval' => 0, 'historyControlBucketsRequested' => 0],
             )),
         );
+        $used['macTopHosts'] = $rows->macTopHosts(1, 'hostTopNOutOctets', 3600);
+        $used['capture'] = $rows->capture(1, [['filterPktData' => [2], 'filterPktDataMask' => [255],
+            'filterPktDataNotMask' => [0]]]);
+        $keys = fn(string $family) => [array_key_first($this->probe->table($used[$family]->table)->schema->keys)
+            => $used[$family]->index];
+        $report = fn(string $family) => $this->probe->table($used[$family]->table)->get(...$keys($family));
+        $before = $report('macTopHosts');
+        $rows->renew();
+        self::assertSame($before['hostTopNStartTime'], $report('macTopHosts')['hostTopNStartTime'], 'it goes on');
+        foreach (array_keys($used) as $family) {
+            $status = $this->probe->table($used[$family]->table)->schema->status;
+            self::assertSame(RowStatus::valid->value, $report($family)[$status], "$family works on");
+        }
         $this->read($this->agent);
         foreach (array_filter($families + $groups) as $family => $table) {
             $part = $this->probe->table($table);

@@ -119,7 +119,6 @@ final class LinkTest extends AgentTestCase
     public function testEveryPortHasATextOfItsOwn(): void
     {
         $spelled = new \ReflectionMethod(\Rmon\Link::class, 'spelled');
-        $spelled->setAccessible(true);
         $texts = [];
         for ($port = 1; $port <= 65535; $port++) {
             $texts[$spelled->invoke(null, '10.0.4.255', $port)] = true;
@@ -311,7 +310,6 @@ final class LinkTest extends AgentTestCase
         $agent = $this->scripted(self::system());
         $probe = $this->probe($agent);
         $consider = new \ReflectionMethod($probe->link, 'consider');
-        $consider->setAccessible(true);
         $consider->invoke($probe->link, 'rmon_pdist_ctl_get', [[E_USER_NOTICE, 'owner ptr is NULL!']], true);
         self::assertSame(['owner ptr is NULL!'], $probe->link->notices);
         self::assertSame(100, $probe->uptime());

@@ -169,6 +169,14 @@ final class WalkTest extends AgentTestCase
         self::assertInstanceOf(TableBroken::class, $broken);
     }
 
+    public function testBehindARowTakesAllOfItsKeys(): void
+    {
+        $table = $this->probe($this->scripted())->table('hostTable');
+        $bad = $this->thrown(fn() => $table->page(10, ['hostIndex' => 1]));
+        self::assertInstanceOf(BadArgument::class, $bad);
+        self::assertSame('hostTable needs hostAddress to go on behind a row.', $bad->text);
+    }
+
     public function testConversationsWithOneEndBeginRightBeforeIt(): void
     {
         $agent = $this->scripted(\reply(\u32(0)));
