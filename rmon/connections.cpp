@@ -4,8 +4,8 @@
 #include "rmon/rpc/rmonrpc_transport.h"
 
 #include <arpa/inet.h>
-#include <fcntl.h>
 #include <netdb.h>
+#include <pthread.h>
 
 #include <algorithm>
 
@@ -44,13 +44,35 @@ zend_resource *find_resource(zend_long id)
         zend_hash_index_find_ptr(&EG(regular_list), static_cast<zend_ulong>(id)));
 }
 
+/* ---- a link is of one process ------------------------------------------------ */
+
+/**
+ * What a forked process does first. It has none of its parent's links: it leaves
+ * their sockets to the parent, and counts what it opens itself.
+ */
+void begin_process()
+{
+    leave_links_to_parent();
+    RMON_G(num_links) = 0;
+    RMON_G(num_persistent) = 0;
+}
+
 /* ---- the engine ends a link ------------------------------------------------ */
+
+/** Ends a handle, and takes it off the counts in which it is. */
+void close_client(CLIENT *client, bool persistent)
+{
+    if (of_this_process(client)) {
+        RMON_G(num_links)--;
+        RMON_G(num_persistent) -= persistent;
+    }
+    clnt_destroy(client);
+}
 
 void _close_rmon_conn(zend_resource *resource)
 {
-    clnt_destroy(link_of(resource)->client);
+    close_client(link_of(resource)->client, false);
     efree(resource->ptr);
-    RMON_G(num_links)--;
 }
 
 /** A request's resource over a persistent handle; the handle outlives it. */
@@ -62,9 +84,7 @@ void forget_rmon_pconn(zend_resource *resource)
 /** The entry of the engine's persistent list, which points to the handle itself. */
 void _close_rmon_pconn(zend_resource *resource)
 {
-    clnt_destroy(static_cast<CLIENT *>(resource->ptr));
-    RMON_G(num_persistent)--;
-    RMON_G(num_links)--;
+    close_client(static_cast<CLIENT *>(resource->ptr), true);
 }
 
 /* ---- making links ------------------------------------------------------------ */
@@ -88,6 +108,17 @@ bool resolve(const char *host, in_addr &address)
     return true;
 }
 
+/** Why the last connect failed that did: "10.1.200.7:9911: RPC: ...". The warning has no room for it. */
+char failed_connect[512];
+
+void keep_failure(const sockaddr_in &address)
+{
+    char host[INET_ADDRSTRLEN], target[INET_ADDRSTRLEN + sizeof ":65535"];
+    inet_ntop(AF_INET, &address.sin_addr, host, sizeof host);
+    snprintf(target, sizeof target, "%s:%d", host, ntohs(address.sin_port));
+    snprintf(failed_connect, sizeof failed_connect, "%s", clnt_spcreateerror(target));
+}
+
 /** A new resource over client: one reference for the script, one for the module. */
 zend_resource *new_link(CLIENT *client, int type)
 {
@@ -99,11 +130,14 @@ zend_resource *new_link(CLIENT *client, int type)
     return resource;
 }
 
-/** The request's link to the host of this key, with one more reference; null when there is none. */
+/**
+ * The request's link to the host of this key, with one more reference; null when there is none, or one that
+ * the process in which the request began connected.
+ */
 zend_resource *link_in_use(const zend_resource *index)
 {
     zend_resource *resource = find_resource(reinterpret_cast<zend_long>(index->ptr));
-    if (!is_link(resource))
+    if (!is_link(resource) || !of_this_process(link_of(resource)->client))
         return nullptr;
     link_of(resource)->references++;
     GC_ADDREF(resource);
@@ -151,13 +185,11 @@ bool is_alive(CLIENT *client)
 }
 
 /**
- * Ends a persistent link whose agent is gone. Resources of the running request
- * that name its handle are closed with it, so that none is left dangling. The
- * report comes last: it may run user code.
+ * Ends a persistent link. Resources of the running request that name its handle
+ * are closed with it, so that none is left dangling.
  */
-void drop_dead_link(CLIENT *client, zend_string *key)
+void drop_persistent(CLIENT *client, zend_string *key)
 {
-    zend_string *reason = zend_strpprintf(0, "PHP/RMON link lost (%s)", clnt_sperror(client, ""));
     zval *entry;
     ZEND_HASH_FOREACH_VAL(&EG(regular_list), entry) {
         auto *resource = static_cast<zend_resource *>(Z_PTR_P(entry));
@@ -166,6 +198,13 @@ void drop_dead_link(CLIENT *client, zend_string *key)
     }
     ZEND_HASH_FOREACH_END();
     zend_hash_del(&EG(persistent_list), key);
+}
+
+/** Ends a persistent link whose agent is gone. The report comes last: it may run user code. */
+void drop_dead_link(CLIENT *client, zend_string *key)
+{
+    zend_string *reason = zend_strpprintf(0, "PHP/RMON link lost (%s)", clnt_sperror(client, ""));
+    drop_persistent(client, key);
     zend_error(E_WARNING, "%s", ZSTR_VAL(reason));
     zend_string_release(reason);
 }
@@ -178,9 +217,14 @@ CLIENT *persistent_client(const char *host, zend_string *key)
         if (entry->type != le_pconn)
             return nullptr;
         auto *client = static_cast<CLIENT *>(entry->ptr);
-        if (is_alive(client))
-            return client;
-        drop_dead_link(client, key);
+        if (!of_this_process(client)) {
+            // Nothing is lost: the parent process has it.
+            drop_persistent(client, key);
+        } else {
+            if (is_alive(client))
+                return client;
+            drop_dead_link(client, key);
+        }
     }
 
     if (RMON_G(max_links) != -1 && RMON_G(num_links) >= RMON_G(max_links)) {
@@ -258,14 +302,15 @@ CLIENT *clnt_rmon_create(const char *host)
     if (!resolve(host, address.sin_addr))
         return nullptr;
 
-    int socket = -1; // any
-    CLIENT *client = clnttcp_create(&address, RMONRPC_PROGRAM, RMONRPC_VERSION, &socket, 0, 0);
+    CLIENT *client = connect_client(address, RMONRPC_PROGRAM, RMONRPC_VERSION, TIMEOUT);
     if (!client)
-        return nullptr;
-    // Commands that the web server or the module starts are not to inherit the link.
-    if (clnt_control(client, CLGET_FD, reinterpret_cast<char *>(&socket)))
-        fcntl(socket, F_SETFD, FD_CLOEXEC);
-    return client_over(client, RMONRPC_PROGRAM, RMONRPC_VERSION);
+        keep_failure(address);
+    return client;
+}
+
+const char *last_failed_connect()
+{
+    return failed_connect;
 }
 
 CLIENT *client_of(link_id link)
@@ -282,6 +327,7 @@ void register_link_types(int module_number)
     le_conn = zend_register_list_destructors_ex(_close_rmon_conn, nullptr, link_type_name, module_number);
     le_pconn = zend_register_list_destructors_ex(
         forget_rmon_pconn, _close_rmon_pconn, link_type_name, module_number);
+    pthread_atfork(nullptr, nullptr, begin_process);
 }
 
 PHP_FUNCTION(rmon_connect)

@@ -22,8 +22,15 @@ struct link_id {
  */
 CLIENT *client_of(link_id link);
 
-/** Registers the resource types of normal and persistent links. For module start-up. */
+/** Registers the resource types of normal and persistent links, and what a fork does to links. For module
+ * start-up. */
 void register_link_types(int module_number);
 
-/** Opens a TCP connection to the agent on host (a name or a dotted address); null after a failure. */
+/**
+ * Opens a TCP connection to the agent on host (a name or a dotted address), in
+ * the time of a call at most; null after a failure.
+ */
 CLIENT *clnt_rmon_create(const char *host);
+
+/** Why the last TCP connection that failed did; empty when none has failed in this process. */
+const char *last_failed_connect();

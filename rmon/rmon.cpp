@@ -141,6 +141,8 @@ static PHP_MINFO_FUNCTION(rmon)
     DISPLAY_INI_ENTRIES();
     php_info_print_table_start();
     php_info_print_table_row(2, "Version", PHP_RMON_VERSION);
+    if (*last_failed_connect())
+        php_info_print_table_row(2, "Last Failed Connect", last_failed_connect());
     php_info_print_table_end();
 }
 

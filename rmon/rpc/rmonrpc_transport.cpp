@@ -6,28 +6,39 @@
 #include <cstring>
 #include <ctime>
 #include <limits>
+#include <utility>
 
-#include <arpa/inet.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <rpc/pmap_prot.h>
 #include <rpc/rpc_msg.h>
 #include <rpc/xdr.h>
 
 namespace {
 
-/** Bytes of a sent fragment, and of one read, at most. */
-constexpr u_int buffer_size = 65536;
+/**
+ * Bytes of a sent fragment with its mark, and of one read, at most. A link may
+ * keep all of a read and stays below 64 KB.
+ */
+constexpr uint32_t buffer_size = 60 * 1024;
+
+constexpr uint32_t mark_size = 4;
+constexpr uint32_t last_fragment = 0x80000000;
 
 /**
- * Bytes of a result at most. Decoded they take up to twenty times as much, and an array of them more: this is
- * far beyond what a script could use, and keeps an agent that goes on for ever from filling the machine's
- * memory.
+ * Bytes of a result at most, far beyond what a script could use: an agent that
+ * goes on for ever is not to fill the machine's memory.
  */
 constexpr int64_t longest_result = 256 << 20;
 
 constexpr int64_t no_limit = std::numeric_limits<int64_t>::max();
+
+/** Where the bytes of the call that is under way come and go. A process makes one call at a time. */
+constinit uint8_t outgoing_bytes[buffer_size]{};
+constinit uint8_t incoming_bytes[buffer_size]{};
 
 /**
  * The records that arrive (RFC 5531, 11). A call may give up anywhere, between
@@ -36,30 +47,31 @@ constexpr int64_t no_limit = std::numeric_limits<int64_t>::max();
  * the one before.
  */
 struct incoming {
-    uint32_t at, end;    // of the buffer, what has been read and not been taken
+    uint32_t at, end;    // of incoming_bytes, what has been read and not been taken
+    uint8_t *kept;       // that, between calls; null when there is nothing
     uint32_t mark;       // as far as it was taken
     uint32_t mark_bytes; // how far that is
     uint32_t left;       // bytes of the fragment that were not taken
     bool last;           // the fragment is the record's last
     bool begun;          // the record's first mark was taken
-    uint8_t buffer[buffer_size];
 };
 
 /** A handle and its state, of which the RPC library sees the handle. */
 struct link_client {
     CLIENT handle;
-    CLIENT *connection;
-    int socket;
+    link_client *next, *previous; // among all of this process
+    int socket;                   // -1 in a process that did not connect it
     uint32_t program;
     uint32_t version;
     uint32_t xid;     // of the last call
     int64_t deadline; // of the call that is under way, in milliseconds of the monotonic clock
     int64_t readable; // bytes that the call may still read
     rpc_err error;
-    XDR sending;   // the library's record stream
-    XDR receiving; // over `arrived`
+    uint32_t filled; // of outgoing_bytes, a fragment's mark included
     incoming arrived;
 };
+
+constinit link_client *all_links = nullptr;
 
 link_client *state_of(CLIENT *client)
 {
@@ -73,6 +85,11 @@ int64_t milliseconds()
     return int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
 }
 
+int64_t milliseconds(timeval time)
+{
+    return int64_t{time.tv_sec} * 1000 + (time.tv_usec + 999) / 1000;
+}
+
 /** Notes what the call fails with; false. */
 bool fail(link_client *link, clnt_stat status, int code)
 {
@@ -83,20 +100,23 @@ bool fail(link_client *link, clnt_stat status, int code)
 
 /* ---- the stream's ends ------------------------------------------------------- */
 
+/** Waits for what poll() waits for: 1 when it is there, 0 when the time is up, -1 on failure. */
+int wait_until(int64_t deadline, int socket, short events)
+{
+    for (;;) {
+        const int64_t left = deadline - milliseconds();
+        pollfd waiting{socket, events, 0};
+        const int ready = left > 0 ? poll(&waiting, 1, static_cast<int>(left)) : 0;
+        if (ready >= 0 || errno != EINTR)
+            return ready;
+    }
+}
+
 /** Waits until something can be read or written; the status is what a failure to wait means. */
 bool wait(link_client *link, short events, clnt_stat status)
 {
-    for (;;) {
-        const int64_t left = link->deadline - milliseconds();
-        pollfd socket{link->socket, events, 0};
-        const int ready = left > 0 ? poll(&socket, 1, static_cast<int>(left)) : 0;
-        if (ready > 0)
-            return true;
-        if (ready == 0)
-            return fail(link, RPC_TIMEDOUT, 0);
-        if (errno != EINTR)
-            return fail(link, status, errno);
-    }
+    const int ready = wait_until(link->deadline, link->socket, events);
+    return ready > 0 || (ready == 0 ? fail(link, RPC_TIMEDOUT, 0) : fail(link, status, errno));
 }
 
 /** Reads what there is into the buffer, all of which was taken. */
@@ -106,14 +126,13 @@ bool read_some(link_client *link)
         return fail(link, RPC_CANTDECODERES, 0);
     while (wait(link, POLLIN, RPC_CANTRECV)) {
         incoming *in = &link->arrived;
-        const ssize_t got = recv(link->socket, in->buffer, sizeof in->buffer, MSG_DONTWAIT);
+        const ssize_t got = recv(link->socket, incoming_bytes, sizeof incoming_bytes, MSG_DONTWAIT);
         if (got > 0) {
             in->at = 0;
             in->end = static_cast<uint32_t>(got);
             link->readable -= got;
             return true;
         }
-        // Another process may have read what there was: a fork of this one.
         if (got == -1 && errno == EAGAIN)
             continue;
         return fail(link, RPC_CANTRECV, got == 0 ? ECONNRESET : errno);
@@ -122,49 +141,85 @@ bool read_some(link_client *link)
 }
 
 /** Sends what the connection takes at once; -1 on failure. No signal: it would be the end of some hosts. */
-ssize_t send_some(link_client *link, const char *from, size_t size)
+ssize_t send_some(link_client *link, const uint8_t *from, size_t size)
 {
     const ssize_t sent = send(link->socket, from, size, MSG_NOSIGNAL | MSG_DONTWAIT);
     return sent == -1 && errno == EAGAIN ? 0 : sent;
 }
 
-int write_all(void *handle, void *from, int size)
+/** Sends the fragment that was put together, and begins the next one. */
+bool send_fragment(link_client *link, bool last)
 {
-    auto *link = static_cast<link_client *>(handle);
-    for (int sent = 0; sent < size;) {
-        const ssize_t put =
-            send_some(link, static_cast<char *>(from) + sent, static_cast<size_t>(size - sent));
+    const uint32_t mark = htonl((link->filled - mark_size) | (last ? last_fragment : 0));
+    std::memcpy(outgoing_bytes, &mark, sizeof mark);
+    for (uint32_t sent = 0; sent < link->filled;) {
+        const ssize_t put = send_some(link, outgoing_bytes + sent, link->filled - sent);
         if (put == -1)
             fail(link, RPC_CANTSEND, errno);
         if (put == -1 || (put == 0 && !wait(link, POLLOUT, RPC_CANTSEND))) {
             // The agent got a part of a call: nothing that follows would make sense to it.
             shutdown(link->socket, SHUT_RDWR);
-            return -1;
+            return false;
         }
-        sent += static_cast<int>(put);
+        sent += static_cast<uint32_t>(put);
     }
-    return size;
+    link->filled = mark_size;
+    return true;
 }
 
-/* ---- the records that arrive ------------------------------------------------------ */
-
-link_client *receiver(XDR *stream)
+link_client *link_of(XDR *stream)
 {
     return static_cast<link_client *>(static_cast<void *>(stream->x_private));
 }
 
+/* ---- the record that is sent -------------------------------------------------------- */
+
+bool_t put_bytes(XDR *stream, const char *from, u_int size)
+{
+    link_client *link = link_of(stream);
+    while (size > 0) {
+        if (link->filled == buffer_size && !send_fragment(link, false))
+            return FALSE;
+        const uint32_t piece = std::min(size, buffer_size - link->filled);
+        std::memcpy(outgoing_bytes + link->filled, from, piece);
+        link->filled += piece;
+        from += piece;
+        size -= piece;
+    }
+    return TRUE;
+}
+
+bool_t put_long(XDR *stream, const long *value)
+{
+    const uint32_t unit = htonl(static_cast<uint32_t>(*value));
+    return put_bytes(stream, reinterpret_cast<const char *>(&unit), sizeof unit);
+}
+
+/** Room for the bytes, when the fragment has it. */
+int32_t *put_inline(XDR *stream, u_int size)
+{
+    link_client *link = link_of(stream);
+    if (size > buffer_size - link->filled)
+        return nullptr;
+    void *place = outgoing_bytes + link->filled;
+    link->filled += size;
+    return static_cast<int32_t *>(place);
+}
+
+/* ---- the records that arrive ------------------------------------------------------ */
+
 bool next_fragment(link_client *link)
 {
     incoming *in = &link->arrived;
-    while (in->mark_bytes < 4) {
+    while (in->mark_bytes < mark_size) {
         if (in->at == in->end && !read_some(link))
             return false;
-        in->mark = in->mark << 8 | in->buffer[in->at++];
+        in->mark = in->mark << 8 | incoming_bytes[in->at++];
         in->mark_bytes++;
     }
     in->mark_bytes = 0;
-    in->left = in->mark & 0x7fffffff;
-    in->last = in->mark >> 31;
+    in->left = in->mark & ~last_fragment;
+    in->last = in->mark & last_fragment;
     in->begun = true;
     return true;
 }
@@ -183,7 +238,7 @@ bool take(link_client *link, char *to, uint32_t size)
             return false;
         const uint32_t piece = std::min({size, in->left, in->end - in->at});
         if (to) {
-            std::memcpy(to, in->buffer + in->at, piece);
+            std::memcpy(to, incoming_bytes + in->at, piece);
             to += piece;
         }
         in->at += piece;
@@ -207,7 +262,7 @@ bool end_record(link_client *link)
 bool_t get_long(XDR *stream, long *to)
 {
     uint32_t unit;
-    if (!take(receiver(stream), reinterpret_cast<char *>(&unit), sizeof unit))
+    if (!take(link_of(stream), reinterpret_cast<char *>(&unit), sizeof unit))
         return FALSE;
     *to = static_cast<int32_t>(ntohl(unit));
     return TRUE;
@@ -215,29 +270,19 @@ bool_t get_long(XDR *stream, long *to)
 
 bool_t get_bytes(XDR *stream, char *to, u_int size)
 {
-    return take(receiver(stream), to, size);
+    return take(link_of(stream), to, size);
 }
 
 /** The bytes in place, when one fragment and one read brought all of them. */
 int32_t *get_inline(XDR *stream, u_int size)
 {
-    incoming *in = &receiver(stream)->arrived;
+    incoming *in = &link_of(stream)->arrived;
     if (size > in->left || size > in->end - in->at)
         return nullptr;
-    void *place = in->buffer + in->at;
+    void *place = incoming_bytes + in->at;
     in->at += size;
     in->left -= size;
     return static_cast<int32_t *>(place);
-}
-
-bool_t put_long(XDR *, const long *)
-{
-    return FALSE;
-}
-
-bool_t put_bytes(XDR *, const char *, u_int)
-{
-    return FALSE;
 }
 
 u_int get_position(XDR *)
@@ -257,59 +302,121 @@ bool_t control_stream(XDR *, int, void *)
     return FALSE;
 }
 
+constexpr XDR::xdr_ops sending_operations{get_long,     put_long,   get_bytes,  put_bytes,     get_position,
+                                          set_position, put_inline, end_stream, control_stream};
 constexpr XDR::xdr_ops receiving_operations{get_long,     put_long,   get_bytes,  put_bytes,     get_position,
                                             set_position, get_inline, end_stream, control_stream};
 
-/** The sending stream is never read from. */
-int read_nothing(void *, void *, int)
+XDR stream_of(link_client *link, xdr_op direction)
 {
-    return -1;
+    XDR stream{};
+    stream.x_op = direction;
+    stream.x_ops = direction == XDR_ENCODE ? &sending_operations : &receiving_operations;
+    stream.x_private = link;
+    return stream;
 }
 
 /* ---- a call --------------------------------------------------------------------- */
 
 bool send_call(link_client *link, uint32_t procedure, xdrproc_t encode, void *argument)
 {
-    XDR *stream = &link->sending;
-    stream->x_op = XDR_ENCODE;
+    XDR stream = stream_of(link, XDR_ENCODE);
+    link->filled = mark_size;
     // Transaction id, call, RPC version 2, what is called, credentials and a verifier of no length.
     uint32_t header[10] = {link->xid, CALL, RPC_MSG_VERSION, link->program, link->version, procedure};
     for (uint32_t &unit : header)
         unit = htonl(unit);
     const bool encoded =
-        XDR_PUTBYTES(stream, reinterpret_cast<char *>(header), sizeof header) && encode(stream, argument);
+        XDR_PUTBYTES(&stream, reinterpret_cast<char *>(header), sizeof header) && encode(&stream, argument);
     if (!encoded) {
         if (link->error.re_status != RPC_SUCCESS)
             return false; // could not be sent
         link->error.re_status = RPC_CANTENCODEARGS;
     }
-    // What was encoded of a call that can't be goes out all the same: the stream can't take it back.
-    const bool sent = xdrrec_endofrecord(stream, TRUE);
-    if (encoded && !sent && link->error.re_status == RPC_SUCCESS)
-        link->error.re_status = RPC_CANTSEND;
-    return encoded && sent;
+    // What was encoded of a call that can't be goes out all the same, as the library's own client has it.
+    return send_fragment(link, true) && encoded;
+}
+
+/** Whether an answer to a call is of a kind that is none of the protocol's: nothing else will follow. */
+bool is_unknown_answer(const rpc_msg &message)
+{
+    if (message.rm_direction != REPLY)
+        return false;
+    switch (message.rm_reply.rp_stat) {
+    case MSG_ACCEPTED:
+        return false;
+    case MSG_DENIED:
+        return message.rjcted_rply.rj_stat != RPC_MISMATCH && message.rjcted_rply.rj_stat != AUTH_ERROR;
+    default:
+        return true;
+    }
 }
 
 /** Reads up to the result of the reply to this call; replies to others and what is none are skipped. */
 bool receive_header(link_client *link)
 {
-    XDR *stream = &link->receiving;
-    stream->x_op = XDR_DECODE;
+    XDR stream = stream_of(link, XDR_DECODE);
     while (end_record(link)) {
         char verifier[MAX_AUTH_BYTES];
         rpc_msg reply{};
         reply.acpted_rply.ar_verf.oa_base = verifier;
         reply.acpted_rply.ar_results.proc =
             reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_void));
-        if (!xdr_replymsg(stream, &reply)) {
-            if (link->error.re_status != RPC_SUCCESS)
-                return false;
-        } else if (reply.rm_xid == link->xid) {
+        const bool understood = xdr_replymsg(&stream, &reply);
+        if (link->error.re_status != RPC_SUCCESS)
+            return false;
+        if (reply.rm_xid == link->xid && (understood || is_unknown_answer(reply))) {
             _seterr_reply(&reply, &link->error);
             return link->error.re_status == RPC_SUCCESS;
         }
     }
     return false;
+}
+
+/** Takes up what the last call left in the buffer. */
+void take_up_rest(incoming *in)
+{
+    if (in->kept)
+        std::memcpy(incoming_bytes + in->at, in->kept, in->end - in->at);
+    std::free(std::exchange(in->kept, nullptr));
+}
+
+/** Leaves the buffer to others. */
+void keep_rest(link_client *link)
+{
+    incoming *in = &link->arrived;
+    const uint32_t rest = in->end - in->at;
+    if (rest == 0)
+        return;
+    in->kept = static_cast<uint8_t *>(std::malloc(rest));
+    if (in->kept) {
+        std::memcpy(in->kept, incoming_bytes + in->at, rest);
+    } else {
+        // The link has lost its place in what arrives.
+        shutdown(link->socket, SHUT_RDWR);
+        in->at = in->end;
+    }
+}
+
+/** Makes a call up to its end or to where it fails; the error tells. */
+void exchange_messages(
+    link_client *link,
+    rpcproc_t procedure,
+    xdrproc_t encode,
+    void *argument,
+    xdrproc_t decode,
+    void *result,
+    timeval timeout)
+{
+    link->xid--;
+    link->readable = no_limit;
+    link->deadline = milliseconds() + milliseconds(timeout);
+    if (!send_call(link, procedure, encode, argument) || !receive_header(link))
+        return;
+    link->readable = longest_result;
+    XDR stream = stream_of(link, XDR_DECODE);
+    if (!decode(&stream, result) && link->error.re_status == RPC_SUCCESS)
+        link->error.re_status = RPC_CANTDECODERES;
 }
 
 clnt_stat make_call(
@@ -322,15 +429,14 @@ clnt_stat make_call(
     timeval timeout)
 {
     link_client *link = state_of(client);
-    link->xid--;
     link->error = {};
-    link->readable = no_limit;
-    link->deadline = milliseconds() + int64_t{timeout.tv_sec} * 1000 + (timeout.tv_usec + 999) / 1000;
-    if (!send_call(link, procedure, encode, argument) || !receive_header(link))
-        return link->error.re_status;
-    link->readable = longest_result;
-    if (!decode(&link->receiving, result) && link->error.re_status == RPC_SUCCESS)
-        link->error.re_status = RPC_CANTDECODERES;
+    if (link->socket < 0) {
+        fail(link, RPC_CANTSEND, ENOTCONN);
+    } else {
+        take_up_rest(&link->arrived);
+        exchange_messages(link, procedure, encode, argument, decode, result, timeout);
+        keep_rest(link);
+    }
     return link->error.re_status;
 }
 
@@ -345,51 +451,154 @@ void get_error(CLIENT *client, rpc_err *error)
 
 bool_t free_result(CLIENT *client, xdrproc_t routine, void *result)
 {
-    XDR *stream = &state_of(client)->receiving;
-    stream->x_op = XDR_FREE;
-    return routine(stream, result);
+    XDR stream = stream_of(state_of(client), XDR_FREE);
+    return routine(&stream, result);
 }
 
+/** What the tests ask for: the socket, and the transaction id of the next call. */
 bool_t control(CLIENT *client, u_int request, void *detail)
 {
-    CLIENT *connection = state_of(client)->connection;
-    return connection->cl_ops->cl_control(connection, request, detail);
+    link_client *link = state_of(client);
+    switch (request) {
+    case CLGET_FD:
+        std::memcpy(detail, &link->socket, sizeof link->socket);
+        return TRUE;
+    case CLSET_XID:
+        std::memcpy(&link->xid, detail, sizeof link->xid);
+        link->xid++;
+        return TRUE;
+    default:
+        return FALSE;
+    }
 }
 
 void destroy(CLIENT *client)
 {
     link_client *link = state_of(client);
-    xdr_destroy(&link->sending);
-    clnt_destroy(link->connection);
+    (link->previous ? link->previous->next : all_links) = link->next;
+    if (link->next)
+        link->next->previous = link->previous;
+    if (link->socket >= 0)
+        close(link->socket);
+    std::free(link->arrived.kept);
     std::free(link);
 }
 
 CLIENT::clnt_ops operations{make_call, abort_call, get_error, free_result, destroy, control};
 
+/* ---- connecting -------------------------------------------------------------------- */
+
+/** Notes why there is no client, for clnt_spcreateerror. */
+void fail_to_connect(clnt_stat status, clnt_stat call_status, int code)
+{
+    rpc_createerr.cf_stat = status;
+    rpc_createerr.cf_error.re_status = call_status;
+    rpc_createerr.cf_error.re_errno = code;
+}
+
+/** Connects socket: 0, or the number of the error. */
+int connect_until(int64_t deadline, int socket, const sockaddr_in &address)
+{
+    if (connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0)
+        return 0;
+    if (errno != EINPROGRESS && errno != EINTR)
+        return errno;
+    const int ready = wait_until(deadline, socket, POLLOUT);
+    if (ready <= 0)
+        return ready == 0 ? ETIMEDOUT : errno;
+    int error = 0;
+    socklen_t size = sizeof error;
+    return getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &size) == 0 ? error : errno;
+}
+
+/** A connected socket; -1 with its reason noted. No port is bound to it: the kernel takes any. */
+int connected_socket(int64_t deadline, const sockaddr_in &address)
+{
+    // Commands that the web server or the module starts are not to inherit the link.
+    const int made = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    const int error = made < 0 ? errno : connect_until(deadline, made, address);
+    if (error == 0) {
+        // The last fragment of a long call is not to wait until the agent acknowledges the one before.
+        const int yes = 1;
+        setsockopt(made, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
+        return made;
+    }
+    if (made >= 0)
+        close(made);
+    fail_to_connect(RPC_SYSTEMERROR, RPC_SYSTEMERROR, error);
+    return -1;
+}
+
+timeval time_until(int64_t deadline)
+{
+    const int64_t left = std::max<int64_t>(deadline - milliseconds(), 0);
+    return {left / 1000, left % 1000 * 1000};
+}
+
+/** The program's port in network order, as the port mapper of the host tells it; 0 with its reason noted. */
+in_port_t mapped_port(int64_t deadline, sockaddr_in address, uint32_t program, uint32_t version)
+{
+    address.sin_port = htons(PMAPPORT);
+    CLIENT *mapper = connect_client(address, PMAPPROG, PMAPVERS, time_until(deadline));
+    if (!mapper)
+        return 0;
+    pmap wanted{program, version, IPPROTO_TCP, 0};
+    u_short port = 0;
+    const clnt_stat status = clnt_call(
+        mapper, PMAPPROC_GETPORT, reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_pmap)),
+        &wanted, reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_u_short)), &port,
+        time_until(deadline));
+    if (status != RPC_SUCCESS)
+        fail_to_connect(RPC_PMAPFAILURE, status, 0);
+    else if (port == 0)
+        fail_to_connect(RPC_PROGNOTREGISTERED, RPC_SUCCESS, 0);
+    clnt_destroy(mapper);
+    return htons(port);
+}
+
 } // namespace
 
-CLIENT *client_over(CLIENT *connection, uint32_t program, uint32_t version)
+CLIENT *connect_client(sockaddr_in address, uint32_t program, uint32_t version, timeval timeout)
+{
+    const int64_t deadline = milliseconds() + milliseconds(timeout);
+    if (address.sin_port == 0 && (address.sin_port = mapped_port(deadline, address, program, version)) == 0)
+        return nullptr;
+    const int socket = connected_socket(deadline, address);
+    return socket < 0 ? nullptr : client_over(socket, program, version);
+}
+
+CLIENT *client_over(int socket, uint32_t program, uint32_t version)
 {
     auto *link = static_cast<link_client *>(std::calloc(1, sizeof(link_client)));
     if (!link) {
-        clnt_destroy(connection);
+        close(socket);
+        fail_to_connect(RPC_SYSTEMERROR, RPC_SYSTEMERROR, ENOMEM);
         return nullptr;
     }
-    link->handle.cl_auth = connection->cl_auth;
     link->handle.cl_ops = &operations;
     link->handle.cl_private = link;
-    link->connection = connection;
+    link->socket = socket;
     link->program = program;
     link->version = version;
-    clnt_control(connection, CLGET_FD, reinterpret_cast<char *>(&link->socket));
-    clnt_control(connection, CLGET_XID, reinterpret_cast<char *>(&link->xid));
-    xdrrec_create(&link->sending, buffer_size, 0, link, read_nothing, write_all);
-    if (!link->sending.x_ops) { // no memory; nothing else tells
-        clnt_destroy(connection);
-        std::free(link);
-        return nullptr;
-    }
-    link->receiving.x_ops = &receiving_operations;
-    link->receiving.x_private = link;
+    // Any would do: ids part the replies on one connection from each other.
+    link->xid = static_cast<uint32_t>(milliseconds()) ^ static_cast<uint32_t>(getpid());
+    link->next = all_links;
+    if (all_links)
+        all_links->previous = link;
+    all_links = link;
     return &link->handle;
+}
+
+bool of_this_process(CLIENT *client)
+{
+    return state_of(client)->socket >= 0;
+}
+
+void leave_links_to_parent()
+{
+    for (link_client *link = all_links; link; link = link->next) {
+        if (link->socket >= 0)
+            close(link->socket);
+        link->socket = -1;
+    }
 }

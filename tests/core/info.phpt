@@ -39,6 +39,12 @@ $directives = <<<END
     END;
 expect_same(true, str_contains($page, $directives), "configured directives: $page");
 
+// Why a connect failed is not in its warning: the page tells.
+$port = dead_port();
+[$page] = run_php('@rmon_connect("127.0.0.3"); phpinfo(INFO_MODULES);', ['rmon.default_port' => $port]);
+$failure = "Version => $version\nLast Failed Connect => 127.0.0.3:$port: RPC: Remote system error - Connection refused\n";
+expect_same(true, str_contains($page, $failure), "the reason: $page");
+
 expect_same(['sockets' => 'Optional'], (new ReflectionExtension('rmon'))->getDependencies(), 'dependencies');
 expect_same(['', 0], run_php('', []), 'the module prints nothing of its own');
 done();

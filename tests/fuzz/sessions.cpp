@@ -197,17 +197,12 @@ void step(
 
 CLIENT *connect_to(int socket)
 {
-    sockaddr_in nobody{};
-    nobody.sin_family = AF_INET;
-    const netbuf address{sizeof nobody, sizeof nobody, &nobody};
-    CLIENT *client = clnt_vc_create(socket, &address, RMONRPC_PROGRAM, RMONRPC_VERSION, 0, 0);
+    CLIENT *client = client_over(socket, RMONRPC_PROGRAM, RMONRPC_VERSION);
     if (!client)
         broken("a connection makes a client");
     uint32_t xid = first_xid;
     clnt_control(client, CLSET_XID, reinterpret_cast<char *>(&xid));
-    char yes = 1;
-    clnt_control(client, CLSET_FD_CLOSE, &yes);
-    return client_over(client, RMONRPC_PROGRAM, RMONRPC_VERSION);
+    return client;
 }
 
 } // namespace

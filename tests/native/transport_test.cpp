@@ -10,7 +10,9 @@
 #include <csignal>
 #include <cstdarg>
 #include <thread>
+#include <utility>
 
+#include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -36,13 +38,14 @@ line make_line(bool ours)
     sockaddr_in nobody{};
     nobody.sin_family = AF_INET;
     const netbuf address{sizeof nobody, sizeof nobody, &nobody};
-    CLIENT *client = clnt_vc_create(ends[0], &address, RMONRPC_PROGRAM, RMONRPC_VERSION, 0, 0);
+    CLIENT *client = ours ? client_over(ends[0], RMONRPC_PROGRAM, RMONRPC_VERSION)
+                          : clnt_vc_create(ends[0], &address, RMONRPC_PROGRAM, RMONRPC_VERSION, 0, 0);
     // Both count down; the library does it in network order.
     uint32_t xid = ours ? first_xid : ntohl(htonl(first_xid) + 1) - 1;
-    clnt_control(client, CLSET_XID, reinterpret_cast<char *>(&xid));
+    check(clnt_control(client, CLSET_XID, reinterpret_cast<char *>(&xid)), "transaction ids can be set");
     char yes = 1;
     clnt_control(client, CLSET_FD_CLOSE, &yes);
-    return {ours ? client_over(client, RMONRPC_PROGRAM, RMONRPC_VERSION) : client, ends[1]};
+    return {client, ends[1]};
 }
 
 void end(line &of)
@@ -50,6 +53,13 @@ void end(line &of)
     clnt_destroy(of.client);
     if (of.agent >= 0)
         close(of.agent);
+}
+
+int socket_of(const line &of)
+{
+    int socket = -1;
+    clnt_control(of.client, CLGET_FD, reinterpret_cast<char *>(&socket));
+    return socket;
 }
 
 void say(const line &to, const bytes &what)
@@ -114,8 +124,6 @@ void test_words()
         {"no result", record(accepted(xid, 0)), false},
         {"a result in an empty fragment", bytes{}.unit(24).add(accepted(xid, 0)).unit(0x80000000), true},
         {"other RPC versions", record(bytes{}.unit(xid).unit(1).unit(1).unit(0).unit(3).unit(4)), false},
-        {"an unknown denial", record(bytes{}.unit(xid).unit(1).unit(1).unit(2).unit(3)), false, true},
-        {"an unknown answer", record(bytes{}.unit(xid).unit(1).unit(2).unit(0).unit(0).unit(0)), false, true},
         {"a call", record(bytes{}.unit(xid).unit(0).unit(2).unit(RMONRPC_PROGRAM).unit(1).unit(5)), false,
          true},
         {"a reply to another call", record(accepted(xid - 1, 0).unit(7)), false, true},
@@ -125,6 +133,8 @@ void test_words()
     for (uint32_t why = 0; why < 16; why++)
         failures.push_back(
             {"an authentication error", record(bytes{}.unit(xid).unit(1).unit(1).unit(1).unit(why)), false});
+    for (const uint32_t status : {8u, 0x7fffffffu, 0x80000000u, 0xffffffffu})
+        failures.push_back({"an unknown status", record(accepted(xid, status)), false});
     for (const failure &each : failures) {
         const timeval patience = each.times_out ? moment : long_enough;
         const std::string library = words(each, false, patience), ours = words(each, true, patience);
@@ -132,6 +142,32 @@ void test_words()
         check(
             library == ours, std::string{each.what} + ": \"" + ours + "\", the library: \"" + library + '"');
     }
+}
+
+/** Answers of a kind that the protocol doesn't know end the call; the library waits on for another one. */
+void test_unknown_answers()
+{
+    for (const uint32_t kind : {2u, 3u, 0x7fffffffu, 0x80000000u, 0xffffffffu}) {
+        const auto number = std::to_string(static_cast<int32_t>(kind));
+        const bytes denial = record(bytes{}.unit(first_xid).unit(1).unit(1).unit(kind).unit(3));
+        const bytes answer = record(bytes{}.unit(first_xid).unit(1).unit(kind).unit(0).unit(0).unit(0));
+        for (const auto &[what, said] : {std::pair{"denied by ", denial}, {"answered by ", answer}}) {
+            const std::string text = words({what, said, false}, true, long_enough);
+            check(text == "label: RPC: Failed (unspecified error)", what + number + ": " + text);
+        }
+        // The next call is none the worse for it; one to another call is none.
+        line on = make_line(true);
+        int32_t result = 0;
+        say(on, bytes{}.add(denial).add(record(accepted(second_xid, 0).unit(8))));
+        check(call(on, result) == RPC_FAILED, "a denial");
+        check(call(on, result) == RPC_SUCCESS && result == 8, "the call after a denial");
+        say(on, record(bytes{}.unit(first_xid).unit(1).unit(1).unit(kind).unit(3)));
+        check(call(on, result, moment) == RPC_TIMEDOUT, "a denial of another call");
+        end(on);
+    }
+    // A denial that ends before its kind is no answer.
+    const failure half{"half a denial", record(bytes{}.unit(first_xid).unit(1).unit(1)), false, true};
+    check(words(half, true, moment) == "label: RPC: Timed out", "half a denial");
 }
 
 /* ---- what is no reply --------------------------------------------------------------- */
@@ -245,6 +281,105 @@ void test_endless_result()
     close(on.agent);
 }
 
+/* ---- connecting ------------------------------------------------------------------------- */
+
+/** A socket bound to a loopback port that was free, and its address. */
+int bound_socket(sockaddr_in &address)
+{
+    address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    const int made = socket(AF_INET, SOCK_STREAM, 0);
+    check(
+        bind(made, reinterpret_cast<sockaddr *>(&address), size) == 0
+            && getsockname(made, reinterpret_cast<sockaddr *>(&address), &size) == 0,
+        "there is a free port");
+    return made;
+}
+
+CLIENT *connect_to(const sockaddr_in &address, timeval patience)
+{
+    return connect_client(address, RMONRPC_PROGRAM, RMONRPC_VERSION, patience);
+}
+
+void test_connect()
+{
+    sockaddr_in address;
+    const int listener = bound_socket(address);
+    check(!connect_to(address, long_enough), "nobody listens");
+    check(
+        std::string{clnt_spcreateerror("agent")} == "agent: RPC: Remote system error - Connection refused",
+        clnt_spcreateerror("agent"));
+
+    check(listen(listener, 5) == 0, "somebody listens");
+    CLIENT *client = connect_to(address, long_enough);
+    sockaddr_in peer{};
+    socklen_t size = sizeof peer;
+    line on{client, accept(listener, reinterpret_cast<sockaddr *>(&peer), &size)};
+    check(client && on.agent >= 0, "and takes the connection");
+    check(ntohs(peer.sin_port) >= 1024, "from a port that is not reserved, whoever asks");
+    uint32_t xid = first_xid;
+    clnt_control(client, CLSET_XID, reinterpret_cast<char *>(&xid));
+    say(on, record(accepted(first_xid, 0).unit(7)));
+    int32_t result = 0;
+    check(call(on, result) == RPC_SUCCESS && result == 7, "a call on it");
+    end(on);
+    close(listener);
+}
+
+/** An agent whose queue of connections is full lets nobody in, and tells nobody. */
+void test_connect_in_vain()
+{
+    sockaddr_in address;
+    const int listener = bound_socket(address);
+    listen(listener, 0);
+    std::vector<int> waiting;
+    for (int i = 0; i < 8; i++) {
+        waiting.push_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
+        connect(waiting.back(), reinterpret_cast<const sockaddr *>(&address), sizeof address);
+    }
+    check(!connect_to(address, moment), "nobody answers");
+    check(
+        std::string{clnt_spcreateerror("agent")} == "agent: RPC: Remote system error - Connection timed out",
+        clnt_spcreateerror("agent"));
+    for (const int each : waiting)
+        close(each);
+    close(listener);
+}
+
+/* ---- a fork -------------------------------------------------------------------------------- */
+
+/** What a child does on its parent's handles, which must not reach their agents. */
+void test_left_links()
+{
+    line first = make_line(true), second = make_line(true);
+    const int theirs[] = {dup(socket_of(first)), dup(socket_of(second))}; // as a parent has its own
+    check(of_this_process(first.client) && of_this_process(second.client), "they are of this process");
+    leave_links_to_parent();
+    check(!of_this_process(first.client) && !of_this_process(second.client), "they were the parent's");
+    int32_t result = 0;
+    check(call(first, result) == RPC_CANTSEND, "no call on them");
+    check(
+        std::string{clnt_sperror(first.client, "label")}
+            == "label: RPC: Unable to send; errno = Transport endpoint is not connected",
+        clnt_sperror(first.client, "label"));
+    line own = make_line(true);
+    say(own, record(accepted(first_xid, 0).unit(9)));
+    check(call(own, result) == RPC_SUCCESS && result == 9, "a new one is of this process");
+    leave_links_to_parent();
+    char byte;
+    for (line *each : {&first, &second}) {
+        const int agent = std::exchange(each->agent, -1);
+        end(*each);
+        check(recv(agent, &byte, 1, MSG_DONTWAIT) == -1 && errno == EAGAIN, "the agent hears nothing of it");
+        close(agent);
+    }
+    end(own);
+    for (const int each : theirs)
+        close(each);
+}
+
 } // namespace
 
 void test_transport()
@@ -253,8 +388,12 @@ void test_transport()
     signal(SIGPIPE, SIG_IGN);
     test_words();
     signal(SIGPIPE, SIG_DFL);
+    test_unknown_answers();
     test_empty_fragments();
     test_late_replies();
     test_deaf_agent();
     test_endless_result();
+    test_connect();
+    test_connect_in_vain();
+    test_left_links();
 }

@@ -71,6 +71,16 @@ $start('nobody reads', port_of($deaf), '$timed(fn() => rmon_get_mib_var($link, s
     'false after 25 seconds', // this function reports no failed call
     'rmon_etherstats_set: RPC: Unable to send; errno = Broken pipe', 'false after at once');
 
+// A listener whose queue of connections is full answers nobody.
+$full = stream_socket_server('tcp://127.0.0.1:0', context: stream_context_create(['socket' => ['backlog' => 0]]));
+$waiting = [];
+for ($i = 0; $i < 8; $i++) {
+    $waiting[] = @stream_socket_client(stream_socket_get_name($full, false), flags: STREAM_CLIENT_ASYNC_CONNECT);
+}
+$start('nobody lets in', port_of($full), '$timed(fn() => rmon_connect("127.1")); $timed(fn() => rmon_pconnect("127.1"));',
+    'RMON: RPC connection failed!', // the one that all cases begin with
+    'RMON: RPC connection failed!', 'false after 25 seconds', 'false after 25 seconds');
+
 foreach ($processes as $what => [$process, $output, $expected]) {
     expect_same($expected, stream_get_contents($output), $what);
     expect_same(0, proc_close($process), $what);
