@@ -108,9 +108,28 @@ expect_same(['1'], $address, 'unconverted');
 $many = array_fill(0, 300, 1);
 expect_result(fn () => rmon_host_get(99999, 9, $many), false, ['99999 is not a RMON/RPC conn id!']);
 
-// Of two addresses both are counted before either is converted.
+// In the matrix the source is converted before the destination is counted.
+foreach (['sd', 'ds'] as $view) {
+    foreach (['get' => [], 'getnext' => [], 'getbulk' => [5]] as $mode => $count) {
+        $function = "rmon_matrix_{$view}_$mode";
+        $one = ['1', '2'];
+        $two = array_fill(0, 256, '3');
+        expect_result(function () use ($function, $link, &$one, &$two, $count) {
+            return $function($link, 1, $one, $two, ...$count);
+        }, false, ['too many (256) elements in addr!']);
+        expect_same([1, 2], $one, "$function: the source");
+        expect_same('3', $two[0], "$function: the destination");
+        $one = $two;
+        $two = ['4'];
+        expect_result(function () use ($function, $link, &$one, &$two, $count) {
+            return $function($link, 1, $one, $two, ...$count);
+        }, false, ['too many (256) elements in addr!']);
+        expect_same(['3', ['4']], [$one[0], $two], "$function: a source that is refused");
+    }
+}
+
+// Elsewhere both addresses are counted before either is converted.
 foreach ([
-    fn (&$one, &$two) => rmon_matrix_sd_get($link, 1, $one, $two),
     fn (&$one, &$two) => rmon_nlmatrix_ds_get($link, 1, 0, 1, $one, $two),
     fn (&$one, &$two) => rmon_almatrix_sd_getbulk($link, 1, 0, 1, $one, $two, 2, 5),
     fn (&$one, &$two) => dsmon_matrixsdstats_get($link, 1, 0, 1, 1, 2, $one, $two),

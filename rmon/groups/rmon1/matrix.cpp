@@ -52,6 +52,8 @@ using matrix_ds_row = matrix_row<
     "matrixDSOctets",
     "matrixDSErrors">;
 
+/** The source is converted before the destination is counted: it stays converted where that one is refused.
+ */
 void matrix_get(script_call call, int32_t getType, int32_t direction)
 {
     link_id link;
@@ -59,7 +61,7 @@ void matrix_get(script_call call, int32_t getType, int32_t direction)
     zval *source, *dest;
     address sourceAddress, destAddress;
     if (!take_rows(call, getType, count, link, index, source, dest) || !connected(call, link)
-        || !convert(call, source, sourceAddress, dest, destAddress))
+        || !convert(call, source, sourceAddress) || !convert(call, dest, destAddress))
         return;
     const rmonrpc_matrix_key_t key{index,    list_of(sourceAddress), list_of(destAddress), count, getType,
                                    direction};
