@@ -71,6 +71,16 @@ bool convert(script_call, zval *argument, const char *&text)
     return !EG(exception);
 }
 
+bool convert(script_call call, zval *argument, std::string_view &text)
+{
+    const char *start;
+    if (!convert(call, argument, start))
+        return false;
+    ZVAL_DEREF(argument);
+    text = {start, Z_STRLEN_P(argument)};
+    return true;
+}
+
 /* ---- addresses ---------------------------------------------------------------- */
 
 /** Reads an array of integers alone; false when there is anything else in it. */

@@ -22,6 +22,8 @@
 #include "rmon/connections.h"
 #include "rmon/rmon.h"
 
+#include <string_view>
+
 /** The engine's type number, as messages show it: 0 null, 1 int, 2 float, 3 string, 4 array, 5 object, 6
  * bool, 7 resource. */
 int type_number(const zval *value);
@@ -56,6 +58,9 @@ inline wire::byte_list list_of(const address &from)
 bool convert(script_call call, zval *argument, zend_long &integer);
 bool convert(script_call call, zval *argument, const char *&text);
 
+/** A text at its whole length: a zero byte in it is a character like others. */
+bool convert(script_call call, zval *argument, std::string_view &text);
+
 /**
  * An address. Anything but an array is an empty one. An array of more than 255
  * elements is refused with "too many (%d) elements in addr!" and FALSE, before
@@ -66,7 +71,11 @@ bool convert(script_call call, zval *argument, const char *&text);
 bool convert(script_call call, zval *argument, address &to);
 bool convert(script_call call, zval *argument, integer_or_address &to);
 
-/** Two addresses of one call: both are counted before an element of either is converted. */
+/**
+ * Two addresses of one call: both are counted before an element of either is
+ * converted. Where a family converts the first one whole before it looks at
+ * the second, they are two arguments like others.
+ */
 bool convert(script_call call, zval *first, address &one, zval *second, address &two);
 
 /** The argument as it stands, for conversion later. */

@@ -34,7 +34,15 @@ expect_description($ip, 'ip', ' The Internet Protocol, version 4.');
 expect_description('', 'ip', false);
 expect_description($ip, '', false);
 expect_description($ip, null, false);
-expect_description($ip, "ip\0six", ' The Internet Protocol, version 4.');
+// A zero byte in a name is a character like others.
+expect_description($ip, "ip\0six", false);
+expect_description($ip, "ip\0", false);
+expect_description($ip, "\0", false);
+$zero = macro("ip\0six PROTOCOL-IDENTIFIER", '"before"') . macro('ip PROTOCOL-IDENTIFIER', '"behind"');
+expect_description($zero, "ip\0six", 'before');
+expect_description($zero, "ip\0sex", false);
+expect_description($zero, 'ip', 'behind');
+expect_description(macro("w-ether2\0 PROTOCOL-IDENTIFIER", '"a name of nine"'), "w-ether2\0", 'a name of nine');
 expect_description($ip, 'i', false);
 expect_description($ip, 'ip ', ' The Internet Protocol, version 4.');
 expect_description($ip, 'IP', false);

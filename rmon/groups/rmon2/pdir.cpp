@@ -109,13 +109,23 @@ void pdir_byidx_get(script_call call, int32_t getType)
 /** Room for a description and its terminating zero; what is longer is cut. */
 using description = char[1024];
 
+/** Room for a line. */
+using line_buffer = char[1023];
+
 /** Reads a line, or as much of a longer one as fits; false at the end of the file and on errors. */
-bool next_line(FILE *file, char (&buffer)[1024], std::string_view &line)
+bool next_line(FILE *file, line_buffer &buffer, std::string_view &line)
 {
-    if (!std::fgets(buffer, sizeof buffer, file))
-        return false;
-    line = buffer;
-    return true;
+    size_t length = 0;
+    for (int c = 0; length < sizeof buffer && c != '\n' && (c = std::fgetc(file)) != EOF;)
+        buffer[length++] = static_cast<char>(c);
+    line = {buffer, length};
+    return length > 0 && !std::ferror(file);
+}
+
+/** A line as a text, which a zero byte ends like the line's own end. */
+std::string_view text_of(std::string_view line)
+{
+    return line.substr(0, line.find_first_of(std::string_view{"\n\0", 2}));
 }
 
 /** Whether a macro of this very name begins in a line. */
@@ -131,7 +141,7 @@ bool is_header(std::string_view line, std::string_view name)
 /** Reads up to the description of a macro, which begins on the line behind the keyword's. */
 bool find_description(FILE *file, std::string_view name)
 {
-    char buffer[1024];
+    line_buffer buffer;
     std::string_view line;
     do {
         if (!next_line(file, buffer, line))
@@ -140,7 +150,7 @@ bool find_description(FILE *file, std::string_view name)
     do {
         if (!next_line(file, buffer, line))
             return false;
-    } while (line.find("DESCRIPTION") == line.npos);
+    } while (text_of(line).find("DESCRIPTION") == line.npos);
     return true;
 }
 
@@ -151,12 +161,12 @@ bool find_description(FILE *file, std::string_view name)
  */
 bool copy_description(FILE *file, description &to)
 {
-    char buffer[1024];
+    line_buffer buffer;
     std::string_view line;
     size_t length = 0;
     bool behind_space = false, inside_quotes = false, complete = false;
     while (!complete && next_line(file, buffer, line)) {
-        line = line.substr(0, line.find('\n'));
+        line = text_of(line);
         for (size_t i = 0; i < line.size() && !complete; i++) {
             const char c = line[i];
             if (c == '"') {
@@ -225,7 +235,7 @@ PHP_FUNCTION(rmon_pdir_set)
 PHP_FUNCTION(rmon_getprotdesc)
 {
     const script_call call{execute_data, return_value};
-    const char *name;
+    std::string_view name;
     if (!take(call, name))
         return;
     description text;
