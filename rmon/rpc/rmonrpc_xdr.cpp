@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
+#include <cstddef>
+#include <new>
 #include <utility>
+
+#include <sys/mman.h>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -179,19 +183,73 @@ uint8_t *encode_fields(const uint8_t *record, const step &run, uint8_t *out)
 /** Every text has this form, whatever its bound. */
 using any_text = text<unbounded>;
 
+/** All empty texts. */
+constexpr char empty_text[] = "";
+
 void free_text(any_text &field)
 {
-    std::free(const_cast<char *>(field.value));
+    if (field.value != empty_text)
+        std::free(const_cast<char *>(field.value));
     field.value = nullptr;
 }
 
-/** What arrives in one piece before more memory is asked for. */
-constexpr uint32_t first_piece = 4096;
+/** Texts of rows, one behind the other: this, then the texts. */
+struct text_piece {
+    text_piece *next;
+    uint32_t used, size; // bytes behind this
+};
 
-bool decode_text(XDR *xdrs, any_text &field, uint32_t length, uint32_t bound)
+/** Each piece is twice the one before. Where the sanitizer is to see stale texts, each text has its own. */
+#ifdef __SANITIZE_ADDRESS__
+constexpr uint32_t first_text_piece = 1, largest_text_piece = 1;
+#else
+constexpr uint32_t first_text_piece = 256, largest_text_piece = 1 << 16;
+#endif
+
+void free_texts(text_piece *pieces)
+{
+    while (pieces)
+        std::free(std::exchange(pieces, pieces->next));
+}
+
+/** Room for size bytes in the first of the pieces, before which a new one is put when it is full. */
+char *text_room(text_piece *&pieces, uint32_t size)
+{
+    if (!pieces || size > pieces->size - pieces->used) {
+        const uint32_t usual = pieces ? std::min(2 * pieces->size, largest_text_piece) : first_text_piece;
+        const uint32_t room = std::max(usual, size);
+        void *memory = std::malloc(sizeof(text_piece) + room);
+        if (!memory)
+            return nullptr;
+        pieces = new (memory) text_piece{pieces, 0, room};
+    }
+    char *place = reinterpret_cast<char *>(pieces + 1) + pieces->used;
+    pieces->used += size;
+    return place;
+}
+
+/** A text of a row, which is at most first_piece bytes long. */
+bool decode_row_text(XDR *xdrs, any_text &field, uint32_t length, text_piece *&pieces)
+{
+    const uint32_t padded = (length + 3) / 4 * 4;
+    char *value = text_room(pieces, padded + 1);
+    if (!value || !XDR_GETBYTES(xdrs, value, padded))
+        return false;
+    value[length] = '\0';
+    field.value = value;
+    return true;
+}
+
+bool decode_text(XDR *xdrs, any_text &field, uint32_t length, uint32_t bound, text_piece **pieces)
 {
     if (length > bound)
         return false;
+    if (length == 0) {
+        field.value = empty_text;
+        return true;
+    }
+    if (pieces)
+        return decode_row_text(xdrs, field, length, *pieces);
     // The padding to a whole unit comes along into the block, behind the text.
     const uint64_t padded = (uint64_t{length} + 3) / 4 * 4;
     uint64_t have = 0;
@@ -296,50 +354,98 @@ bool encode_bytes(XDR *xdrs, const byte_list &list)
 
 using any_rows = rows<uint8_t>;
 
-void release_records(uint8_t *records, uint32_t length, const layout &plan);
-bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan);
+void release_records(uint8_t *records, uint32_t length, const layout &plan, bool with_texts);
+bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan, text_piece **pieces);
 bool encode_record(XDR *xdrs, uint8_t *record, const layout &plan);
+
+} // namespace
+
+/** Decoded rows: this, then the rows. Their texts lie in pieces of their own. */
+struct alignas(std::max_align_t) row_block {
+    uint64_t size; // in bytes, this included
+    text_piece *texts;
+};
+
+namespace {
+
+uint8_t *rows_of(row_block *block)
+{
+    return reinterpret_cast<uint8_t *>(block + 1);
+}
 
 /**
  * The block of the rows that were freed last. The next reply's rows grow into
  * it: a page asks for one table after another, and what one reply needed is a
  * good guess for the next.
  */
-struct row_block {
-    uint8_t *bytes;
-    uint64_t size;
-};
+constinit row_block *kept_block = nullptr;
 
-constinit row_block kept_block{};
-
-/** A larger block is given back to the C heap; so is every one where the sanitizer is to see stale rows. */
+/**
+ * From this size on a block is mapped: it grows without being copied, and never
+ * takes its memory twice. Where the sanitizer is to see stale rows, none is
+ * mapped and none is kept.
+ */
 #ifdef __SANITIZE_ADDRESS__
-constexpr uint64_t largest_kept = 0;
+constexpr uint64_t smallest_mapped = UINT64_MAX, largest_kept = 0;
 #else
-constexpr uint64_t largest_kept = 1 << 20;
+constexpr uint64_t smallest_mapped = 1 << 18, largest_kept = 1 << 20;
 #endif
 
-/** The kept block, which belongs to the caller then; none when it is in use. */
-row_block take_block()
+void free_block(row_block *block)
 {
-    return std::exchange(kept_block, row_block{});
+    if (block && block->size >= smallest_mapped)
+        munmap(block, block->size);
+    else
+        std::free(block);
 }
 
-void keep_block(row_block block)
+/** Gives a block more room, or makes one of null. Null when there is no memory; the block stands then. */
+row_block *larger_block(row_block *block, uint64_t size)
 {
-    if (block.size > largest_kept || block.size <= kept_block.size) {
-        std::free(block.bytes);
-        return;
+    void *memory = nullptr;
+    if (size < smallest_mapped) {
+        memory = std::realloc(static_cast<void *>(block), size);
+    } else if (block && block->size >= smallest_mapped) {
+        memory = mremap(block, block->size, size, MREMAP_MAYMOVE);
+    } else {
+        memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (block && memory != MAP_FAILED) {
+            std::memcpy(memory, block, block->size);
+            std::free(block);
+        }
     }
-    std::free(kept_block.bytes);
-    kept_block = block;
+    if (!memory || memory == MAP_FAILED)
+        return nullptr;
+    auto *larger = static_cast<row_block *>(memory);
+    larger->texts = block ? larger->texts : nullptr;
+    larger->size = size;
+    return larger;
+}
+
+/** The kept block, which belongs to the caller then; null when it is in use. */
+row_block *take_block()
+{
+    return std::exchange(kept_block, nullptr);
+}
+
+void keep_block(row_block *block)
+{
+    if (!block)
+        return;
+    free_texts(std::exchange(block->texts, nullptr));
+    if (block->size <= largest_kept && (!kept_block || block->size > kept_block->size))
+        std::swap(block, kept_block);
+    free_block(block);
 }
 
 void free_rows(any_rows &field, const layout &row)
 {
     if (row.owns)
-        release_records(field.value, field.length, row);
-    keep_block({field.value, uint64_t{field.length} * row.size});
+        release_records(field.value, field.length, row, !field.block);
+    if (field.block)
+        keep_block(field.block);
+    else
+        std::free(field.value);
     field = {};
 }
 
@@ -348,22 +454,25 @@ bool decode_rows(XDR *xdrs, any_rows &field, uint32_t length, const layout &row)
     field = {};
     if (length == 0)
         return true;
-    row_block block = take_block();
+    field.block = take_block();
     while (field.length < length) {
-        const uint64_t end = uint64_t{field.length} * row.size;
-        if (end + row.size > block.size) {
-            const uint64_t wanted = std::max<uint64_t>({2 * block.size, first_piece, row.size});
-            const uint64_t size = std::min(wanted, uint64_t{length} * row.size);
-            auto *larger = static_cast<uint8_t *>(std::realloc(block.bytes, size));
+        const uint64_t end = sizeof(row_block) + uint64_t{field.length} * row.size;
+        const uint64_t size = field.block ? field.block->size : 0;
+        if (end + row.size > size) {
+            const uint64_t wanted = std::max<uint64_t>({2 * size, first_piece, sizeof(row_block) + row.size});
+            const uint64_t most = sizeof(row_block) + uint64_t{length} * row.size;
+            row_block *larger = larger_block(field.block, std::min(wanted, most));
             if (!larger)
                 break;
-            block = {larger, size};
+            field.block = larger;
         }
-        if (!decode_record(xdrs, block.bytes + end, row))
+        if (!decode_record(
+                xdrs, rows_of(field.block) + uint64_t{field.length} * row.size, row, &field.block->texts))
             break;
         field.length++;
     }
-    field.value = block.bytes;
+    if (field.block)
+        field.value = rows_of(field.block);
     if (field.length == length)
         return true;
     free_rows(field, row);
@@ -390,11 +499,11 @@ bool is_open(const step &s)
     return s.kind >= kind::text;
 }
 
-bool decode_open(XDR *xdrs, uint8_t *record, const step &s, uint32_t count)
+bool decode_open(XDR *xdrs, uint8_t *record, const step &s, uint32_t count, text_piece **pieces)
 {
     switch (s.kind) {
     case kind::text:
-        return decode_text(xdrs, at<any_text>(record, s), count, s.count);
+        return decode_text(xdrs, at<any_text>(record, s), count, s.count, pieces);
     case kind::bytes:
         return decode_bytes(xdrs, at<byte_list>(record, s), count);
     default:
@@ -428,11 +537,12 @@ bool encode_open(XDR *xdrs, uint8_t *record, const step &s, uint32_t count)
 }
 
 /** Releases the open fields in steps up to end, of length records one behind the other. */
-void release_fields(uint8_t *records, uint32_t length, const layout &plan, const step *end)
+void release_fields(uint8_t *records, uint32_t length, const layout &plan, const step *end, bool with_texts)
 {
     for (const step *s = plan.steps; s < end; s++) {
         uint8_t *record = records;
-        for (uint32_t i = 0; is_open(*s) && i < length; i++, record += plan.size) {
+        const bool owned = is_open(*s) && (with_texts || s->kind != kind::text);
+        for (uint32_t i = 0; owned && i < length; i++, record += plan.size) {
             if (s->kind == kind::text)
                 free_text(at<any_text>(record, *s));
             else if (s->kind == kind::bytes)
@@ -443,9 +553,9 @@ void release_fields(uint8_t *records, uint32_t length, const layout &plan, const
     }
 }
 
-void release_records(uint8_t *records, uint32_t length, const layout &plan)
+void release_records(uint8_t *records, uint32_t length, const layout &plan, bool with_texts)
 {
-    release_fields(records, length, plan, plan.steps + plan.count);
+    release_fields(records, length, plan, plan.steps + plan.count, with_texts);
 }
 
 /** Whether a byte list is short and a run follows it: its units come along with the run then. */
@@ -455,8 +565,8 @@ bool comes_along(const step &open, uint32_t count, const step *end)
            && (&open + 1)->kind == kind::run;
 }
 
-/** All of a record, or nothing: what a failure leaves holds no pointers. */
-bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan)
+/** All of a record, or nothing: what a failure leaves holds no pointers. A row's texts go into the pieces. */
+bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan, text_piece **pieces)
 {
     const step *const end = plan.steps + plan.count;
     const step *list = nullptr; // whose units come along with the next run
@@ -482,12 +592,12 @@ bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan)
                     at<byte_list>(record, open).length = 0;
                     list = &open;
                 } else {
-                    decoded = decode_open(xdrs, record, open, count);
+                    decoded = decode_open(xdrs, record, open, count, pieces);
                 }
             }
         }
         if (!decoded) {
-            release_fields(record, 1, plan, run);
+            release_fields(record, 1, plan, run, !pieces);
             std::memset(record, 0, plan.size);
             return false;
         }
@@ -522,7 +632,7 @@ bool encode_record(XDR *xdrs, uint8_t *record, const layout &plan)
 
 void release_layout(void *record, const layout &plan)
 {
-    release_records(static_cast<uint8_t *>(record), 1, plan);
+    release_records(static_cast<uint8_t *>(record), 1, plan, true);
 }
 
 bool_t xdr_layout(XDR *xdrs, void *record, const layout &plan)
@@ -532,7 +642,7 @@ bool_t xdr_layout(XDR *xdrs, void *record, const layout &plan)
     case XDR_ENCODE:
         return encode_record(xdrs, bytes, plan);
     case XDR_DECODE:
-        return decode_record(xdrs, bytes, plan);
+        return decode_record(xdrs, bytes, plan, nullptr);
     default:
         release_layout(record, plan);
         return TRUE;

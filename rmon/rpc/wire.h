@@ -88,10 +88,18 @@ template <uint32_t N> struct chars {
     char value[N];
 };
 
-/** A reply's rows, owned by the reply. */
+/** The memory of rows that were decoded; see rmonrpc_xdr.cpp. */
+struct row_block;
+
+/**
+ * A reply's rows, owned by the reply. Decoded ones lie in a block of theirs, and
+ * so do their texts. Where there is none, value and each text in it is a block
+ * of the C heap.
+ */
 template <class Row> struct rows {
     uint32_t length;
     Row *value;
+    row_block *block = nullptr;
 };
 
 template <class Record, uint32_t N> struct repeated {
@@ -126,9 +134,10 @@ struct step {
 struct layout {
     const step *steps;
     uint32_t count;
-    uint32_t size; // of the record in memory
-    uint32_t wire; // bytes on the wire of a record of fixed size, 0 for others
-    bool owns;     // a decoded record may own heap blocks
+    uint32_t size;  // of the record in memory
+    uint32_t wire;  // bytes on the wire of a record of fixed size, 0 for others
+    uint32_t least; // bytes on the wire of a record all of whose open fields are empty
+    bool owns;      // a decoded record may own heap blocks
 };
 
 /** Holds the layout of a record; defined below, needed above by records with rows. */
@@ -250,9 +259,27 @@ template <> struct field_plan<byte_list> {
     }
 };
 
+/** Bytes that an open field brings in one piece before more memory is asked for. */
+inline constexpr uint32_t first_piece = 4096;
+
+/**
+ * A reply takes at most four times its bytes on the wire, whatever it holds: a
+ * row at most three times what its fields of fixed size and its counts take, a
+ * text in it no more than its own bytes.
+ */
+template <class Row> consteval bool is_compact()
+{
+    const layout &row = layout_holder<Row>::value;
+    for (uint32_t i = 0; i < row.count; i++)
+        if (row.steps[i].kind == kind::text && row.steps[i].count > first_piece)
+            return false;
+    return row.size <= 3 * row.least;
+}
+
 template <class Row> struct field_plan<rows<Row>> {
     static constexpr void add(draft &plan, uint32_t offset)
     {
+        static_assert(is_compact<Row>());
         add_open(plan, kind::rows, offset, unbounded, &layout_holder<Row>::value);
     }
 };
@@ -282,13 +309,12 @@ template <class Record> inline constexpr auto steps_of = [] {
 
 constexpr layout layout_from(const step *steps, std::size_t count, std::size_t size)
 {
-    layout made{steps, static_cast<uint32_t>(count), static_cast<uint32_t>(size), 0, false};
+    layout made{steps, static_cast<uint32_t>(count), static_cast<uint32_t>(size), 0, 0, false};
     for (std::size_t i = 0; i < count; i++) {
-        made.wire += steps[i].wire;
+        made.least += steps[i].wire;
         made.owns |= steps[i].kind >= kind::text;
     }
-    if (made.owns)
-        made.wire = 0;
+    made.wire = made.owns ? 0 : made.least;
     return made;
 }
 

@@ -12,6 +12,7 @@ void check(bool passed, const std::string &what);
 void test_wire();
 void test_streams();
 void test_stubs();
+void test_memory();
 void test_transport();
 void test_settings();
 

@@ -62,6 +62,7 @@ int main()
     test_wire();
     test_streams();
     test_stubs();
+    test_memory();
     test_transport();
     test_settings();
     printf("%d passed, %d failed\n", passed, failed);
