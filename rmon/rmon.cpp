@@ -3,6 +3,7 @@
 #include "rmon/arguments.h"
 #include "rmon/connections.h"
 #include "rmon/groups/admin/identity.h"
+#include "rmon/platform.h"
 #include "rmon/rows.h"
 #include "rmon/rpc/rmonrpc_admin.h"
 
@@ -100,6 +101,10 @@ static void initialise_globals(void *globals)
 
 static PHP_MINIT_FUNCTION(rmon)
 {
+    if (!engine_agrees()) {
+        zend_error(E_CORE_WARNING, "rmon: built for an engine whose arrays lie differently in memory");
+        return FAILURE;
+    }
     REGISTER_INI_ENTRIES();
     register_link_types(module_number);
     rmon_module_entry.type = static_cast<unsigned char>(type);

@@ -38,9 +38,8 @@ constexpr std::array<decimal, 256> decimals = [] {
  */
 static zend_array *small_list(const uint8_t *bytes, uint32_t length)
 {
-    constexpr size_t size = HT_PACKED_SIZE_EX(HT_MIN_SIZE, HT_MIN_MASK);
     auto *list = static_cast<zend_array *>(emalloc(sizeof(zend_array)));
-    void *data = emalloc(size);
+    void *data = emalloc(smallest_list_bytes);
     GC_SET_REFCOUNT(list, 1);
     GC_TYPE_INFO(list) = GC_ARRAY;
     HT_FLAGS(list) = HASH_FLAG_PACKED | HASH_FLAG_STATIC_KEYS;

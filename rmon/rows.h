@@ -17,6 +17,7 @@
  */
 #pragma once
 
+#include "rmon/platform.h"
 #include "rmon/rmon.h"
 #include "rmon/rpc/wire.h"
 
@@ -368,21 +369,10 @@ void prepare_rows();
 /** Frees them. For module shutdown. */
 void forget_rows();
 
-/** A table of count keys: its size by the engine's rule, and the bytes of its data block. */
-constexpr uint32_t table_size(uint32_t count)
-{
-    return std::max<uint32_t>(HT_MIN_SIZE, std::bit_ceil(count));
-}
-
-constexpr size_t table_bytes(uint32_t count)
-{
-    return HT_SIZE_EX(table_size(count), HT_SIZE_TO_MASK(table_size(count)));
-}
-
-/** The part of the data block that holds anything: the hash and the buckets in use. */
+/** The part of a table's data block that holds anything: the hash and the buckets in use. */
 constexpr size_t used_bytes(uint32_t count)
 {
-    return HT_HASH_SIZE(HT_SIZE_TO_MASK(table_size(count))) + count * sizeof(Bucket);
+    return hash_bytes(count) + count * sizeof(Bucket);
 }
 
 /**
