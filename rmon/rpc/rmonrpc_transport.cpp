@@ -337,16 +337,27 @@ bool send_call(link_client *link, uint32_t procedure, xdrproc_t encode, void *ar
     return send_fragment(link, true) && encoded;
 }
 
+/** The number in an enumeration that an agent filled, which may be none of its values. */
+template <class Enumeration> int32_t number_in(const Enumeration &field)
+{
+    static_assert(sizeof field == sizeof(int32_t));
+    int32_t number;
+    std::memcpy(&number, &field, sizeof number);
+    return number;
+}
+
 /** Whether an answer to a call is of a kind that is none of the protocol's: nothing else will follow. */
 bool is_unknown_answer(const rpc_msg &message)
 {
-    if (message.rm_direction != REPLY)
+    if (number_in(message.rm_direction) != REPLY)
         return false;
-    switch (message.rm_reply.rp_stat) {
+    switch (number_in(message.rm_reply.rp_stat)) {
     case MSG_ACCEPTED:
         return false;
-    case MSG_DENIED:
-        return message.rjcted_rply.rj_stat != RPC_MISMATCH && message.rjcted_rply.rj_stat != AUTH_ERROR;
+    case MSG_DENIED: {
+        const int32_t why = number_in(message.rjcted_rply.rj_stat);
+        return why != RPC_MISMATCH && why != AUTH_ERROR;
+    }
     default:
         return true;
     }

@@ -129,7 +129,12 @@ expect_same(['', 0], $run(<<<'PHP'
     });
     PHP, ['rmon.default_port' => $agent->port, 'rmon.max_links' => 1]), 'limits');
 
-// A web server whose workers are forked when its preloaded script has opened a persistent link.
+// A web server whose workers are forked when its preloaded script has opened a persistent link. An engine that
+// preloads leaves memory behind, at which the sanitizers end it.
+if (getenv('USE_ZEND_ALLOC') === '0') {
+    done();
+    exit;
+}
 $preloaded = tempnam(sys_get_temp_dir(), 'rmon');
 file_put_contents($preloaded, '<?php rmon_etherstats_set(rmon_pconnect("127.0.0.1"), 1, 2, "", 1);');
 putenv('PHP_CLI_SERVER_WORKERS=4');
