@@ -341,6 +341,25 @@ final class ControlRowsTest extends AgentTestCase
         }
     }
 
+    public function testACaptureThatTheAgentSaves(): void
+    {
+        $directory = sys_get_temp_dir() . '/rmon-captures-' . getmypid();
+        $frame = \ethernet(\mac(1), \mac(2), 0x0800, \ip4('10.0.0.1', '10.0.0.2', 17, \udp(1000, 53)));
+        $agent = $this->playing([[1.0, $frame], [2.0, $frame]], '--captures', $directory);
+        $probe = $this->probe($agent);
+        $buffer = (new ControlRows($probe, 'noc'))->capture(1);
+        $this->read($agent);
+        try {
+            self::assertSame(['packets' => 2, 'last' => 2], $probe->saveCapture('calls', $buffer->index));
+            // What a file begins with, and 16 octets before each frame.
+            self::assertSame(24 + 2 * (16 + 60), filesize("$directory/calls.pcap"));
+            self::assertInstanceOf(BadArgument::class, $this->thrown(fn() => $probe->saveCapture('', 1)));
+        } finally {
+            array_map(unlink(...), glob("$directory/*"));
+            rmdir($directory);
+        }
+    }
+
     public function testATopNReport(): void
     {
         $rows = new ControlRows($this->probe, 'noc');
