@@ -1,6 +1,10 @@
 #include "rmon/answers.h"
 
+namespace rmon {
+
 void report_failure(CLIENT *client, const char *label)
 {
     zend_error(E_WARNING, "%s", clnt_sperror(client, label));
 }
+
+} // namespace rmon

@@ -10,6 +10,8 @@
 #include "rmon/arguments.h"
 #include "rmon/rows.h"
 
+namespace rmon {
+
 /** In the place of a label: a failed call is FALSE without a message. */
 inline constexpr const char *unreported = nullptr;
 
@@ -69,3 +71,5 @@ void return_rows(script_call call, wire::rows<Record> *reply, int32_t getType)
         ZVAL_ARR(call.return_value, make_row<Shape>(reply->value[0]));
     release(reply);
 }
+
+} // namespace rmon

@@ -1,5 +1,7 @@
 #include "rmon/arguments.h"
 
+namespace rmon {
+
 int type_number(const zval *value)
 {
     switch (Z_TYPE_P(value)) {
@@ -194,3 +196,5 @@ bool convert(script_call call, zval *argument, integer_or_address &to)
         return false;
     return convert(call, argument, static_cast<address &>(to));
 }
+
+} // namespace rmon

@@ -24,6 +24,8 @@
 
 #include <string_view>
 
+namespace rmon {
+
 /** The engine's type number, as messages show it: 0 null, 1 int, 2 float, 3 string, 4 array, 5 object, 6
  * bool, 7 resource. */
 int type_number(const zval *value);
@@ -176,3 +178,5 @@ bool take_rows_linked(script_call call, int32_t getType, int32_t &rows, link_id 
     return take_row_count(call, getType, rows, 1 + sizeof...(To)) && convert_from(call, 1, link)
            && connected(call, link) && convert_from(call, 2, to...);
 }
+
+} // namespace rmon

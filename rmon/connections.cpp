@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace rmon {
+
 namespace {
 
 constexpr const char link_type_name[] = "RMON RPC link";
@@ -329,6 +331,10 @@ void register_link_types(int module_number)
         forget_rmon_pconn, _close_rmon_pconn, link_type_name, module_number);
     pthread_atfork(nullptr, nullptr, begin_process);
 }
+
+} // namespace rmon
+
+using namespace rmon;
 
 PHP_FUNCTION(rmon_connect)
 {

@@ -7,6 +7,8 @@
 #include "rmon/rmon.h"
 #include "rmon/rpc/rmonrpc_clnt.h"
 
+namespace rmon {
+
 /**
  * A script's name for a link: its resource id. A script passes the resource
  * itself or the id. It is kept in place of the handle while arguments are
@@ -34,3 +36,5 @@ CLIENT *clnt_rmon_create(const char *host);
 
 /** Why the last TCP connection that failed did; empty when none has failed in this process. */
 const char *last_failed_connect();
+
+} // namespace rmon

@@ -17,6 +17,8 @@
 
 #include "rmon/rmon_arginfo.h"
 
+using namespace rmon;
+
 /** All functions, in the order of rmon.stub.php. */
 static const zend_function_entry *const rmon_functions = ext_functions;
 

@@ -33,11 +33,15 @@ ZEND_END_MODULE_GLOBALS(rmon)
 ZEND_EXTERN_MODULE_GLOBALS(rmon)
 #define RMON_G(field) ZEND_MODULE_GLOBALS_ACCESSOR(rmon, field)
 
+namespace rmon {
+
 /** A call of one of our functions, as the engine hands it to the handler. */
 struct script_call {
     zend_execute_data *execute_data;
     zval *return_value; // NULL until the handler sets it
 };
 
+} // namespace rmon
+
 /** The call that runs, in the body of a PHP_FUNCTION(). */
-#define CALL (script_call{execute_data, return_value})
+#define CALL (rmon::script_call{execute_data, return_value})

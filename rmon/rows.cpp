@@ -1,5 +1,7 @@
 #include "rmon/rows.h"
 
+namespace rmon {
+
 namespace {
 
 constinit row_prototype *declared_rows = nullptr;
@@ -177,3 +179,5 @@ void drop_undefined(zend_array *row)
         zend_hash_del(row, slot->key);
     }
 }
+
+} // namespace rmon

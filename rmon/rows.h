@@ -27,6 +27,8 @@
 #include <concepts>
 #include <string_view>
 
+namespace rmon {
+
 /* ---- values --------------------------------------------------------------------- */
 
 /** A packed array of integers, one for each byte; the engine's shared empty array when there are none. */
@@ -537,3 +539,5 @@ template <class Shape, class Record> zend_array *make_rows(const wire::rows<Reco
 {
     return make_rows<Shape>(rows.value, rows.length);
 }
+
+} // namespace rmon

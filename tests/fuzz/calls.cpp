@@ -62,7 +62,7 @@ void make_argument(zval *argument, const zend_internal_arg_info &parameter)
 void answer(int agent, zend_long link, std::span<const uint8_t> result)
 {
     uint32_t xid = 0;
-    clnt_control(client_of({link}), CLGET_XID, reinterpret_cast<char *>(&xid));
+    clnt_control(rmon::client_of({link}), CLGET_XID, reinterpret_cast<char *>(&xid));
     std::vector<uint8_t> reply;
     const auto size = static_cast<uint32_t>(24 + result.size());
     for (const uint32_t unit : {size | 0x80000000, xid - 1, 1u, 0u, 0u, 0u, 0u})

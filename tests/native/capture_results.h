@@ -1,4 +1,5 @@
-/* The settings of a capture, with what newer headers of libpcap say of them: their results have to be looked at. */
+/* The settings of a capture, with what newer headers of libpcap say of them: their results have to be looked
+ * at. */
 #pragma once
 
 #include <pcap/pcap.h>

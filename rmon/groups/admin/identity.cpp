@@ -10,6 +10,8 @@
 
 #include <cstdio>
 
+using namespace rmon;
+
 namespace {
 
 /* ---- the settings file ------------------------------------------------------------ */
@@ -75,7 +77,7 @@ void return_setting(zval *return_value, const settings_text &text)
 
 } // namespace
 
-int32_t target_identity()
+int32_t rmon::target_identity()
 {
     if (norv_target_id < 0)
         read_norv_settings();

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace rmon {
+
 /* Platform codes, which scripts know by the same names. */
 inline constexpr int32_t NORV_TARGET_ORN_AP = 1;
 inline constexpr int32_t NORV_TARGET_NORV2_AP = 3;
@@ -16,3 +18,5 @@ inline constexpr int32_t NORV_TARGET_VELDRIN = 7;
  * again at each call until a code was found; that it can't be read is reported.
  */
 int32_t target_identity();
+
+} // namespace rmon

@@ -9,6 +9,8 @@
 
 #include <cstdlib>
 
+using namespace rmon;
+
 namespace {
 
 /** Has the appliance write out the settings that its agent just changed. What becomes of that is not told. */

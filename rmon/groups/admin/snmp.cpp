@@ -2,6 +2,8 @@
 
 #include "rmon/answers.h"
 
+using namespace rmon;
+
 namespace {
 
 using T = rmonrpc_snmp_trapdest_t;

@@ -8,6 +8,8 @@
 
 #include "rmon/answers.h"
 
+namespace rmon {
+
 struct failed_read {
     int32_t status;
 };
@@ -51,3 +53,5 @@ inline void show_used(zval *slot, const rmonrpc_dsmon_address_t &field, int32_t 
 /** An address field; the field Length says how much of it is in use. */
 template <auto Address, auto Length> using counted_address =
     column<member_key<Address>, set_by<show_used>, Address, Length>;
+
+} // namespace rmon

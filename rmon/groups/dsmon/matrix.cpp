@@ -5,6 +5,8 @@
 
 #include "rmon/groups/dsmon/dsmon.h"
 
+using namespace rmon;
+
 namespace {
 
 using C = rmonrpc_dsmon_matrixctl_t;

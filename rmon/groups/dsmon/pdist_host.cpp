@@ -6,6 +6,8 @@
 
 #include "rmon/groups/dsmon/dsmon.h"
 
+using namespace rmon;
+
 namespace {
 
 /* ---- protocol distribution ------------------------------------------------------ */

@@ -2,6 +2,8 @@
 
 #include "rmon/groups/dsmon/dsmon.h"
 
+using namespace rmon;
+
 namespace {
 
 using C = rmonrpc_dsmon_stats_ctl_t;

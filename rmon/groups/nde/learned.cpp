@@ -2,6 +2,8 @@
 
 #include "rmon/groups/nde/nde.h"
 
+using namespace rmon;
+
 namespace {
 
 using L = rmonrpc_nde_learned_dev_t;

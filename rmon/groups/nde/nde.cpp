@@ -2,6 +2,10 @@
 
 #include "rmon/groups/nde/nde.h"
 
+using namespace rmon;
+
+namespace rmon {
+
 /* ---- shared with the learned devices ------------------------------------------------ */
 
 bool convert_read_address(script_call call, zval *argument, rmonrpc_nde_head_t &head)
@@ -47,6 +51,8 @@ void show_address(zval *slot, const wire::uchars<16> &address, uint32_t length)
 {
     set_bytes(slot, address.value, std::min(length, address.size));
 }
+
+} // namespace rmon
 
 namespace {
 

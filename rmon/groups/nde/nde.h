@@ -7,6 +7,8 @@
 
 #include "rmon/answers.h"
 
+namespace rmon {
+
 /* ---- arguments ------------------------------------------------------------------ *
  *
  * A device's address is an array of at most 16 integers; more are refused with
@@ -79,3 +81,5 @@ template <class Procedure, class... Field> void write_row(
     if (take(call, link, row.head, field...))
         return_integer(call, ask(call, procedure, link, row, label));
 }
+
+} // namespace rmon

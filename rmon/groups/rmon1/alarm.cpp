@@ -5,6 +5,8 @@
 
 #include "rmon/answers.h"
 
+using namespace rmon;
+
 namespace {
 
 constexpr const char *read_label = "host_ctl_get";

@@ -2,6 +2,8 @@
 
 #include "rmon/answers.h"
 
+using namespace rmon;
+
 namespace {
 
 using C = rmonrpc_buffer_ctl_t;

@@ -2,6 +2,8 @@
 
 #include "rmon/answers.h"
 
+using namespace rmon;
+
 namespace {
 
 using R = rmonrpc_etherstats_t;

@@ -2,6 +2,8 @@
 
 #include "rmon/answers.h"
 
+using namespace rmon;
+
 namespace {
 
 using system_row = row_shape<

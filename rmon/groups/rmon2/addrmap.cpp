@@ -2,6 +2,8 @@
 
 #include "rmon/answers.h"
 
+using namespace rmon;
+
 namespace {
 
 using S = rmonrpc_addrmap_scalars_t;

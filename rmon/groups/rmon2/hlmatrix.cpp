@@ -5,6 +5,8 @@
 
 #include "rmon/answers.h"
 
+using namespace rmon;
+
 namespace {
 
 using C = rmonrpc_hlmatrix_ctl_t;

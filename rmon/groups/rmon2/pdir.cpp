@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+using namespace rmon;
+
 namespace {
 
 /* ---- the directory --------------------------------------------------------------- */

@@ -5,6 +5,8 @@
 
 #include "rmon/answers.h"
 
+using namespace rmon;
+
 namespace {
 
 /* ---- VLANs ---------------------------------------------------------------------- */

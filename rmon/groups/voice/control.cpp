@@ -3,6 +3,8 @@
 
 #include "rmon/groups/voice/voice.h"
 
+using namespace rmon;
+
 namespace {
 
 /* ---- settings and aggregate figures --------------------------------------------------- */

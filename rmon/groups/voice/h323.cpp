@@ -2,6 +2,8 @@
 
 #include "rmon/groups/voice/voice.h"
 
+using namespace rmon;
+
 namespace {
 
 using C = rmonrpc_h323_common_row_t;

@@ -7,6 +7,8 @@
 
 #include "rmon/answers.h"
 
+namespace rmon {
+
 /* ---- fields -------------------------------------------------------------------- */
 
 /* How a field is shown follows from its type. */
@@ -129,3 +131,5 @@ void voice_rec_get(script_call call, int32_t getType, const Procedure &procedure
         ZVAL_ARR(call.return_value, make_row<Answer>(*reply));
     release(reply);
 }
+
+} // namespace rmon
