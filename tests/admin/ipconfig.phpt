@@ -117,7 +117,7 @@ foreach ($texts as $i => $four_texts) {
     );
 }
 
-// The first address that is none stops the call.
+// The first text that is not an address stops the call.
 $names = ['address', 'netmask', 'broadcast', 'gateway'];
 foreach ($names as $i => $name) {
     foreach (['', 'x', '256.1.1.1', '1.2.3.4.5', '10.1.2.3x', null] as $wrong) {

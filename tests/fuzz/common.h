@@ -45,7 +45,7 @@ std::vector<uint8_t> units(uint8_t unit, size_t size);
 /** The bytes of a record all of whose units are the same. */
 std::vector<uint8_t> repeating(const wire::layout &layout, uint8_t unit);
 
-/** What of these bytes a seed may have. */
+/** As many of these bytes as a seed may have. */
 std::vector<uint8_t> cut_off(std::vector<uint8_t> bytes);
 
 std::vector<uint8_t> joined(std::vector<uint8_t> first, const std::vector<uint8_t> &second);

@@ -6,7 +6,7 @@ require __DIR__ . '/pdir.inc';
 
 const LABEL = 'rmon_pdir_set';
 
-/** The record's order is another than that of the arguments. */
+/** The record has another order than the arguments. */
 function written(
     array $id,
     array $parameters,

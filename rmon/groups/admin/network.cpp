@@ -59,7 +59,7 @@ using ipconfig_row = row_shape<
     dotted<&I::ipGateway>,
     field<&I::ipInterface>>;
 
-/** Warns with the address's name when the text is none. */
+/** Warns with the address's name when the text is not an address. */
 bool parse_address(const char *text, const char *name, uint32_t &word)
 {
     in_addr parsed;

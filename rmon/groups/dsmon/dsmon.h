@@ -16,7 +16,7 @@ struct failed_read {
 
 using failed_read_row = row_shape<status<&failed_read::status>>;
 
-/** Asks for one row; whatever it isn't given for, no reply or the agent's refusal, looks the same. */
+/** Asks for one row. A failed call and the agent's refusal look the same to the script. */
 template <class Shape, class Procedure> void
 read_row(script_call call, const Procedure &procedure, link_id link, const typename Procedure::argument &key)
 {

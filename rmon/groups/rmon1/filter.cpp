@@ -41,7 +41,7 @@ struct filter_bytes {
 
 /**
  * Anything but an array is an empty list. Elements are integers already, or the
- * call is refused with the type number of the first that is none. The bytes
+ * call is refused with the type number of the first that is not one. The bytes
  * take the array's place in the call's frame, which frees them when it ends.
  */
 bool convert(script_call call, zval *argument, filter_bytes &to)

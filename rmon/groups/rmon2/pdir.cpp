@@ -14,7 +14,7 @@ namespace {
 /** A protocol's identifier or its parameters: an address whose elements must be integers already. */
 struct identifier : address {};
 
-/** An element that is no integer; null when there is none. */
+/** The first element that is not an integer; null when all of them are. */
 const zval *other_than_integer(HashTable *elements)
 {
     zval *element;
