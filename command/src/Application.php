@@ -6,6 +6,8 @@ namespace Rmon\Command;
 
 use Rmon\Command\Output\Screen;
 use Rmon\Command\Output\Text;
+use Rmon\ErrorStatus;
+use Rmon\Exception\AgentRefused;
 use Rmon\Exception\ConnectionFailed;
 use Rmon\Exception\ConnectionLost;
 use Rmon\Exception\ExtensionMissing;
@@ -165,7 +167,12 @@ final class Application extends ConsoleApplication
     {
         return new InputDefinition([
             new InputArgument('command', InputArgument::REQUIRED, 'A command or a table'),
-            new InputOption('host', 'H', InputOption::VALUE_REQUIRED, 'The agent, HOST[:PORT]; else that of $RMON_HOST'),
+            new InputOption(
+                'host',
+                'H',
+                InputOption::VALUE_REQUIRED,
+                'The agent, HOST[:PORT]; else that of $RMON_HOST',
+            ),
             new InputOption('timeout', null, InputOption::VALUE_REQUIRED, 'Seconds that connecting may take: 5'),
             new InputOption('help', 'h', InputOption::VALUE_NONE, 'Help for the command'),
             new InputOption('version', 'V', InputOption::VALUE_NONE, 'The version of the module'),
@@ -193,6 +200,9 @@ final class Application extends ConsoleApplication
     {
         if ($failure instanceof ExtensionMissing) {
             return 'In a source tree script/build release makes it, and this command finds it there.';
+        }
+        if ($failure instanceof AgentRefused && $failure->error() === ErrorStatus::badValue) {
+            return 'A row that works refuses most changes: status=underCreation stops it, status=valid starts it.';
         }
         if ($failure instanceof ConnectionLost) {
             return 'The agent was there and went, or doesn\'t answer in time. rmon doctor looks at it.';

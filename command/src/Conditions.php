@@ -83,7 +83,9 @@ final class Conditions
     private static function parts(string $condition): array
     {
         if (!preg_match(self::FORM, $condition, $parts)) {
-            throw new UsageError("\"$condition\" doesn't read COLUMN=VALUE (or !=, <, <=, >, >=, ~ for a part of a text).");
+            throw new UsageError(
+                "\"$condition\" doesn't read COLUMN=VALUE (or !=, <, <=, >, >=, ~ for a part of a text).",
+            );
         }
         return [$parts[1], $parts[2], $parts[3]];
     }

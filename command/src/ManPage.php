@@ -26,14 +26,15 @@ final class ManPage
             '.br',
             '.B rmon', '[\fB\-H\fR \fIHOST\fR[:\fIPORT\fR]] \fICOMMAND\fR ...',
             '.SH DESCRIPTION',
-            'The name of a table shows its rows: on a terminal with numbers as people read them, and as many columns as',
-            'there is room for; elsewhere with all columns. \fB\-\-json\fR and \fB\-\-csv\fR show exact numbers under full',
-            'names. Rows show as they arrive. Case, and "Table" at the end of a name, don\(aqt matter; of the name of a',
-            'column, the part that says which table it belongs to can be left out, or all but a part that no other',
-            'column has.',
+            'The name of a table shows its rows: on a terminal with numbers as people read them, and as many',
+            'columns as there is room for; elsewhere with all columns. \fB\-\-json\fR and \fB\-\-csv\fR show exact',
+            'numbers under full names. Rows show as they arrive. Case, and "Table" at the end of a name, don\(aqt',
+            'matter; of the name of a column, the part that says which table it belongs to can be left out, or all',
+            'but a part that no other column has.',
             '.SH FILTERS',
-            '.TP', '.IR COLUMN = VALUE', 'Rows with this value: a number, an address, the name of an interface, of a protocol',
-            '("ip.tcp.https") or of a state. Values of keys are looked for by the agent. \fBcontrol\fR=\fIINDEX\fR stands for',
+            '.TP', '.IR COLUMN = VALUE',
+            'Rows with this value: a number, an address, the name of an interface, of a protocol ("ip.tcp.https") or',
+            'of a state. Values of keys are looked for by the agent. \fBcontrol\fR=\fIINDEX\fR stands for',
             'the row that says what is counted.',
             '.TP', '.IR COLUMN != VALUE', 'Rows with another value.',
             '.TP', '.IR COLUMN < NUMBER , " COLUMN" <= NUMBER , " COLUMN" > NUMBER , " COLUMN" >= NUMBER',
@@ -146,6 +147,10 @@ final class ManPage
 
     private static function escaped(string $text): string
     {
-        return preg_replace('/^([.\'])/m', '\\&$1', strtr($text, ['\\' => '\e', '-' => '\-', "'" => '\(aq', '`' => '\(ga']));
+        return preg_replace(
+            '/^([.\'])/m',
+            '\\&$1',
+            strtr($text, ['\\' => '\e', '-' => '\-', "'" => '\(aq', '`' => '\(ga']),
+        );
     }
 }

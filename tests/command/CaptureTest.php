@@ -55,7 +55,12 @@ final class CaptureTest extends CommandTestCase
             $add(\ethernet(\mac(1), \mac(2), 0x86dd, \ip6('2001:db8::1', '2001:db8::2', $protocol, $payload)));
         }
         $add(\ethernet(\mac(1), \mac(2), 0x86dd, \ip6('2001:db8::2', '2001:db8:1::1', 58, "\x80\0\0\0")));
-        $add(\ethernet(str_repeat("\xff", 6), \mac(3), 0x0806, \arp(1, \mac(3), '10.0.0.1', str_repeat("\0", 6), '10.0.0.2')));
+        $add(\ethernet(
+            str_repeat("\xff", 6),
+            \mac(3),
+            0x0806,
+            \arp(1, \mac(3), '10.0.0.1', str_repeat("\0", 6), '10.0.0.2'),
+        ));
         $add(\ethernet(\mac(3), \mac(4), 0x0806, \arp(2, \mac(4), '10.0.0.2', \mac(3), '10.0.0.1')));
         $add(\ethernet("\x01\0\x5e\0\0\1", \mac(3), 0x0800, \ip4('10.0.0.1', '224.0.0.1', 17, \udp(1, 2, 'x'))));
         $add(\ethernet(\mac(3), \mac(4), 0x88cc, 'neighbours'));
@@ -66,11 +71,13 @@ final class CaptureTest extends CommandTestCase
     public function expressions(): iterable
     {
         yield 'layers' => [[
-            'ip', 'ip6', 'arp', 'tcp', 'udp', 'icmp', 'icmp6', 'sctp', 'ip6 and tcp', 'not ip', 'not (tcp or udp)', 'broadcast', 'multicast',
+            'ip', 'ip6', 'arp', 'tcp', 'udp', 'icmp', 'icmp6', 'sctp', 'ip6 and tcp', 'not ip', 'not (tcp or udp)',
+            'broadcast', 'multicast',
             'not arp and not ip6', '',
         ]];
         yield 'addresses' => [[
-            'host 10.0.0.1', 'src host 10.0.0.1', 'dst 10.0.0.2', 'host 2001:db8::1', 'net 10.0.0.0/23', 'src net 10.0.1.0/24',
+            'host 10.0.0.1', 'src host 10.0.0.1', 'dst 10.0.0.2', 'host 2001:db8::1', 'net 10.0.0.0/23',
+            'src net 10.0.1.0/24',
             'net 2001:db8::/48', 'host 10.0.0.1 and host 10.0.0.2', 'host 10.0.0.1 or 192.168.7.7', 'ip host 10.0.0.1',
             'src host 10.0.0.1 and not dst host 10.0.0.2', 'net 10.0.0.0/9 and icmp', 'arp host 10.0.0.1',
             'ether host 02:00:00:00:00:03', 'ether src 02:00:00:00:00:01',
@@ -78,7 +85,8 @@ final class CaptureTest extends CommandTestCase
         yield 'ports' => [[
             'port 443', 'tcp port 443', 'tcp dst port 443', 'udp src port 53', 'port 443 or 53', 'not port 443',
             'host 10.0.0.1 and port 443', 'host 10.0.0.1 and tcp port 443', 'host 2001:db8::1 and udp port 53',
-            'tcp and not port 22', 'udp and not host 10.0.0.1', 'src host 10.0.0.1 and tcp and not dst port 443', 'ether src 02:00:00:00:00:02 and tcp port 22',
+            'tcp and not port 22', 'udp and not host 10.0.0.1', 'src host 10.0.0.1 and tcp and not dst port 443',
+            'ether src 02:00:00:00:00:02 and tcp port 22',
         ]];
     }
 
@@ -92,7 +100,7 @@ final class CaptureTest extends CommandTestCase
         $agent = \reading_agent([$file]);
         $probe = $this->probe($agent);
         $filters = new FilterRows($probe);
-        $probe->withRows('test', function (ControlRows $rows) use ($probe, $agent, $filters, $expressions, $file): void {
+        $compare = function (ControlRows $rows) use ($probe, $agent, $filters, $expressions, $file): void {
             $buffers = [];
             foreach ($expressions as $expression) {
                 $filter = FilterExpression::parse($expression);
@@ -107,14 +115,19 @@ final class CaptureTest extends CommandTestCase
                 self::assertNotSame([], $captured, $expression);
                 self::assertSame(self::tcpdump($file, $expression), $captured, $expression);
             }
-        });
+        };
+        $probe->withRows('test', $compare);
         \end_agent($agent);
     }
 
     /** @return list<string> frames that tcpdump takes, as hexadecimal digits */
     private static function tcpdump(string $file, string $expression): array
     {
-        $words = preg_replace(['/\bbroadcast\b/', '/\bmulticast\b/'], ['ether broadcast', 'ether multicast'], $expression);
+        $words = preg_replace(
+            ['/\bbroadcast\b/', '/\bmulticast\b/'],
+            ['ether broadcast', 'ether multicast'],
+            $expression,
+        );
         [$code, $output, $error] = \run('tcpdump', '-r', $file, '-w', '-', $words);
         self::assertSame(0, $code, $error);
         return array_map(bin2hex(...), self::framesOf($output));
@@ -169,7 +182,17 @@ final class CaptureTest extends CommandTestCase
     {
         $agent = $this->playing(self::frames());
         $name = $this->probe($agent)->interfaces()->name(1);
-        $run = $this->begin($agent, 'capture', '--on', $name, 'host 10.0.0.1 and port 53 or host 10.0.0.2', '--write', '-', '--count', '2');
+        $run = $this->begin(
+            $agent,
+            'capture',
+            '--on',
+            $name,
+            'host 10.0.0.1 and port 53 or host 10.0.0.2',
+            '--write',
+            '-',
+            '--count',
+            '2',
+        );
         $this->awaitRow($agent, 'bufferControlTable', 'bufferControlStatus');
         $this->awaitRow($agent, 'channelTable', 'channelDataControl');
         $this->read($agent);

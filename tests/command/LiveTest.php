@@ -37,7 +37,10 @@ final class LiveTest extends CommandTestCase
     {
         $rows = $this->measured('hlMatrixControlTable', 'top', 'talkers', '--by', 'octets');
         $most = ['10.0.0.2', '10.0.9.9', 'ip.tcp.https'];
-        self::assertContains($most, array_map(static fn(array $row) => [$row['address'], $row['peer'], $row['protocol']], $rows));
+        self::assertContains(
+            $most,
+            array_map(static fn(array $row) => [$row['address'], $row['peer'], $row['protocol']], $rows),
+        );
         self::assertSame('10.0.0.2', $rows[0]['address']);
     }
 
@@ -57,7 +60,17 @@ final class LiveTest extends CommandTestCase
 
     public function testWatchingWithoutAControlRow(): void
     {
-        $run = $this->begin($agent = $this->bundled(), 'watch', 'ifTable', 'ifIndex=1', '--interval', '0.2', '--json', '--count', '2');
+        $run = $this->begin(
+            $agent = $this->bundled(),
+            'watch',
+            'ifTable',
+            'ifIndex=1',
+            '--interval',
+            '0.2',
+            '--json',
+            '--count',
+            '2',
+        );
         self::assertSame([0, ''], [$run->code(), $run->error]);
         self::assertSame([1, 1], array_column($run->rows(), 'ifIndex'), 'our own calls make lo grow');
     }

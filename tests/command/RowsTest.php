@@ -82,7 +82,10 @@ final class RowsTest extends CommandTestCase
         $probe->withRows('test', function (\Rmon\ControlRows $rows) use ($agent, $name): void {
             $control = $rows->hosts($name)->index;
             $this->read($agent);
-            $hosts = fn(string ...$arguments) => array_column($this->rowsOf($agent, 'nlHost', ...$arguments), 'nlHostAddress');
+            $hosts = fn(string ...$arguments) => array_column(
+                $this->rowsOf($agent, 'nlHost', ...$arguments),
+                'nlHostAddress',
+            );
             $all = ['10.0.0.1', '10.0.0.2', '10.0.0.3', '10.0.8.8', '10.0.9.9'];
             self::assertSame($all, $hosts());
             self::assertSame($all, $hosts("control=$control", 'protocolDirLocalIndex=ip'));
@@ -96,11 +99,17 @@ final class RowsTest extends CommandTestCase
             self::assertSame(['10.0.8.8'], $hosts('address~8.8'));
             self::assertSame($all, $hosts('--on', $name));
             self::assertSame(['10.0.0.2', '10.0.0.1'], $hosts('--sort', '-outOctets,address', '--limit', '2'));
-            self::assertSame(['10.0.8.8', '10.0.9.9', '10.0.0.1'], $hosts('--sort', 'outOctets,address', '--limit', '3'));
+            self::assertSame(
+                ['10.0.8.8', '10.0.9.9', '10.0.0.1'],
+                $hosts('--sort', 'outOctets,address', '--limit', '3'),
+            );
             self::assertSame([], $hosts('--limit', '0'));
         });
         self::assertSame(2, $this->rmon($agent, 'system', '--on', $name)->code());
-        self::assertStringContainsString('no interface "eth77"', $this->rmon($agent, 'ifTable', '--on', 'eth77')->error);
+        self::assertStringContainsString(
+            'no interface "eth77"',
+            $this->rmon($agent, 'ifTable', '--on', 'eth77')->error,
+        );
         self::assertStringContainsString('only numbers', $this->rmon($agent, 'ifTable', 'inOctets<x')->error);
         self::assertStringContainsString('COLUMN=VALUE', $this->rmon($agent, 'ifTable', '=7')->error);
     }
@@ -109,7 +118,15 @@ final class RowsTest extends CommandTestCase
     {
         $agent = $this->playing(self::frames());
         self::assertSame(1, $this->rmon($agent, 'get', 'alarm', 'index=7')->code());
-        $set = $this->rmon($agent, 'set', 'alarmTable', 'index=7', 'variable=etherStatsPkts.1', 'risingThreshold=100', 'alarmOwner==x');
+        $set = $this->rmon(
+            $agent,
+            'set',
+            'alarmTable',
+            'index=7',
+            'variable=etherStatsPkts.1',
+            'risingThreshold=100',
+            'alarmOwner==x',
+        );
         self::assertSame([0, '', ''], [$set->code(), $set->out, $set->error]);
         [$row] = $this->rowsOf($agent, 'get', 'alarm', 'index=7');
         self::assertSame(
@@ -122,7 +139,12 @@ final class RowsTest extends CommandTestCase
             $this->rmon($agent, 'set', 'alarm', 'index=7', 'index=8')->code(),
             $this->rmon($agent, 'get', 'alarm')->code(),
         ]);
-        self::assertSame(0, $this->rmon($agent, 'set', 'alarm', 'index=7', 'alarmRisingThreshold=200')->code());
+        $refused = $this->rmon($agent, 'set', 'alarm', 'index=7', 'risingThreshold=200');
+        self::assertSame(4, $refused->code());
+        self::assertStringContainsString('status=underCreation', $refused->error, 'what helps');
+        foreach (['status=underCreation', 'risingThreshold=200', 'status=valid'] as $value) {
+            self::assertSame(0, $this->rmon($agent, 'set', 'alarm', 'index=7', $value)->code(), $value);
+        }
         [$alarm] = $this->rowsOf($agent, 'alarms');
         self::assertSame([7, 'etherStatsPkts.1', 200], [$alarm['alarm'], $alarm['variable'], $alarm['rising']]);
         self::assertSame(0, $this->rmon($agent, 'delete', 'alarm', 'index=7')->code());
@@ -167,7 +189,10 @@ final class RowsTest extends CommandTestCase
         $plain = $this->onTerminal($agent, ['NO_COLOR' => '1'], 'ifTable', '--columns', 'all')->end();
         self::assertStringNotContainsString("\e", $plain->out);
         self::assertStringContainsString('OutOctets', $plain->out);
-        self::assertStringContainsString('hlHostControlTable, which says what is counted', $this->onTerminal($agent, [], 'nlHost')->end()->out);
+        self::assertStringContainsString(
+            'hlHostControlTable, which says what is counted',
+            $this->onTerminal($agent, [], 'nlHost')->end()->out,
+        );
         self::assertSame('', $this->rmon($agent, 'nlHost')->error, 'remarks are for people');
     }
 
@@ -213,7 +238,10 @@ final class RowsTest extends CommandTestCase
     public function testTheDoctorSeesThatFramesAreNotSeen(): void
     {
         $agent = $this->bundled('--no-capture');
-        $faults = array_filter($this->rmon($agent, 'doctor', '--json')->rows(), static fn(array $row) => $row['state'] === 'fault');
+        $faults = array_filter(
+            $this->rmon($agent, 'doctor', '--json')->rows(),
+            static fn(array $row) => $row['state'] === 'fault',
+        );
         self::assertStringStartsWith('lo: ', reset($faults)['finding']);
         self::assertStringContainsString('the right to capture', reset($faults)['finding']);
     }

@@ -31,8 +31,18 @@ final class Run
      */
     public function __construct(array $arguments, array $environment = [], bool $terminal = false, bool $module = true)
     {
-        $program = [PHP_BINARY, ...($module ? ['-d', 'extension=' . \module_file()] : []), \dirname(__DIR__, 2) . '/bin/rmon'];
-        $environment += ['RMON_STARTED_AGAIN' => '1', 'NO_COLOR' => null, 'TERM' => 'xterm', 'COLUMNS' => '100', 'LINES' => '30'];
+        $program = [
+            PHP_BINARY,
+            ...($module ? ['-d', 'extension=' . \module_file()] : []),
+            \dirname(__DIR__, 2) . '/bin/rmon',
+        ];
+        $environment += [
+            'RMON_STARTED_AGAIN' => '1',
+            'NO_COLOR' => null,
+            'TERM' => 'xterm',
+            'COLUMNS' => '100',
+            'LINES' => '30',
+        ];
         $environment += getenv();
         $output = $terminal ? ['pty'] : ['pipe', 'w'];
         $this->process = proc_open(
@@ -110,7 +120,9 @@ final class Run
     {
         $this->end();
         $lines = array_filter(explode("\n", $this->out), static fn(string $line) => $line !== '');
-        return array_values(array_map(static fn(string $line) => json_decode($line, true, 64, JSON_THROW_ON_ERROR), $lines));
+        return array_values(
+            array_map(static fn(string $line) => json_decode($line, true, 64, JSON_THROW_ON_ERROR), $lines),
+        );
     }
 
     private function ended(): bool

@@ -15,8 +15,18 @@ final class ShellsTest extends CommandTestCase
     /** @return list<string> what is offered for the last word */
     private function offered(string ...$words): array
     {
-        $inputs = array_map(static fn(string $word) => "-i$word", array_filter($words, static fn(string $word) => $word !== ''));
-        $run = $this->rmon(null, '_complete', '--no-interaction', '-sbash', '-c' . (count($words) - 1), ...array_values($inputs));
+        $inputs = array_map(
+            static fn(string $word) => "-i$word",
+            array_filter($words, static fn(string $word) => $word !== ''),
+        );
+        $run = $this->rmon(
+            null,
+            '_complete',
+            '--no-interaction',
+            '-sbash',
+            '-c' . (count($words) - 1),
+            ...array_values($inputs),
+        );
         self::assertSame([0, ''], [$run->code(), $run->error]);
         return array_values(array_filter(explode("\n", $run->out)));
     }
@@ -58,7 +68,11 @@ final class ShellsTest extends CommandTestCase
     {
         $script = \file_of($this->rmon(null, 'completion', 'fish')->out);
         $path = \dirname(__DIR__, 2) . '/bin';
-        [$code, $output, $error] = \run('fish', '-c', "set -gx PATH $path \$PATH; source $script; complete -C 'rmon describe nlHost'");
+        [$code, $output, $error] = \run(
+            'fish',
+            '-c',
+            "set -gx PATH $path \$PATH; source $script; complete -C 'rmon describe nlHost'",
+        );
         self::assertSame([0, "nlHostTable\n", ''], [$code, $output, $error]);
     }
 

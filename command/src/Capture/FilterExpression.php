@@ -78,7 +78,9 @@ final class FilterExpression
         do {
             [$more, $not] = $this->conjunction();
             if ($not && ($terms !== [] || $this->isNext('or', '||'))) {
-                throw new Inexpressible('"not" can stand around the whole filter or behind an "and", not beside an "or".');
+                throw new Inexpressible(
+                    '"not" can stand around the whole filter or behind an "and", not beside an "or".',
+                );
             }
             $negated = $not;
             $terms = [...$terms, ...$more];
@@ -152,8 +154,8 @@ final class FilterExpression
 
     private static function unknown(string $word): UsageError
     {
-        return new UsageError("\"$word\" is no word of a filter. There are: host, net, port, src, dst, ether host, ip, ip6, "
-            . 'arp, tcp, udp, sctp, icmp, icmp6, vlan, broadcast, multicast, and, or, not.');
+        return new UsageError("\"$word\" is no word of a filter. There are: host, net, port, src, dst, ether host, ip, "
+            . 'ip6, arp, tcp, udp, sctp, icmp, icmp6, vlan, broadcast, multicast, and, or, not.');
     }
 
     private function isQualifier(string $word): bool
@@ -267,7 +269,12 @@ final class FilterExpression
             default => ['ip', 'ip6'],
         };
         return array_values(array_map(
-            static fn(string $network) => Term::octets($network, 'net', self::ABOVE[$network], [self::PROTOCOLS[$protocol]]),
+            static fn(string $network) => Term::octets(
+                $network,
+                'net',
+                self::ABOVE[$network],
+                [self::PROTOCOLS[$protocol]],
+            ),
             array_intersect($possible, $networks),
         ));
     }

@@ -45,7 +45,8 @@ final class FilterRows
         }
         if (count($rows) > self::MOST) {
             throw new UsageError(sprintf(
-                'This filter takes %d rows of the filter table, and at most %d are made. To name the protocol helps: %s.',
+                'This filter takes %d rows of the filter table, and at most %d are made. '
+                    . 'To name the protocol helps: %s.',
                 count($rows),
                 self::MOST,
                 'tcp and not port 22',
@@ -63,9 +64,14 @@ final class FilterRows
         $ports = isset($term->bits['port']) || isset($term->except['port']);
         $transport = self::TRANSPORTS[$term->bits['net'][$term->network === 'ip6' ? 6 : 9][0] ?? 0] ?? null;
         $link = isset($term->bits['link']) || isset($term->except['link']);
-        if ($ports && !$link && $transport !== null && count($term->bits['net']) === 1 && !isset($term->except['net'])) {
+        $onlyPorts = $ports && !$link && count($term->bits['net'] ?? []) === 1 && !isset($term->except['net']);
+        if ($onlyPorts && $transport !== null) {
             // Only ports: the agent finds where the transport begins.
-            return [$this->row("$term->network.$transport", self::moved($term->bits, ['port' => 0]), self::moved($term->except, ['port' => 0]))];
+            return [$this->row(
+                "$term->network.$transport",
+                self::moved($term->bits, ['port' => 0]),
+                self::moved($term->except, ['port' => 0]),
+            )];
         }
         $rows = [];
         foreach ($ports ? $this->withPortsPlaced($term) : [$term] as $placed) {
@@ -102,8 +108,14 @@ final class FilterRows
             $starts = ['net' => 0, 'port' => 4 * $words, 'link' => -self::UNTAGGED];
             $moved = new Term(
                 $term->network,
-                ['link' => $term->bits['link'] ?? [], 'net' => self::moved(array_diff_key($term->bits, ['link' => 0]), $starts)],
-                ['link' => $term->except['link'] ?? [], 'net' => self::moved(array_diff_key($term->except, ['link' => 0]), $starts)],
+                [
+                    'link' => $term->bits['link'] ?? [],
+                    'net' => self::moved(array_diff_key($term->bits, ['link' => 0]), $starts),
+                ],
+                [
+                    'link' => $term->except['link'] ?? [],
+                    'net' => self::moved(array_diff_key($term->except, ['link' => 0]), $starts),
+                ],
             );
             if ($term->network === 'ip') {
                 // The header's length, and no later fragment.
@@ -129,13 +141,19 @@ final class FilterRows
         }
         $type = self::ETHERNET_TYPES[$term->network];
         $rows = [];
-        foreach (
-            [self::UNTAGGED => Term::octets(null, 'link', 12, $type),
-            self::TAGGED => Term::octets(null, 'link', 12, [0x81, 0x00])->and(Term::octets(null, 'link', 16, $type))] as $start => $head
-        ) {
+        $tag = Term::octets(null, 'link', 12, [0x81, 0x00]);
+        $heads = [
+            self::UNTAGGED => Term::octets(null, 'link', 12, $type),
+            self::TAGGED => $tag->and(Term::octets(null, 'link', 16, $type)),
+        ];
+        foreach ($heads as $start => $head) {
             $whole = (new Term(null, ['link' => self::moved($term->bits, ['link' => 0, 'net' => $start])]))->and($head);
             if ($whole !== null) {
-                $rows[] = $this->row(null, $whole->bits['link'], self::moved($term->except, ['link' => 0, 'net' => $start]));
+                $rows[] = $this->row(
+                    null,
+                    $whole->bits['link'],
+                    self::moved($term->except, ['link' => 0, 'net' => $start]),
+                );
             }
         }
         return $rows;

@@ -89,7 +89,8 @@ final class Term
         }
         $left = self::missing($other->bits, $this->bits);
         $terms = [];
-        if (isset($other->bits['port']) && $other->network === 'ip' && !isset($this->bits['port']) && !isset($this->except['port'])) {
+        $hasPorts = isset($this->bits['port']) || isset($this->except['port']);
+        if (isset($other->bits['port']) && $other->network === 'ip' && !$hasPorts) {
             $terms[] = new self($this->network, $this->bits, $this->except, true);
         }
         if ($this->except === []) {
@@ -99,7 +100,9 @@ final class Term
             foreach ($octets as $offset => [$octet, $mask]) {
                 for ($bit = 1; $bit < 256; $bit <<= 1) {
                     if ($mask & $bit) {
-                        $terms[] = $this->and(new self($this->network, [$layer => [$offset => [~$octet & $bit, $bit]]]));
+                        $terms[] = $this->and(
+                            new self($this->network, [$layer => [$offset => [~$octet & $bit, $bit]]]),
+                        );
                     }
                 }
             }

@@ -37,10 +37,10 @@ final class CaptureCommand extends ProbeCommand
             ->setDescription('Frames of an interface into a capture file, or a stream for tshark')
             ->setHelp(
                 "rmon capture --on eth0 'host 10.0.1.23 and port 443' --write - | tshark -r -\n\n"
-                . "A filter has the words host, net, port, src, dst, ether host, ip, ip6, arp, tcp, udp, sctp, icmp, icmp6, vlan, "
-                . "broadcast, multicast, and, or, not, and parentheses. It is made into rows of the filter table; what "
-                . "those can't say is refused.\nIt goes on until Ctrl-C, --count or --seconds. The rows that it makes on "
-                . 'the agent go with it.',
+                . "A filter has the words host, net, port, src, dst, ether host, ip, ip6, arp, tcp, udp, sctp, icmp, "
+                . "icmp6, vlan, broadcast, multicast, and, or, not, and parentheses. It is made into rows of "
+                . "the filter table; what those can't say is refused.\n"
+                . 'It goes on until Ctrl-C, --count or --seconds. The rows that it makes on the agent go with it.',
             )
             ->addArgument('filter', InputArgument::IS_ARRAY, 'Which frames; all when left out')
             ->addOption('on', 'i', InputOption::VALUE_REQUIRED, 'The interface')
@@ -64,15 +64,19 @@ final class CaptureCommand extends ProbeCommand
         $count = Options::whole($input, 'count', 1) ?? PHP_INT_MAX;
         $seconds = Options::seconds($input, 'seconds') ?? INF;
         $slice = Options::whole($input, 'slice', 0, 65535);
-        $file = PcapFile::create($input->getOption('write') ?? throw new UsageError('Where to? --write FILE, or - for standard output.'));
+        $file = PcapFile::create(
+            $input->getOption('write') ?? throw new UsageError('Where to? --write FILE, or - for standard output.'),
+        );
         $taken = 0;
         try {
-            Live::run($this->screen(), fn(Live $live) => $probe->withRows(
+            $make = static fn(ControlRows $made) => $made
+                ->capture($interface, $rows, slice: $slice, wrap: true, failed: $filter->failed);
+            $fetch = function (ControlRows $made, Live $live) use ($probe, $make, $file, $count, $seconds, &$taken) {
+                $this->download($probe, $live, $made, $make($made), $file, $count, $seconds, $taken);
+            };
+            Live::run($this->screen(), static fn(Live $live) => $probe->withRows(
                 'capture',
-                function (ControlRows $made) use ($probe, $live, $interface, $rows, $filter, $slice, $file, $count, $seconds, &$taken) {
-                    $buffer = $made->capture($interface, $rows, slice: $slice, wrap: true, failed: $filter->failed);
-                    $this->download($probe, $live, $made, $buffer, $file, $count, $seconds, $taken);
-                },
+                static fn(ControlRows $made) => $fetch($made, $live),
             ), false);
         } finally {
             $this->screen()->remark($taken === 1 ? '1 frame' : "$taken frames");
@@ -102,7 +106,7 @@ final class CaptureCommand extends ProbeCommand
             $isOver = hrtime(true) / 1e9 >= $end;
             $page = $table->page(min(self::PAGE, $count - $taken), $behind);
             foreach ($page as $row) {
-                $lost += $behind === null ? $row['captureBufferIndex'] - 1 : $row['captureBufferIndex'] - $behind['captureBufferIndex'] - 1;
+                $lost += $row['captureBufferIndex'] - ($behind['captureBufferIndex'] ?? 0) - 1;
                 $behind = $table->keysOf($row);
                 $milliseconds = $row['captureBufferPacketTime'];
                 $time = $start + 1000000 * (int) $milliseconds + (int) $row['captureBufferPacketHighCapacityTime'];

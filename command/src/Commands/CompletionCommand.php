@@ -31,7 +31,11 @@ final class CompletionCommand extends Command
     {
         $this->setName('completion')
             ->setDescription('A script that makes a shell complete commands, tables and columns')
-            ->addArgument('shell', InputArgument::OPTIONAL, implode(', ', self::SHELLS) . '; that of $SHELL if left out');
+            ->addArgument(
+                'shell',
+                InputArgument::OPTIONAL,
+                implode(', ', self::SHELLS) . '; that of $SHELL if left out',
+            );
         $this->setHelp(
             "For this shell alone:  eval \"$(rmon completion bash)\"\n"
             . "For good: write it where the shell looks for such scripts, as in\n"

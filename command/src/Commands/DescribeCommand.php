@@ -59,7 +59,9 @@ final class DescribeCommand extends ProbeCommand
     {
         $screen = $this->screen();
         $screen->line($screen->strong($schema->name) . ": $schema->title");
-        $screen->line($schema->rfc === null ? "Group $schema->group, the agent's own" : "Group $schema->group, $schema->rfc");
+        $screen->line(
+            $schema->rfc === null ? "Group $schema->group, the agent's own" : "Group $schema->group, $schema->rfc",
+        );
         if ($schema->control() !== null) {
             $screen->line("Its rows come and go with those of {$schema->control()}.");
         }

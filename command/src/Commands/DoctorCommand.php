@@ -76,7 +76,10 @@ final class DoctorCommand extends ProbeCommand
     {
         $php = 'PHP ' . PHP_VERSION;
         if (!Machine::hasModule()) {
-            yield $this->fault('module', "$php has no module rmon: extension=rmon in php.ini, or script/build release in a source tree");
+            yield $this->fault(
+                'module',
+                "$php has no module rmon: extension=rmon in php.ini, or script/build release in a source tree",
+            );
             return;
         }
         yield self::ok('module', 'rmon ' . Machine::moduleVersion() . " in $php");
@@ -86,14 +89,20 @@ final class DoctorCommand extends ProbeCommand
             $system = $probe->system();
             $time = (hrtime(true) - $begun) / 1e6;
         } catch (ConnectionFailed $failure) {
-            yield $this->fault('agent', "{$failure->getMessage()} Is rmon-agent running there? Another one: -H HOST[:PORT]");
+            yield $this->fault(
+                'agent',
+                "{$failure->getMessage()} Is rmon-agent running there? Another one: -H HOST[:PORT]",
+            );
             return;
         } catch (ExtensionMissing | RmonException $failure) {
             yield $this->fault('agent', $failure->getMessage());
             return;
         }
         $link = $probe->link;
-        yield self::ok('agent', sprintf('%s:%d answered in %.1f ms: %s', $link->host, $link->port, $time, $system['sysDescr']));
+        yield self::ok(
+            'agent',
+            sprintf('%s:%d answered in %.1f ms: %s', $link->host, $link->port, $time, $system['sysDescr']),
+        );
         try {
             yield from $this->measured($probe, (float) $input->getOption('seconds'));
             yield from $this->drops($probe);
@@ -150,8 +159,8 @@ final class DoctorCommand extends ProbeCommand
             if ($count > 0) {
                 yield self::ok('capture', sprintf('%s: %d frames in %.1f s', $name, $count, $seconds));
             } elseif ($counted > 0) {
-                yield $this->fault('capture', "$name: $counted packets by the interface's counters, but the agent saw no "
-                    . 'frame: it runs without the right to capture (setcap cap_net_raw+ep), or with --no-capture');
+                yield $this->fault('capture', "$name: $counted packets by the interface's counters, but the agent saw "
+                    . 'no frame: it runs without the right to capture (setcap cap_net_raw+ep), or with --no-capture');
             } else {
                 yield self::note('capture', "$name: nothing to see in these " . $seconds . ' s');
             }
@@ -163,7 +172,8 @@ final class DoctorCommand extends ProbeCommand
     {
         $packets = [];
         foreach ($probe->table('ifTable') as $row) {
-            $packets[$row['ifIndex']] = $row['ifInUcastPkts'] + $row['ifInNUcastPkts'] + $row['ifOutUcastPkts'] + $row['ifOutNUcastPkts'];
+            $packets[$row['ifIndex']] = $row['ifInUcastPkts'] + $row['ifInNUcastPkts']
+                + $row['ifOutUcastPkts'] + $row['ifOutNUcastPkts'];
         }
         return $packets;
     }
@@ -186,7 +196,10 @@ final class DoctorCommand extends ProbeCommand
             if (($row[$column] ?? 0) > 0) {
                 $key = array_key_first($schema->keys);
                 $count = Format::whole($row[$column]);
-                yield self::note('dropped', "$count frames by $schema->name $row[$key] ($column): the agent can't keep up, or a table is full");
+                yield self::note(
+                    'dropped',
+                    "$count frames by $schema->name $row[$key] ($column): the agent can't keep up, or a table is full",
+                );
             }
         }
     }
@@ -219,7 +232,10 @@ final class DoctorCommand extends ProbeCommand
             }
         }
         if ($probe->table('dsmonAggControlLocked')->get()['dsmonAggControlLocked'] !== 1) {
-            yield self::note('not counted', 'dsmon tables: dsmonAggControlLocked is not set, and counting begins with it');
+            yield self::note(
+                'not counted',
+                'dsmon tables: dsmonAggControlLocked is not set, and counting begins with it',
+            );
         }
         foreach (['sccp', 'h323', 'mgcp'] as $monitor) {
             if ((new VoiceMonitor($probe, $monitor))->config()['enable'] === 0) {

@@ -54,11 +54,16 @@ final class TopCommand extends ProbeCommand
             ->setHelp(
                 "<info>hosts</info> who sends; <info>talkers</info> who sends to whom, by protocol; "
                 . "<info>conversations</info> who sends to whom; <info>protocols</info> what the traffic is.\n"
-                . 'On a terminal it goes on until q is pressed; elsewhere it measures once. What it needs on the agent is '
-                . 'made for as long, and removed.',
+                . 'On a terminal it goes on until q is pressed; elsewhere it measures once. What it needs on the agent '
+                . 'is made for as long, and removed.',
             )
             ->addArgument('what', InputArgument::OPTIONAL, implode(', ', array_keys(self::LISTS)), 'talkers')
-            ->addOption('by', 'b', InputOption::VALUE_REQUIRED, 'octets or packets; of hosts received-octets, received-packets too')
+            ->addOption(
+                'by',
+                'b',
+                InputOption::VALUE_REQUIRED,
+                'octets or packets; of hosts received-octets, received-packets too',
+            )
             ->addOption('on', 'i', InputOption::VALUE_REQUIRED, 'The interface; else the one that carried most');
         Refreshing::define($this);
         OutputOptions::define($this);
@@ -79,12 +84,17 @@ final class TopCommand extends ProbeCommand
         $on = $this->interface($probe, $input->getOption('on'));
         $fields = self::fields($what, str_ends_with($by, 'octets'), $options->exact);
         $title = "$what by $by on $on->name of {$probe->link->host}:{$probe->link->port}";
-        return $refreshing->run($title, function (Live $live) use ($probe, $on, $what, $ways, $by, $refreshing, $limit): array {
-            $interface = $probe->interface($on->index, $live->wait(...));
+        $measure = static function (NetInterface $of) use ($what, $ways, $by, $refreshing, $limit): array {
             return $what === 'protocols'
-                ? self::shares($interface, $refreshing->interval, $limit, $by)
-                : array_map(self::row(...), $interface->top($ways[$by], $refreshing->interval, $limit));
-        }, $fields, OutputOptions::plain($fields));
+                ? self::shares($of, $refreshing->interval, $limit, $by)
+                : array_map(self::row(...), $of->top($ways[$by], $refreshing->interval, $limit));
+        };
+        return $refreshing->run(
+            $title,
+            static fn(Live $live) => $measure($probe->interface($on->index, $live->wait(...))),
+            $fields,
+            OutputOptions::plain($fields),
+        );
     }
 
     private function interface(Probe $probe, ?string $name): NetInterface
@@ -116,7 +126,11 @@ final class TopCommand extends ProbeCommand
             'hosts' => [Field::text('address', 'Host')],
             'protocols' => [Field::text('protocol', 'Protocol')],
             'conversations' => [Field::text('address', 'From'), Field::text('peer', 'To')],
-            'talkers' => [Field::text('address', 'From'), Field::text('peer', 'To'), Field::text('protocol', 'Protocol')],
+            'talkers' => [
+                Field::text('address', 'From'),
+                Field::text('peer', 'To'),
+                Field::text('protocol', 'Protocol'),
+            ],
         };
         return [
             ...$names,
@@ -141,7 +155,6 @@ final class TopCommand extends ProbeCommand
     private static function shares(NetInterface $interface, float $seconds, int $limit, string $by): array
     {
         $shares = $interface->protocols($seconds);
-        $packets = array_sum(array_map(static fn($share) => $share->packets, $shares));
         $rows = [];
         foreach ($shares as $share) {
             $rows[] = $by === 'octets'

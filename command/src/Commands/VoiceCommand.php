@@ -90,7 +90,8 @@ final class VoiceCommand extends ProbeCommand
         };
         if ($options->sort === []) {
             $rows = iterator_to_array($rows, false);
-            usort($rows, static fn(array $one, array $other) => [$other['lost'], $other['jitter']] <=> [$one['lost'], $one['jitter']]);
+            $badness = static fn(array $row) => [$row['lost'], $row['jitter']];
+            usort($rows, static fn(array $one, array $other) => $badness($other) <=> $badness($one));
         }
         $count = $options->show($rows, $fields, OutputOptions::plain($fields), $this->screen());
         if ($count === 0) {
@@ -185,7 +186,9 @@ final class VoiceCommand extends ProbeCommand
     {
         foreach ($monitors as $monitor) {
             $on = (new VoiceMonitor($probe, $monitor))->config()['enable'] !== 0;
-            $this->screen()->remark("No $what: the $monitor monitor " . ($on ? 'is on and saw none.' : 'is switched off.'));
+            $this->screen()->remark(
+                "No $what: the $monitor monitor " . ($on ? 'is on and saw none.' : 'is switched off.'),
+            );
         }
     }
 }

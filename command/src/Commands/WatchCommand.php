@@ -31,9 +31,9 @@ final class WatchCommand extends ProbeCommand
         $this->setName('watch')
             ->setDescription('How fast a table\'s counters grow')
             ->setHelp(
-                'Octets are shown as bits in each second, other counters as so many in each second. Only rows that grew '
-                . "show.\nOn a terminal it goes on until q is pressed; elsewhere it measures once. With --on, what the "
-                . 'table needs to count is made on the agent for as long, and removed.',
+                'Octets are shown as bits in each second, other counters as so many in each second. Only rows that '
+                . "grew show.\nOn a terminal it goes on until q is pressed; elsewhere it measures once. With --on, "
+                . 'what the table needs to count is made on the agent for as long, and removed.',
             )
             ->addArgument('table', InputArgument::REQUIRED, 'Its name; see rmon list');
         TableCommand::addFilters($this);
@@ -59,7 +59,7 @@ final class WatchCommand extends ProbeCommand
             : self::sampling($conditions, $refreshing->interval);
         $index = $on === null ? null : Listing::interfaceIndex($probe, $on);
         $column = Listing::interfaceColumn($schema);
-        $rows = static function (Live $live) use ($measure, $conditions, $counters, $schema, $index, $column): Generator {
+        $rows = static function (Live $live) use ($measure, $conditions, $schema, $index, $column): Generator {
             foreach ($measure($live) as $rate) {
                 $own = $index === null || $column === null || $rate->row[$column] === $index;
                 if ($own && $conditions->hold($rate->row) && self::grew($rate)) {
@@ -68,7 +68,12 @@ final class WatchCommand extends ProbeCommand
             }
         };
         $title = "$schema->name of {$probe->link->host}:{$probe->link->port}";
-        return $refreshing->run($title, $rows, self::fields($probe, $schema, $options->exact), Listing::resolver($schema));
+        return $refreshing->run(
+            $title,
+            $rows,
+            self::fields($probe, $schema, $options->exact),
+            Listing::resolver($schema),
+        );
     }
 
     /** Readings one after the other, each held against the one before. */

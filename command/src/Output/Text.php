@@ -8,10 +8,11 @@ namespace Rmon\Command\Output;
 final class Text
 {
     /**
-     * What moves a cursor, changes colours, turns the direction of writing or breaks a line: control characters of ASCII
-     * and Latin-1, separators of lines and paragraphs, marks of direction.
+     * What moves a cursor, changes colours, turns the direction of writing or breaks a line: control characters of
+     * ASCII and Latin-1, separators of lines and paragraphs, marks of direction.
      */
-    private const CONTROLS = '/[\x00-\x1f\x7f]|\xc2[\x80-\x9f]|\xe2\x80[\x8b-\x8f\xa8-\xae]|\xe2\x81[\xa0-\xaf]|\xef\xbb\xbf/';
+    private const CONTROLS = '/[\x00-\x1f\x7f]|\xc2[\x80-\x9f]|\xe2\x80[\x8b-\x8f\xa8-\xae]'
+        . '|\xe2\x81[\xa0-\xaf]|\xef\xbb\xbf/';
 
     /** The text with its control characters and invalid octets written out, as \x1b. */
     public static function visible(string $text): string
