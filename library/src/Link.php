@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon;
 
+use Rmon\Exception\AgentRefused;
 use Rmon\Exception\BadArgument;
 use Rmon\Exception\CallFailed;
 use Rmon\Exception\ConnectionFailed;
@@ -97,6 +98,31 @@ final class Link
             $this->consider($function, $reports, $result !== false && $result !== null);
         }
         return $result;
+    }
+
+    /**
+     * Calls a function that changes something, once.
+     *
+     * @param list<mixed> $arguments what the function takes behind the link
+     * @throws AgentRefused|ConnectionFailed|CallFailed|BadArgument
+     */
+    public function set(string $function, array $arguments): void
+    {
+        $answer = $this->call($function, $arguments);
+        if (!is_int($answer)) {
+            // Functions that keep silent when a call fails: a dead link says so in this call.
+            $this->call('rmon_system_get', []);
+            throw $this->unanswered($function);
+        }
+        if ($answer !== ErrorStatus::noError->value) {
+            throw AgentRefused::with($answer, $this->host, $this->port, $function);
+        }
+    }
+
+    /** What a call has failed with that the module says nothing about, over a link that carries calls. */
+    public function unanswered(string $function): CallFailed
+    {
+        return new CallFailed('The agent gave no usable answer.', $this->host, $this->port, $function);
     }
 
     /** The link itself, for the module's own functions. */

@@ -4,9 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon;
 
-use Rmon\Exception\AgentRefused;
 use Rmon\Exception\BadArgument;
-use Rmon\Exception\CallFailed;
 
 /** Settings of an agent's machine that are no tables. */
 final class Settings
@@ -23,7 +21,7 @@ final class Settings
         if ($name === '' || strlen($name) > 255) {
             throw new BadArgument('A host name has 1 to 255 octets.');
         }
-        $this->set('rmon_set_hostname', $name);
+        $this->probe->link->set('rmon_set_hostname', [$name]);
     }
 
     /** @return list<string> the addresses of the agent's name servers, the first one first */
@@ -41,24 +39,12 @@ final class Settings
         foreach ($addresses as $address) {
             Address::parse($address);
         }
-        $this->set('rmon_set_resolvers', array_values($addresses));
+        $this->probe->link->set('rmon_set_resolvers', [array_values($addresses)]);
     }
 
     /** Switches on or off that devices which send NetFlow are learned. What was learned before is forgotten by that. */
     public function learnDevices(bool $on = true): void
     {
-        $this->set($on ? 'rmon_nde_learned_dev_enable' : 'rmon_nde_learned_dev_disable');
-    }
-
-    private function set(string $function, mixed ...$arguments): void
-    {
-        $link = $this->probe->link;
-        $answer = $link->call($function, array_values($arguments));
-        if (!is_int($answer)) {
-            throw new CallFailed('The agent gave no usable answer.', $link->host, $link->port, $function);
-        }
-        if ($answer !== 0) {
-            throw AgentRefused::with($answer, $link->host, $link->port, $function);
-        }
+        $this->probe->link->set($on ? 'rmon_nde_learned_dev_enable' : 'rmon_nde_learned_dev_disable', []);
     }
 }

@@ -8,7 +8,6 @@ use Generator;
 use IteratorAggregate;
 use Rmon\Exception\AgentRefused;
 use Rmon\Exception\BadArgument;
-use Rmon\Exception\CallFailed;
 use Rmon\Exception\RmonException;
 use Rmon\Exception\TableBroken;
 use Rmon\Exception\UnknownName;
@@ -513,7 +512,7 @@ final class Table implements IteratorAggregate
         }
         $rows = $link->read($reader->getBulk, [...$cursor, $most], $reader->quiet);
         if ($rows === false) {
-            return $reader->answersNone ? [] : throw $this->unanswered($reader->getBulk);
+            return $reader->answersNone ? [] : throw $this->probe->link->unanswered($reader->getBulk);
         }
         return $reader->shape === Shape::Envelope ? $rows[$reader->envelope] : $rows;
     }
@@ -571,7 +570,7 @@ final class Table implements IteratorAggregate
     {
         $reader = $this->schema->reader;
         if ($result === false || $result === null) {
-            return $reader->answersNone ? null : throw $this->unanswered($function);
+            return $reader->answersNone ? null : throw $this->probe->link->unanswered($function);
         }
         if ($reader->shape === Shape::Number) {
             return [array_key_first($this->schema->columns) => $result];
@@ -589,16 +588,6 @@ final class Table implements IteratorAggregate
             ErrorStatus::noSuchName->value, -1 => null,
             default => throw AgentRefused::with($status, $this->probe->link->host, $this->probe->link->port, $function),
         };
-    }
-
-    private function unanswered(string $function): CallFailed
-    {
-        return new CallFailed(
-            'The agent gave no usable answer.',
-            $this->probe->link->host,
-            $this->probe->link->port,
-            $function,
-        );
     }
 
     /** @param array<string, mixed> $given */
@@ -645,16 +634,7 @@ final class Table implements IteratorAggregate
         if ($missing !== []) {
             throw new BadArgument("{$this->schema->name} needs " . implode(', ', $missing) . '.');
         }
-        $link = $this->probe->link;
-        $answer = $link->call($setter->function, $arguments);
-        if (!is_int($answer)) {
-            // Functions that keep silent when a call fails: a dead link says so in this call.
-            $link->call('rmon_system_get', []);
-            throw $this->unanswered($setter->function);
-        }
-        if ($answer !== 0) {
-            throw AgentRefused::with($answer, $link->host, $link->port, $setter->function);
-        }
+        $this->probe->link->set($setter->function, $arguments);
     }
 
     /** @return array<string, mixed> what a set takes for columns that don't matter, as when a row is removed */

@@ -4,9 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon;
 
-use Rmon\Exception\AgentRefused;
 use Rmon\Exception\BadArgument;
-use Rmon\Exception\CallFailed;
 use Rmon\Exception\RmonException;
 
 /**
@@ -144,13 +142,6 @@ final class VoiceMonitor
                 throw new BadArgument("$number is not a number from 0 to 2147483647.");
             }
         }
-        $link = $this->probe->link;
-        $answer = $link->call($function, array_values($numbers));
-        if ($answer === false || $answer === null) {
-            throw new CallFailed('The agent gave no usable answer.', $link->host, $link->port, $function);
-        }
-        if ($answer !== 0) {
-            throw AgentRefused::with($answer, $link->host, $link->port, $function);
-        }
+        $this->probe->link->set($function, array_values($numbers));
     }
 }
