@@ -45,22 +45,25 @@ void on_signal(void *context, uint32_t)
     signalfd_siginfo caught;
     if (read(heard.descriptor, &caught, sizeof caught) != sizeof caught)
         return;
-    if (caught.ssi_signo != SIGUSR1)
+    if (caught.ssi_signo == SIGHUP)
+        say("SIGHUP: the settings stay as they are");
+    else if (caught.ssi_signo != SIGUSR1)
         end_loop(agent.loop);
     else if (!begin_capture_files(agent.files, agent.loop))
         say(std::string("cannot read files: ") + std::strerror(errno));
 }
 
 /**
- * Has SIGINT and SIGTERM end the loop, and SIGUSR1 begin the reading of files.
- * False, with errno, when the kernel refuses.
+ * Has SIGINT and SIGTERM end the loop, and SIGUSR1 begin the reading of files. SIGHUP ends nothing: it is
+ * what a terminal that closes sends, and people who mean that settings are to be read again. False, with
+ * errno, when the kernel refuses.
  */
 bool catch_signals(hearing &heard)
 {
     std::signal(SIGPIPE, SIG_IGN);
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGUSR1})
+    for (const int signal : {SIGINT, SIGTERM, SIGUSR1, SIGHUP})
         sigaddset(&signals, signal);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     heard.descriptor = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC); // stays open to the end
@@ -99,6 +102,7 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
         return wrong;
     const bool may_capture = chosen.capture && capture_permitted();
     agent.sources.ring = chosen.ring;
+    agent.interfaces.measured = chosen.interfaces;
     wrong = start_probe(agent, may_capture, chosen.reading);
     if (!wrong.empty())
         return wrong;

@@ -10,6 +10,8 @@ A monitoring agent (ONC RPC program 99999 version 1, TCP) that measures this mac
   --listen ADDRESS   address or name to listen on (127.0.0.1). There is no authentication:
                      whoever reaches the address can read and change all of it.
   --port NUMBER      TCP port (9911); 0 takes any free one
+  --interface NAME   measure this interface only; may be given several times, or as -i NAME.
+                     All Ethernet interfaces and the loopback are measured when it is not given.
   --read FILE        measure a capture file (pcap, pcapng) instead of this machine's interfaces; may be
                      given several times, the first file is interface 1
   --speed SPEED      of reading files: "full" (as fast as possible) or "recorded"
@@ -28,7 +30,7 @@ A monitoring agent (ONC RPC program 99999 version 1, TCP) that measures this mac
   --help             this text
 
 When it is ready it says so on standard output: "rmon-agent: listening on ADDRESS:PORT".
-SIGINT and SIGTERM end it with exit code 0; a failed start has 1, a wrong command line 2.
+SIGINT and SIGTERM end it with exit code 0, SIGHUP changes nothing; a failed start has 1, a wrong command line 2.
 )";
 
 namespace {
@@ -59,7 +61,8 @@ std::string read_options(options &chosen, int count, char *const *words)
         }
         const bool takes_value = name == "--listen" || name == "--port" || name == "--state"
                                  || name == "--captures" || name == "--netflow" || name == "--read"
-                                 || name == "--speed" || name == "--voice" || name == "--ring";
+                                 || name == "--speed" || name == "--voice" || name == "--interface"
+                                 || name == "-i" || name == "--ring";
         if (takes_value && !joined) {
             if (++i == count)
                 return std::string(name) + " needs a value";
@@ -77,6 +80,10 @@ std::string read_options(options &chosen, int count, char *const *words)
             if (value.empty())
                 return "no directory: --state";
             chosen.state = value;
+        } else if (name == "--interface" || name == "-i") {
+            if (value.empty())
+                return "no interface: " + std::string(name);
+            chosen.interfaces.emplace_back(value);
         } else if (name == "--read") {
             chosen.reading.files.emplace_back(value);
         } else if (name == "--speed") {
@@ -109,5 +116,7 @@ std::string read_options(options &chosen, int count, char *const *words)
             return "unknown option " + std::string(words[i]);
         }
     }
+    if (!chosen.interfaces.empty() && !chosen.reading.files.empty())
+        return "--interface and --read exclude each other";
     return {};
 }

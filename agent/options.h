@@ -8,10 +8,12 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 struct options {
     std::string host = "127.0.0.1";
     uint16_t port = RMONRPC_PORT;
+    std::vector<std::string> interfaces; // names of those that are measured; none: all
     bool capture = true;
     uint32_t ring = 0; // MiB, 0: the capture's own choice
     file_reading reading;

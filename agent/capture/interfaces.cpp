@@ -2,6 +2,7 @@
 
 #include "agent/capture/netlink.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -214,6 +215,13 @@ interface *fetch_interface(interface_table &table, int32_t index)
 bool is_ethernet_like(const interface &link)
 {
     return link.hardware_type == ARPHRD_ETHER || link.hardware_type == ARPHRD_LOOPBACK;
+}
+
+bool is_measured(const interface_table &table, const interface &link)
+{
+    return is_ethernet_like(link)
+           && (table.measured.empty()
+               || std::ranges::find(table.measured, link.name) != table.measured.end());
 }
 
 uint32_t speed_of(const interface &link)

@@ -36,6 +36,7 @@ struct interface_table {
     int questions = -1; // netlink sockets; none where capture files play all parts
     int announcements = -1;
     std::map<int32_t, interface> rows; // by ifIndex
+    std::vector<std::string> measured; // names of those that are measured; none: all
 };
 
 /** False, with errno, when the kernel can't be asked. */
@@ -56,6 +57,9 @@ interface *fetch_interface(interface_table &table, int32_t index);
 
 /** True for what carries Ethernet frames: adapters, their virtual kin, and the loopback. */
 bool is_ethernet_like(const interface &link);
+
+/** What may be a data source: carries Ethernet frames, and is one of those that are measured. */
+bool is_measured(const interface_table &table, const interface &link);
 
 /** Bits per second as ifSpeed states them: 0 unknown, 4294967295 when more than fits. */
 uint32_t speed_of(const interface &link);

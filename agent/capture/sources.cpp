@@ -207,7 +207,9 @@ void start_capture(data_source &source, const interface &link)
         if (code == PCAP_ERROR_IFACE_NOT_UP || code == PCAP_ERROR_NO_SUCH_DEVICE)
             return; // it went down or away just now
         std::fprintf(
-            stderr, "rmon-agent: cannot capture on %s (%s): its statistics come from the kernel's counters\n",
+            stderr,
+            "rmon-agent: cannot capture on %s (%s): its statistics come from the kernel's counters, "
+            "and rows that count frames count nothing\n",
             link.name.c_str(), why.c_str());
         source.capturing = false;
         return;
@@ -302,7 +304,7 @@ void on_source_tick(void *context)
 bool open_source(source_table &table, int32_t index)
 {
     const interface *link = fetch_interface(*table.interfaces, index);
-    if (!link || !is_ethernet_like(*link))
+    if (!link || !is_measured(*table.interfaces, *link))
         return false;
     data_source &source = table.rows[index];
     source.table = &table;
@@ -335,6 +337,21 @@ void open_sources(probe &agent, bool may_capture)
     table.protocols = &agent.protocols;
     table.may_capture = may_capture;
     every_second(agent.loop, on_source_tick, &table);
+}
+
+void tell_of_silence(const probe &agent, int32_t data_source, std::string_view table, int32_t index)
+{
+    const auto link = agent.interfaces.rows.find(data_source);
+    const auto source = agent.sources.rows.find(data_source);
+    if (link == agent.interfaces.rows.end())
+        return;
+    const bool capturing = source != agent.sources.rows.end()
+                               ? source->second.capturing
+                               : agent.sources.may_capture || link->second.file;
+    if (!capturing)
+        std::fprintf(
+            stderr, "rmon-agent: %.*s %d counts nothing: there is no capture on %s\n",
+            static_cast<int>(table.size()), table.data(), index, link->second.name.c_str());
 }
 
 bool use_source(source_table &table, int32_t index)

@@ -21,6 +21,7 @@
 
 #include <cstddef>
 #include <map>
+#include <string_view>
 #include <utility>
 
 struct probe;
@@ -63,6 +64,37 @@ template <class Row, class Request> struct row_rules {
     /** The row is valid no more. */
     void (*stop)(probe &agent, Row &row);
 };
+
+template <class Row>
+concept has_source = requires(Row row)
+{
+    row.data_source;
+};
+template <class Row>
+concept has_work = requires(Row row)
+{
+    row.work;
+};
+template <class Row>
+concept has_counts = requires(Row row)
+{
+    row.counts;
+};
+
+/** Rows that count the frames of their data source; what they count is their own, and on the heap. */
+template <class Row>
+concept counts_frames = has_source<Row> &&(has_work<Row> || has_counts<Row>);
+
+/** The table's name: that of the record which sets its rows, "host_ctl". */
+template <class Request> consteval std::string_view table_name()
+{
+    std::string_view name = __PRETTY_FUNCTION__;
+    name = name.substr(name.find("rmonrpc_") + std::string_view("rmonrpc_").size());
+    return name.substr(0, name.find("_t"));
+}
+
+/** Says so where a row became valid whose data source has no frames for it (capture/sources.cpp). */
+void tell_of_silence(const probe &agent, int32_t data_source, std::string_view table, int32_t index);
 
 /** Carries out a set on a control table; the answer is a request_status. */
 template <class Row, class Request> int32_t set_row(
@@ -127,6 +159,8 @@ template <class Row, class Request> int32_t set_row(
         return error;
     }
     row.status = row_status::valid;
+    if constexpr (counts_frames<Row>)
+        tell_of_silence(agent, row.data_source, table_name<Request>(), index);
     return no_error;
 }
 

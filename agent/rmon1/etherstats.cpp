@@ -66,7 +66,7 @@ void fill_counters(rmonrpc_etherstats_t &reply, const ether_counters &counted)
 void start_etherstats(probe &agent)
 {
     for (const auto &[index, link] : agent.interfaces.rows) {
-        if (!is_ethernet_like(link) || index > last_control_index)
+        if (!is_measured(agent.interfaces, link) || index > last_control_index)
             continue;
         etherstats_row row;
         row.data_source = index;
@@ -150,6 +150,8 @@ constexpr known_variable variables[] = {
     counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts256to511Octets>("1.3.6.1.2.1.16.1.1.1.17"),
     counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts512to1023Octets>("1.3.6.1.2.1.16.1.1.1.18"),
     counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsPkts1024to1518Octets>("1.3.6.1.2.1.16.1.1.1.19"),
+    counter<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsDroppedFrames>("1.3.6.1.2.1.16.1.4.1.1"),
+    gauge<etherstats_get, one_index, &rmonrpc_etherstats_t::etherStatsCreateTime>("1.3.6.1.2.1.16.1.4.1.2"),
 };
 // clang-format on
 

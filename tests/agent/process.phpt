@@ -15,7 +15,7 @@ $program = agent_program();
 
 [$code, $help, $errors] = run($program, '--help');
 expect_same([0, ''], [$code, $errors], 'help');
-foreach (['--listen', '--port', '--no-capture', '--read', '--speed', '--loop', '--hold', '--state', '--netflow', '--voice', '--help', '9911', '127.0.0.1'] as $word) {
+foreach (['--listen', '--port', '--no-capture', '--read', '--speed', '--loop', '--hold', '--state', '--netflow', '--voice', '--interface', '--help', '9911', '127.0.0.1'] as $word) {
     expect_same(true, str_contains($help, $word), "help names $word");
 }
 
@@ -64,6 +64,15 @@ foreach ([15, 2] as $signal) {
     $again = bundled_agent('--listen=127.0.0.2');
     expect_same(0, end_agent($again), 'exit code of the next one');
 }
+
+// A terminal that closes ends nothing, and no setting changes.
+$agent = bundled_agent();
+$client = client($agent);
+expect_same(NO_ERROR, status_of(set_system($client, 'c', 'n', 'l')), 'set');
+proc_terminate($agent->process, 1);
+expect_soon(1, fn() => substr_count($agent->said(), "rmon-agent: SIGHUP: the settings stay as they are\n"), 'said of SIGHUP');
+expect_same('n', system_group($client)['sysName'], 'sysName after SIGHUP');
+expect_same(0, end_agent($agent), 'exit code after SIGHUP');
 
 // Its counters, its table and its texts begin anew with each start.
 $agent = bundled_agent();
