@@ -2,6 +2,7 @@
 
 #include "agent/capture/family.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
@@ -69,12 +70,6 @@ uint32_t up_time(const probe &agent)
     return static_cast<uint32_t>(hundredths() - agent.started);
 }
 
-bool seconds_passed(uint32_t since, uint32_t now, uint32_t seconds)
-{
-    constexpr uint32_t early = 5;
-    return now - since + early >= seconds * 100;
-}
-
 std::string start_probe(probe &agent, bool may_capture, const file_reading &reading)
 {
     agent.started = hundredths();
@@ -88,6 +83,16 @@ std::string start_probe(probe &agent, bool may_capture, const file_reading &read
         !open_interfaces(agent.interfaces)
         || !watch(agent.loop, agent.interfaces.announcements, EPOLLIN, on_announcement, &agent)) {
         return std::string("cannot read the interfaces: ") + std::strerror(errno);
+    }
+    for (const std::string &name : agent.interfaces.measured) {
+        const auto found =
+            std::ranges::find(agent.interfaces.rows, name, [](const auto &row) -> const std::string & {
+                return row.second.name;
+            });
+        if (found == agent.interfaces.rows.end())
+            return "there is no interface " + name;
+        if (!is_ethernet_like(found->second))
+            return name + " carries no Ethernet frames";
     }
     tell_families(&family::start, agent);
     every_second(agent.loop, on_probe_tick, &agent);

@@ -32,12 +32,6 @@ struct probe {
 uint32_t up_time(const probe &agent);
 
 /**
- * Whether so many seconds passed between two values of sysUpTime that were
- * taken on ticks, which come a few hundredths early or late.
- */
-bool seconds_passed(uint32_t since, uint32_t now, uint32_t seconds);
-
-/**
  * Finds the interfaces, of this machine or as files play them, and begins to
  * measure; files are not read yet (begin_capture_files). An empty text, or what
  * went wrong in one line. The probe must not move from then on.

@@ -1,11 +1,13 @@
 /*
  * The event loop: the only place where the agent waits.
  *
- * Descriptors are watched with epoll, level-triggered; whatever is done by the
- * clock (time-outs now, sampling intervals) hangs on a tick of one second.
+ * Descriptors are watched with epoll, level-triggered. What may come a little
+ * late (time-outs, another try) hangs on a tick of one second; what has a time
+ * of its own (the end of an interval) is called then, to the millisecond.
  */
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <map>
 #include <vector>
@@ -27,16 +29,36 @@ struct tick_entry {
     void *context;
 };
 
+using on_time = void (*)(void *context, void *row);
+
+/** A call that is to be made at its time. Who asked for it keeps this, to take it back. */
+struct timer {
+    int64_t due = 0;     // of grid_ms()
+    uint64_t serial = 0; // 0: none
+    auto operator<=>(const timer &) const = default;
+};
+
+struct timed_call {
+    on_time call;
+    void *context;
+    void *row;
+};
+
 struct event_loop {
     int epoll = -1;
     uint32_t last_serial = 0;
     std::map<int, descriptor_watch> watches;
     std::vector<tick_entry> ticks;
+    uint64_t last_timer = 0;
+    std::map<timer, timed_call> timers; // the next one first
     bool ended = false;
 };
 
 /** Milliseconds of a clock that only goes forward. */
 int64_t now_ms();
+
+/** Milliseconds of the clock behind sysUpTime, which goes on while the machine sleeps. */
+int64_t grid_ms();
 
 /** False, with errno, when the kernel refuses. */
 bool open_loop(event_loop &loop);
@@ -54,6 +76,19 @@ void unwatch(event_loop &loop, int descriptor);
 /** Calls tick about once a second, for as long as the loop runs. */
 void every_second(event_loop &loop, on_tick tick, void *context);
 
+/** Has call made once, at a time of grid_ms(), or as soon as the loop gets to it after that. */
+timer call_at(event_loop &loop, int64_t due, on_time call, void *context, void *row);
+
+/** Takes a call back; one that was made already, or never asked for, is nothing. */
+void take_back(event_loop &loop, timer &asked);
+
+/**
+ * The next time behind now on a grid of so many milliseconds, of which `due` is
+ * a point. A late call thus does not make the next one late. Points that passed
+ * by since are left out: there is no use in several calls at once.
+ */
+int64_t next_on_grid(int64_t due, int64_t step, int64_t now);
+
 /** Waits and calls until end_loop(). False, with errno, when waiting fails. */
 bool run_loop(event_loop &loop);
 void end_loop(event_loop &loop);
@@ -65,3 +100,6 @@ int turn_loop(event_loop &loop, int wait_ms);
 
 /** Calls what hangs on the tick. */
 void tick_loop(event_loop &loop);
+
+/** Makes the calls that are due by a time, those that were asked for before it was called, each once. */
+void make_due_calls(event_loop &loop, int64_t by);

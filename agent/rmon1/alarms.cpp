@@ -67,28 +67,50 @@ uint32_t growth(uint64_t before, const variable_reading &now)
     return static_cast<uint32_t>(std::min<uint64_t>(grown, UINT32_MAX));
 }
 
-void sample(probe &agent, alarm_row &row, const variable_reading &now)
+/**
+ * A growth over the time that an interval has. One that was sampled a little late is what it is; over more
+ * than half an interval too long (the process was stopped, the machine slept), what it grew by in an interval
+ * on average counts, so that a steady one crosses no threshold for it.
+ */
+uint32_t growth_in_interval(uint32_t grown, int64_t covered, int64_t interval)
 {
-    const uint64_t before = row.last_reading;
-    row.last_reading = now.value;
-    compare(agent, row, row.sample_type == delta_value ? growth(before, now) : low_32_bits(now.value));
+    if (covered * 2 <= interval * 3)
+        return grown;
+    return static_cast<uint32_t>(
+        static_cast<double>(grown) * static_cast<double>(interval) / static_cast<double>(covered));
 }
 
-/** Samples what is due. The alarm of a variable that is no more goes (RFC 2819). */
-void on_alarm_tick(probe &agent)
+int64_t interval_of(const alarm_row &row)
 {
-    const uint32_t now = up_time(agent);
-    for (auto next = storage<alarm_table>(agent).begin(); next != storage<alarm_table>(agent).end();) {
-        const auto at = next++;
-        alarm_row &row = at->second;
-        if (row.status != row_status::valid || !seconds_passed(row.last_sampled, now, row.interval))
-            continue;
-        row.last_sampled = now;
-        if (const auto reading = read_variable(agent, row.variable))
-            sample(agent, row, *reading);
-        else
-            storage<alarm_table>(agent).erase(at);
+    return int64_t{row.interval} * 1000;
+}
+
+void sample(probe &agent, alarm_row &row, const variable_reading &now, int64_t at)
+{
+    const uint64_t before = row.last_reading;
+    const int64_t covered = at - row.last_sampled;
+    row.last_reading = now.value;
+    row.last_sampled = at;
+    const uint32_t value = row.sample_type == delta_value
+                               ? growth_in_interval(growth(before, now), covered, interval_of(row))
+                               : low_32_bits(now.value);
+    compare(agent, row, value);
+}
+
+/** The alarm of a variable that is no more goes (RFC 2819). */
+void on_sampling(void *context, void *of)
+{
+    auto &agent = *static_cast<probe *>(context);
+    auto &row = *static_cast<alarm_row *>(of);
+    const auto reading = read_variable(agent, row.variable);
+    const int64_t now = grid_ms();
+    if (!reading) {
+        std::erase_if(storage<alarm_table>(agent), [&](const auto &one) { return &one.second == &row; });
+        return;
     }
+    row.sampling =
+        call_at(agent.loop, next_on_grid(row.sampling.due, interval_of(row), now), on_sampling, &agent, &row);
+    sample(agent, row, *reading, now);
 }
 
 /* ---- the control table --------------------------------------------------------------------------- */
@@ -135,15 +157,17 @@ int32_t start(probe &agent, alarm_row &row)
         return bad_value;
     row.value.reset();
     row.may_rise = row.may_fall = true;
-    row.last_sampled = up_time(agent);
+    row.last_sampled = grid_ms();
     row.last_reading = reading->value;
+    row.sampling = call_at(agent.loop, row.last_sampled + interval_of(row), on_sampling, &agent, &row);
     if (row.sample_type == absolute_value)
-        sample(agent, row, *reading);
+        sample(agent, row, *reading, row.last_sampled);
     return no_error;
 }
 
-void stop(probe &, alarm_row &row)
+void stop(probe &agent, alarm_row &row)
 {
+    take_back(agent.loop, row.sampling);
     row.value.reset();
 }
 
@@ -209,7 +233,6 @@ constexpr known_variable variables[] = {
 
 extern const family alarms_family = {
     .name = "alarms",
-    .tick = on_alarm_tick,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

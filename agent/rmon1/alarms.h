@@ -1,6 +1,7 @@
 /* Thresholds on the agent's variables (RFC 2819, alarmTable). */
 #pragma once
 
+#include "agent/core/loop.h"
 #include "agent/core/row_status.h"
 
 #include "rmon/rpc/rmonrpc_rmon1.h"
@@ -24,7 +25,8 @@ struct alarm_row {
     std::string owner;
     row_status status = row_status::under_creation;
 
-    uint32_t last_sampled = 0;     // sysUpTime
+    timer sampling;                // the next time
+    int64_t last_sampled = 0;      // grid_ms()
     uint64_t last_reading = 0;     // the variable itself, then
     std::optional<uint32_t> value; // of the last sample; none before there was one
     bool may_rise = true;          // a threshold is armed again when the other one is reached

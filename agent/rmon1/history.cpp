@@ -32,6 +32,57 @@ void forget_oldest(history_row &row)
         row.samples.pop_front();
 }
 
+/* ---- sampling ------------------------------------------------------------------------------ */
+
+int64_t milliseconds_of(int32_t seconds)
+{
+    return int64_t{seconds} * 1000;
+}
+
+void begin_interval(probe &agent, history_row &row)
+{
+    row.before = source_counters(agent.sources, row.data_source);
+    row.began = up_time(agent);
+    row.began_ms = grid_ms();
+}
+
+/**
+ * How busy the medium was: each packet takes its octets and as long as 20 more
+ * (preamble and gap) at the interface's speed. 0 where the speed is not known.
+ */
+int32_t utilization(const ether_counters &counted, int64_t milliseconds, uint32_t bits_per_second)
+{
+    const double most = static_cast<double>(bits_per_second) * static_cast<double>(milliseconds) / 1000;
+    if (most <= 0)
+        return 0;
+    const double used = static_cast<double>(counted.pkts) * 160 + static_cast<double>(counted.octets) * 8;
+    return static_cast<int32_t>(std::min(used / most * 10000, 10000.0));
+}
+
+/** Ends an interval; the next one begins at once, so that no frame is lost between them. */
+void take_sample(probe &agent, history_row &row)
+{
+    const uint32_t began = row.began;
+    const int64_t began_ms = row.began_ms;
+    const ether_counters before = row.before;
+    begin_interval(agent, row);
+    const ether_counters counted = since(before, row.before);
+    const auto link = agent.interfaces.rows.find(row.data_source);
+    const uint32_t speed = link == agent.interfaces.rows.end() ? 0 : speed_of(link->second);
+    row.samples.push_back({began, counted, utilization(counted, row.began_ms - began_ms, speed)});
+    row.last_index++;
+    forget_oldest(row);
+}
+
+void on_sampling(void *context, void *of)
+{
+    auto &agent = *static_cast<probe *>(context);
+    auto &row = *static_cast<history_row *>(of);
+    take_sample(agent, row);
+    const int64_t next = next_on_grid(row.sampling.due, milliseconds_of(row.interval), row.began_ms);
+    row.sampling = call_at(agent.loop, next, on_sampling, &agent, &row);
+}
+
 /* ---- the control table ----------------------------------------------------------------- */
 
 bool nonsense(const rmonrpc_history_ctl_t &request)
@@ -61,60 +112,21 @@ int32_t start(probe &agent, history_row &row)
 {
     if (!use_source(agent.sources, row.data_source))
         return bad_value;
-    row.before = source_counters(agent.sources, row.data_source);
-    row.began = up_time(agent);
+    begin_interval(agent, row);
+    row.sampling =
+        call_at(agent.loop, row.began_ms + milliseconds_of(row.interval), on_sampling, &agent, &row);
     return no_error;
 }
 
 void stop(probe &agent, history_row &row)
 {
+    take_back(agent.loop, row.sampling);
     leave_source(agent.sources, row.data_source);
     row.samples.clear();
     row.last_index = 0;
 }
 
 constexpr row_rules<history_row, rmonrpc_history_ctl_t> rules{nonsense, changes_fixed, assign, start, stop};
-
-/* ---- sampling ------------------------------------------------------------------------------ */
-
-/**
- * How busy the medium was: each packet takes its octets and as long as 20 more
- * (preamble and gap) at the interface's speed. 0 where the speed is not known.
- */
-int32_t utilization(const ether_counters &counted, uint32_t hundredths, uint32_t bits_per_second)
-{
-    const double most = static_cast<double>(bits_per_second) * hundredths / 100;
-    if (most <= 0)
-        return 0;
-    const double used = static_cast<double>(counted.pkts) * 160 + static_cast<double>(counted.octets) * 8;
-    return static_cast<int32_t>(std::min(used / most * 10000, 10000.0));
-}
-
-void take_sample(probe &agent, history_row &row, uint32_t now)
-{
-    const ether_counters &total = source_counters(agent.sources, row.data_source);
-    const ether_counters counted = since(row.before, total);
-    const auto link = agent.interfaces.rows.find(row.data_source);
-    const uint32_t speed = link == agent.interfaces.rows.end() ? 0 : speed_of(link->second);
-    row.samples.push_back({row.began, counted, utilization(counted, now - row.began, speed)});
-    row.last_index++;
-    forget_oldest(row);
-    row.before = total;
-    row.began = now;
-}
-
-/**
- * Samples are taken on the tick, so an interval lasts whole ticks; the first
- * one of a row begins with the row and lasts up to the tick behind its end.
- */
-void on_history_tick(probe &agent)
-{
-    const uint32_t now = up_time(agent);
-    for (auto &[index, row] : storage<history_table>(agent))
-        if (row.status == row_status::valid
-            && seconds_passed(row.began, now, static_cast<uint32_t>(row.interval)))
-            take_sample(agent, row, now);
-}
 
 /* ---- the rows ---------------------------------------------------------------------------------- */
 
@@ -164,17 +176,20 @@ void start_history(probe &agent)
     int32_t next = first_control_index;
     for (const auto &[index, link] : agent.interfaces.rows) {
         for (const int32_t interval : own_intervals) {
-            if (!is_ethernet_like(link) || storage<history_table>(agent).size() >= history_rows.most)
+            if (!is_measured(agent.interfaces, link)
+                || storage<history_table>(agent).size() >= history_rows.most)
                 continue;
-            history_row row;
+            history_row &row = storage<history_table>(agent)[next]; // it starts where it stays
             row.data_source = index;
             row.buckets_requested = own_buckets;
             row.interval = interval;
             row.owner = own_rows;
-            if (start(agent, row) != no_error)
-                continue;
-            row.status = row_status::valid;
-            storage<history_table>(agent).emplace(next++, std::move(row));
+            if (start(agent, row) == no_error) {
+                row.status = row_status::valid;
+                next++;
+            } else {
+                storage<history_table>(agent).erase(next);
+            }
         }
     }
 }
@@ -275,7 +290,6 @@ constexpr known_variable variables[] = {
 extern const family history_family = {
     .name = "history",
     .start = start_history,
-    .tick = on_history_tick,
     .interface_gone = history_interface_gone,
     .procedures = procedures,
     .kept = kept,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "agent/capture/ether_counters.h"
+#include "agent/core/loop.h"
 #include "agent/core/row_status.h"
 
 #include "rmon/rpc/rmonrpc_rmon1.h"
@@ -26,6 +27,8 @@ struct history_row {
     std::string owner;
     row_status status = row_status::under_creation;
     uint32_t began = 0;      // sysUpTime at which the running interval began
+    int64_t began_ms = 0;    // and grid_ms()
+    timer sampling;          // at its end
     ether_counters before{}; // the source's counters then
     int32_t last_index = 0;  // etherHistorySampleIndex of the newest sample; they are numbered from 1 on
     std::deque<history_sample> samples;
@@ -33,7 +36,7 @@ struct history_row {
 
 using history_table = std::map<int32_t, history_row>; // by historyControlIndex
 
-/** Has samples taken from now on, and makes two rows for each interface, for a short and a long interval. */
+/** Makes two rows for each interface, for a short and a long interval. */
 void start_history(probe &agent);
 
 void history_interface_gone(probe &agent, int32_t index);

@@ -18,13 +18,12 @@ int32_t granted(const topn_row &row)
     return std::min(row.requested, most_reported);
 }
 
-/** Seconds until the running interval ends; one that should have ended waits for the tick. */
-int32_t remaining(const topn_row &row, uint32_t now)
+/** Seconds until the running interval ends, begun ones as whole ones. */
+int32_t remaining(const topn_row &row)
 {
     if (!row.running)
         return 0;
-    const uint32_t passed = (now - row.start_time) / 100;
-    return std::max(row.duration - static_cast<int32_t>(passed), 1);
+    return static_cast<int32_t>(std::max<int64_t>((row.end.due - grid_ms() + 999) / 1000, 1));
 }
 
 /* ---- reports ------------------------------------------------------------------------------- */
@@ -34,24 +33,7 @@ uint64_t value_of(const topn_row &row, const host_counts &host)
     return host.*host_rate_bases[row.rate_base - 1];
 }
 
-void begin_interval(probe &agent, topn_row &row)
-{
-    row.report.clear();
-    row.base.clear();
-    row.running = false;
-    if (row.duration == 0)
-        return;
-    if (const host_work *hosts = find_hosts(agent, row.host_index)) {
-        row.base.reserve(hosts->learned.entries.size());
-        for (const auto &entry : hosts->learned.entries)
-            row.base.push_back({entry.row.serial, value_of(row, entry.row)});
-        std::ranges::sort(row.base, {}, &topn_base::serial);
-    }
-    row.running = true;
-    row.start_time = up_time(agent);
-}
-
-/** By how much a host's value grew; one that was found in the interval began at 0. */
+/** By how much a host's value grew. One that was found in the interval began at 0. */
 uint64_t rate_of(const topn_row &row, const host_counts &host)
 {
     const auto base = std::ranges::lower_bound(row.base, host.serial, {}, &topn_base::serial);
@@ -63,12 +45,15 @@ uint64_t rate_of(const topn_row &row, const host_counts &host)
 void end_interval(probe &agent, topn_row &row)
 {
     if (const host_work *hosts = find_hosts(agent, row.host_index)) {
+        // Serials begin anew with the table, which may not be the one that it was: then all were found since.
+        if (row.of.lock().get() != hosts)
+            row.base.clear();
         for (const auto &entry : hosts->learned.entries)
             if (const uint64_t rate = rate_of(row, entry.row))
                 row.report.push_back({entry.key, rate});
         // Of equal ones the lower address stands first.
-        const auto busier = [](const topn_host &a, const topn_host &b) {
-            return a.rate != b.rate ? a.rate > b.rate : a.address < b.address;
+        const auto busier = [](const topn_host &one, const topn_host &other) {
+            return one.rate != other.rate ? one.rate > other.rate : one.address < other.address;
         };
         const auto size = std::min(std::ssize(row.report), std::ptrdiff_t{granted(row)});
         std::ranges::partial_sort(row.report, row.report.begin() + size, busier);
@@ -76,15 +61,39 @@ void end_interval(probe &agent, topn_row &row)
         row.report.shrink_to_fit();
     }
     row.base = {};
+    row.of.reset();
     row.running = false;
 }
 
-void on_topn_tick(probe &agent)
+void on_end(void *context, void *row)
 {
-    const uint32_t now = up_time(agent);
-    for (auto &[index, row] : storage<topn_table>(agent))
-        if (row.running && seconds_passed(row.start_time, now, static_cast<uint32_t>(row.duration)))
-            end_interval(agent, row);
+    end_interval(*static_cast<probe *>(context), *static_cast<topn_row *>(row));
+}
+
+void forget_interval(probe &agent, topn_row &row)
+{
+    take_back(agent.loop, row.end);
+    row.running = false;
+    row.of.reset();
+    row.base = {};
+    row.report = {};
+}
+
+void begin_interval(probe &agent, topn_row &row)
+{
+    forget_interval(agent, row);
+    if (row.duration == 0)
+        return;
+    if (const host_work *hosts = find_hosts(agent, row.host_index)) {
+        row.of = storage<host_table>(agent).at(row.host_index).work;
+        row.base.reserve(hosts->learned.entries.size());
+        for (const auto &entry : hosts->learned.entries)
+            row.base.push_back({entry.row.serial, value_of(row, entry.row)});
+        std::ranges::sort(row.base, {}, &topn_base::serial);
+    }
+    row.running = true;
+    row.start_time = up_time(agent);
+    row.end = call_at(agent.loop, grid_ms() + int64_t{row.duration} * 1000, on_end, &agent, &row);
 }
 
 /* ---- the control table ----------------------------------------------------------------------- */
@@ -122,14 +131,8 @@ int32_t start(probe &agent, topn_row &row)
     return no_error;
 }
 
-void stop(probe &, topn_row &row)
-{
-    row.running = false;
-    row.base = {};
-    row.report = {};
-}
-
-constexpr row_rules<topn_row, rmonrpc_hosttopn_ctl_t> rules{nonsense, changes_fixed, assign, start, stop};
+constexpr row_rules<topn_row, rmonrpc_hosttopn_ctl_t> rules{
+    nonsense, changes_fixed, assign, start, forget_interval};
 
 rmonrpc_hosttopn_t host_reply(int32_t report, int32_t rank, const topn_host &host)
 {
@@ -165,7 +168,7 @@ rmonrpc_hosttopn_ctl_t hosttopn_ctl_get(probe &agent, const rmonrpc_row_key2_t &
     const topn_row &row = found->second;
     hosttopn_ctl_describe(reply, found->first, row);
     if (row.status == row_status::valid)
-        reply.hostTopNTimeRemaining = remaining(row, up_time(agent));
+        reply.hostTopNTimeRemaining = remaining(row);
     reply.hostTopNDuration = row.duration;
     reply.hostTopNGrantedSize = granted(row);
     reply.hostTopNStartTime = row.start_time;
@@ -180,10 +183,15 @@ int32_t hosttopn_ctl_set(probe &agent, const rmonrpc_hosttopn_ctl_t &request)
     const int32_t error = set_row(
         agent, storage<topn_table>(agent), request.hostTopNControlIndex, request.hostTopNStatus, request,
         rules, learning_rows);
-    if (error != no_error || !worked || request.hostTopNTimeRemaining == 0)
-        return error;
     const auto row = storage<topn_table>(agent).find(request.hostTopNControlIndex);
-    if (row == storage<topn_table>(agent).end() || row->second.status != row_status::valid)
+    if (error != no_error || row == storage<topn_table>(agent).end()
+        || row->second.status != row_status::valid)
+        return error;
+    if (!worked)
+        tell_of_silence(
+            agent, storage<host_table>(agent).at(row->second.host_index).data_source,
+            table_name<rmonrpc_hosttopn_ctl_t>(), row->first);
+    if (!worked || request.hostTopNTimeRemaining == 0)
         return error;
     row->second.duration = request.hostTopNTimeRemaining;
     begin_interval(agent, row->second);
@@ -244,7 +252,6 @@ constexpr known_variable variables[] = {
 
 extern const family hosttopn_family = {
     .name = "hosttopn",
-    .tick = on_topn_tick,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

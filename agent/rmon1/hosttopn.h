@@ -2,16 +2,19 @@
 #pragma once
 
 #include "agent/capture/mac_key.h"
+#include "agent/core/loop.h"
 #include "agent/core/row_status.h"
 
 #include "rmon/rpc/rmonrpc_rmon1.h"
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 struct probe;
+struct host_work;
 
 /** What a host had when the interval began. */
 struct topn_base {
@@ -33,6 +36,8 @@ struct topn_row {
     row_status status = row_status::under_creation;
     bool running = false;
     uint32_t start_time = 0;       // sysUpTime at which the running or the last interval began
+    timer end;                     // of the running interval
+    std::weak_ptr<host_work> of;   // the hosts that the bases are of; others in their place have none
     std::vector<topn_base> base;   // by serial; while an interval runs
     std::vector<topn_host> report; // of the last interval that ended, the busiest host first
 };

@@ -34,11 +34,16 @@ void give_up_late(art_work &work)
     expire_requests(work.meter, work.frame_time + (now_ms() - work.frame_seen) * microseconds);
 }
 
+int64_t interval_of(const art_row &row)
+{
+    return int64_t{row.interval} * 1000;
+}
+
 /** A report begins; connections and open requests go on. */
 void begin_report(probe &agent, art_work &work)
 {
     forget_all(work.meter.exchanges);
-    work.began = now_ms();
+    work.began = grid_ms();
     work.start_time = up_time(agent);
 }
 
@@ -52,11 +57,23 @@ void finish_report(probe &agent, art_work &work)
     begin_report(agent, work);
 }
 
-void on_art_tick(probe &agent)
+void on_end(void *context, void *of)
 {
-    for (auto &[index, row] : storage<art_table>(agent))
-        if (row.work && row.interval > 0 && now_ms() - row.work->began >= int64_t{row.interval} * 1000)
-            finish_report(agent, *row.work);
+    auto &agent = *static_cast<probe *>(context);
+    auto &row = *static_cast<art_row *>(of);
+    catch_up(agent, row.data_source);
+    finish_report(agent, *row.work);
+    const int64_t next = next_on_grid(row.end.due, interval_of(row), row.work->began);
+    row.end = call_at(agent.loop, next, on_end, &agent, &row);
+}
+
+/** The first report begins, or the one that is being made begins anew. */
+void begin_reports(probe &agent, art_row &row)
+{
+    take_back(agent.loop, row.end);
+    begin_report(agent, *row.work);
+    if (row.interval > 0)
+        row.end = call_at(agent.loop, row.work->began + interval_of(row), on_end, &agent, &row);
 }
 
 /* ---- control rows ----------------------------------------------------------------------- */
@@ -113,12 +130,13 @@ int32_t start(probe &agent, art_row &row)
         row.work.reset();
         return bad_value;
     }
-    begin_report(agent, *row.work);
+    begin_reports(agent, row);
     return no_error;
 }
 
 void stop(probe &agent, art_row &row)
 {
+    take_back(agent.loop, row.end);
     detach(agent, row.data_source, count_art, row.work.get());
     row.work.reset();
 }
@@ -319,7 +337,7 @@ rmonrpc_art_ctl_t art_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
     if (!row.work)
         return reply;
     const auto passed =
-        static_cast<int32_t>(std::min<int64_t>((now_ms() - row.work->began) / 1000, INT32_MAX));
+        static_cast<int32_t>(std::min<int64_t>((grid_ms() - row.work->began) / 1000, INT32_MAX));
     reply.artControlTimeRemaining = std::max(row.interval - passed, 0);
     reply.artControlDuration = row.interval > 0 ? row.interval : passed;
     reply.artControlRptStartTime = row.work->start_time;
@@ -331,14 +349,13 @@ rmonrpc_art_ctl_t art_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 int32_t art_ctl_set(probe &agent, const rmonrpc_art_ctl_t &request)
 {
     const auto found = storage<art_table>(agent).find(request.artControlIndex);
-    const std::shared_ptr<art_work> worked =
-        found != storage<art_table>(agent).end() ? found->second.work : nullptr;
+    const bool worked = found != storage<art_table>(agent).end() && found->second.work;
     const int32_t error = set_row(
         agent, storage<art_table>(agent), request.artControlIndex, request.artControlStatus, request, rules,
         learning_rows);
     // Setting the interval of a row that works begins its report anew.
     if (error == no_error && worked && request.artControlStatus == static_cast<int32_t>(row_status::valid))
-        begin_report(agent, *worked);
+        begin_reports(agent, found->second);
     return error;
 }
 
@@ -443,6 +460,7 @@ constexpr known_variable variables[] = {
     gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlRptStartTime>(nullptr),
     gauge<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlGrantedSize>(nullptr),
     counter<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlGeneratedRpts>(nullptr),
+    counter<art_ctl_get, one_index, &rmonrpc_art_ctl_t::artControlDroppedFrames>(nullptr),
     gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artAvgRspTime>(nullptr),
     gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artMinRspTime>(nullptr),
     gauge<art_rpt_get, art_report_index, &rmonrpc_art_rpt_t::artMaxRspTime>(nullptr),
@@ -481,7 +499,6 @@ constexpr known_variable variables[] = {
 
 extern const family art_family = {
     .name = "art",
-    .tick = on_art_tick,
     .interface_gone = art_interface_gone,
     .procedures = procedures,
     .kept = kept,

@@ -12,6 +12,7 @@
 #pragma once
 
 #include "agent/smon_art/response_times.h"
+#include "agent/core/loop.h"
 #include "agent/core/row_status.h"
 
 #include "rmon/rpc/rmonrpc_smon_art.h"
@@ -30,7 +31,7 @@ struct art_work {
     ordered_view order;    // of its exchanges
     exchange_table report; // the last one that was finished
     ordered_view report_order;
-    int64_t began = 0;       // now_ms() when the report that is being made began
+    int64_t began = 0;       // grid_ms() when the report that is being made began
     uint32_t start_time = 0; // and the sysUpTime
     int32_t reports = 0;     // that were finished
     int64_t frame_time = 0;  // microseconds of the capture's clock at the last frame
@@ -46,6 +47,7 @@ struct art_row {
     std::string owner;
     row_status status = row_status::under_creation;
     std::shared_ptr<art_work> work; // while the row is valid; where it is does not change
+    timer end;                      // of the report that is being made
 };
 
 using art_table = std::map<int32_t, art_row>; // by artControlIndex

@@ -201,6 +201,7 @@ void step(session &now, uint8_t what, uint8_t number, std::span<const uint8_t> g
         break;
     default:
         tick_loop(agent.loop);
+        make_due_calls(agent.loop, INT64_MAX);
         break;
     }
 }

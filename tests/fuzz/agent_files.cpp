@@ -41,6 +41,7 @@ void read_capture(std::span<const uint8_t> bytes)
                 broken("a file has an end");
         }
         tick_loop(started.agent.loop);
+        make_due_calls(started.agent.loop, INT64_MAX);
     }
     stop_agent(started);
 }
