@@ -25,7 +25,8 @@ bool is_physical_address(const uint8_t *mac)
     return !(mac[0] & 1) && mac_number(mac) != 0;
 }
 
-void learn_address(
+/** False when there was no room for the address. */
+bool learn_address(
     const address_watch &watch,
     const frame &seen,
     int32_t network,
@@ -33,60 +34,70 @@ void learn_address(
     const uint8_t *mac)
 {
     if (!is_host_address(address) || !is_physical_address(mac))
-        return;
+        return true;
     probe &agent = *watch.agent;
     const protocol *found = find_protocol(agent.protocols, network);
     if (!found || found->address_map != counting::on)
-        return;
+        return true;
     mapped_address *entry = learn(
         storage<address_map>(agent).rows,
         {key_address_of(address), address.length, network, watch.source, 0});
-    if (!entry || std::memcmp(entry->physical, mac, sizeof entry->physical) == 0)
-        return;
-    std::memcpy(entry->physical, mac, sizeof entry->physical);
-    entry->changed = frame_time(agent, seen);
+    if (!entry)
+        return false;
+    if (std::memcmp(entry->physical, mac, sizeof entry->physical) != 0) {
+        std::memcpy(entry->physical, mac, sizeof entry->physical);
+        entry->changed = frame_time(agent, seen);
+    }
+    return true;
 }
 
 /** ARP tells of IP addresses, which stand in the map as those of ip. */
-void learn_from_arp(const address_watch &watch, const frame &seen)
+bool learn_from_arp(const address_watch &watch, const frame &seen)
 {
     constexpr uint32_t sender_at = 8;
-    if (seen.from.length == 4 && seen.network_length >= sender_at + mac_octets)
-        learn_address(
-            watch, seen, protocol_of_type(watch.agent->protocols, ethertype_ip), seen.from,
-            seen.network + sender_at);
+    if (seen.from.length != 4 || seen.network_length < sender_at + mac_octets)
+        return true;
+    return learn_address(
+        watch, seen, protocol_of_type(watch.agent->protocols, ethertype_ip), seen.from,
+        seen.network + sender_at);
 }
 
 /** A neighbour advertisement (RFC 4861) tells of the target's address, which needs not be the sender's. */
-void learn_from_advertisement(const address_watch &watch, const frame &seen)
+bool learn_from_advertisement(const address_watch &watch, const frame &seen)
 {
     constexpr uint8_t advertisement = 136, target_link_layer = 2;
     constexpr uint32_t target_at = 8, options_at = 24;
     if (seen.payload_length < options_at || seen.payload[0] != advertisement)
-        return;
+        return true;
     const uint8_t *option = seen.payload + options_at;
     uint32_t left = seen.payload_length - options_at;
     while (left >= 8 && option[1] > 0 && option[1] * 8u <= left) {
         if (option[0] == target_link_layer && option[1] == 1) {
             const net_address target = make_net_address(seen.payload + target_at, 16);
-            learn_address(watch, seen, seen.network_index, target, option + 2);
-            return;
+            return learn_address(watch, seen, seen.network_index, target, option + 2);
         }
         left -= option[1] * 8u;
         option += option[1] * 8;
     }
+    return true;
+}
+
+/** Learns what a frame tells. False when there was no room for all of it. */
+bool learn_from(const address_watch &watch, const frame &seen)
+{
+    if (seen.ethertype == ethertype_arp)
+        return learn_from_arp(watch, seen);
+    if (seen.from.length == 0 || !seen.source)
+        return true;
+    const bool sender = learn_address(watch, seen, seen.network_index, seen.from, seen.source);
+    const bool advertises = seen.ip_protocol == ip_icmp6 && seen.from.length == 16 && !seen.later_fragment;
+    return (!advertises || learn_from_advertisement(watch, seen)) && sender;
 }
 
 void count(void *context, const frame &seen)
 {
-    const auto &watch = *static_cast<address_watch *>(context);
-    if (seen.ethertype == ethertype_arp)
-        return learn_from_arp(watch, seen);
-    if (seen.from.length == 0 || !seen.source)
-        return;
-    learn_address(watch, seen, seen.network_index, seen.from, seen.source);
-    if (seen.ip_protocol == ip_icmp6 && seen.from.length == 16 && !seen.later_fragment)
-        learn_from_advertisement(watch, seen);
+    auto &watch = *static_cast<address_watch *>(context);
+    watch.dropped_frames += !learn_from(watch, seen);
 }
 
 /* ---- the control table ---------------------------------------------------------------------- */
@@ -109,7 +120,7 @@ void assign(address_watch_row &row, const rmonrpc_addrmap_ctl_t &request)
 
 int32_t start(probe &agent, address_watch_row &row)
 {
-    row.work = std::make_shared<address_watch>(address_watch{&agent, row.data_source});
+    row.work = std::make_shared<address_watch>(address_watch{&agent, row.data_source, 0});
     return start_counting(agent, row, count);
 }
 
@@ -217,7 +228,10 @@ rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &ke
         return reply;
     }
     addrmap_describe(reply, found->first, found->second);
-    reply.addressMapControlDroppedFrames = 0; // there are no frames that the agent chooses not to look at
+    if (found->second.work) {
+        catch_up(agent, found->second.data_source);
+        reply.addressMapControlDroppedFrames = found->second.work->dropped_frames;
+    }
     return reply;
 }
 
@@ -273,12 +287,35 @@ constexpr state_part kept[] = {
         &rmonrpc_addrmap_ctl_t::addressMapControlStatus>("addressMapControl"),
 };
 
+/** A data source is ifIndex's own identifier and its instance; in front stands how many numbers that are. */
+int32_t take_data_source(instance_reader &from)
+{
+    static constexpr uint32_t if_index[] = {11, 1, 3, 6, 1, 2, 1, 2, 2, 1, 1};
+    for (const uint32_t number : if_index)
+        if (take_number(from, number) != number)
+            from.good = false;
+    return take_index(from);
+}
+
+rmonrpc_addrmap_key_t address_map_index(instance_reader &from)
+{
+    rmonrpc_addrmap_key_t key{};
+    key.addressMapTimeMark = take_time(from);
+    key.protocolDirLocalIndex = take_index(from);
+    take_octets(from, key.addressMapNetworkAddress);
+    key.addressMapSource = take_data_source(from);
+    key.getType = GET;
+    key.count = 1;
+    return key;
+}
+
 // clang-format off
 constexpr known_variable variables[] = {
     scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapInserts, true>("1.3.6.1.2.1.16.13.1"),
     scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapDeletes, true>("1.3.6.1.2.1.16.13.2"),
     scalar<addrmap_scalars_get, &rmonrpc_addrmap_scalars_t::addressMapMaxDesiredEntries, false>("1.3.6.1.2.1.16.13.3"),
     counter<addrmap_ctl_get, one_index, &rmonrpc_addrmap_ctl_t::addressMapControlDroppedFrames>("1.3.6.1.2.1.16.13.4.1.3"),
+    gauge<addrmap_entry_get, address_map_index, &rmonrpc_addrmap_entry_t::addressMapLastChange>("1.3.6.1.2.1.16.13.5.1.5"),
 };
 // clang-format on
 

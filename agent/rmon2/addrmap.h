@@ -37,6 +37,7 @@ struct mapped_address {
 struct address_watch {
     probe *agent = nullptr;
     int32_t source = 0;
+    uint32_t dropped_frames = 0; // with an address for which there was no room
 };
 
 using address_watch_row = counting_row<address_watch>;

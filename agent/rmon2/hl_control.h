@@ -26,7 +26,8 @@ template <class Counts> auto &layer_of(Counts &counts, int32_t application_layer
 
 /**
  * Counts a frame in each of its layers that are counted: begin(table, application) begins to look for the
- * layer's keys, count(table, keys) counts. The tables are far larger than the processor's cache, so several
+ * layer's keys, count(table, keys) counts and says whether there was room. A table drops a frame once,
+ * however many of its layers found none. The tables are far larger than the processor's cache, so several
  * layers are begun before the first one is counted.
  */
 template <counting protocol::*On, class Counts, class Begin, class Count>
@@ -44,9 +45,11 @@ void count_layers(Counts &counts, const frame &seen, Begin begin, Count count)
     };
     std::array<layer, 4> begun;
     std::size_t used = 0;
+    bool network_full = false, application_full = false;
     const auto count_begun = [&] {
         for (std::size_t i = 0; i < used; i++)
-            count(*begun[i].in, begun[i].keys);
+            if (!count(*begun[i].in, begun[i].keys))
+                (begun[i].in == &counts.network ? network_full : application_full) = true;
         used = 0;
     };
     const auto begin_layer = [&](table &in, int32_t application) {
@@ -63,6 +66,8 @@ void count_layers(Counts &counts, const frame &seen, Begin begin, Count count)
             begin_layer(counts.application, above->local_index);
     }
     count_begun();
+    counts.network.dropped_frames += network_full;
+    counts.application.dropped_frames += application_full;
 }
 
 /* ---- the rules of the control rows ------------------------------------------------------ */

@@ -32,7 +32,7 @@ inline uint32_t granted_rows(int32_t desired)
 template <class Key, class Row, class View> struct hl_table {
     learned_table<Key, Row> rows;
     View view;
-    uint32_t dropped_frames = 0; // that were not counted since the table was full of rows that stay
+    uint32_t dropped_frames = 0; // for which there was no room: the table was full of rows that stay
 };
 
 template <class Key, class Row, class View> struct hl_counts {

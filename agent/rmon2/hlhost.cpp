@@ -32,8 +32,8 @@ struct both_ends {
     tagged_key<hl_host_key> to;
 };
 
-/** Counts a frame in one table, at its sender and at its receiver. */
-void count_in(hl_host_counts::table &table, const both_ends &ends, const frame &seen, uint32_t now)
+/** Counts a frame in one table, at its sender and at its receiver. False when there was no room for both. */
+bool count_in(hl_host_counts::table &table, const both_ends &ends, const frame &seen, uint32_t now)
 {
     hl_host *sender = host_of(table, ends.from, now);
     if (sender) {
@@ -46,8 +46,7 @@ void count_in(hl_host_counts::table &table, const both_ends &ends, const frame &
         receiver->in_pkts++;
         receiver->in_octets += seen.length;
     }
-    if (!sender || !receiver)
-        table.dropped_frames++;
+    return sender && receiver;
 }
 
 void count(void *context, const frame &seen)
@@ -60,8 +59,9 @@ void count(void *context, const frame &seen)
         };
         return {seek(table.rows, end(seen.from)), seek(table.rows, end(seen.to))};
     };
-    count_layers<&protocol::host>(
-        counts, seen, begin, [&](auto &table, const both_ends &ends) { count_in(table, ends, seen, now); });
+    count_layers<&protocol::host>(counts, seen, begin, [&](auto &table, const both_ends &ends) {
+        return count_in(table, ends, seen, now);
+    });
 }
 
 /* ---- the control table ---------------------------------------------------------------------- */

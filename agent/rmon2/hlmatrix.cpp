@@ -15,19 +15,19 @@ namespace {
 
 /* ---- counting ---------------------------------------------------------------------------- */
 
-void count_in(
+/** False when there was no room. */
+bool count_in(
     hl_pair_counts::table &table, const tagged_key<hl_pair_key> &key, const frame &seen, uint32_t now)
 {
     hl_pair *pair = learn_sought(table.rows, key);
-    if (!pair) {
-        table.dropped_frames++;
-        return;
-    }
+    if (!pair)
+        return false;
     if (pair->pkts == 0)
         pair->create_time = now;
     pair->changed = now;
     pair->pkts++;
     pair->octets += seen.length;
+    return true;
 }
 
 void count(void *context, const frame &seen)
@@ -41,7 +41,7 @@ void count(void *context, const frame &seen)
                             seen.network_index, application, 0});
     };
     count_layers<&protocol::matrix>(
-        counts, seen, begin, [&](auto &table, const auto &key) { count_in(table, key, seen, now); });
+        counts, seen, begin, [&](auto &table, const auto &key) { return count_in(table, key, seen, now); });
 }
 
 /* ---- the control table ---------------------------------------------------------------------- */
