@@ -232,6 +232,11 @@ constexpr known_variable variables[] = {
     gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlMaxOctetsGranted>("1.3.6.1.2.1.16.8.1.1.9"),
     gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlCapturedPackets>("1.3.6.1.2.1.16.8.1.1.10"),
     gauge<buffer_ctl_get, one_index, &rmonrpc_buffer_ctl_t::bufferControlTurnOnTime>("1.3.6.1.2.1.16.8.1.1.11"),
+    gauge<capture_buf_get, two_short_indexes, &rmonrpc_capturebuf_t::captureBufferPacketID>("1.3.6.1.2.1.16.8.2.1.3"),
+    gauge<capture_buf_get, two_short_indexes, &rmonrpc_capturebuf_t::captureBufferPacketLength>("1.3.6.1.2.1.16.8.2.1.5"),
+    gauge<capture_buf_get, two_short_indexes, &rmonrpc_capturebuf_t::captureBufferPacketTime>("1.3.6.1.2.1.16.8.2.1.6"),
+    gauge<capture_buf_get, two_short_indexes, &rmonrpc_capturebuf_t::captureBufferPacketStatus>("1.3.6.1.2.1.16.8.2.1.7"),
+    gauge<capture_buf_get, two_short_indexes, &rmonrpc_capturebuf_t::captureBufferPacketHighCapacityTime>("1.3.6.1.2.1.16.8.3.1.1"),
 };
 // clang-format on
 

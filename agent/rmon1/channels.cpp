@@ -222,6 +222,8 @@ constexpr state_part kept[] = {
 // clang-format off
 constexpr known_variable variables[] = {
     counter<channel_get, one_index, &rmonrpc_channel_t::channelMatches>("1.3.6.1.2.1.16.7.2.1.9"),
+    counter<channel_get, one_index, &rmonrpc_channel_t::channelDroppedFrames>("1.3.6.1.2.1.16.7.3.1.1"),
+    gauge<channel_get, one_index, &rmonrpc_channel_t::channelCreateTime>("1.3.6.1.2.1.16.7.3.1.2"),
 };
 // clang-format on
 

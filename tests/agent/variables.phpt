@@ -60,9 +60,14 @@ function columns(string $names, int $from): array
     return array_flip(array_filter(array_merge(array_fill(0, $from, ''), explode(' ', $names))));
 }
 
+/** @var array<string, int|float> the numbers of all rows that were read */
+$shown = [];
+
 /** A table whose keys are a prefix and the column's name. */
 function table(string $prefix, string $oid, string $instance, array $columns, array|false $row, ?string $keys = null): array
 {
+    global $shown;
+    $shown += $keys === '' ? [] : array_filter($row, is_numeric(...));
     $values = [];
     foreach ($columns as $name => $number) {
         $key = ($keys ?? $prefix) . $name;
@@ -85,6 +90,7 @@ $dsmonMatrix = fn(array $row) => ['HCPkts' => $row['dsmonMatrixSDHCPkts'], 'HCOc
 $known = [
     ...table('if', '2.2.1', '1', columns('Index', 1) + columns('Type Mtu Speed', 3) + columns('AdminStatus OperStatus LastChange InOctets InUcastPkts InNUcastPkts InDiscards InErrors InUnknownProtos OutOctets OutUcastPkts OutNUcastPkts OutDiscards OutErrors OutQLen', 7), rmon_ifentry_get($link, 1)),
     ...table('etherStats', '16.1.1.1', '1', columns('Index', 1) + columns($etherCounts, 3), rmon_etherstats_get($link, 1)),
+    ...table('etherStats', '16.1.4.1', '1', columns('DroppedFrames CreateTime', 1), rmon_etherstats_get($link, 1)),
     ...table('historyControl', '16.2.1.1', '9', columns('BucketsGranted', 4), rmon_history_ctl_get($link, 9)),
     ...table('etherHistory', '16.2.2.1', '9.1', columns('IntervalStart DropEvents Octets Pkts BroadcastPkts MulticastPkts CRCAlignErrors UndersizePkts OversizePkts Fragments Jabbers Collisions Utilization', 3), rmon_etherhistory_get($link, 9, 1)),
     ...table('alarm', '16.3.1.1', '3', columns('Value', 5), rmon_alarm_get($link, 3)),
@@ -98,10 +104,14 @@ $known = [
     ...table('matrixSD', '16.6.2.1', '3.6.2.0.0.0.0.1.6.2.0.0.0.0.2', columns('Pkts Octets Errors', 4), rmon_matrix_sd_get($link, 3, $mac1, $mac2)),
     ...table('matrixDS', '16.6.3.1', '3.6.2.0.0.0.0.2.6.2.0.0.0.0.1', columns('Pkts Octets Errors', 4), rmon_matrix_ds_get($link, 3, $mac1, $mac2)),
     ...table('channel', '16.7.2.1', '3', columns('Matches', 9), rmon_channel_get($link, 3)),
+    ...table('channel', '16.7.3.1', '3', columns('DroppedFrames CreateTime', 1), rmon_channel_get($link, 3)),
+    ...table('captureBufferPacket', '16.8.2.1', '3.2', ['ID' => 3, 'Length' => 5, 'Time' => 6, 'Status' => 7], rmon_capture_buf_get($link, 3, 2)),
+    ...table('captureBufferPacket', '16.8.3.1', '3.2', ['HighCapacityTime' => 1], rmon_capture_buf_get($link, 3, 2)),
     ...table('bufferControl', '16.8.1.1', '3', columns('FullStatus', 3) + columns('MaxOctetsGranted CapturedPackets TurnOnTime', 9), rmon_buffer_ctl_get($link, 3)),
     ...table('protocolDistControl', '16.12.1.1', '3', columns('DroppedFrames CreateTime', 3), rmon_pdist_ctl_get($link, 3)),
     ...table('protocolDistStats', '16.12.2.1', "3.{$index['ip.tcp']}", columns('Pkts Octets', 1), rmon_pdist_stats_get($link, 3, $index['ip.tcp'])),
     ...table('addressMap', '16.13', '0', columns('Inserts Deletes', 1), rmon_addrmap_scalars_get($link)),
+    ...table('addressMap', '16.13.5.1', "0.{$index['ip']}.4.10.0.0.1.11.1.3.6.1.2.1.2.2.1.1.1", columns('LastChange', 5), rmon_addrmap_entry_get($link, 0, $index['ip'], $a, 1)),
     ...table('addressMapControl', '16.13.4.1', '3', columns('DroppedFrames', 3), rmon_addrmap_ctl_get($link, 3)),
     ...table('hlHostControl', '16.14.1.1', '3', columns($controlCounts, 3), ['hlHostControlNlMaxDesiredEntries' => 0xffffffff] + rmon_hlhost_ctl_get($link, 3)),
     ...table('nlHost', '16.14.2.1', "3.0.{$index['ip']}.4.10.0.0.1", columns('InPkts OutPkts InOctets OutOctets OutMacNonUnicastPkts CreateTime', 3), rmon_nlhost_get($link, 3, 0, $index['ip'], $a)),
@@ -127,7 +137,7 @@ $known = [
     ...table('dsmonMatrixCtl', '16.26.1.6.1.1', '3', columns('Inserts Deletes', 6), dsmon_matrixctl_get($link, 3)),
     ...table('dsmonMatrixSD', '16.26.1.6.2.1', "3.0.0.{$index['ip']}.4.10.0.0.1.4.10.0.0.2.{$index['ip.tcp.www-http']}", ['HCPkts' => 8, 'HCOctets' => 11], $dsmonMatrix(dsmon_matrixsdstats_get($link, 3, 0, 0, $index['ip'], $index['ip.tcp.www-http'], $a, $b)), ''),
     ...table('dsmonMatrixDS', '16.26.1.6.3.1', "3.0.0.{$index['ip6']}.{$six}.2.{$six}.1.{$index['ip6.udp']}", ['HCPkts' => 3, 'HCOctets' => 6], $dsmonMatrix(dsmon_matrixdsstats_get($link, 3, 0, 0, $index['ip6'], $index['ip6.udp'], address('fd00::1'), address('fd00::2'))), ''),
-    ...table('artControl', '', '3', columns('TimeRemaining RptStartTime GrantedSize GeneratedRpts', 1), rmon_art_ctl_get($link, 3)),
+    ...table('artControl', '', '3', columns('TimeRemaining RptStartTime GrantedSize GeneratedRpts DroppedFrames', 1), rmon_art_ctl_get($link, 3)),
     ...table('art', '', "3.{$index['ip.tcp.www-http']}.4.10.0.0.2.4.10.0.0.1", columns($art, 1), rmon_art_rpt_get($link, 3, $index['ip.tcp.www-http'], $b, $a)),
     ...table('artSummary', '', "3.{$index['ip.tcp.www-http']}.4.10.0.0.2", columns("Clients $art", 1), rmon_art_sum_get($link, 3, $index['ip.tcp.www-http'], $b)),
     'hostTopNRate' => ['1.3.6.1.2.1.16.5.2.1.4', '3.1', false],
@@ -135,6 +145,41 @@ $known = [
     'addressMapMaxDesiredEntries' => ['1.3.6.1.2.1.16.13.3', '0', 0xffffffff],
     'sysServices' => ['1.3.6.1.2.1.1.7', '0', rmon_system_get($link)['sysServices']],
 ];
+// All numbers are there but those that are indexes or repeat a set. Pairs of hosts and busiest hosts have rows above
+// and below of their own.
+$left = [
+    'etherStatsDataSource', 'etherStatsStatus', 'historyControlIndex', 'historyControlDataSource', 'historyControlBucketsRequested',
+    'historyControlInterval', 'historyControlStatus', 'etherHistoryIndex', 'etherHistorySampleIndex', 'alarmIndex', 'alarmInterval',
+    'alarmSampleType', 'alarmStartupAlarm', 'alarmRisingThreshold', 'alarmFallingThreshold', 'alarmRisingEventIndex',
+    'alarmFallingEventIndex', 'alarmStatus', 'eventIndex', 'eventType', 'eventStatus', 'logEventIndex', 'logIndex', 'hostControlIndex',
+    'hostControlDataSource', 'hostControlStatus', 'hostIndex', 'hostTimeIndex', 'hostTimeCreationOrder', 'hostTopNControlIndex',
+    'hostTopNHostIndex', 'hostTopNRateBase', 'hostTopNRequestedSize', 'hostTopNStatus', 'matrixControlIndex', 'matrixControlDataSource',
+    'matrixControlStatus', 'matrixSDIndex', 'matrixDSIndex', 'channelIndex', 'channelIfIndex', 'channelAcceptType', 'channelDataControl',
+    'channelTurnOnEventIndex', 'channelTurnOffEventIndex', 'channelEventIndex', 'channelEventStatus', 'channelStatus',
+    'bufferControlIndex', 'bufferControlChannelIndex', 'bufferControlFullAction', 'bufferControlCaptureSliceSize',
+    'bufferControlDownloadSliceSize', 'bufferControlDownloadOffset', 'bufferControlMaxOctetsRequested', 'bufferControlStatus',
+    'captureBufferControlIndex', 'captureBufferIndex', 'protocolDistControlIndex', 'protocolDistControlDataSource',
+    'protocolDistControlStatus', 'pd_flags', 'protocolDirLocalIndex', 'protocolDirLocalIndex2', 'addressMapTimeMark', 'addressMapSource',
+    'addressMapControlIndex', 'addressMapControlDataSource', 'addressMapControlStatus', 'hlHostControlIndex', 'hlHostControlDataSource',
+    'hlHostControlStatus', 'nlHostTimeMark', 'alHostTimeMark', 'hlMatrixControlIndex', 'hlMatrixControlDataSource',
+    'hlMatrixControlStatus', 'smonVlanStatsControlIndex', 'smonVlanStatsControlDataSource', 'smonVlanStatsControlStatus',
+    'smonVlanIdStatsId', 'smonPrioStatsControlIndex', 'smonPrioStatsControlDataSource', 'smonPrioStatsControlStatus', 'smonPrioStatsId',
+    'dsmonStatsControlIndex', 'dsmonStatsControlAggProfile', 'dsmonStatsControlStatus', 'dsmonStatsControlDataSource_ifIndex',
+    'dsmonAggGroupIndex', 'dsmonPdistCtlIndex', 'dsmonPdistAggProfile', 'dsmonPdistCtlMaxDesiredEntries',
+    'dsmonPdistCtlDataSource_ifIndex', 'dsmonPdistCtlStatus', 'dsmonPdistTimeMark', 'dsmonHostCtlIndex',
+    'dsmonHostCtlDataSource_ifIndex', 'dsmonHostAggProfile', 'dsmonHostCtlMaxDesiredEntries', 'dsmonHostCtlIPv4PrefixLen',
+    'dsmonHostCtlIPv6PrefixLen', 'dsmonHostCtlStatus', 'dsmonHostTimeMark', 'dsmonMatrixCtlIndex', 'dsmonMatrixCtlDataSource_ifIndex',
+    'dsmonMatrixAggProfile', 'dsmonMatrixCtlMaxDesiredEntries', 'dsmonMatrixCtlStatus', 'artControlIndex', 'artControlDataSource',
+    'artControlRspTime1', 'artControlRspTime2', 'artControlRspTime3', 'artControlRspTime4', 'artControlRspTime5', 'artControlRspTime6',
+    'artControlRspTimeout', 'artControlRequestedSize', 'artControlStatus', 'status',
+    // the switch's own words for an interface
+    'dsrcType', 'dsrcSlot', 'dsrcPort', 'dsrcVlan', 'dsrcChGrp', 'dsrcSpanMode', 'dsrcSpanDest',
+    // these the agent's rows call otherwise
+    'dsmonPdistDroppedFrames', 'dsmonHostDroppedFrames', 'dsmonMatrixDroppedFrames', 'artControlDuration',
+];
+expect_same([], array_values(array_diff(array_filter(array_keys($shown), is_string(...)), $left, array_keys($known))), 'numbers that are no variables');
+expect_same(rmon_art_ctl_get($link, 3)['artControlDuration'] >= 0, rmon_get_mib_var($link, 'artControlDuration.3') >= 0, 'artControlDuration, which grows');
+
 // What was counted, so that not all is 0.
 foreach ([
     'etherStatsPkts' => 5, 'etherHistoryPkts' => 5, 'hostOutPkts' => 4, 'hostTimeInPkts' => 3, 'matrixSDPkts' => 3, 'matrixDSPkts' => 3, 'channelMatches' => 5, 'bufferControlCapturedPackets' => 5,
@@ -151,7 +196,7 @@ foreach ($known as $name => [$identifier, $instance, $value]) {
         expect_same($value, rmon_get_mib_var($link, "$identifier.$instance"), "$name by identifier");
         expect_same($value, rmon_get_mib_var($link, ".$identifier.$instance"), "$name by absolute identifier");
     }
-    foreach (["$name.$instance.1", "$name.$instance.", "$name.7" . substr($instance, 1), "$name." . substr($instance, 1), $name, strtolower("$name.$instance"), ".$name.$instance"] as $none) {
+    foreach (["$name.$instance.1", "$name.$instance.", "$name.40000" . substr($instance, 1), "$name." . substr($instance, 1), $name, strtolower("$name.$instance"), ".$name.$instance"] as $none) {
         expect_same(false, rmon_get_mib_var($link, $none), "no variable: $none");
     }
 }
