@@ -68,6 +68,12 @@ final class Conditions
         return $values;
     }
 
+    /** Whether all rows of the table are wanted. */
+    public function isNone(): bool
+    {
+        return $this->tests === [];
+    }
+
     /** @param array<string, mixed> $row */
     public function hold(array $row): bool
     {

@@ -110,9 +110,18 @@ final class Listing
 
     /**
      * @param iterable<array<string, mixed>> $rows
+     * @return iterable<array<string, mixed>>
+     */
+    private function filtered(iterable $rows, Conditions $conditions): iterable
+    {
+        return $conditions->isNone() ? $rows : $this->thatHold($rows, $conditions);
+    }
+
+    /**
+     * @param iterable<array<string, mixed>> $rows
      * @return Generator<array<string, mixed>>
      */
-    private function filtered(iterable $rows, Conditions $conditions): Generator
+    private function thatHold(iterable $rows, Conditions $conditions): Generator
     {
         foreach ($rows as $row) {
             if ($conditions->hold($row)) {

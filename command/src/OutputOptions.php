@@ -81,7 +81,7 @@ final class OutputOptions
             foreach ($sort === [] ? $rows : $this->sorted($rows, $sort, $screen) as $row) {
                 $writer->row($row);
                 $count++;
-                if (!$screen->isTerminal) {
+                if (!$screen->isTerminal && ($count & 63) === 0) {
                     $screen->progress(static fn() => "$count rows");
                 }
                 if ($count === $this->limit) {

@@ -77,7 +77,7 @@ final class Refreshing
     private function picture(Live $live, string $title, callable $measure, array $fields, callable $resolve): string
     {
         $memory = fopen('php://memory', 'w+');
-        $page = new Screen($memory, $memory, $this->screen->colours, false);
+        $page = new Screen($memory, $memory, $this->screen->colours, false, $this->screen->width());
         try {
             $shown = $this->options->show($measure($live), $fields, $resolve, $page);
             $remark = $shown === 0 ? "Nothing was counted in these {$this->seconds()} s.\n" : '';

@@ -101,7 +101,10 @@ final class LiveTest extends CommandTestCase
     {
         $agent = $this->bundled();
         $run = $this->onTerminal($agent, [], 'watch', 'ifTable', '--interval', '0.2');
-        $run->until(static fn(Run $run) => str_contains($run->out, 'over 0.2 s'));
+        $run->until(static fn(Run $run) => str_contains($run->out, "InOctets"));
+        foreach (explode("\n", preg_replace('/\e\[[0-9;?]*[a-zA-Z]|\r/', '', $run->out)) as $line) {
+            self::assertLessThanOrEqual(100, strlen($line), 'no line is broken');
+        }
         \end_agent($agent, 9);
         $run->until(static fn(Run $run) => str_contains($run->out, 'No agent can be reached'));
         $run->type('q');

@@ -186,6 +186,9 @@ final class RowsTest extends CommandTestCase
         foreach (explode("\r\n", preg_replace('/\e\[[0-9;]*[mK]/', '', $run->out)) as $line) {
             self::assertLessThanOrEqual(60, strlen($line));
         }
+        $list = $this->onTerminal($agent, ['COLUMNS' => '60', 'NO_COLOR' => '1'], 'list', 'hostTable')->end();
+        self::assertStringContainsString("\nhostTable       hosts      what each host sent and", $list->out);
+        self::assertStringContainsString("received…\r\n", $list->out);
         $plain = $this->onTerminal($agent, ['NO_COLOR' => '1'], 'ifTable', '--columns', 'all')->end();
         self::assertStringNotContainsString("\e", $plain->out);
         self::assertStringContainsString('OutOctets', $plain->out);

@@ -57,6 +57,11 @@ final class TextTest extends TestCase
         self::assertSame(['  電', 'ö   '], [Text::padLeft('電', 4), Text::padRight('ö', 4)]);
     }
 
+    public function testCutTexts(): void
+    {
+        self::assertSame(['eth0', 'et…', '電…'], [Text::cut('eth0', 4), Text::cut('eth0', 3), Text::cut('電話', 3)]);
+    }
+
     /** @return iterable<string, array{string, string}> */
     public function cells(): iterable
     {

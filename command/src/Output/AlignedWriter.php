@@ -16,6 +16,9 @@ final class AlignedWriter implements Writer
 
     private const GAP = '  ';
 
+    /** Columns of the terminal that a text which is cut has at least. */
+    private const LEAST = 16;
+
     /** @var list<list<string>> */
     private array $sample = [];
     private float $since = 0.0;
@@ -37,6 +40,9 @@ final class AlignedWriter implements Writer
 
     /** @var list<bool> */
     private readonly array $foreign;
+
+    /** Columns of the terminal that the last text has room in; null: all that it takes. */
+    private ?int $cut = null;
 
     /** Columns that the terminal has room for. */
     private int $shown;
@@ -84,7 +90,8 @@ final class AlignedWriter implements Writer
         $this->screen->flush();
         $left = count($this->fields) - $this->shown;
         if ($left > 0) {
-            $this->screen->remark("$left more columns: --columns all, or some by name");
+            $columns = $left === 1 ? 'column' : 'columns';
+            $this->screen->remark("$left more $columns: --columns all, or some by name");
         }
     }
 
@@ -98,7 +105,15 @@ final class AlignedWriter implements Writer
             }
         }
         if ($this->fit && $this->screen->isTerminal) {
-            $this->shown = self::fitting($widths, $this->screen->width());
+            $room = $this->screen->width();
+            $this->shown = self::fitting($widths, $room);
+            $last = count($widths) - 1;
+            $rest = $room - array_sum(array_slice($widths, 0, $last)) - strlen(self::GAP) * $last;
+            if ($this->shown === $last && !$this->right[$last] && $rest >= self::LEAST) {
+                // A text at the end is cut rather than left out.
+                $this->shown = count($widths);
+                $this->cut = $widths[$last] = $rest;
+            }
         }
         $this->widths = array_slice($widths, 0, $this->shown);
         $this->texts = array_slice($this->texts, 0, $this->shown);
@@ -117,6 +132,10 @@ final class AlignedWriter implements Writer
     /** @param list<string> $cells */
     private function line(array $cells): void
     {
+        if ($this->cut !== null) {
+            $last = count($cells) - 1;
+            $cells[$last] = Text::cut($cells[$last], $this->cut);
+        }
         $line = vsprintf($this->format, $cells);
         $this->screen->write((preg_match('/[^\x20-\x7e]/', $line) ? $this->laidOut($cells) : rtrim($line)) . "\n");
     }

@@ -19,7 +19,10 @@ final class CsvWriter implements Writer
         $this->begin();
         $cells = [];
         foreach ($this->fields as $field) {
-            $value = ($field->exact)($row[$field->name] ?? null);
+            $value = $row[$field->name] ?? null;
+            if (!$field->plain || !is_int($value)) {
+                $value = ($field->exact)($value);
+            }
             $cells[] = match (true) {
                 is_int($value) => (string) $value,
                 is_string($value) => Text::csv($value),

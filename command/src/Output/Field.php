@@ -20,6 +20,7 @@ final class Field
      * @param Closure(mixed): string $text  for people
      * @param Closure(mixed): mixed $exact  for programs
      * @param bool $foreign           whether its texts may hold anything
+     * @param bool $plain             whether integers are exact as they are
      */
     private function __construct(
         public readonly string $name,
@@ -28,6 +29,7 @@ final class Field
         public readonly Closure $text,
         public readonly Closure $exact,
         public readonly bool $foreign = false,
+        public readonly bool $plain = false,
     ) {
     }
 
@@ -70,7 +72,8 @@ final class Field
             Type::Text, Type::AddressText, Type::MacText, Type::NetInterface, Type::Protocol => true,
             default => false,
         };
-        return new self($column->name, $heading, $column->type->isNumber(), $people, $programs, $foreign);
+        $isNumber = $column->type->isNumber();
+        return new self($column->name, $heading, $isNumber, $people, $programs, $foreign, $isNumber);
     }
 
     /** @return Closure(mixed): string */

@@ -16,7 +16,9 @@ final class JsonWriter implements Writer
     {
         $object = [];
         foreach ($this->fields as $field) {
-            $object[$field->name] = ($field->exact)($row[$field->name] ?? null);
+            $name = $field->name;
+            $value = $row[$name] ?? null;
+            $object[$name] = $field->plain && is_int($value) ? $value : ($field->exact)($value);
         }
         $this->screen->write(self::encode($object) . "\n");
     }

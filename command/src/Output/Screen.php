@@ -26,21 +26,22 @@ final class Screen
     private float $written;
     private float $marked = 0.0;
     private bool $hasMark = false;
-    private ?int $width = null;
 
     /**
      * @param resource $out
      * @param resource $error
      * @param bool $colours      whether standard output may have colours
      * @param bool $errorColours whether standard error may
+     * @param int|null $width    columns of the terminal that what is written gets to in the end
      */
     public function __construct(
         private readonly mixed $out,
         private readonly mixed $error,
         public readonly bool $colours,
         public readonly bool $errorColours,
+        private ?int $width = null,
     ) {
-        $this->isTerminal = stream_isatty($out);
+        $this->isTerminal = $width !== null || stream_isatty($out);
         $this->showsProgress = stream_isatty($error);
         $this->started = $this->written = hrtime(true) / 1e9;
     }

@@ -32,6 +32,12 @@ final class Text
         return preg_match('/[^\x20-\x7e]/', $text) ? mb_strwidth($text, 'UTF-8') : strlen($text);
     }
 
+    /** A visible text, cut to so many columns of a terminal. */
+    public static function cut(string $text, int $width): string
+    {
+        return self::width($text) > $width ? mb_strimwidth($text, 0, $width, '…', 'UTF-8') : $text;
+    }
+
     public static function padLeft(string $text, int $width): string
     {
         $missing = $width - self::width($text);
