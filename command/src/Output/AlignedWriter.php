@@ -41,6 +41,9 @@ final class AlignedWriter implements Writer
     /** @var list<bool> */
     private readonly array $foreign;
 
+    /** @var list<bool> */
+    private readonly array $whole;
+
     /** Columns of the terminal that the last text has room in; null: all that it takes. */
     private ?int $cut = null;
 
@@ -60,6 +63,7 @@ final class AlignedWriter implements Writer
         $this->texts = array_map(static fn(Field $field) => $field->text, $fields);
         $this->right = array_map(static fn(Field $field) => $field->right, $fields);
         $this->foreign = array_map(static fn(Field $field) => $field->foreign, $fields);
+        $this->whole = array_map(static fn(Field $field) => $field->whole, $fields);
         $this->shown = count($fields);
     }
 
@@ -67,7 +71,12 @@ final class AlignedWriter implements Writer
     {
         $cells = [];
         foreach ($this->texts as $place => $text) {
-            $cell = $text($row[$this->names[$place]] ?? null);
+            $value = $row[$this->names[$place]] ?? null;
+            if ($this->whole[$place] && (is_int($value) || is_float($value) && $value < 2 ** 53)) {
+                $cells[] = (string) (int) $value;
+                continue;
+            }
+            $cell = $text($value);
             $cells[] = $this->foreign[$place] ? Text::visible($cell) : $cell;
         }
         if ($this->widths !== null) {

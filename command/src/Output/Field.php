@@ -21,6 +21,7 @@ final class Field
      * @param Closure(mixed): mixed $exact  for programs
      * @param bool $foreign           whether its texts may hold anything
      * @param bool $plain             whether integers are exact as they are
+     * @param bool $whole             whether people are shown its numbers by all of their digits
      */
     private function __construct(
         public readonly string $name,
@@ -30,6 +31,7 @@ final class Field
         public readonly Closure $exact,
         public readonly bool $foreign = false,
         public readonly bool $plain = false,
+        public readonly bool $whole = false,
     ) {
     }
 
@@ -69,11 +71,16 @@ final class Field
             ? static fn(mixed $value) => (string) $programs($value)
             : self::readably($column, $values);
         $foreign = match ($column->type) {
-            Type::Text, Type::AddressText, Type::MacText, Type::NetInterface, Type::Protocol => true,
+            Type::Text, Type::AddressText, Type::MacText => true,
             default => false,
         };
         $isNumber = $column->type->isNumber();
-        return new self($column->name, $heading, $isNumber, $people, $programs, $foreign, $isNumber);
+        $isWhole = match ($column->type) {
+            Type::Index, Type::Integer => true,
+            Type::Counter32, Type::Counter64, Type::Gauge => !in_array($column->unit, ['octets', 'bit/s'], true),
+            default => false,
+        };
+        return new self($column->name, $heading, $isNumber, $people, $programs, $foreign, $isNumber, $isWhole);
     }
 
     /** @return Closure(mixed): string */
@@ -81,8 +88,11 @@ final class Field
     {
         $text = static fn(mixed $value) => $values->text($column, $value);
         return match ($column->type) {
-            // The same few values in all rows.
-            Type::NetInterface, Type::Protocol, Type::Named, Type::Flags, Type::Status,
+            // The same few values in all rows; names are strangers' texts.
+            Type::NetInterface, Type::Protocol => self::remembered(
+                static fn(mixed $value) => Text::visible($text($value)),
+            ),
+            Type::Named, Type::Flags, Type::Status,
             Type::Ticks => self::remembered($text),
             Type::Address => static fn(mixed $value) => is_array($value) && count($value) === 4
                 ? implode('.', $value)
