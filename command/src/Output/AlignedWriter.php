@@ -70,14 +70,17 @@ final class AlignedWriter implements Writer
     public function row(array $row): void
     {
         $cells = [];
+        $names = $this->names;
+        $whole = $this->whole;
+        $foreign = $this->foreign;
         foreach ($this->texts as $place => $text) {
-            $value = $row[$this->names[$place]] ?? null;
-            if ($this->whole[$place] && (is_int($value) || is_float($value) && $value < 2 ** 53)) {
+            $value = $row[$names[$place]] ?? null;
+            if ($whole[$place] && (is_int($value) || is_float($value) && $value < 2 ** 53)) {
                 $cells[] = (string) (int) $value;
                 continue;
             }
             $cell = $text($value);
-            $cells[] = $this->foreign[$place] ? Text::visible($cell) : $cell;
+            $cells[] = $foreign[$place] ? Text::visible($cell) : $cell;
         }
         if ($this->widths !== null) {
             $this->line($cells);

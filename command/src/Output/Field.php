@@ -98,11 +98,20 @@ final class Field
                 ? implode('.', $value)
                 : $text($value),
             Type::Counter32, Type::Counter64, Type::Gauge => $column->unit === 'octets' || $column->unit === 'bit/s'
-                ? $text
+                ? self::octets($column, $text)
                 : self::whole($text),
             Type::Index, Type::Integer => self::whole($text),
             default => $text,
         };
+    }
+
+    /** @return Closure(mixed): string octets or bits; few of them without asking how they scale */
+    private static function octets(Column $column, Closure $text): Closure
+    {
+        $unit = $column->unit === 'octets' ? ' B' : ' bit/s';
+        return static fn(mixed $value) => is_float($value) && $value < 999 && $value == (int) $value && $value >= 0
+            ? (int) $value . $unit
+            : $text($value);
     }
 
     /** @return Closure(mixed): string what is the same in all numbers that a float tells exactly */
@@ -139,10 +148,13 @@ final class Field
             if (!is_int($value)) {
                 return $of($value);
             }
+            if (isset($known[$value])) {
+                return $known[$value];
+            }
             if (count($known) > 10000) {
                 $known = [];
             }
-            return $known[$value] ??= $of($value);
+            return $known[$value] = $of($value);
         };
     }
 
