@@ -81,7 +81,11 @@ behind_its_back($agent, fn() => send_numbers(6, 6005));
 $kept = $captured();
 expect_same(true, $kept > 1000 && $kept < 6005, "packets that found room: $kept");
 send_numbers(6006, 6010);
+// Each answer says that the agent took what there was and looks at losses anew: a round in which it was stopped, and in
+// which frames find room again, would tell of the gap only behind these.
+expect_same($kept + 5, $captured(), 'packets before the second burst');
 behind_its_back($agent, fn() => send_numbers(6011, 12010));
+expect_same(true, $captured() > $kept + 1000, 'packets of the second burst');
 send_numbers(12011, 12015);
 $last = $captured();
 expect_same(true, $last > 2 * ($kept - 5) && $last < 12015, "packets in the end: $last");
