@@ -5,7 +5,9 @@
 #include "agent/nde/netflow.h"
 #include "agent/options.h"
 #include "agent/capture/probe.h"
+#include "agent/capture/start.h"
 #include "agent/rpc/server.h"
+#include "agent/voice/scenario.h"
 #include "agent/voice/voice.h"
 
 #include <cerrno>

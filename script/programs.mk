@@ -47,6 +47,10 @@ flags += $(call package_flags,libtirpc)
 objects = $(patsubst $(root)/%.cpp,$(O)/obj/%.o,$(sort $(wildcard $(addprefix $(root)/,$(1)))))
 rpc_objects := $(call objects,rmon/rpc/*.cpp)
 
+# The agent's objects, and its folders.
+agent_objects := $(call objects,agent/*.cpp agent/*/*.cpp)
+agent_rooms := $(patsubst %/,%,$(sort $(dir $(wildcard $(root)/agent/*.cpp $(root)/agent/*/*.cpp))))
+
 # Programs also depend on their folders, whose time tells that a source file came or went.
 link = $(CXX) $(CXXFLAGS) $(sanitize_flags) $(pie) -Wl,-z,relro,-z,now $(LDFLAGS) -o $@ $(filter %.o,$^)
 
@@ -56,3 +60,10 @@ all:
 $(O)/obj/%.o: $(root)/%.cpp $(root)/script/programs.mk $(firstword $(MAKEFILE_LIST))
 	@mkdir -p $(@D)
 	$(CXX) $(flags) $(CXXFLAGS) -c $< -o $@
+
+# The names of all procedures, each with a comma, from the lines that declare them.
+procedures := $(O)/procedures.inc
+$(procedures): $(root)/rmon/rpc/rmonrpc_clnt.h $(root)/script/programs.mk
+	@mkdir -p $(@D)
+	tr '\n' ' ' <$< | grep -o 'inline constexpr procedure<[^;]*;' | sed 's/.* \([a-z0-9_]*\);/\1,/' >$@
+	test $$(wc -l <$@) -eq $$(grep -c '^inline constexpr procedure<' $<)

@@ -1,78 +1,40 @@
 #include "agent/admin/snmp_settings.h"
 
+#include "agent/capture/counting.h"
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/core/read_rows.h"
 
 namespace {
 
-constexpr std::size_t most_communities = 1000;
+constexpr std::size_t max_communities = 1000;
 
 /** Octets of an address on any network. */
-constexpr uint32_t longest_address = 255;
+constexpr uint32_t max_address_octets = 255;
 
 /* ---- trap destinations -------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_snmp_trapdest_t &request)
-{
-    return request.trapDestProtocol < 0 || request.trapDestAddress.length > longest_address
-           || !is_printable(text_of(request.trapDestOwner))
-           || !is_printable(text_of(request.trapDestCommunity));
-}
+struct trapdest_control_table {
+    using table = trapdest_table;
+    using row = trapdest_row;
+    using request = rmonrpc_snmp_trapdest_t;
+    static constexpr auto index = &request::trapDestIndex;
+    static constexpr auto status = &request::trapDestStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        changeable<&request::trapDestCommunity, &row::community>(),
+        changeable<&request::trapDestProtocol, &row::protocol>(not_negative),
+        changeable<&request::trapDestAddress, &row::address>({.max = max_address_octets}),
+        changeable<&request::trapDestOwner, &row::owner>(),
+    };
+    static constexpr auto stop = nothing_to_stop<row>;
 
-/** Traps go on, to whatever destination the row names. */
-bool changes_fixed(const trapdest_row &, const rmonrpc_snmp_trapdest_t &)
-{
-    return false;
-}
-
-void assign(trapdest_row &row, const rmonrpc_snmp_trapdest_t &request)
-{
-    row.community = text_of(request.trapDestCommunity);
-    row.protocol = request.trapDestProtocol;
-    const uint8_t *bytes = bytes_of(request.trapDestAddress);
-    row.address.assign(bytes, bytes + request.trapDestAddress.length);
-    row.owner = text_of(request.trapDestOwner);
-}
-
-/** Nowhere is no destination. */
-int32_t start(probe &, trapdest_row &row)
-{
-    return row.address.empty() || row.community.empty() ? bad_value : no_error;
-}
-
-void stop(probe &, trapdest_row &) {}
-
-constexpr row_rules<trapdest_row, rmonrpc_snmp_trapdest_t> rules{
-    nonsense, changes_fixed, assign, start, stop};
-
-} // namespace
-
-void trapdest_describe(rmonrpc_snmp_trapdest_t &record, int32_t index, const trapdest_row &row)
-{
-    record.trapDestIndex = index;
-    set_text(record.trapDestCommunity, row.community);
-    record.trapDestProtocol = row.protocol;
-    set_bytes(record.trapDestAddress, row.address);
-    set_text(record.trapDestOwner, row.owner);
-    record.trapDestStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_snmp_trapdest_t trapdest_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_snmp_trapdest_t reply{};
-    const auto found = find_row(storage<trapdest_table>(agent), key.index, key.getType);
-    if (found == storage<trapdest_table>(agent).end())
-        reply.status = no_such_name;
-    else
-        trapdest_describe(reply, found->first, found->second);
-    return reply;
-}
-
-int32_t trapdest_set(probe &agent, const rmonrpc_snmp_trapdest_t &request)
-{
-    return set_row(
-        agent, storage<trapdest_table>(agent), request.trapDestIndex, request.trapDestStatus, request, rules);
-}
+    /** Traps without an address or a community go nowhere. */
+    static int32_t start(probe &, row &started)
+    {
+        return started.address.empty() || started.community.empty() ? bad_value : no_error;
+    }
+};
 
 /* ---- communities ---------------------------------------------------------------- */
 
@@ -95,7 +57,7 @@ int32_t community_set(probe &agent, const rmonrpc_snmp_community_t &request)
         return storage<community_table>(agent).erase(name) ? no_error : no_such_name;
     if ((request.privs != COMM_RO && request.privs != COMM_RW) || name.empty() || !is_printable(name))
         return bad_value;
-    if (storage<community_table>(agent).size() >= most_communities
+    if (storage<community_table>(agent).size() >= max_communities
         && !storage<community_table>(agent).contains(name))
         return gen_err;
     storage<community_table>(agent)[name] = request.privs;
@@ -115,18 +77,17 @@ int32_t load_community(probe &agent, const rmonrpc_snmp_community_t &kept)
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
+constexpr auto trapdest_get = get_control<trapdest_control_table>;
 
 constexpr served_procedure procedures[] = {
     serve<trapdest_get>(trapdest_get_1),
-    serve_set<trapdest_set>(trapdest_set_1),
+    serve_set<set_control<trapdest_control_table>>(trapdest_set_1),
     serve<community_get>(community_get_1),
     serve_set<community_set>(community_set_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<trapdest_table, trapdest_describe, trapdest_set, &rmonrpc_snmp_trapdest_t::trapDestStatus>(
-        "trapDest"),
+    keep_rows<trapdest_control_table>("trapDest"),
     keep<save_communities, load_community>("communities"),
 };
 

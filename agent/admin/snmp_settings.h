@@ -35,18 +35,3 @@ struct community_order {
 };
 
 using community_table = std::map<std::string, int32_t, community_order>; // their rights
-
-/** The fields of a row that a set gives. */
-void trapdest_describe(rmonrpc_snmp_trapdest_t &record, int32_t index, const trapdest_row &row);
-
-rmonrpc_snmp_trapdest_t trapdest_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t trapdest_set(probe &agent, const rmonrpc_snmp_trapdest_t &request);
-
-rmonrpc_snmp_community_arr_t community_get(probe &agent, const rmonrpc_snmp_community_key_t &key);
-
-/** Makes a community or changes its rights; rights of 0 remove it. */
-int32_t community_set(probe &agent, const rmonrpc_snmp_community_t &request);
-
-/** What is kept over a restart. */
-void save_communities(probe &agent, state_writer &writer);
-int32_t load_community(probe &agent, const rmonrpc_snmp_community_t &kept);

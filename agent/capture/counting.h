@@ -2,17 +2,12 @@
 #pragma once
 
 #include "agent/capture/counting_row.h"
+#include "agent/core/control_table.h"
 #include "agent/core/learned_table.h"
 #include "agent/capture/probe.h"
 
 #include <cstdint>
 #include <map>
-
-/** An index or a size that travels unsigned, for fields that hold less than 2^31; more becomes -1. */
-inline int32_t signed_index(uint32_t value)
-{
-    return value > INT32_MAX ? -1 : static_cast<int32_t>(value);
-}
 
 /** Has count called with the row's work for each frame. A request_status; the row has no work on failure. */
 template <class Work> int32_t start_counting(probe &agent, counting_row<Work> &row, count_function count)
@@ -30,6 +25,32 @@ template <count_function Count, class Work> void stop_counting(probe &agent, cou
     detach(agent, row.data_source, Count, row.work.get());
     row.work.reset();
 }
+
+/** A row begins its work: a new one, whose member `agent` tells where it belongs. */
+template <count_function Count, class Work, class Row = counting_row<Work>>
+int32_t start_work(probe &agent, Row &row)
+{
+    row.work = std::make_shared<Work>();
+    if constexpr (requires { row.work->agent; })
+        row.work->agent = &agent;
+    return start_counting(agent, row, Count);
+}
+
+/** Takes the frames that arrived for a row up to this moment. */
+template <class Row> void catch_up_row(probe &agent, const Row &row)
+{
+    if (row.work)
+        catch_up(agent, row.data_source);
+}
+
+/* Of rows that have nothing to do when they become valid, or are valid no more. */
+
+template <class Row> int32_t nothing_to_start(probe &, Row &)
+{
+    return no_error;
+}
+
+template <class Row> void nothing_to_stop(probe &, Row &) {}
 
 /** Takes the frames that arrived on all sources up to this moment: to be called before rows are read. */
 inline void catch_up_all(probe &agent)

@@ -1,14 +1,8 @@
 #include "agent/capture/probe.h"
 
-#include "agent/capture/family.h"
+#include "agent/rpc/procedures.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <ctime>
-#include <ranges>
-
-#include <sys/epoll.h>
 
 namespace {
 
@@ -20,33 +14,9 @@ int64_t hundredths()
     return int64_t{now.tv_sec} * 100 + now.tv_nsec / 10000000;
 }
 
-/** Calls what the families that have something to do have for it. */
-template <class... Arguments>
-void tell_families(void (*family::*what)(probe &, Arguments...), probe &agent, Arguments... arguments)
-{
-    for (const family *one : families())
-        if (one->*what)
-            (one->*what)(agent, arguments...);
-}
-
-void on_announcement(void *context, uint32_t)
-{
-    auto &agent = *static_cast<probe *>(context);
-    const interface_news news = hear_interfaces(agent.interfaces, up_time(agent));
-    for (const int32_t index : news.gone)
-        tell_families(&family::interface_gone, agent, index);
-    for (const int32_t index : news.changed) {
-        source_changed(agent.sources, index);
-        tell_families(&family::interface_changed, agent, index);
-    }
-}
-
-void on_probe_tick(void *context)
-{
-    auto &agent = *static_cast<probe *>(context);
-    tell_families(&family::tick, agent);
-    save_state(agent); // what could not be written is tried again
-}
+/** How long a reading of the clock is good for. */
+constexpr int64_t fresh_microseconds = 5000;
+constexpr uint32_t fresh_uses = 256;
 
 } // namespace
 
@@ -65,49 +35,44 @@ void note_change(probe &agent)
     agent.state.changed = true;
 }
 
+source_table &source_table_of(probe &agent)
+{
+    return agent.sources;
+}
+
+void start_clock(probe &agent)
+{
+    agent.started = hundredths();
+}
+
 uint32_t up_time(const probe &agent)
 {
     return static_cast<uint32_t>(hundredths() - agent.started);
 }
 
-std::string start_probe(probe &agent, bool may_capture, const file_reading &reading)
+uint32_t frame_time(probe &agent, const frame &seen)
 {
-    agent.started = hundredths();
-    fill_protocols(agent.protocols);
-    open_sources(agent, may_capture);
-    if (!reading.files.empty()) {
-        std::string wrong = open_capture_files(agent.files, reading, agent.sources, agent.interfaces);
-        if (!wrong.empty())
-            return wrong;
-    } else if (
-        !open_interfaces(agent.interfaces)
-        || !watch(agent.loop, agent.interfaces.announcements, EPOLLIN, on_announcement, &agent)) {
-        return std::string("cannot read the interfaces: ") + std::strerror(errno);
+    frame_clock &clock = agent.frame_clock;
+    const int64_t since = seen.time - clock.frame_time;
+    if (since >= 0 && since < fresh_microseconds && clock.uses < fresh_uses) {
+        clock.uses++;
+        return clock.up_time;
     }
-    for (const std::string &name : agent.interfaces.measured) {
-        const auto found =
-            std::ranges::find(agent.interfaces.rows, name, [](const auto &row) -> const std::string & {
-                return row.second.name;
-            });
-        if (found == agent.interfaces.rows.end())
-            return "there is no interface " + name;
-        if (!is_ethernet_like(found->second))
-            return name + " carries no Ethernet frames";
-    }
-    tell_families(&family::start, agent);
-    every_second(agent.loop, on_probe_tick, &agent);
-    return {};
+    clock = {seen.time, up_time(agent), 0};
+    return clock.up_time;
 }
 
-void stop_probe(probe &agent)
+void tell_of_silence(const probe &agent, int32_t data_source, std::string_view table, int32_t index)
 {
-    for (const family *one : families() | std::views::reverse)
-        if (one->stop)
-            one->stop(agent);
-    close_state(agent);
-    close_capture_files(agent.files, agent.loop);
-    close_sources(agent.sources);
-    if (agent.interfaces.announcements >= 0)
-        unwatch(agent.loop, agent.interfaces.announcements);
-    close_interfaces(agent.interfaces);
+    const auto link = agent.interfaces.rows.find(data_source);
+    const auto source = agent.sources.rows.find(data_source);
+    if (link == agent.interfaces.rows.end())
+        return;
+    const bool capturing = source != agent.sources.rows.end()
+                               ? source->second.capturing
+                               : agent.sources.may_capture || link->second.file;
+    if (!capturing)
+        std::fprintf(
+            stderr, "rmon-agent: %.*s %d counts nothing: there is no capture on %s\n",
+            static_cast<int>(table.size()), table.data(), index, link->second.name.c_str());
 }

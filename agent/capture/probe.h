@@ -5,7 +5,6 @@
 #pragma once
 
 #include "agent/capture/capture_files.h"
-#include "agent/capture/frame_clock.h"
 #include "agent/capture/interfaces.h"
 #include "agent/capture/protocols.h"
 #include "agent/capture/sources.h"
@@ -15,6 +14,13 @@
 
 #include <cstdint>
 #include <string>
+
+/** sysUpTime for what happens with every frame, where asking the system's clock each time costs too much. */
+struct frame_clock {
+    int64_t frame_time = 0; // of the frame for which the clock was asked, microseconds
+    uint32_t up_time = 0;   // what it said
+    uint32_t uses = 0;      // since then
+};
 
 struct probe {
     event_loop loop;
@@ -28,14 +34,12 @@ struct probe {
     stored_objects stored = make_stored_objects();
 };
 
+/** sysUpTime begins. */
+void start_clock(probe &agent);
+
 /** sysUpTime: hundredths of a second since the agent's start, modulo 2^32. */
 uint32_t up_time(const probe &agent);
 
-/**
- * Finds the interfaces, of this machine or as files play them, and begins to
- * measure; files are not read yet (begin_capture_files). An empty text, or what
- * went wrong in one line. The probe must not move from then on.
- */
-std::string start_probe(probe &agent, bool may_capture, const file_reading &reading);
-
-void stop_probe(probe &agent);
+/** sysUpTime of a frame that is counted now, older than 5 ms only where 256 counters or less saw frames
+ * since. */
+uint32_t frame_time(probe &agent, const frame &seen);

@@ -1,6 +1,6 @@
 #include "agent/capture/sources.h"
 
-#include "agent/capture/probe.h"
+#include "agent/capture/protocols.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -329,29 +329,18 @@ bool capture_permitted()
     return true;
 }
 
-void open_sources(probe &agent, bool may_capture)
+void open_sources(
+    source_table &table,
+    event_loop &loop,
+    interface_table &interfaces,
+    protocol_directory &protocols,
+    bool may_capture)
 {
-    source_table &table = agent.sources;
-    table.loop = &agent.loop;
-    table.interfaces = &agent.interfaces;
-    table.protocols = &agent.protocols;
+    table.loop = &loop;
+    table.interfaces = &interfaces;
+    table.protocols = &protocols;
     table.may_capture = may_capture;
-    every_second(agent.loop, on_source_tick, &table);
-}
-
-void tell_of_silence(const probe &agent, int32_t data_source, std::string_view table, int32_t index)
-{
-    const auto link = agent.interfaces.rows.find(data_source);
-    const auto source = agent.sources.rows.find(data_source);
-    if (link == agent.interfaces.rows.end())
-        return;
-    const bool capturing = source != agent.sources.rows.end()
-                               ? source->second.capturing
-                               : agent.sources.may_capture || link->second.file;
-    if (!capturing)
-        std::fprintf(
-            stderr, "rmon-agent: %.*s %d counts nothing: there is no capture on %s\n",
-            static_cast<int>(table.size()), table.data(), index, link->second.name.c_str());
+    every_second(loop, on_source_tick, &table);
 }
 
 bool use_source(source_table &table, int32_t index)
@@ -386,9 +375,9 @@ void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, ui
 
 bool attach(probe &agent, int32_t index, count_function count, void *row)
 {
-    if (!use_source(agent.sources, index))
+    if (!use_source(source_table_of(agent), index))
         return false;
-    data_source &source = agent.sources.rows[index];
+    data_source &source = source_table_of(agent).rows[index];
     take_waiting(source); // what arrived before is not for this row
     source.counters.push_back({count, row, usual_octets});
     return true;
@@ -396,8 +385,8 @@ bool attach(probe &agent, int32_t index, count_function count, void *row)
 
 void want_octets(probe &agent, int32_t index, count_function count, const void *row, uint32_t octets)
 {
-    const auto found = agent.sources.rows.find(index);
-    if (found == agent.sources.rows.end())
+    const auto found = source_table_of(agent).rows.find(index);
+    if (found == source_table_of(agent).rows.end())
         return;
     data_source &source = found->second;
     for (attached_counter &counter : source.counters)
@@ -413,18 +402,18 @@ void want_octets(probe &agent, int32_t index, count_function count, const void *
 
 void detach(probe &agent, int32_t index, count_function count, const void *row)
 {
-    const auto found = agent.sources.rows.find(index);
-    if (found == agent.sources.rows.end())
+    const auto found = source_table_of(agent).rows.find(index);
+    if (found == source_table_of(agent).rows.end())
         return;
     const auto is_it = [&](const attached_counter &one) { return one.count == count && one.row == row; };
     if (std::erase_if(found->second.counters, is_it) > 0)
-        leave_source(agent.sources, index);
+        leave_source(source_table_of(agent), index);
 }
 
 void catch_up(probe &agent, int32_t index)
 {
-    const auto found = agent.sources.rows.find(index);
-    if (found != agent.sources.rows.end())
+    const auto found = source_table_of(agent).rows.find(index);
+    if (found != source_table_of(agent).rows.end())
         take_waiting(found->second);
 }
 

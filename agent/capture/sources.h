@@ -74,11 +74,19 @@ struct source_table {
     std::map<int32_t, data_source> rows; // by ifIndex
 };
 
+/** The probe's. */
+source_table &source_table_of(probe &agent);
+
 /** True when this process may capture frames. */
 bool capture_permitted();
 
 /** The table must not move from then on. */
-void open_sources(probe &agent, bool may_capture);
+void open_sources(
+    source_table &table,
+    event_loop &loop,
+    interface_table &interfaces,
+    protocol_directory &protocols,
+    bool may_capture);
 
 /** Begins to use a source. False when there is no Ethernet-like interface of this index. */
 bool use_source(source_table &table, int32_t index);

@@ -25,6 +25,14 @@ enum request_status : int32_t {
     gen_err = 5,      // it can't be done for another reason: the table is full, the kernel refuses
 };
 
+/** The reply of a read for which there is no row. */
+template <class Reply> Reply no_such_row()
+{
+    Reply reply{};
+    reply.status = no_such_name;
+    return reply;
+}
+
 /** Gives a reply's text a copy of value, cut to what the field may carry. */
 template <uint32_t Bound> void set_text(wire::text<Bound> &field, std::string_view value)
 {

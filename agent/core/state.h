@@ -9,7 +9,7 @@
  *
  * What is kept stands in the families, one line each:
  *
- *   keep_rows     a control table with the row-status rules
+ *   keep_rows     a control table with the row-status rules (control_table.h)
  *   keep          anything else, by two functions
  *
  * At the start, the rows that the agent made itself give way to the file's, in
@@ -18,14 +18,14 @@
  */
 #pragma once
 
-#include "agent/core/row_status.h"
-#include "agent/core/storage.h"
+#include "agent/core/reply.h"
 
 #include "rmon/rpc/wire.h"
 
 #include <cstdint>
 #include <span>
 #include <string>
+#include <type_traits>
 
 struct probe;
 
@@ -65,8 +65,8 @@ template <class Result, class First, class Second> struct second_argument<Result
  * Something that two functions know:
  *
  *   void save(probe &, state_writer &)     calls write_record(writer, record) for each row, or for none
- *   void load(probe &, const Record &)     takes one back; where it may refuse, it returns a status as sets
- * do
+ *   void load(probe &, const Record &)     takes one back; where it may refuse,
+ *                                          it returns a status as sets do
  */
 template <auto Save, auto Load> constexpr state_part keep(const char *name, void (*clear)(probe &) = nullptr)
 {
@@ -80,56 +80,6 @@ template <auto Save, auto Load> constexpr state_part keep(const char *name, void
                     return Load(agent, record) == no_error;
                 }
             }};
-}
-
-/**
- * A control table: a stored map, whose rows have a member `status`. Set
- * is the table's set, Status the request's field of row status, and Describe
- * fills in the fields that a set gives, the index included:
- *
- *   void describe(Record &, const Key &, const Row &)
- */
-template <class Table, auto Describe, auto Set, auto Status> constexpr state_part keep_rows(const char *name)
-{
-    using Record = typename second_argument<decltype(Set)>::type;
-    constexpr const wire::layout *layout = &wire::layout_of<Record>;
-    return {
-        name, layout,
-        [](probe &agent, state_writer &writer) {
-            for (const auto &[key, row] : storage<Table>(agent)) {
-                Record record{};
-                Describe(record, key, row);
-                record.*Status = static_cast<int32_t>(row.status);
-                write_record(writer, record);
-                release_written(&record, *layout);
-            }
-        },
-        [](probe &agent) {
-            Table &table = storage<Table>(agent);
-            while (!table.empty()) {
-                const auto &[key, row] = *table.begin();
-                Record record{};
-                Describe(record, key, row);
-                record.*Status = static_cast<int32_t>(row_status::invalid);
-                const std::size_t before = table.size();
-                Set(agent, record);
-                release_written(&record, *layout);
-                if (table.size() == before)
-                    return; // a row that stands fast
-            }
-        },
-        [](probe &agent, const void *from) {
-            Record record = *static_cast<const Record *>(from);
-            const int32_t status = record.*Status;
-            record.*Status = static_cast<int32_t>(row_status::create_request);
-            if (Set(agent, record) != no_error)
-                return false;
-            if (status == static_cast<int32_t>(row_status::valid)) {
-                record.*Status = status;
-                Set(agent, record);
-            }
-            return true;
-        }};
 }
 
 /** All that is kept, in the order in which it is taken back: what a row refers to stands before it. */

@@ -4,62 +4,50 @@
 #include "agent/capture/counting.h"
 #include "agent/core/table.h"
 
+const dscp_map *find_profile(const probe &agent, int32_t index)
+{
+    const auto &profiles = storage<dsmon_aggregation>(agent).profiles;
+    const auto found = profiles.find(index);
+    return found != profiles.end() && found->second.status == row_status::valid ? &found->second.group_of
+                                                                                : nullptr;
+}
+
 namespace {
 
-/* ---- profiles ------------------------------------------------------------------------ */
+/* The lock keeps profiles as they are; without it anything may change. */
 
-bool nonsense_profile(const rmonrpc_dsmon_aggctl_t &request)
-{
-    return !is_printable(text_of(request.dsmonAggControlDescr))
-           || !is_printable(text_of(request.dsmonAggControlOwner));
-}
+struct profile_control_table {
+    using row = aggregation_profile;
+    using request = rmonrpc_dsmon_aggctl_t;
+    static constexpr auto index = &request::dsmonAggControlIndex;
+    static constexpr auto status = &request::dsmonAggControlStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        changeable<&request::dsmonAggControlDescr, &row::description>(),
+        changeable<&request::dsmonAggControlOwner, &row::owner>(),
+    };
+    static constexpr auto start = nothing_to_start<row>;
+    static constexpr auto stop = nothing_to_stop<row>;
+};
 
-/** The lock keeps profiles as they are; without it anything may change. */
-template <class Row, class Request> bool nothing_fixed(const Row &, const Request &)
-{
-    return false;
-}
-
-void assign_profile(aggregation_profile &row, const rmonrpc_dsmon_aggctl_t &request)
-{
-    row.description = text_of(request.dsmonAggControlDescr);
-    row.owner = text_of(request.dsmonAggControlOwner);
-}
-
-template <class Row> int32_t nothing_to_start(probe &, Row &)
-{
-    return no_error;
-}
-
-template <class Row> void nothing_to_stop(probe &, Row &) {}
-
-constexpr row_rules<aggregation_profile, rmonrpc_dsmon_aggctl_t> profile_rules{
-    nonsense_profile, nothing_fixed, assign_profile, nothing_to_start, nothing_to_stop};
-
-/* ---- groups -------------------------------------------------------------------------- */
-
-bool nonsense_group(const rmonrpc_dsmon_agggrp_t &request)
-{
-    return !is_printable(text_of(request.dsmonAggGroupDescr));
-}
-
-void assign_group(aggregation_group &row, const rmonrpc_dsmon_agggrp_t &request)
-{
-    row.description = text_of(request.dsmonAggGroupDescr);
-}
-
-constexpr row_rules<aggregation_group, rmonrpc_dsmon_agggrp_t> group_rules{
-    nonsense_group, nothing_fixed, assign_group, nothing_to_start, nothing_to_stop};
-
-constexpr row_limits group_limits{0, aggregation_groups - 1, aggregation_groups};
+/** Its rows are found by profile, then by group. */
+struct group_control_table {
+    using row = aggregation_group;
+    using request = rmonrpc_dsmon_agggrp_t;
+    static constexpr auto index = &request::dsmonAggGroupIndex;
+    static constexpr auto status = &request::dsmonAggGroupStatus;
+    static constexpr row_limits limits{0, aggregation_groups - 1, aggregation_groups};
+    static constexpr std::tuple fields{
+        changeable<&request::dsmonAggGroupDescr, &row::description>(),
+    };
+    static constexpr auto start = nothing_to_start<row>;
+    static constexpr auto stop = nothing_to_stop<row>;
+};
 
 rmonrpc_dsmon_aggctl_t profile_reply(int32_t index, const aggregation_profile &row)
 {
     rmonrpc_dsmon_aggctl_t reply{};
-    reply.dsmonAggControlIndex = static_cast<uint32_t>(index);
-    set_text(reply.dsmonAggControlDescr, row.description);
-    set_text(reply.dsmonAggControlOwner, row.owner);
-    reply.dsmonAggControlStatus = static_cast<int32_t>(row.status);
+    describe_row<profile_control_table>(reply, index, row);
     return reply;
 }
 
@@ -67,9 +55,7 @@ rmonrpc_dsmon_agggrp_t group_reply(int32_t profile, int32_t group, const aggrega
 {
     rmonrpc_dsmon_agggrp_t reply{};
     reply.dsmonAggControlIndex = static_cast<uint32_t>(profile);
-    reply.dsmonAggGroupIndex = static_cast<uint32_t>(group);
-    set_text(reply.dsmonAggGroupDescr, row.description);
-    reply.dsmonAggGroupStatus = static_cast<int32_t>(row.status);
+    describe_row<group_control_table>(reply, group, row);
     return reply;
 }
 
@@ -82,36 +68,11 @@ rmonrpc_dsmon_aggprof_t dscp_reply(int32_t profile, int32_t dscp, const aggregat
     return reply;
 }
 
-/** Makes a row again as it was when it was saved. A request_status. */
-template <class Record> int32_t
-set_again(probe &agent, Record record, int32_t Record::*status, int32_t (*set)(probe &, const Record &))
-{
-    const int32_t was = record.*status;
-    record.*status = static_cast<int32_t>(row_status::create_request);
-    const int32_t made = set(agent, record);
-    if (made != no_error || was != static_cast<int32_t>(row_status::valid))
-        return made;
-    record.*status = was;
-    return set(agent, record);
-}
-
-} // namespace
-
-const dscp_map *find_profile(const probe &agent, int32_t index)
-{
-    const auto &profiles = storage<dsmon_aggregation>(agent).profiles;
-    const auto found = profiles.find(index);
-    return found != profiles.end() && found->second.status == row_status::valid ? &found->second.group_of
-                                                                                : nullptr;
-}
-
 rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     const auto found = find_row(storage<dsmon_aggregation>(agent).profiles, key.index, key.getType);
     if (found == storage<dsmon_aggregation>(agent).profiles.end()) {
-        rmonrpc_dsmon_aggctl_t none{};
-        none.status = no_such_name;
-        return none;
+        return no_such_row<rmonrpc_dsmon_aggctl_t>();
     }
     return profile_reply(found->first, found->second);
 }
@@ -120,9 +81,8 @@ int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request)
 {
     if (storage<dsmon_aggregation>(agent).locked)
         return gen_err;
-    return set_row(
-        agent, storage<dsmon_aggregation>(agent).profiles, signed_index(request.dsmonAggControlIndex),
-        request.dsmonAggControlStatus, request, profile_rules);
+    return set_row<profile_control_table>(
+        agent, storage<dsmon_aggregation>(agent).profiles, index_of<profile_control_table>(request), request);
 }
 
 rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &key)
@@ -138,9 +98,7 @@ rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &
         if (group != groups.end())
             return group_reply(profile->first, group->first, group->second);
     }
-    rmonrpc_dsmon_agggrp_t none{};
-    none.status = no_such_name;
-    return none;
+    return no_such_row<rmonrpc_dsmon_agggrp_t>();
 }
 
 int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request)
@@ -151,9 +109,8 @@ int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request)
         storage<dsmon_aggregation>(agent).profiles.find(signed_index(request.dsmonAggControlIndex));
     if (profile == storage<dsmon_aggregation>(agent).profiles.end())
         return no_such_name;
-    return set_row(
-        agent, profile->second.groups, signed_index(request.dsmonAggGroupIndex), request.dsmonAggGroupStatus,
-        request, group_rules, group_limits);
+    return set_row<group_control_table>(
+        agent, profile->second.groups, index_of<group_control_table>(request), request);
 }
 
 rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key3_t &key)
@@ -175,9 +132,7 @@ rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key
         if (profile != profiles.end())
             return dscp_reply(profile->first, dscp, profile->second);
     }
-    rmonrpc_dsmon_aggprof_t none{};
-    none.status = no_such_name;
-    return none;
+    return no_such_row<rmonrpc_dsmon_aggprof_t>();
 }
 
 int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &request)
@@ -205,7 +160,7 @@ void save_profiles(probe &agent, state_writer &writer)
 
 int32_t load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record)
 {
-    return set_again(agent, record, &rmonrpc_dsmon_aggctl_t::dsmonAggControlStatus, dsmon_aggctl_set);
+    return restore_row(agent, record, &rmonrpc_dsmon_aggctl_t::dsmonAggControlStatus, dsmon_aggctl_set);
 }
 
 void save_groups(probe &agent, state_writer &writer)
@@ -220,7 +175,7 @@ void save_groups(probe &agent, state_writer &writer)
 
 int32_t load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record)
 {
-    return set_again(agent, record, &rmonrpc_dsmon_agggrp_t::dsmonAggGroupStatus, dsmon_agggrp_set);
+    return restore_row(agent, record, &rmonrpc_dsmon_agggrp_t::dsmonAggGroupStatus, dsmon_agggrp_set);
 }
 
 void save_dscp_maps(probe &agent, state_writer &writer)
@@ -237,8 +192,6 @@ int32_t load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record)
 }
 
 /* ---- the family --------------------------------------------------------------------- */
-
-namespace {
 
 constexpr served_procedure procedures[] = {
     serve<dsmon_aggctl_get>(dsmon_aggctl_get_1),

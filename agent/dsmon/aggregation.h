@@ -10,7 +10,6 @@
 #pragma once
 
 #include "agent/core/row_status.h"
-#include "agent/core/state.h"
 
 #include "rmon/rpc/rmonrpc_dsmon.h"
 
@@ -52,20 +51,3 @@ struct dsmon_aggregation {
 
 /** The map of a valid profile, or null. */
 const dscp_map *find_profile(const probe &agent, int32_t index);
-
-rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request);
-
-rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &key);
-int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request);
-
-rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key3_t &key);
-int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &request);
-
-/* What survives a restart. */
-void save_profiles(probe &agent, state_writer &writer);
-int32_t load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record);
-void save_groups(probe &agent, state_writer &writer);
-int32_t load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record);
-void save_dscp_maps(probe &agent, state_writer &writer);
-int32_t load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record);

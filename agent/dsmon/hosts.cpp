@@ -2,7 +2,6 @@
 
 #include "agent/capture/family.h"
 #include "agent/dsmon/learned.h"
-#include "agent/core/table.h"
 
 namespace {
 
@@ -15,18 +14,6 @@ bool host_less(const dsmon_host_key &one, const dsmon_host_key &other)
     if (one.protocol != other.protocol)
         return one.protocol < other.protocol;
     return compare_addresses(one.address, one.length, other.address, other.length) < 0;
-}
-
-dsmon_settings settings_of(const rmonrpc_dsmon_hostctl_t &request)
-{
-    return {
-        .data_source = signed_index(request.dsmonHostCtlDataSource_ifIndex),
-        .profile = signed_index(request.dsmonHostAggProfile),
-        .most = request.dsmonHostCtlMaxDesiredEntries,
-        .ipv4_prefix = request.dsmonHostCtlIPv4PrefixLen,
-        .ipv6_prefix = request.dsmonHostCtlIPv6PrefixLen,
-        .owner = text_of(request.dsmonHostCtlOwner),
-    };
 }
 
 void begin_hosts(probe &, const host_row &row, dsmon_host_counts &counts)
@@ -75,15 +62,36 @@ void count_hosts(dsmon_host_counts &counts, const frame &seen, uint8_t group)
 }
 
 struct dsmon_host_kind {
-    using counts_type = dsmon_host_counts;
-    using request_type = rmonrpc_dsmon_hostctl_t;
-    static constexpr auto settings = settings_of;
+    using counts = dsmon_host_counts;
+    using table = dsmon_host_table;
+    using row = dsmon_row<dsmon_host_counts>;
+    using request = rmonrpc_dsmon_hostctl_t;
+    static constexpr auto index = &request::dsmonHostCtlIndex;
+    static constexpr auto status = &request::dsmonHostCtlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::dsmonHostCtlDataSource_ifIndex, &row::data_source>(not_negative),
+        fixed<&request::dsmonHostAggProfile, &row::profile>(not_negative),
+        fixed<&request::dsmonHostCtlMaxDesiredEntries, &row::desired>(desired_size),
+        fixed<&request::dsmonHostCtlIPv4PrefixLen, &row::ipv4_prefix>({min_prefix, whole_ipv4}),
+        fixed<&request::dsmonHostCtlIPv6PrefixLen, &row::ipv6_prefix>({min_prefix, whole_ipv6}),
+        changeable<&request::dsmonHostCtlOwner, &row::owner>(),
+    };
     static constexpr auto begin = begin_hosts;
     static constexpr auto count = count_hosts;
     static constexpr auto forget = forget_learned<dsmon_host_counts>;
+
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (!shown.counts)
+            return;
+        reply.dsmonHostDroppedFrames = shown.counts->work.dropped;
+        reply.dsmonHostCtlInserts = shown.counts->learned.inserts;
+        reply.dsmonHostCtlDeletes = shown.counts->learned.deletes;
+    }
 };
 
-constexpr auto &rules = dsmon_rules<dsmon_host_kind>;
+using dsmon_host_control = dsmon_control<dsmon_host_kind>;
 
 dsmon_host_key key_of(const rmonrpc_dsmon_host_key_t &from)
 {
@@ -92,55 +100,6 @@ dsmon_host_key key_of(const rmonrpc_dsmon_host_key_t &from)
     key.group = group_in_key(from.dsmonAggGroupIndex);
     key.protocol = from.protocolDirLocalIndex;
     return key;
-}
-
-} // namespace
-
-void dsmon_host_lock_changed(probe &agent, bool locked)
-{
-    dsmon_lock_changed<dsmon_host_kind>(agent, storage<dsmon_host_table>(agent), locked);
-}
-
-void dsmon_host_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<dsmon_host_table>(agent), index, rules);
-}
-
-void describe_dsmon_host_row(rmonrpc_dsmon_hostctl_t &record, int32_t index, const host_row &row)
-{
-    record.dsmonHostCtlIndex = index;
-    record.dsmonHostCtlDataSource_ifIndex = static_cast<uint32_t>(row.data_source);
-    record.dsmonHostAggProfile = static_cast<uint32_t>(row.profile);
-    record.dsmonHostCtlMaxDesiredEntries = row.most;
-    record.dsmonHostCtlIPv4PrefixLen = row.ipv4_prefix;
-    record.dsmonHostCtlIPv6PrefixLen = row.ipv6_prefix;
-    set_text(record.dsmonHostCtlOwner, row.owner);
-}
-
-rmonrpc_dsmon_hostctl_t dsmon_hostctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    catch_up_all(agent);
-    rmonrpc_dsmon_hostctl_t reply{};
-    const auto found = find_row(storage<dsmon_host_table>(agent), key.index, key.getType);
-    if (found == storage<dsmon_host_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    describe_dsmon_host_row(reply, found->first, found->second);
-    if (const auto &counts = found->second.counts) {
-        reply.dsmonHostDroppedFrames = counts->work.dropped;
-        reply.dsmonHostCtlInserts = counts->learned.inserts;
-        reply.dsmonHostCtlDeletes = counts->learned.deletes;
-    }
-    reply.dsmonHostCtlStatus = static_cast<int32_t>(found->second.status);
-    return reply;
-}
-
-int32_t dsmon_hostctl_set(probe &agent, const rmonrpc_dsmon_hostctl_t &request)
-{
-    return set_row(
-        agent, storage<dsmon_host_table>(agent), request.dsmonHostCtlIndex, request.dsmonHostCtlStatus,
-        request, rules, learning_rows);
 }
 
 rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_host_key_t &key)
@@ -180,11 +139,9 @@ int32_t dshost_make_nonpersistent(probe &agent, const rmonrpc_dsmon_host_key_t &
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
-
 void start_dsmon_hosts(probe &agent)
 {
-    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_host_lock_changed);
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<dsmon_host_kind>);
 }
 
 rmonrpc_dsmon_host_key_t dsmon_host_index(instance_reader &from)
@@ -199,20 +156,18 @@ rmonrpc_dsmon_host_key_t dsmon_host_index(instance_reader &from)
     return key;
 }
 
+constexpr auto dsmon_hostctl_get = get_control<dsmon_host_control>;
+
 constexpr served_procedure procedures[] = {
     serve<dsmon_hostctl_get>(dsmon_hostctl_get_1),
-    serve_set<dsmon_hostctl_set>(dsmon_hostctl_set_1),
+    serve_set<set_control<dsmon_host_control>>(dsmon_hostctl_set_1),
     serve<dsmon_hoststats_get>(dsmon_hoststats_get_1),
     serve_set<dshost_make_persistent>(dshost_make_persistent_1),
     serve_set<dshost_make_nonpersistent>(dshost_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<
-        dsmon_host_table,
-        describe_dsmon_host_row,
-        dsmon_hostctl_set,
-        &rmonrpc_dsmon_hostctl_t::dsmonHostCtlStatus>("dsmonHostCtl"),
+    keep_rows<dsmon_host_control>("dsmonHostCtl"),
 };
 
 // clang-format off
@@ -232,7 +187,7 @@ constexpr known_variable variables[] = {
 extern const family dsmon_hosts_family = {
     .name = "dsmon_hosts",
     .start = start_dsmon_hosts,
-    .interface_gone = dsmon_host_interface_gone,
+    .interface_gone = remove_rows_on<dsmon_host_control>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

@@ -35,18 +35,3 @@ struct dsmon_host_counts {
 };
 
 using dsmon_host_table = std::map<int32_t, dsmon_row<dsmon_host_counts>>; // by dsmonHostCtlIndex
-
-/** Fills in what a set gives to a control row. */
-void describe_dsmon_host_row(
-    rmonrpc_dsmon_hostctl_t &record, int32_t index, const dsmon_row<dsmon_host_counts> &row);
-
-void dsmon_host_lock_changed(probe &agent, bool locked);
-void dsmon_host_interface_gone(probe &agent, int32_t index);
-
-rmonrpc_dsmon_hostctl_t dsmon_hostctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t dsmon_hostctl_set(probe &agent, const rmonrpc_dsmon_hostctl_t &request);
-rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_host_key_t &key);
-
-/** The row of this key never gives way to another one, or does again. A request_status. */
-int32_t dshost_make_persistent(probe &agent, const rmonrpc_dsmon_host_key_t &key);
-int32_t dshost_make_nonpersistent(probe &agent, const rmonrpc_dsmon_host_key_t &key);

@@ -2,7 +2,6 @@
 
 #include "agent/capture/family.h"
 #include "agent/dsmon/learned.h"
-#include "agent/core/table.h"
 
 namespace {
 
@@ -38,18 +37,6 @@ bool matrix_less(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
 constexpr auto &source_less = matrix_less<compare_sources, compare_destinations>;
 constexpr auto &destination_less = matrix_less<compare_destinations, compare_sources>;
 
-dsmon_settings settings_of(const rmonrpc_dsmon_matrixctl_t &request)
-{
-    return {
-        .data_source = signed_index(request.dsmonMatrixCtlDataSource_ifIndex),
-        .profile = signed_index(request.dsmonMatrixAggProfile),
-        .most = request.dsmonMatrixCtlMaxDesiredEntries,
-        .ipv4_prefix = whole_ipv4,
-        .ipv6_prefix = whole_ipv6,
-        .owner = text_of(request.dsmonMatrixCtlOwner),
-    };
-}
-
 void count_matrix(dsmon_matrix_counts &counts, const frame &seen, uint8_t group)
 {
     if (seen.network_index == 0 || seen.from.length == 0 || seen.to.length == 0)
@@ -66,15 +53,34 @@ void count_matrix(dsmon_matrix_counts &counts, const frame &seen, uint8_t group)
 }
 
 struct dsmon_matrix_kind {
-    using counts_type = dsmon_matrix_counts;
-    using request_type = rmonrpc_dsmon_matrixctl_t;
-    static constexpr auto settings = settings_of;
+    using counts = dsmon_matrix_counts;
+    using table = dsmon_matrix_table;
+    using row = dsmon_row<dsmon_matrix_counts>;
+    using request = rmonrpc_dsmon_matrixctl_t;
+    static constexpr auto index = &request::dsmonMatrixCtlIndex;
+    static constexpr auto status = &request::dsmonMatrixCtlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::dsmonMatrixCtlDataSource_ifIndex, &row::data_source>(not_negative),
+        fixed<&request::dsmonMatrixAggProfile, &row::profile>(not_negative),
+        fixed<&request::dsmonMatrixCtlMaxDesiredEntries, &row::desired>(desired_size),
+        changeable<&request::dsmonMatrixCtlOwner, &row::owner>(),
+    };
     static constexpr auto begin = begin_learned<dsmon_matrix_counts>;
     static constexpr auto count = count_matrix;
     static constexpr auto forget = forget_learned<dsmon_matrix_counts>;
+
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (!shown.counts)
+            return;
+        reply.dsmonMatrixDroppedFrames = shown.counts->work.dropped;
+        reply.dsmonMatrixCtlInserts = shown.counts->learned.inserts;
+        reply.dsmonMatrixCtlDeletes = shown.counts->learned.deletes;
+    }
 };
 
-constexpr auto &rules = dsmon_rules<dsmon_matrix_kind>;
+using dsmon_matrix_control = dsmon_control<dsmon_matrix_kind>;
 
 dsmon_matrix_key key_of(const rmonrpc_dsmon_matrix_key_t &from)
 {
@@ -118,53 +124,6 @@ rmonrpc_dsmon_matrixstats_t read_matrix(
     return reply;
 }
 
-} // namespace
-
-void dsmon_matrix_lock_changed(probe &agent, bool locked)
-{
-    dsmon_lock_changed<dsmon_matrix_kind>(agent, storage<dsmon_matrix_table>(agent), locked);
-}
-
-void dsmon_matrix_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<dsmon_matrix_table>(agent), index, rules);
-}
-
-void describe_dsmon_matrix_row(rmonrpc_dsmon_matrixctl_t &record, int32_t index, const matrix_row &row)
-{
-    record.dsmonMatrixCtlIndex = index;
-    record.dsmonMatrixCtlDataSource_ifIndex = static_cast<uint32_t>(row.data_source);
-    record.dsmonMatrixAggProfile = static_cast<uint32_t>(row.profile);
-    record.dsmonMatrixCtlMaxDesiredEntries = row.most;
-    set_text(record.dsmonMatrixCtlOwner, row.owner);
-}
-
-rmonrpc_dsmon_matrixctl_t dsmon_matrixctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    catch_up_all(agent);
-    rmonrpc_dsmon_matrixctl_t reply{};
-    const auto found = find_row(storage<dsmon_matrix_table>(agent), key.index, key.getType);
-    if (found == storage<dsmon_matrix_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    describe_dsmon_matrix_row(reply, found->first, found->second);
-    if (const auto &counts = found->second.counts) {
-        reply.dsmonMatrixDroppedFrames = counts->work.dropped;
-        reply.dsmonMatrixCtlInserts = counts->learned.inserts;
-        reply.dsmonMatrixCtlDeletes = counts->learned.deletes;
-    }
-    reply.dsmonMatrixCtlStatus = static_cast<int32_t>(found->second.status);
-    return reply;
-}
-
-int32_t dsmon_matrixctl_set(probe &agent, const rmonrpc_dsmon_matrixctl_t &request)
-{
-    return set_row(
-        agent, storage<dsmon_matrix_table>(agent), request.dsmonMatrixCtlIndex, request.dsmonMatrixCtlStatus,
-        request, rules, learning_rows);
-}
-
 rmonrpc_dsmon_matrixstats_t dsmon_matrixsdstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
 {
     return read_matrix(agent, key, &dsmon_matrix_counts::by_source, source_less);
@@ -187,11 +146,9 @@ int32_t dsmatrix_make_nonpersistent(probe &agent, const rmonrpc_dsmon_matrix_key
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
-
 void start_dsmon_matrix(probe &agent)
 {
-    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_matrix_lock_changed);
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<dsmon_matrix_kind>);
 }
 
 template <int32_t Direction> rmonrpc_dsmon_matrix_key_t dsmon_matrix_index(instance_reader &from)
@@ -214,9 +171,11 @@ template <int32_t Direction> rmonrpc_dsmon_matrix_key_t dsmon_matrix_index(insta
     return key;
 }
 
+constexpr auto dsmon_matrixctl_get = get_control<dsmon_matrix_control>;
+
 constexpr served_procedure procedures[] = {
     serve<dsmon_matrixctl_get>(dsmon_matrixctl_get_1),
-    serve_set<dsmon_matrixctl_set>(dsmon_matrixctl_set_1),
+    serve_set<set_control<dsmon_matrix_control>>(dsmon_matrixctl_set_1),
     serve<dsmon_matrixsdstats_get>(dsmon_matrixsdstats_get_1),
     serve<dsmon_matrixdsstats_get>(dsmon_matrixdsstats_get_1),
     serve_set<dsmatrix_make_persistent>(dsmatrix_make_persistent_1),
@@ -224,11 +183,7 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep_rows<
-        dsmon_matrix_table,
-        describe_dsmon_matrix_row,
-        dsmon_matrixctl_set,
-        &rmonrpc_dsmon_matrixctl_t::dsmonMatrixCtlStatus>("dsmonMatrixCtl"),
+    keep_rows<dsmon_matrix_control>("dsmonMatrixCtl"),
 };
 
 // clang-format off
@@ -248,7 +203,7 @@ constexpr known_variable variables[] = {
 extern const family dsmon_matrix_family = {
     .name = "dsmon_matrix",
     .start = start_dsmon_matrix,
-    .interface_gone = dsmon_matrix_interface_gone,
+    .interface_gone = remove_rows_on<dsmon_matrix_control>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

@@ -31,19 +31,3 @@ struct dsmon_matrix_counts {
 };
 
 using dsmon_matrix_table = std::map<int32_t, dsmon_row<dsmon_matrix_counts>>; // by dsmonMatrixCtlIndex
-
-/** Fills in what a set gives to a control row. */
-void describe_dsmon_matrix_row(
-    rmonrpc_dsmon_matrixctl_t &record, int32_t index, const dsmon_row<dsmon_matrix_counts> &row);
-
-void dsmon_matrix_lock_changed(probe &agent, bool locked);
-void dsmon_matrix_interface_gone(probe &agent, int32_t index);
-
-rmonrpc_dsmon_matrixctl_t dsmon_matrixctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t dsmon_matrixctl_set(probe &agent, const rmonrpc_dsmon_matrixctl_t &request);
-rmonrpc_dsmon_matrixstats_t dsmon_matrixsdstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key);
-rmonrpc_dsmon_matrixstats_t dsmon_matrixdsstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key);
-
-/** The row of this key never gives way to another one, or does again. A request_status. */
-int32_t dsmatrix_make_persistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key);
-int32_t dsmatrix_make_nonpersistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key);

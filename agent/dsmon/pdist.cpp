@@ -2,7 +2,6 @@
 
 #include "agent/capture/family.h"
 #include "agent/dsmon/learned.h"
-#include "agent/core/table.h"
 
 #include <tuple>
 
@@ -15,18 +14,6 @@ bool pdist_less(const dsmon_pdist_key &one, const dsmon_pdist_key &other)
     return std::tie(one.group, one.protocol) < std::tie(other.group, other.protocol);
 }
 
-dsmon_settings settings_of(const rmonrpc_dsmon_pdctl_t &request)
-{
-    return {
-        .data_source = signed_index(request.dsmonPdistCtlDataSource_ifIndex),
-        .profile = signed_index(request.dsmonPdistAggProfile),
-        .most = request.dsmonPdistCtlMaxDesiredEntries,
-        .ipv4_prefix = whole_ipv4,
-        .ipv6_prefix = whole_ipv6,
-        .owner = text_of(request.dsmonPdistCtlOwner),
-    };
-}
-
 void count_pdist(dsmon_pdist_counts &counts, const frame &seen, uint8_t group)
 {
     const int32_t protocol = highest_protocol(seen);
@@ -36,66 +23,38 @@ void count_pdist(dsmon_pdist_counts &counts, const frame &seen, uint8_t group)
 }
 
 struct dsmon_pdist_kind {
-    using counts_type = dsmon_pdist_counts;
-    using request_type = rmonrpc_dsmon_pdctl_t;
-    static constexpr auto settings = settings_of;
+    using counts = dsmon_pdist_counts;
+    using table = dsmon_pdist_table;
+    using row = dsmon_row<dsmon_pdist_counts>;
+    using request = rmonrpc_dsmon_pdctl_t;
+    static constexpr auto index = &request::dsmonPdistCtlIndex;
+    static constexpr auto status = &request::dsmonPdistCtlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::dsmonPdistCtlDataSource_ifIndex, &row::data_source>(not_negative),
+        fixed<&request::dsmonPdistAggProfile, &row::profile>(not_negative),
+        fixed<&request::dsmonPdistCtlMaxDesiredEntries, &row::desired>(desired_size),
+        changeable<&request::dsmonPdistCtlOwner, &row::owner>(),
+    };
     static constexpr auto begin = begin_learned<dsmon_pdist_counts>;
     static constexpr auto count = count_pdist;
     static constexpr auto forget = forget_learned<dsmon_pdist_counts>;
+
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (!shown.counts)
+            return;
+        reply.dsmonPdistDroppedFrames = shown.counts->work.dropped;
+        reply.dsmonPdistCtlInserts = shown.counts->learned.inserts;
+        reply.dsmonPdistCtlDeletes = shown.counts->learned.deletes;
+    }
 };
 
-constexpr auto &rules = dsmon_rules<dsmon_pdist_kind>;
+using dsmon_pdist_control = dsmon_control<dsmon_pdist_kind>;
 
 dsmon_pdist_key key_of(const rmonrpc_dsmon_pdist_key_t &key)
 {
     return {key.protocolDirLocalIndex, key.dsmonAggGroupIndex};
-}
-
-} // namespace
-
-void dsmon_pdist_lock_changed(probe &agent, bool locked)
-{
-    dsmon_lock_changed<dsmon_pdist_kind>(agent, storage<dsmon_pdist_table>(agent), locked);
-}
-
-void dsmon_pdist_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<dsmon_pdist_table>(agent), index, rules);
-}
-
-void describe_dsmon_pdist_row(rmonrpc_dsmon_pdctl_t &record, int32_t index, const pdist_row &row)
-{
-    record.dsmonPdistCtlIndex = index;
-    record.dsmonPdistAggProfile = static_cast<uint32_t>(row.profile);
-    record.dsmonPdistCtlMaxDesiredEntries = row.most;
-    set_text(record.dsmonPdistCtlOwner, row.owner);
-    record.dsmonPdistCtlDataSource_ifIndex = static_cast<uint32_t>(row.data_source);
-}
-
-rmonrpc_dsmon_pdctl_t dsmon_pdistctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    catch_up_all(agent);
-    rmonrpc_dsmon_pdctl_t reply{};
-    const auto found = find_row(storage<dsmon_pdist_table>(agent), key.index, key.getType);
-    if (found == storage<dsmon_pdist_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    describe_dsmon_pdist_row(reply, found->first, found->second);
-    if (const auto &counts = found->second.counts) {
-        reply.dsmonPdistDroppedFrames = counts->work.dropped;
-        reply.dsmonPdistCtlInserts = counts->learned.inserts;
-        reply.dsmonPdistCtlDeletes = counts->learned.deletes;
-    }
-    reply.dsmonPdistCtlStatus = static_cast<int32_t>(found->second.status);
-    return reply;
-}
-
-int32_t dsmon_pdistctl_set(probe &agent, const rmonrpc_dsmon_pdctl_t &request)
-{
-    return set_row(
-        agent, storage<dsmon_pdist_table>(agent), request.dsmonPdistCtlIndex, request.dsmonPdistCtlStatus,
-        request, rules, learning_rows);
 }
 
 rmonrpc_dsmon_pdstats_t dsmon_pdstats_get(probe &agent, const rmonrpc_dsmon_pdist_key_t &key)
@@ -131,11 +90,9 @@ int32_t dspdist_make_nonpersistent(probe &agent, const rmonrpc_dsmon_pdist_key_t
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
-
 void start_dsmon_pdist(probe &agent)
 {
-    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_pdist_lock_changed);
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<dsmon_pdist_kind>);
 }
 
 rmonrpc_dsmon_pdist_key_t dsmon_pdist_index(instance_reader &from)
@@ -149,20 +106,18 @@ rmonrpc_dsmon_pdist_key_t dsmon_pdist_index(instance_reader &from)
     return key;
 }
 
+constexpr auto dsmon_pdistctl_get = get_control<dsmon_pdist_control>;
+
 constexpr served_procedure procedures[] = {
     serve<dsmon_pdistctl_get>(dsmon_pdistctl_get_1),
-    serve_set<dsmon_pdistctl_set>(dsmon_pdistctl_set_1),
+    serve_set<set_control<dsmon_pdist_control>>(dsmon_pdistctl_set_1),
     serve<dsmon_pdstats_get>(dsmon_pdstats_get_1),
     serve_set<dspdist_make_persistent>(dspdist_make_persistent_1),
     serve_set<dspdist_make_nonpersistent>(dspdist_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<
-        dsmon_pdist_table,
-        describe_dsmon_pdist_row,
-        dsmon_pdistctl_set,
-        &rmonrpc_dsmon_pdctl_t::dsmonPdistCtlStatus>("dsmonPdistCtl"),
+    keep_rows<dsmon_pdist_control>("dsmonPdistCtl"),
 };
 
 // clang-format off
@@ -180,7 +135,7 @@ constexpr known_variable variables[] = {
 extern const family dsmon_pdist_family = {
     .name = "dsmon_pdist",
     .start = start_dsmon_pdist,
-    .interface_gone = dsmon_pdist_interface_gone,
+    .interface_gone = remove_rows_on<dsmon_pdist_control>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

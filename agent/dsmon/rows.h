@@ -15,26 +15,16 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 
 struct probe;
 
-/** What a set gives to a control row of any of the tables. */
-struct dsmon_settings {
-    int32_t data_source; // ifIndex
-    int32_t profile;     // dsmonAggControlIndex
-    int32_t most;        // rows wanted, -1: as many as the agent likes
-    int32_t ipv4_prefix; // bits of an address that tell hosts apart
-    int32_t ipv6_prefix;
-    std::string_view owner;
-};
-
 inline constexpr int32_t whole_ipv4 = 32, whole_ipv6 = 128;
+inline constexpr int32_t min_prefix = 8;
 
 template <class Counts> struct dsmon_row {
     int32_t data_source = 0;
     int32_t profile = 0;
-    int32_t most = -1;
+    int32_t desired = -1; // rows, -1: as many as the agent likes
     int32_t ipv4_prefix = whole_ipv4;
     int32_t ipv6_prefix = whole_ipv6;
     std::string owner;

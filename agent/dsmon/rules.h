@@ -1,6 +1,6 @@
 /*
- * The row-status rules of the differentiated-services control tables, for each
- * kind of table, which says what its rows count and how they are set.
+ * How the rows of the differentiated-services control tables work, for each kind
+ * of table, which says what its rows count and how they are set.
  */
 #pragma once
 
@@ -14,14 +14,12 @@
  * with a name that no other kind has: compilers differ in whether they keep
  * apart what is made of objects of one name that each belong to a file.
  *
- *   counts_type, request_type
- *   settings(request)              what a set asks for, as dsmon_settings
+ *   counts, table, request, index, status, limits, fields, show    as of a control table (control_table.h)
  *   begin(agent, row, counts)      the row begins to count; all is at 0
  *   count(counts, frame, group)
  *   forget(counts)
  */
-template <class Kind> using counts_of = typename Kind::counts_type;
-template <class Kind> using request_of = typename Kind::request_type;
+template <class Kind> using counts_of = typename Kind::counts;
 template <class Kind> using dsmon_row_of = dsmon_row<counts_of<Kind>>;
 
 /** Each IP frame is given to the table, with the group of its DSCP. */
@@ -43,8 +41,8 @@ inline int32_t highest_protocol(const frame &seen)
 /** Rows that a control row may learn. */
 template <class Counts> uint32_t granted_rows(const dsmon_row<Counts> &row)
 {
-    return row.most < 0 ? default_learned_rows
-                        : std::min(static_cast<uint32_t>(row.most), default_learned_rows);
+    return row.desired < 0 ? default_learned_rows
+                           : std::min(static_cast<uint32_t>(row.desired), default_learned_rows);
 }
 
 /** Begins to count, if the profile is (still) there. */
@@ -86,40 +84,20 @@ template <class Kind> void stop_dsmon(probe &agent, dsmon_row_of<Kind> &row)
     leave_source(agent.sources, row.data_source);
 }
 
-template <class Kind> bool nonsense_dsmon(const request_of<Kind> &request)
-{
-    const dsmon_settings wanted = Kind::settings(request);
-    return wanted.data_source < 0 || wanted.profile < 0 || wanted.most < -1 || wanted.most == 0
-           || wanted.ipv4_prefix < 8 || wanted.ipv4_prefix > whole_ipv4 || wanted.ipv6_prefix < 8
-           || wanted.ipv6_prefix > whole_ipv6 || !is_printable(wanted.owner);
-}
+/** The description of the control table of a kind (control_table.h): what the kind says, and how a row works.
+ */
+template <class Kind> struct dsmon_control : Kind {
+    using row = dsmon_row_of<Kind>;
+    static constexpr auto start = start_dsmon<Kind>;
+    static constexpr auto stop = stop_dsmon<Kind>;
 
-template <class Kind> bool dsmon_changes_fixed(const dsmon_row_of<Kind> &row, const request_of<Kind> &request)
-{
-    const dsmon_settings wanted = Kind::settings(request);
-    return wanted.data_source != row.data_source || wanted.profile != row.profile || wanted.most != row.most
-           || wanted.ipv4_prefix != row.ipv4_prefix || wanted.ipv6_prefix != row.ipv6_prefix;
-}
-
-template <class Kind> void assign_dsmon(dsmon_row_of<Kind> &row, const request_of<Kind> &request)
-{
-    const dsmon_settings wanted = Kind::settings(request);
-    row.data_source = wanted.data_source;
-    row.profile = wanted.profile;
-    row.most = wanted.most;
-    row.ipv4_prefix = wanted.ipv4_prefix;
-    row.ipv6_prefix = wanted.ipv6_prefix;
-    row.owner = wanted.owner;
-}
-
-template <class Kind> constexpr row_rules<dsmon_row_of<Kind>, request_of<Kind>> dsmon_rules{
-    nonsense_dsmon<Kind>, dsmon_changes_fixed<Kind>, assign_dsmon<Kind>, start_dsmon<Kind>, stop_dsmon<Kind>};
+    static void refresh(probe &agent, const row &) { catch_up_all(agent); }
+};
 
 /** The lock went on or off: the valid rows of a table begin or end to count. */
-template <class Kind>
-void dsmon_lock_changed(probe &agent, std::map<int32_t, dsmon_row_of<Kind>> &table, bool locked)
+template <class Kind> void dsmon_lock_changed(probe &agent, bool locked)
 {
-    for (auto &[index, row] : table) {
+    for (auto &[index, row] : storage<typename Kind::table>(agent)) {
         if (row.status != row_status::valid)
             continue;
         if (locked) {

@@ -2,24 +2,11 @@
 
 #include "agent/capture/family.h"
 #include "agent/dsmon/rules.h"
-#include "agent/core/table.h"
 
 #include <bit>
 #include <cstring>
 
 namespace {
-
-dsmon_settings settings_of(const rmonrpc_dsmon_stats_ctl_t &request)
-{
-    return {
-        .data_source = request.dsmonStatsControlDataSource_ifIndex,
-        .profile = signed_index(request.dsmonStatsControlAggProfile),
-        .most = -1,
-        .ipv4_prefix = whole_ipv4,
-        .ipv6_prefix = whole_ipv6,
-        .owner = text_of(request.dsmonStatsControlOwner),
-    };
-}
 
 void count_stats(dsmon_stats_counts &counts, const frame &seen, uint8_t group)
 {
@@ -58,64 +45,36 @@ void forget_stats(dsmon_stats_counts &counts)
 }
 
 struct dsmon_stats_kind {
-    using counts_type = dsmon_stats_counts;
-    using request_type = rmonrpc_dsmon_stats_ctl_t;
-    static constexpr auto settings = settings_of;
+    using counts = dsmon_stats_counts;
+    using table = dsmon_stats_table;
+    using row = dsmon_row<dsmon_stats_counts>;
+    using request = rmonrpc_dsmon_stats_ctl_t;
+    static constexpr auto index = &request::dsmonStatsControlIndex;
+    static constexpr auto status = &request::dsmonStatsControlStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        fixed<&request::dsmonStatsControlDataSource_ifIndex, &row::data_source>(not_negative),
+        fixed<&request::dsmonStatsControlAggProfile, &row::profile>(not_negative),
+        changeable<&request::dsmonStatsControlOwner, &row::owner>(),
+    };
     static constexpr auto begin = begin_stats;
     static constexpr auto count = count_stats;
     static constexpr auto forget = forget_stats;
+
+    static void show(probe &, request &reply, int32_t, const row &)
+    {
+        // Each group has its counters from the beginning: no frame is left out.
+        reply.dsmonStatsControlDroppedFrames = 0;
+    }
 };
 
-constexpr auto &rules = dsmon_rules<dsmon_stats_kind>;
-
-} // namespace
-
-void dsmon_stats_lock_changed(probe &agent, bool locked)
-{
-    dsmon_lock_changed<dsmon_stats_kind>(agent, storage<dsmon_stats_table>(agent), locked);
-}
-
-void dsmon_stats_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<dsmon_stats_table>(agent), index, rules);
-}
+using dsmon_stats_control = dsmon_control<dsmon_stats_kind>;
 
 void dsmon_stats_interface_changed(probe &agent, int32_t index)
 {
     for (auto &[control, row] : storage<dsmon_stats_table>(agent))
         if (row.counts && row.data_source == index)
             take_address(agent, index, *row.counts);
-}
-
-void describe_dsmon_stats_row(
-    rmonrpc_dsmon_stats_ctl_t &record, int32_t index, const dsmon_row<dsmon_stats_counts> &row)
-{
-    record.dsmonStatsControlIndex = static_cast<uint32_t>(index);
-    record.dsmonStatsControlAggProfile = static_cast<uint32_t>(row.profile);
-    set_text(record.dsmonStatsControlOwner, row.owner);
-    record.dsmonStatsControlDataSource_ifIndex = row.data_source;
-}
-
-rmonrpc_dsmon_stats_ctl_t dsmon_stats_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_dsmon_stats_ctl_t reply{};
-    const auto found = find_row(storage<dsmon_stats_table>(agent), key.index, key.getType);
-    if (found == storage<dsmon_stats_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    describe_dsmon_stats_row(reply, found->first, found->second);
-    // Each group has its counters from the beginning: no frame is left out.
-    reply.dsmonStatsControlDroppedFrames = 0;
-    reply.dsmonStatsControlStatus = static_cast<int32_t>(found->second.status);
-    return reply;
-}
-
-int32_t dsmon_stats_ctl_set(probe &agent, const rmonrpc_dsmon_stats_ctl_t &request)
-{
-    return set_row(
-        agent, storage<dsmon_stats_table>(agent), signed_index(request.dsmonStatsControlIndex),
-        request.dsmonStatsControlStatus, request, rules);
 }
 
 rmonrpc_dsmon_stats_t dsmon_stats_get(probe &agent, const rmonrpc_row_key3_t &key)
@@ -159,25 +118,21 @@ rmonrpc_dsmon_stats_t dsmon_stats_get(probe &agent, const rmonrpc_row_key3_t &ke
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
-
 void start_dsmon_stats(probe &agent)
 {
-    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_stats_lock_changed);
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<dsmon_stats_kind>);
 }
+
+constexpr auto dsmon_stats_ctl_get = get_control<dsmon_stats_control>;
 
 constexpr served_procedure procedures[] = {
     serve<dsmon_stats_ctl_get>(dsmon_stats_ctl_get_1),
     serve<dsmon_stats_get>(dsmon_stats_get_1),
-    serve_set<dsmon_stats_ctl_set>(dsmon_stats_ctl_set_1),
+    serve_set<set_control<dsmon_stats_control>>(dsmon_stats_ctl_set_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<
-        dsmon_stats_table,
-        describe_dsmon_stats_row,
-        dsmon_stats_ctl_set,
-        &rmonrpc_dsmon_stats_ctl_t::dsmonStatsControlStatus>("dsmonStatsControl"),
+    keep_rows<dsmon_stats_control>("dsmonStatsControl"),
 };
 
 // clang-format off
@@ -196,7 +151,7 @@ extern const family dsmon_stats_family = {
     .name = "dsmon_stats",
     .start = start_dsmon_stats,
     .interface_changed = dsmon_stats_interface_changed,
-    .interface_gone = dsmon_stats_interface_gone,
+    .interface_gone = remove_rows_on<dsmon_stats_control>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

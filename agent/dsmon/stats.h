@@ -27,17 +27,3 @@ struct dsmon_stats_counts {
 };
 
 using dsmon_stats_table = std::map<int32_t, dsmon_row<dsmon_stats_counts>>; // by dsmonStatsControlIndex
-
-/** Fills in what a set gives to a control row. */
-void describe_dsmon_stats_row(
-    rmonrpc_dsmon_stats_ctl_t &record, int32_t index, const dsmon_row<dsmon_stats_counts> &row);
-
-void dsmon_stats_lock_changed(probe &agent, bool locked);
-void dsmon_stats_interface_gone(probe &agent, int32_t index);
-
-/** Takes note that an interface may have got another address. */
-void dsmon_stats_interface_changed(probe &agent, int32_t index);
-
-rmonrpc_dsmon_stats_ctl_t dsmon_stats_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t dsmon_stats_ctl_set(probe &agent, const rmonrpc_dsmon_stats_ctl_t &request);
-rmonrpc_dsmon_stats_t dsmon_stats_get(probe &agent, const rmonrpc_row_key3_t &key);

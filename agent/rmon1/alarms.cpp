@@ -1,8 +1,8 @@
 #include "agent/rmon1/alarms.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/capture/counting.h"
-#include "agent/core/table.h"
 #include "agent/core/variables.h"
 #include "agent/rmon1/events.h"
 
@@ -20,8 +20,8 @@ constexpr int32_t startup_rising = 1;
 constexpr int32_t startup_falling = 2;
 constexpr int32_t startup_either = 3;
 
-constexpr uint32_t longest_interval = 24 * 3600; // seconds
-constexpr std::size_t longest_variable = 1024;
+constexpr int64_t max_interval = 24 * 3600; // seconds
+constexpr std::size_t max_variable_octets = 1024;
 
 /* ---- sampling --------------------------------------------------------------------------------- */
 
@@ -115,112 +115,69 @@ void on_sampling(void *context, void *of)
 
 /* ---- the control table --------------------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_alarm_t &request)
-{
-    const std::string_view variable = text_of(request.alarmVariable);
-    return request.alarmInterval < 1 || request.alarmInterval > longest_interval
-           || request.alarmSampleType < absolute_value || request.alarmSampleType > delta_value
-           || request.alarmStartupAlarm < startup_rising || request.alarmStartupAlarm > startup_either
-           || request.alarmRisingThreshold < request.alarmFallingThreshold
-           || request.alarmRisingEventIndex > last_control_index
-           || request.alarmFallingEventIndex > last_control_index || variable.size() > longest_variable
-           || !is_printable(variable) || !is_printable(text_of(request.alarmOwner));
-}
+struct alarm_control_table {
+    using table = alarm_table;
+    using row = alarm_row;
+    using request = rmonrpc_alarm_t;
+    static constexpr auto index = &request::alarmIndex;
+    static constexpr auto status = &request::alarmStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        fixed<&request::alarmInterval, &row::interval>({1, max_interval}),
+        fixed<&request::alarmVariable, &row::variable>({.max = max_variable_octets}),
+        fixed<&request::alarmSampleType, &row::sample_type>({absolute_value, delta_value}),
+        fixed<&request::alarmStartupAlarm, &row::startup>({startup_rising, startup_either}),
+        fixed<&request::alarmRisingThreshold, &row::rising_threshold>(),
+        fixed<&request::alarmFallingThreshold, &row::falling_threshold>(),
+        fixed<&request::alarmRisingEventIndex, &row::rising_event>({0, last_control_index}),
+        fixed<&request::alarmFallingEventIndex, &row::falling_event>({0, last_control_index}),
+        changeable<&request::alarmOwner, &row::owner>(),
+    };
 
-bool changes_fixed(const alarm_row &row, const rmonrpc_alarm_t &request)
-{
-    return request.alarmInterval != row.interval || text_of(request.alarmVariable) != row.variable
-           || request.alarmSampleType != row.sample_type || request.alarmStartupAlarm != row.startup
-           || request.alarmRisingThreshold != row.rising_threshold
-           || request.alarmFallingThreshold != row.falling_threshold
-           || request.alarmRisingEventIndex != row.rising_event
-           || request.alarmFallingEventIndex != row.falling_event;
-}
-
-void assign(alarm_row &row, const rmonrpc_alarm_t &request)
-{
-    row.interval = request.alarmInterval;
-    row.variable = text_of(request.alarmVariable);
-    row.sample_type = request.alarmSampleType;
-    row.startup = request.alarmStartupAlarm;
-    row.rising_threshold = request.alarmRisingThreshold;
-    row.falling_threshold = request.alarmFallingThreshold;
-    row.rising_event = request.alarmRisingEventIndex;
-    row.falling_event = request.alarmFallingEventIndex;
-    row.owner = text_of(request.alarmOwner);
-}
-
-int32_t start(probe &agent, alarm_row &row)
-{
-    const auto reading = read_variable(agent, row.variable);
-    if (!reading)
-        return bad_value;
-    row.value.reset();
-    row.may_rise = row.may_fall = true;
-    row.last_sampled = grid_ms();
-    row.last_reading = reading->value;
-    row.sampling = call_at(agent.loop, row.last_sampled + interval_of(row), on_sampling, &agent, &row);
-    if (row.sample_type == absolute_value)
-        sample(agent, row, *reading, row.last_sampled);
-    return no_error;
-}
-
-void stop(probe &agent, alarm_row &row)
-{
-    take_back(agent.loop, row.sampling);
-    row.value.reset();
-}
-
-constexpr row_rules<alarm_row, rmonrpc_alarm_t> rules{nonsense, changes_fixed, assign, start, stop};
-
-} // namespace
-
-void alarm_describe(rmonrpc_alarm_t &record, int32_t index, const alarm_row &row)
-{
-    record.alarmIndex = static_cast<uint32_t>(index);
-    record.alarmInterval = row.interval;
-    set_text(record.alarmVariable, row.variable);
-    record.alarmSampleType = row.sample_type;
-    record.alarmStartupAlarm = row.startup;
-    record.alarmRisingThreshold = row.rising_threshold;
-    record.alarmFallingThreshold = row.falling_threshold;
-    record.alarmRisingEventIndex = row.rising_event;
-    record.alarmFallingEventIndex = row.falling_event;
-    set_text(record.alarmOwner, row.owner);
-    record.alarmStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_alarm_t alarm_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_alarm_t reply{};
-    const auto found = find_row(storage<alarm_table>(agent), key.index, key.getType);
-    if (found == storage<alarm_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
+    static bool invalid_request(const request &asked)
+    {
+        return asked.alarmRisingThreshold < asked.alarmFallingThreshold;
     }
-    alarm_describe(reply, found->first, found->second);
-    reply.alarmValue = found->second.value.value_or(0);
-    return reply;
-}
 
-int32_t alarm_set(probe &agent, const rmonrpc_alarm_t &request)
-{
-    return set_row(
-        agent, storage<alarm_table>(agent), signed_index(request.alarmIndex), request.alarmStatus, request,
-        rules);
-}
+    static int32_t start(probe &agent, row &started)
+    {
+        const auto reading = read_variable(agent, started.variable);
+        if (!reading)
+            return bad_value;
+        started.value.reset();
+        started.may_rise = started.may_fall = true;
+        started.last_sampled = grid_ms();
+        started.last_reading = reading->value;
+        started.sampling =
+            call_at(agent.loop, started.last_sampled + interval_of(started), on_sampling, &agent, &started);
+        if (started.sample_type == absolute_value)
+            sample(agent, started, *reading, started.last_sampled);
+        return no_error;
+    }
+
+    static void stop(probe &agent, row &stopped)
+    {
+        take_back(agent.loop, stopped.sampling);
+        stopped.value.reset();
+    }
+
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        reply.alarmValue = shown.value.value_or(0);
+    }
+};
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
+constexpr auto alarm_get = get_control<alarm_control_table>;
 
 constexpr served_procedure procedures[] = {
     serve<alarm_get>(alarm_get_1),
-    serve_set<alarm_set>(alarm_set_1),
+    serve_set<set_control<alarm_control_table>>(alarm_set_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<alarm_table, alarm_describe, alarm_set, &rmonrpc_alarm_t::alarmStatus>("alarm"),
+    keep_rows<alarm_control_table>("alarm"),
 };
 
 // clang-format off

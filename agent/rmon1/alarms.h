@@ -11,8 +11,6 @@
 #include <optional>
 #include <string>
 
-struct probe;
-
 struct alarm_row {
     uint32_t interval = 0; // seconds
     std::string variable;
@@ -34,8 +32,3 @@ struct alarm_row {
 };
 
 using alarm_table = std::map<int32_t, alarm_row>; // by alarmIndex
-
-void alarm_describe(rmonrpc_alarm_t &record, int32_t index, const alarm_row &row);
-
-rmonrpc_alarm_t alarm_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t alarm_set(probe &agent, const rmonrpc_alarm_t &request);

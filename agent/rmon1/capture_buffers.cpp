@@ -1,8 +1,8 @@
 #include "agent/rmon1/capture_buffers.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/capture/counting.h"
-#include "agent/core/table.h"
 #include "agent/rmon1/channels.h"
 
 #include <algorithm>
@@ -20,14 +20,14 @@ constexpr int32_t space_available = 1;
 constexpr int32_t is_full = 2;
 
 /** Octets of a buffer. */
-constexpr int32_t most_octets = 4 * 1024 * 1024;
+constexpr int32_t max_octets = 4 * 1024 * 1024;
 
 /** Each may have all of these octets. */
 constexpr row_limits buffer_rows{first_control_index, last_control_index, 16};
 
 int32_t granted(const buffer_row &row)
 {
-    return row.octets_requested < 0 ? most_octets : std::min(row.octets_requested, most_octets);
+    return row.octets_requested < 0 ? max_octets : std::min(row.octets_requested, max_octets);
 }
 
 int64_t microseconds_now()
@@ -39,54 +39,49 @@ int64_t microseconds_now()
 
 /* ---- the control table --------------------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_buffer_ctl_t &request)
-{
-    return request.bufferControlChannelIndex > last_control_index
-           || request.bufferControlFullAction < lock_when_full
-           || request.bufferControlFullAction > wrap_when_full || request.bufferControlCaptureSliceSize < 0
-           || request.bufferControlDownloadSliceSize < 0 || request.bufferControlDownloadOffset < 0
-           || request.bufferControlMaxOctetsRequested < -1 || request.bufferControlMaxOctetsRequested == 0
-           || !is_printable(text_of(request.bufferControlOwner));
-}
+struct buffer_control_table {
+    using table = buffer_table;
+    using row = buffer_row;
+    using request = rmonrpc_buffer_ctl_t;
+    static constexpr auto index = &request::bufferControlIndex;
+    static constexpr auto status = &request::bufferControlStatus;
+    static constexpr row_limits limits = buffer_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::bufferControlChannelIndex, &row::channel>({0, last_control_index}),
+        fixed<&request::bufferControlFullAction, &row::full_action>({lock_when_full, wrap_when_full}),
+        fixed<&request::bufferControlCaptureSliceSize, &row::capture_slice>(not_negative),
+        changeable<&request::bufferControlDownloadSliceSize, &row::download_slice>(not_negative),
+        changeable<&request::bufferControlDownloadOffset, &row::download_offset>(not_negative),
+        fixed<&request::bufferControlMaxOctetsRequested, &row::octets_requested>(desired_size),
+        changeable<&request::bufferControlOwner, &row::owner>(),
+    };
 
-bool changes_fixed(const buffer_row &row, const rmonrpc_buffer_ctl_t &request)
-{
-    return signed_index(request.bufferControlChannelIndex) != row.channel
-           || request.bufferControlFullAction != row.full_action
-           || request.bufferControlCaptureSliceSize != row.capture_slice
-           || request.bufferControlMaxOctetsRequested != row.octets_requested;
-}
+    static int32_t start(probe &agent, row &started)
+    {
+        if (!storage<channel_table>(agent).contains(started.channel))
+            return bad_value;
+        started.work = std::make_shared<buffer_work>();
+        started.work->ring.resize(static_cast<std::size_t>(granted(started)));
+        started.work->wraps = started.full_action == wrap_when_full;
+        started.work->slice = static_cast<uint32_t>(started.capture_slice);
+        started.work->turned_on = microseconds_now();
+        started.turn_on_time = up_time(agent);
+        return no_error;
+    }
 
-void assign(buffer_row &row, const rmonrpc_buffer_ctl_t &request)
-{
-    row.channel = signed_index(request.bufferControlChannelIndex);
-    row.full_action = request.bufferControlFullAction;
-    row.capture_slice = request.bufferControlCaptureSliceSize;
-    row.download_slice = request.bufferControlDownloadSliceSize;
-    row.download_offset = request.bufferControlDownloadOffset;
-    row.octets_requested = request.bufferControlMaxOctetsRequested;
-    row.owner = text_of(request.bufferControlOwner);
-}
+    static void stop(probe &, row &stopped) { stopped.work.reset(); }
 
-int32_t start(probe &agent, buffer_row &row)
-{
-    if (!storage<channel_table>(agent).contains(row.channel))
-        return bad_value;
-    row.work = std::make_shared<buffer_work>();
-    row.work->ring.resize(static_cast<std::size_t>(granted(row)));
-    row.work->wraps = row.full_action == wrap_when_full;
-    row.work->slice = static_cast<uint32_t>(row.capture_slice);
-    row.work->turned_on = microseconds_now();
-    row.turn_on_time = up_time(agent);
-    return no_error;
-}
-
-void stop(probe &, buffer_row &row)
-{
-    row.work.reset();
-}
-
-constexpr row_rules<buffer_row, rmonrpc_buffer_ctl_t> rules{nonsense, changes_fixed, assign, start, stop};
+    static void show(probe &agent, request &reply, int32_t control, const row &shown)
+    {
+        reply.bufferControlFullStatus = space_available;
+        reply.bufferControlMaxOctetsGranted = granted(shown);
+        reply.bufferControlTurnOnTime = shown.turn_on_time;
+        if (const buffer_work *work = find_buffer(agent, control)) {
+            reply.bufferControlFullStatus = work->full ? is_full : space_available;
+            reply.bufferControlCapturedPackets = static_cast<uint32_t>(work->packets.size());
+        }
+    }
+};
 
 /** The channel of a buffer, 0 when there is no such buffer. */
 int32_t channel_of(const probe &agent, int32_t buffer)
@@ -135,46 +130,12 @@ buffer_work *find_buffer(probe &agent, int32_t control)
     return found->second.work.get();
 }
 
-void buffer_ctl_describe(rmonrpc_buffer_ctl_t &record, int32_t index, const buffer_row &row)
-{
-    record.bufferControlIndex = static_cast<uint32_t>(index);
-    record.bufferControlChannelIndex = static_cast<uint32_t>(row.channel);
-    record.bufferControlFullAction = row.full_action;
-    record.bufferControlCaptureSliceSize = row.capture_slice;
-    record.bufferControlDownloadSliceSize = row.download_slice;
-    record.bufferControlDownloadOffset = row.download_offset;
-    record.bufferControlMaxOctetsRequested = row.octets_requested;
-    set_text(record.bufferControlOwner, row.owner);
-    record.bufferControlStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_buffer_ctl_t buffer_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_buffer_ctl_t reply{};
-    const auto found = find_row(storage<buffer_table>(agent), key.index, key.getType);
-    if (found == storage<buffer_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    const buffer_row &row = found->second;
-    buffer_ctl_describe(reply, found->first, row);
-    reply.bufferControlFullStatus = space_available;
-    reply.bufferControlMaxOctetsGranted = granted(row);
-    reply.bufferControlTurnOnTime = row.turn_on_time;
-    if (const buffer_work *work = find_buffer(agent, found->first)) {
-        reply.bufferControlFullStatus = work->full ? is_full : space_available;
-        reply.bufferControlCapturedPackets = static_cast<uint32_t>(work->packets.size());
-    }
-    return reply;
-}
-
 int32_t buffer_ctl_set(probe &agent, const rmonrpc_buffer_ctl_t &request)
 {
     const int32_t index = signed_index(request.bufferControlIndex);
     const int32_t before = channel_of(agent, index);
     find_buffer(agent, index); // what arrived before belongs to the buffer as it was
-    const int32_t error = set_row(
-        agent, storage<buffer_table>(agent), index, request.bufferControlStatus, request, rules, buffer_rows);
+    const int32_t error = set_control<buffer_control_table>(agent, request);
     if (error != no_error)
         return error;
     refresh_channel(agent, before);
@@ -215,6 +176,8 @@ rmonrpc_capturebuf_t capture_buf_get(probe &agent, const rmonrpc_row_key3_t &key
 
 namespace {
 
+constexpr auto buffer_ctl_get = get_control<buffer_control_table>;
+
 constexpr served_procedure procedures[] = {
     serve<buffer_ctl_get>(buffer_ctl_get_1),
     serve_set<buffer_ctl_set>(buffer_ctl_set_1),
@@ -222,8 +185,7 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep_rows<buffer_table, buffer_ctl_describe, buffer_ctl_set, &rmonrpc_buffer_ctl_t::bufferControlStatus>(
-        "buffer"),
+    keep_rows<buffer_control_table, buffer_ctl_set>("buffer"),
 };
 
 // clang-format off

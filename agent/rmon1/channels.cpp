@@ -1,8 +1,8 @@
 #include "agent/rmon1/channels.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/capture/counting.h"
-#include "agent/core/table.h"
 #include "agent/rmon1/capture_ring.h"
 #include "agent/rmon1/events.h"
 
@@ -23,7 +23,7 @@ constexpr int32_t event_ready = 1;
 constexpr int32_t event_fired = 2;
 constexpr int32_t event_always_ready = 3;
 
-constexpr std::size_t longest_description = 127;
+constexpr std::size_t max_description = 127;
 
 /* ---- packets --------------------------------------------------------------------------------- */
 
@@ -55,57 +55,55 @@ void count(void *context, const frame &seen)
 
 /* ---- the table -------------------------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_channel_t &request)
-{
-    const std::string_view description = text_of(request.channelDescription);
-    return request.channelIfIndex > INT32_MAX || request.channelAcceptType < accept_matched
-           || request.channelAcceptType > accept_failed || request.channelDataControl < turned_on
-           || request.channelDataControl > turned_off || request.channelTurnOnEventIndex > last_control_index
-           || request.channelTurnOffEventIndex > last_control_index
-           || request.channelEventIndex > last_control_index || request.channelEventStatus < event_ready
-           || request.channelEventStatus > event_always_ready || description.size() > longest_description
-           || !is_printable(description) || !is_printable(text_of(request.channelOwner));
-}
+struct channel_control_table {
+    using table = channel_table;
+    using row = channel_row;
+    using request = rmonrpc_channel_t;
+    static constexpr auto index = &request::channelIndex;
+    static constexpr auto status = &request::channelStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        fixed<&request::channelIfIndex, &row::data_source>(),
+        changeable<&request::channelAcceptType, &row::accept_type>({accept_matched, accept_failed}),
+        changeable<&request::channelDataControl, &row::data_control>({turned_on, turned_off}),
+        changeable<&request::channelTurnOnEventIndex, &row::turn_on_event>({0, last_control_index}),
+        changeable<&request::channelTurnOffEventIndex, &row::turn_off_event>({0, last_control_index}),
+        changeable<&request::channelEventIndex, &row::event>({0, last_control_index}),
+        changeable<&request::channelEventStatus, &row::event_status>({event_ready, event_always_ready}),
+        changeable<&request::channelDescription, &row::description>({.max = max_description}),
+        changeable<&request::channelOwner, &row::owner>(),
+    };
+    static constexpr auto refresh = catch_up_row<row>; // frames may change the row's state
 
-bool changes_fixed(const channel_row &row, const rmonrpc_channel_t &request)
-{
-    return signed_index(request.channelIfIndex) != row.data_source;
-}
-
-void assign(channel_row &row, const rmonrpc_channel_t &request)
-{
-    row.data_source = signed_index(request.channelIfIndex);
-    row.accept_type = request.channelAcceptType;
-    row.data_control = request.channelDataControl;
-    row.turn_on_event = request.channelTurnOnEventIndex;
-    row.turn_off_event = request.channelTurnOffEventIndex;
-    row.event = request.channelEventIndex;
-    row.event_status = request.channelEventStatus;
-    row.description = text_of(request.channelDescription);
-    row.owner = text_of(request.channelOwner);
-}
-
-int32_t start(probe &agent, channel_row &row)
-{
-    row.work = std::make_shared<channel_work>();
-    row.work->agent = &agent;
-    row.work->octets = usual_octets;
-    if (!attach(agent, row.data_source, count, &row)) {
-        row.work.reset();
-        return bad_value;
+    static int32_t start(probe &agent, row &started)
+    {
+        started.work = std::make_shared<channel_work>();
+        started.work->agent = &agent;
+        started.work->octets = usual_octets;
+        if (!attach(agent, started.data_source, count, &started)) {
+            started.work.reset();
+            return bad_value;
+        }
+        started.work->source = &agent.sources.rows.at(started.data_source);
+        started.create_time = up_time(agent);
+        return no_error;
     }
-    row.work->source = &agent.sources.rows.at(row.data_source);
-    row.create_time = up_time(agent);
-    return no_error;
-}
 
-void stop(probe &agent, channel_row &row)
-{
-    detach(agent, row.data_source, count, &row);
-    row.work.reset();
-}
+    static void stop(probe &agent, row &stopped)
+    {
+        detach(agent, stopped.data_source, count, &stopped);
+        stopped.work.reset();
+    }
 
-constexpr row_rules<channel_row, rmonrpc_channel_t> rules{nonsense, changes_fixed, assign, start, stop};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (shown.work)
+            reply.channelMatches = static_cast<uint32_t>(shown.work->matches);
+        reply.channelCreateTime = shown.create_time;
+        // All that is lost counts as drop events; there are no frames that the agent chooses not to look at.
+        reply.channelDroppedFrames = 0;
+    }
+};
 
 } // namespace
 
@@ -138,53 +136,11 @@ void refresh_channel(probe &agent, int32_t index)
     work.octets = octets;
 }
 
-void channels_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<channel_table>(agent), index, rules);
-}
-
-void channel_describe(rmonrpc_channel_t &record, int32_t index, const channel_row &row)
-{
-    record.channelIndex = static_cast<uint32_t>(index);
-    record.channelIfIndex = static_cast<uint32_t>(row.data_source);
-    record.channelAcceptType = row.accept_type;
-    record.channelDataControl = row.data_control;
-    record.channelTurnOnEventIndex = row.turn_on_event;
-    record.channelTurnOffEventIndex = row.turn_off_event;
-    record.channelEventIndex = row.event;
-    record.channelEventStatus = row.event_status;
-    set_text(record.channelDescription, row.description);
-    set_text(record.channelOwner, row.owner);
-    record.channelStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_channel_t channel_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_channel_t reply{};
-    const auto found = find_row(storage<channel_table>(agent), key.index, key.getType);
-    if (found == storage<channel_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    const channel_row &row = found->second;
-    if (row.work)
-        catch_up(agent, row.data_source); // may change the row's state
-    channel_describe(reply, found->first, row);
-    if (row.work)
-        reply.channelMatches = static_cast<uint32_t>(row.work->matches);
-    reply.channelCreateTime = row.create_time;
-    // All that is lost counts as drop events; there are no frames that the agent chooses not to look at.
-    reply.channelDroppedFrames = 0;
-    return reply;
-}
-
 int32_t channel_set(probe &agent, const rmonrpc_channel_t &request)
 {
-    const int32_t index = signed_index(request.channelIndex);
-    const int32_t error =
-        set_row(agent, storage<channel_table>(agent), index, request.channelStatus, request, rules);
+    const int32_t error = set_control<channel_control_table>(agent, request);
     if (error == no_error)
-        refresh_channel(agent, index);
+        refresh_channel(agent, index_of<channel_control_table>(request));
     return error;
 }
 
@@ -210,13 +166,15 @@ void start_channels(probe &agent)
     storage<event_listeners>(agent).push_back(channels_hear_event);
 }
 
+constexpr auto channel_get = get_control<channel_control_table>;
+
 constexpr served_procedure procedures[] = {
     serve<channel_get>(channel_get_1),
     serve_set<channel_set>(channel_set_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<channel_table, channel_describe, channel_set, &rmonrpc_channel_t::channelStatus>("channel"),
+    keep_rows<channel_control_table, channel_set>("channel"),
 };
 
 // clang-format off
@@ -232,7 +190,7 @@ constexpr known_variable variables[] = {
 extern const family channels_family = {
     .name = "channels",
     .start = start_channels,
-    .interface_gone = channels_interface_gone,
+    .interface_gone = remove_rows_on<channel_control_table>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

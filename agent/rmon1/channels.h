@@ -50,9 +50,3 @@ using channel_table = std::map<int32_t, channel_row>; // by channelIndex
 
 /** Takes over what became of a channel's filters and buffers. No such channel: nothing. */
 void refresh_channel(probe &agent, int32_t index);
-
-void channels_interface_gone(probe &agent, int32_t index);
-void channel_describe(rmonrpc_channel_t &record, int32_t index, const channel_row &row);
-
-rmonrpc_channel_t channel_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t channel_set(probe &agent, const rmonrpc_channel_t &request);

@@ -1,44 +1,12 @@
 #include "agent/rmon1/etherstats.h"
 
 #include "agent/capture/family.h"
-#include "agent/core/table.h"
+#include "agent/core/control_table.h"
 
 namespace {
 
 /** The owner of the rows that the agent makes itself (RFC 2819). */
 constexpr const char own_rows[] = "monitor";
-
-bool nonsense(const rmonrpc_etherstats_t &request)
-{
-    return request.etherStatsDataSource < 0 || !is_printable(text_of(request.etherStatsOwner));
-}
-
-bool changes_fixed(const etherstats_row &row, const rmonrpc_etherstats_t &request)
-{
-    return request.etherStatsDataSource != row.data_source;
-}
-
-void assign(etherstats_row &row, const rmonrpc_etherstats_t &request)
-{
-    row.data_source = request.etherStatsDataSource;
-    row.owner = text_of(request.etherStatsOwner);
-}
-
-int32_t start(probe &agent, etherstats_row &row)
-{
-    if (!use_source(agent.sources, row.data_source))
-        return bad_value;
-    row.base = source_counters(agent.sources, row.data_source);
-    row.create_time = up_time(agent);
-    return no_error;
-}
-
-void stop(probe &agent, etherstats_row &row)
-{
-    leave_source(agent.sources, row.data_source);
-}
-
-constexpr row_rules<etherstats_row, rmonrpc_etherstats_t> rules{nonsense, changes_fixed, assign, start, stop};
 
 void fill_counters(rmonrpc_etherstats_t &reply, const ether_counters &counted)
 {
@@ -61,8 +29,40 @@ void fill_counters(rmonrpc_etherstats_t &reply, const ether_counters &counted)
     reply.etherStatsPkts1024to1518Octets = counted.pkts_1024_to_1518;
 }
 
-} // namespace
+struct etherstats_control {
+    using table = etherstats_table;
+    using row = etherstats_row;
+    using request = rmonrpc_etherstats_t;
+    static constexpr auto index = &request::etherStatsIndex;
+    static constexpr auto status = &request::etherStatsStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        fixed<&request::etherStatsDataSource, &row::data_source>(not_negative),
+        changeable<&request::etherStatsOwner, &row::owner>(),
+    };
 
+    static int32_t start(probe &agent, row &started)
+    {
+        if (!use_source(agent.sources, started.data_source))
+            return bad_value;
+        started.base = source_counters(agent.sources, started.data_source);
+        started.create_time = up_time(agent);
+        return no_error;
+    }
+
+    static void stop(probe &agent, row &stopped) { leave_source(agent.sources, stopped.data_source); }
+
+    static void show(probe &agent, request &reply, int32_t, const row &shown)
+    {
+        if (shown.status == row_status::valid)
+            fill_counters(reply, since(shown.base, source_counters(agent.sources, shown.data_source)));
+        // All that is lost counts as drop events; there are no frames that the agent chooses not to count.
+        reply.etherStatsDroppedFrames = 0;
+        reply.etherStatsCreateTime = shown.create_time;
+    }
+};
+
+/** Makes a row for each Ethernet-like interface. */
 void start_etherstats(probe &agent)
 {
     for (const auto &[index, link] : agent.interfaces.rows) {
@@ -71,63 +71,24 @@ void start_etherstats(probe &agent)
         etherstats_row row;
         row.data_source = index;
         row.owner = own_rows;
-        if (start(agent, row) != no_error)
+        if (etherstats_control::start(agent, row) != no_error)
             continue;
         row.status = row_status::valid;
         storage<etherstats_table>(agent).emplace(index, std::move(row));
     }
 }
 
-void etherstats_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<etherstats_table>(agent), index, rules);
-}
-
-void etherstats_describe(rmonrpc_etherstats_t &record, int32_t index, const etherstats_row &row)
-{
-    record.etherStatsIndex = index;
-    record.etherStatsDataSource = row.data_source;
-    set_text(record.etherStatsOwner, row.owner);
-    record.etherStatsStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_etherstats_t etherstats_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_etherstats_t reply{};
-    const auto found = find_row(storage<etherstats_table>(agent), key.index, key.getType);
-    if (found == storage<etherstats_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    const etherstats_row &row = found->second;
-    etherstats_describe(reply, found->first, row);
-    if (row.status == row_status::valid)
-        fill_counters(reply, since(row.base, source_counters(agent.sources, row.data_source)));
-    // All that is lost counts as drop events; there are no frames that the agent chooses not to count.
-    reply.etherStatsDroppedFrames = 0;
-    reply.etherStatsCreateTime = row.create_time;
-    return reply;
-}
-
-int32_t etherstats_set(probe &agent, const rmonrpc_etherstats_t &request)
-{
-    return set_row(
-        agent, storage<etherstats_table>(agent), request.etherStatsIndex, request.etherStatsStatus, request,
-        rules);
-}
+constexpr auto etherstats_get = get_control<etherstats_control>;
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
-
 constexpr served_procedure procedures[] = {
     serve<etherstats_get>(etherstats_get_1),
-    serve_set<etherstats_set>(etherstats_set_1),
+    serve_set<set_control<etherstats_control>>(etherstats_set_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<etherstats_table, etherstats_describe, etherstats_set, &rmonrpc_etherstats_t::etherStatsStatus>(
-        "etherStats"),
+    keep_rows<etherstats_control>("etherStats"),
 };
 
 // clang-format off
@@ -160,7 +121,7 @@ constexpr known_variable variables[] = {
 extern const family etherstats_family = {
     .name = "etherstats",
     .start = start_etherstats,
-    .interface_gone = etherstats_interface_gone,
+    .interface_gone = remove_rows_on<etherstats_control>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

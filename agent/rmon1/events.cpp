@@ -1,8 +1,8 @@
 #include "agent/rmon1/events.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/capture/counting.h"
-#include "agent/core/table.h"
 
 #include <algorithm>
 
@@ -17,65 +17,56 @@ enum event_type : int32_t {
 };
 
 /** Rows of one event's log; then the oldest give way. */
-constexpr std::size_t most_logged = 1000;
+constexpr std::size_t max_logged = 1000;
 
-constexpr std::size_t longest_text = 127;
-constexpr std::size_t longest_logged = 255;
+constexpr std::size_t max_text = 127;
+constexpr std::size_t max_logged_text = 255;
 
 /** Each event may have all of a log. */
 constexpr row_limits event_rows{first_control_index, last_control_index, 100};
 
 void write_log(event_row &row, uint32_t now, std::string_view what)
 {
-    if (row.log.size() >= most_logged)
+    if (row.log.size() >= max_logged)
         row.log.pop_front();
     std::string text = row.description;
     if (!text.empty() && !what.empty())
         text += ": ";
     text += what;
-    if (text.size() > longest_logged)
-        text.resize(longest_logged);
+    if (text.size() > max_logged_text)
+        text.resize(max_logged_text);
     row.log.push_back({now, std::move(text)});
     row.last_index++;
 }
 
 /* ---- the control table ----------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_event_t &request)
-{
-    const std::string_view description = text_of(request.eventDescription);
-    const std::string_view community = text_of(request.eventCommunity);
-    return request.eventType < does_nothing || request.eventType > logs_and_sends_trap
-           || description.size() > longest_text || community.size() > longest_text
-           || !is_printable(description) || !is_printable(community)
-           || !is_printable(text_of(request.eventOwner));
-}
+struct event_control_table {
+    using table = event_table;
+    using row = event_row;
+    using request = rmonrpc_event_t;
+    static constexpr auto index = &request::eventIndex;
+    static constexpr auto status = &request::eventStatus;
+    static constexpr row_limits limits = event_rows;
+    static constexpr std::tuple fields{
+        changeable<&request::eventDescription, &row::description>({.max = max_text}),
+        changeable<&request::eventType, &row::type>({does_nothing, logs_and_sends_trap}),
+        changeable<&request::eventCommunity, &row::community>({.max = max_text}),
+        changeable<&request::eventOwner, &row::owner>(),
+    };
+    static constexpr auto start = nothing_to_start<row>;
 
-bool changes_fixed(const event_row &, const rmonrpc_event_t &)
-{
-    return false;
-}
+    static void stop(probe &, row &stopped)
+    {
+        stopped.log.clear();
+        stopped.last_index = 0;
+    }
 
-void assign(event_row &row, const rmonrpc_event_t &request)
-{
-    row.description = text_of(request.eventDescription);
-    row.type = request.eventType;
-    row.community = text_of(request.eventCommunity);
-    row.owner = text_of(request.eventOwner);
-}
-
-int32_t start(probe &, event_row &)
-{
-    return no_error;
-}
-
-void stop(probe &, event_row &row)
-{
-    row.log.clear();
-    row.last_index = 0;
-}
-
-constexpr row_rules<event_row, rmonrpc_event_t> rules{nonsense, changes_fixed, assign, start, stop};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        reply.eventLastTimeSent = shown.last_time_sent;
+    }
+};
 
 } // namespace
 
@@ -91,36 +82,6 @@ void fire_event(probe &agent, uint32_t index, std::string_view what)
         write_log(row, now, what);
     for (const event_listener hear : storage<event_listeners>(agent))
         hear(agent, index);
-}
-
-void event_describe(rmonrpc_event_t &record, int32_t index, const event_row &row)
-{
-    record.eventIndex = static_cast<uint32_t>(index);
-    set_text(record.eventDescription, row.description);
-    record.eventType = row.type;
-    set_text(record.eventCommunity, row.community);
-    set_text(record.eventOwner, row.owner);
-    record.eventStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_event_t event_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_event_t reply{};
-    const auto found = find_row(storage<event_table>(agent), key.index, key.getType);
-    if (found == storage<event_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    event_describe(reply, found->first, found->second);
-    reply.eventLastTimeSent = found->second.last_time_sent;
-    return reply;
-}
-
-int32_t event_set(probe &agent, const rmonrpc_event_t &request)
-{
-    return set_row(
-        agent, storage<event_table>(agent), signed_index(request.eventIndex), request.eventStatus, request,
-        rules, event_rows);
 }
 
 rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key)
@@ -158,14 +119,16 @@ rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key)
 
 namespace {
 
+constexpr auto event_get = get_control<event_control_table>;
+
 constexpr served_procedure procedures[] = {
     serve<event_get>(event_get_1),
-    serve_set<event_set>(event_set_1),
+    serve_set<set_control<event_control_table>>(event_set_1),
     serve<log_get>(log_get_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<event_table, event_describe, event_set, &rmonrpc_event_t::eventStatus>("event"),
+    keep_rows<event_control_table>("event"),
 };
 
 // clang-format off

@@ -43,9 +43,3 @@ using event_listeners = std::vector<event_listener>;
 
 /** An event happens, if there is a valid one of this index. What tells why, for the log. */
 void fire_event(probe &agent, uint32_t index, std::string_view what);
-
-void event_describe(rmonrpc_event_t &record, int32_t index, const event_row &row);
-
-rmonrpc_event_t event_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t event_set(probe &agent, const rmonrpc_event_t &request);
-rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key);

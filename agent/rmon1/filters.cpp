@@ -1,8 +1,8 @@
-#include "agent/rmon1/filters.h"
+#include "agent/rmon1/filter_match.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/capture/counting.h"
-#include "agent/core/table.h"
 #include "agent/rmon1/channels.h"
 
 #include <algorithm>
@@ -10,73 +10,45 @@
 namespace {
 
 /** Octets of each of a filter's three lists. */
-constexpr uint32_t longest_data = 1518;
+constexpr uint32_t max_data = 1518;
 
 /* ---- the table ------------------------------------------------------------------------------ */
-
-bool nonsense(const rmonrpc_filter_t &request)
-{
-    return request.filterChannelIndex > last_control_index || request.filterPktDataOffset > max_packet_octets
-           || request.filterPktData.length > longest_data || request.filterPktDataMask.length > longest_data
-           || request.filterPktDataNotMask.length > longest_data
-           || request.filterProtocolDirDataLocalIndex > INT32_MAX
-           || request.filterProtocolDirLocalIndex > INT32_MAX || !is_printable(text_of(request.filterOwner));
-}
-
-std::vector<uint8_t> octets_of(const wire::byte_list &list)
-{
-    const uint8_t *bytes = bytes_of(list);
-    return {bytes, bytes + list.length};
-}
-
-bool same_octets(const wire::byte_list &list, const std::vector<uint8_t> &octets)
-{
-    return std::ranges::equal(std::span(bytes_of(list), list.length), octets);
-}
-
-bool changes_fixed(const filter_row &row, const rmonrpc_filter_t &request)
-{
-    return signed_index(request.filterChannelIndex) != row.channel
-           || request.filterPktDataOffset != row.offset || !same_octets(request.filterPktData, row.data)
-           || !same_octets(request.filterPktDataMask, row.mask)
-           || !same_octets(request.filterPktDataNotMask, row.not_mask)
-           || request.filterPktStatus != row.packet_status
-           || request.filterPktStatusMask != row.packet_status_mask
-           || request.filterPktStatusNotMask != row.packet_status_not_mask
-           || signed_index(request.filterProtocolDirDataLocalIndex) != row.data_protocol
-           || signed_index(request.filterProtocolDirLocalIndex) != row.protocol;
-}
-
-void assign(filter_row &row, const rmonrpc_filter_t &request)
-{
-    row.channel = signed_index(request.filterChannelIndex);
-    row.offset = request.filterPktDataOffset;
-    row.data = octets_of(request.filterPktData);
-    row.mask = octets_of(request.filterPktDataMask);
-    row.not_mask = octets_of(request.filterPktDataNotMask);
-    row.packet_status = request.filterPktStatus;
-    row.packet_status_mask = request.filterPktStatusMask;
-    row.packet_status_not_mask = request.filterPktStatusNotMask;
-    row.data_protocol = signed_index(request.filterProtocolDirDataLocalIndex);
-    row.protocol = signed_index(request.filterProtocolDirLocalIndex);
-    row.owner = text_of(request.filterOwner);
-}
 
 bool is_known(const protocol_directory &protocols, int32_t index)
 {
     return index == 0 || find_protocol(protocols, index);
 }
 
-int32_t start(probe &agent, filter_row &row)
-{
-    const bool possible = row.channel >= first_control_index && is_known(agent.protocols, row.data_protocol)
-                          && is_known(agent.protocols, row.protocol);
-    return possible ? no_error : bad_value;
-}
+struct filter_control_table {
+    using table = filter_table;
+    using row = filter_row;
+    using request = rmonrpc_filter_t;
+    static constexpr auto index = &request::filterIndex;
+    static constexpr auto status = &request::filterStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        fixed<&request::filterChannelIndex, &row::channel>({0, last_control_index}),
+        fixed<&request::filterPktDataOffset, &row::offset>({0, max_packet_octets}),
+        fixed<&request::filterPktData, &row::data>({.max = max_data}),
+        fixed<&request::filterPktDataMask, &row::mask>({.max = max_data}),
+        fixed<&request::filterPktDataNotMask, &row::not_mask>({.max = max_data}),
+        fixed<&request::filterPktStatus, &row::packet_status>(),
+        fixed<&request::filterPktStatusMask, &row::packet_status_mask>(),
+        fixed<&request::filterPktStatusNotMask, &row::packet_status_not_mask>(),
+        fixed<&request::filterProtocolDirDataLocalIndex, &row::data_protocol>(),
+        fixed<&request::filterProtocolDirLocalIndex, &row::protocol>(),
+        changeable<&request::filterOwner, &row::owner>(),
+    };
+    static constexpr auto stop = nothing_to_stop<row>;
 
-void stop(probe &, filter_row &) {}
-
-constexpr row_rules<filter_row, rmonrpc_filter_t> rules{nonsense, changes_fixed, assign, start, stop};
+    static int32_t start(probe &agent, row &started)
+    {
+        const bool possible = started.channel >= first_control_index
+                              && is_known(agent.protocols, started.data_protocol)
+                              && is_known(agent.protocols, started.protocol);
+        return possible ? no_error : bad_value;
+    }
+};
 
 /** The channel of a filter, 0 when there is no such filter. */
 int32_t channel_of(const probe &agent, int32_t filter)
@@ -85,43 +57,11 @@ int32_t channel_of(const probe &agent, int32_t filter)
     return found == storage<filter_table>(agent).end() ? 0 : found->second.channel;
 }
 
-} // namespace
-
-void filter_describe(rmonrpc_filter_t &record, int32_t index, const filter_row &row)
-{
-    record.filterIndex = static_cast<uint32_t>(index);
-    record.filterChannelIndex = static_cast<uint32_t>(row.channel);
-    record.filterPktDataOffset = row.offset;
-    set_bytes(record.filterPktData, row.data);
-    set_bytes(record.filterPktDataMask, row.mask);
-    set_bytes(record.filterPktDataNotMask, row.not_mask);
-    record.filterPktStatus = row.packet_status;
-    record.filterPktStatusMask = row.packet_status_mask;
-    record.filterPktStatusNotMask = row.packet_status_not_mask;
-    set_text(record.filterOwner, row.owner);
-    record.filterStatus = static_cast<int32_t>(row.status);
-    record.filterProtocolDirDataLocalIndex = static_cast<uint32_t>(row.data_protocol);
-    record.filterProtocolDirLocalIndex = static_cast<uint32_t>(row.protocol);
-}
-
-rmonrpc_filter_t filter_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_filter_t reply{};
-    const auto found = find_row(storage<filter_table>(agent), key.index, key.getType);
-    if (found == storage<filter_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    filter_describe(reply, found->first, found->second);
-    return reply;
-}
-
 int32_t filter_set(probe &agent, const rmonrpc_filter_t &request)
 {
     const int32_t index = signed_index(request.filterIndex);
     const int32_t before = channel_of(agent, index);
-    const int32_t error =
-        set_row(agent, storage<filter_table>(agent), index, request.filterStatus, request, rules);
+    const int32_t error = set_control<filter_control_table>(agent, request);
     if (error != no_error)
         return error;
     refresh_channel(agent, before);
@@ -131,7 +71,7 @@ int32_t filter_set(probe &agent, const rmonrpc_filter_t &request)
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
+constexpr auto filter_get = get_control<filter_control_table>;
 
 constexpr served_procedure procedures[] = {
     serve<filter_get>(filter_get_1),
@@ -139,7 +79,7 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep_rows<filter_table, filter_describe, filter_set, &rmonrpc_filter_t::filterStatus>("filter"),
+    keep_rows<filter_control_table, filter_set>("filter"),
 };
 
 } // namespace

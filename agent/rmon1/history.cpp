@@ -1,8 +1,8 @@
 #include "agent/rmon1/history.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/core/bulk.h"
-#include "agent/core/table.h"
 
 #include <algorithm>
 
@@ -14,16 +14,16 @@ constexpr const char own_rows[] = "monitor";
 constexpr int32_t own_intervals[] = {30, 1800};
 constexpr int32_t own_buckets = 50;
 
-constexpr int32_t longest_interval = 3600; // seconds
-constexpr int32_t most_buckets_requested = 65535;
-constexpr int32_t most_buckets = 3600;
+constexpr int32_t max_interval = 3600; // seconds
+constexpr int32_t max_buckets_requested = 65535;
+constexpr int32_t max_buckets = 3600;
 
 /** Each may hold all of these buckets. */
 constexpr row_limits history_rows{first_control_index, last_control_index, 200};
 
 int32_t granted(const history_row &row)
 {
-    return std::min(row.buckets_requested, most_buckets);
+    return std::min(row.buckets_requested, max_buckets);
 }
 
 void forget_oldest(history_row &row)
@@ -52,11 +52,11 @@ void begin_interval(probe &agent, history_row &row)
  */
 int32_t utilization(const ether_counters &counted, int64_t milliseconds, uint32_t bits_per_second)
 {
-    const double most = static_cast<double>(bits_per_second) * static_cast<double>(milliseconds) / 1000;
-    if (most <= 0)
+    const double possible = static_cast<double>(bits_per_second) * static_cast<double>(milliseconds) / 1000;
+    if (possible <= 0)
         return 0;
     const double used = static_cast<double>(counted.pkts) * 160 + static_cast<double>(counted.octets) * 8;
-    return static_cast<int32_t>(std::min(used / most * 10000, 10000.0));
+    return static_cast<int32_t>(std::min(used / possible * 10000, 10000.0));
 }
 
 /** Ends an interval; the next one begins at once, so that no frame is lost between them. */
@@ -85,48 +85,45 @@ void on_sampling(void *context, void *of)
 
 /* ---- the control table ----------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_history_ctl_t &request)
-{
-    return request.historyControlDataSource < 0 || request.historyControlBucketsRequested < 1
-           || request.historyControlBucketsRequested > most_buckets_requested
-           || request.historyControlInterval < 1 || request.historyControlInterval > longest_interval
-           || !is_printable(text_of(request.historyControlOwner));
-}
+struct history_control_table {
+    using table = history_table;
+    using row = history_row;
+    using request = rmonrpc_history_ctl_t;
+    static constexpr auto index = &request::historyControlIndex;
+    static constexpr auto status = &request::historyControlStatus;
+    static constexpr row_limits limits = history_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::historyControlDataSource, &row::data_source>(not_negative),
+        changeable<&request::historyControlBucketsRequested, &row::buckets_requested>(
+            {1, max_buckets_requested}),
+        fixed<&request::historyControlInterval, &row::interval>({1, max_interval}),
+        changeable<&request::historyControlOwner, &row::owner>(),
+    };
+    static constexpr auto assigned = forget_oldest;
 
-bool changes_fixed(const history_row &row, const rmonrpc_history_ctl_t &request)
-{
-    return request.historyControlDataSource != row.data_source
-           || request.historyControlInterval != row.interval;
-}
+    static int32_t start(probe &agent, row &started)
+    {
+        if (!use_source(agent.sources, started.data_source))
+            return bad_value;
+        begin_interval(agent, started);
+        started.sampling = call_at(
+            agent.loop, started.began_ms + milliseconds_of(started.interval), on_sampling, &agent, &started);
+        return no_error;
+    }
 
-void assign(history_row &row, const rmonrpc_history_ctl_t &request)
-{
-    row.data_source = request.historyControlDataSource;
-    row.buckets_requested = request.historyControlBucketsRequested;
-    row.interval = request.historyControlInterval;
-    row.owner = text_of(request.historyControlOwner);
-    forget_oldest(row);
-}
+    static void stop(probe &agent, row &stopped)
+    {
+        take_back(agent.loop, stopped.sampling);
+        leave_source(agent.sources, stopped.data_source);
+        stopped.samples.clear();
+        stopped.last_index = 0;
+    }
 
-int32_t start(probe &agent, history_row &row)
-{
-    if (!use_source(agent.sources, row.data_source))
-        return bad_value;
-    begin_interval(agent, row);
-    row.sampling =
-        call_at(agent.loop, row.began_ms + milliseconds_of(row.interval), on_sampling, &agent, &row);
-    return no_error;
-}
-
-void stop(probe &agent, history_row &row)
-{
-    take_back(agent.loop, row.sampling);
-    leave_source(agent.sources, row.data_source);
-    row.samples.clear();
-    row.last_index = 0;
-}
-
-constexpr row_rules<history_row, rmonrpc_history_ctl_t> rules{nonsense, changes_fixed, assign, start, stop};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        reply.historyControlBucketsGranted = granted(shown);
+    }
+};
 
 /* ---- the rows ---------------------------------------------------------------------------------- */
 
@@ -169,22 +166,20 @@ void append_samples(
         to.push_back(sample_reply(control, i, row.samples[static_cast<std::size_t>(i - first)]));
 }
 
-} // namespace
-
 void start_history(probe &agent)
 {
     int32_t next = first_control_index;
     for (const auto &[index, link] : agent.interfaces.rows) {
         for (const int32_t interval : own_intervals) {
             if (!is_measured(agent.interfaces, link)
-                || storage<history_table>(agent).size() >= history_rows.most)
+                || storage<history_table>(agent).size() >= history_rows.max)
                 continue;
             history_row &row = storage<history_table>(agent)[next]; // it starts where it stays
             row.data_source = index;
             row.buckets_requested = own_buckets;
             row.interval = interval;
             row.owner = own_rows;
-            if (start(agent, row) == no_error) {
+            if (history_control_table::start(agent, row) == no_error) {
                 row.status = row_status::valid;
                 next++;
             } else {
@@ -192,41 +187,6 @@ void start_history(probe &agent)
             }
         }
     }
-}
-
-void history_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<history_table>(agent), index, rules);
-}
-
-void history_ctl_describe(rmonrpc_history_ctl_t &record, int32_t index, const history_row &row)
-{
-    record.historyControlIndex = index;
-    record.historyControlDataSource = row.data_source;
-    record.historyControlBucketsRequested = row.buckets_requested;
-    record.historyControlInterval = row.interval;
-    set_text(record.historyControlOwner, row.owner);
-    record.historyControlStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_history_ctl_t history_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_history_ctl_t reply{};
-    const auto found = find_row(storage<history_table>(agent), key.index, key.getType);
-    if (found == storage<history_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    history_ctl_describe(reply, found->first, found->second);
-    reply.historyControlBucketsGranted = granted(found->second);
-    return reply;
-}
-
-int32_t history_ctl_set(probe &agent, const rmonrpc_history_ctl_t &request)
-{
-    return set_row(
-        agent, storage<history_table>(agent), request.historyControlIndex, request.historyControlStatus,
-        request, rules, history_rows);
 }
 
 rmonrpc_etherhistory_arr_t etherhistory_get(probe &agent, const rmonrpc_row_key4_t &key)
@@ -250,20 +210,16 @@ rmonrpc_etherhistory_arr_t etherhistory_get(probe &agent, const rmonrpc_row_key4
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
+constexpr auto history_ctl_get = get_control<history_control_table>;
 
 constexpr served_procedure procedures[] = {
     serve<history_ctl_get>(history_ctl_get_1),
-    serve_set<history_ctl_set>(history_ctl_set_1),
+    serve_set<set_control<history_control_table>>(history_ctl_set_1),
     serve<etherhistory_get>(etherhistory_get_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<
-        history_table,
-        history_ctl_describe,
-        history_ctl_set,
-        &rmonrpc_history_ctl_t::historyControlStatus>("history"),
+    keep_rows<history_control_table>("history"),
 };
 
 // clang-format off
@@ -290,7 +246,7 @@ constexpr known_variable variables[] = {
 extern const family history_family = {
     .name = "history",
     .start = start_history,
-    .interface_gone = history_interface_gone,
+    .interface_gone = remove_rows_on<history_control_table>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

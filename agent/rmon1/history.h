@@ -12,8 +12,6 @@
 #include <map>
 #include <string>
 
-struct probe;
-
 struct history_sample {
     uint32_t start; // sysUpTime
     ether_counters counted;
@@ -35,13 +33,3 @@ struct history_row {
 };
 
 using history_table = std::map<int32_t, history_row>; // by historyControlIndex
-
-/** Makes two rows for each interface, for a short and a long interval. */
-void start_history(probe &agent);
-
-void history_interface_gone(probe &agent, int32_t index);
-void history_ctl_describe(rmonrpc_history_ctl_t &record, int32_t index, const history_row &row);
-
-rmonrpc_history_ctl_t history_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t history_ctl_set(probe &agent, const rmonrpc_history_ctl_t &request);
-rmonrpc_etherhistory_arr_t etherhistory_get(probe &agent, const rmonrpc_row_key4_t &key);

@@ -1,6 +1,7 @@
 #include "agent/rmon1/hosts.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
 
@@ -54,31 +55,29 @@ void count(void *context, const frame &seen)
 
 /* ---- the control table ----------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_host_ctl_t &request)
-{
-    return request.hostControlDataSource < 0 || !is_printable(text_of(request.hostControlOwner));
-}
+struct host_table_control {
+    using table = host_table;
+    using row = host_control;
+    using request = rmonrpc_host_ctl_t;
+    static constexpr auto index = &request::hostControlIndex;
+    static constexpr auto status = &request::hostControlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::hostControlDataSource, &row::data_source>(not_negative),
+        changeable<&request::hostControlOwner, &row::owner>(),
+    };
+    static constexpr auto start = start_work<count, host_work>;
+    static constexpr auto stop = stop_counting<count, host_work>;
+    static constexpr auto refresh = catch_up_row<row>;
 
-bool changes_fixed(const host_control &row, const rmonrpc_host_ctl_t &request)
-{
-    return request.hostControlDataSource != row.data_source;
-}
-
-void assign(host_control &row, const rmonrpc_host_ctl_t &request)
-{
-    row.data_source = request.hostControlDataSource;
-    row.owner = text_of(request.hostControlOwner);
-}
-
-int32_t start(probe &agent, host_control &row)
-{
-    row.work = std::make_shared<host_work>();
-    row.work->agent = &agent;
-    return start_counting(agent, row, count);
-}
-
-constexpr row_rules<host_control, rmonrpc_host_ctl_t> rules{
-    nonsense, changes_fixed, assign, start, stop_counting<count, host_work>};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (!shown.work)
+            return;
+        reply.hostControlTableSize = static_cast<int32_t>(shown.work->learned.entries.size());
+        reply.hostControlLastDeleteTime = shown.work->last_delete;
+    }
+};
 
 /* ---- the rows ---------------------------------------------------------------------------- */
 
@@ -150,42 +149,6 @@ host_work *find_hosts(probe &agent, int32_t control)
     return found->second.work.get();
 }
 
-void hosts_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<host_table>(agent), index, rules);
-}
-
-void host_ctl_describe(rmonrpc_host_ctl_t &record, int32_t index, const host_control &row)
-{
-    record.hostControlIndex = index;
-    record.hostControlDataSource = row.data_source;
-    set_text(record.hostControlOwner, row.owner);
-    record.hostControlStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_host_ctl_t host_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_host_ctl_t reply{};
-    const auto found = find_row(storage<host_table>(agent), key.index, key.getType);
-    if (found == storage<host_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    host_ctl_describe(reply, found->first, found->second);
-    if (const host_work *work = find_hosts(agent, found->first)) {
-        reply.hostControlTableSize = static_cast<int32_t>(work->learned.entries.size());
-        reply.hostControlLastDeleteTime = work->last_delete;
-    }
-    return reply;
-}
-
-int32_t host_ctl_set(probe &agent, const rmonrpc_host_ctl_t &request)
-{
-    return set_row(
-        agent, storage<host_table>(agent), request.hostControlIndex, request.hostControlStatus, request,
-        rules, learning_rows);
-}
-
 rmonrpc_host_arr_t host_get(probe &agent, const rmonrpc_host_key_t &key)
 {
     std::vector<rmonrpc_host_t> rows;
@@ -255,15 +218,17 @@ rmonrpc_host_key_t host_index(instance_reader &from)
     return key;
 }
 
+constexpr auto host_ctl_get = get_control<host_table_control>;
+
 constexpr served_procedure procedures[] = {
     serve<host_ctl_get>(host_ctl_get_1),
-    serve_set<host_ctl_set>(host_ctl_set_1),
+    serve_set<set_control<host_table_control>>(host_ctl_set_1),
     serve<host_get>(host_get_1),
     serve<hosttime_get>(hosttime_get_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<host_table, host_ctl_describe, host_ctl_set, &rmonrpc_host_ctl_t::hostControlStatus>("host"),
+    keep_rows<host_table_control>("host"),
 };
 
 // clang-format off
@@ -292,7 +257,7 @@ constexpr known_variable variables[] = {
 
 extern const family hosts_family = {
     .name = "hosts",
-    .interface_gone = hosts_interface_gone,
+    .interface_gone = remove_rows_on<host_table_control>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

@@ -51,15 +51,3 @@ inline constexpr uint64_t host_counts::*const host_rate_bases[] = {
 
 /** What a working control row learned up to this moment, or null. */
 host_work *find_hosts(probe &agent, int32_t control);
-
-void hosts_interface_gone(probe &agent, int32_t index);
-void host_ctl_describe(rmonrpc_host_ctl_t &record, int32_t index, const host_control &row);
-
-rmonrpc_host_ctl_t host_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t host_ctl_set(probe &agent, const rmonrpc_host_ctl_t &request);
-
-/** By address. */
-rmonrpc_host_arr_t host_get(probe &agent, const rmonrpc_host_key_t &key);
-
-/** By the order in which the hosts were found. */
-rmonrpc_hosttime_arr_t hosttime_get(probe &agent, const rmonrpc_row_key4_t &key);

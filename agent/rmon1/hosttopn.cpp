@@ -1,8 +1,8 @@
 #include "agent/rmon1/hosttopn.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/core/bulk.h"
-#include "agent/core/table.h"
 #include "agent/rmon1/hosts.h"
 
 #include <algorithm>
@@ -11,11 +11,14 @@
 namespace {
 
 /** Hosts of a report. */
-constexpr int32_t most_reported = 1000;
+constexpr int32_t max_reported = 1000;
+
+/** Seconds of an interval; so that their hundredths fit a time of the agent. */
+constexpr int32_t max_duration = 365 * 24 * 3600;
 
 int32_t granted(const topn_row &row)
 {
-    return std::min(row.requested, most_reported);
+    return std::min(row.requested, max_reported);
 }
 
 /** Seconds until the running interval ends, begun ones as whole ones. */
@@ -98,41 +101,41 @@ void begin_interval(probe &agent, topn_row &row)
 
 /* ---- the control table ----------------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_hosttopn_ctl_t &request)
-{
-    constexpr int32_t longest = 365 * 24 * 3600; // seconds; so that their hundredths fit a time of the agent
-    return request.hostTopNHostIndex < 0 || request.hostTopNRateBase < 1
-           || request.hostTopNRateBase > std::ssize(host_rate_bases) || request.hostTopNTimeRemaining < 0
-           || request.hostTopNTimeRemaining > longest || request.hostTopNRequestedSize < 1
-           || !is_printable(text_of(request.hostTopNOwner));
-}
+struct topn_control_table {
+    using table = topn_table;
+    using row = topn_row;
+    using request = rmonrpc_hosttopn_ctl_t;
+    static constexpr auto index = &request::hostTopNControlIndex;
+    static constexpr auto status = &request::hostTopNStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::hostTopNHostIndex, &row::host_index>(not_negative),
+        fixed<&request::hostTopNRateBase, &row::rate_base>({1, std::ssize(host_rate_bases)}),
+        // While the row works, the set begins an interval behind this; one of no time changes nothing.
+        given_at_rest<&request::hostTopNTimeRemaining, &row::duration>({0, max_duration}),
+        changeable<&request::hostTopNRequestedSize, &row::requested>({.min = 1}),
+        changeable<&request::hostTopNOwner, &row::owner>(),
+    };
 
-bool changes_fixed(const topn_row &row, const rmonrpc_hosttopn_ctl_t &request)
-{
-    return request.hostTopNHostIndex != row.host_index || request.hostTopNRateBase != row.rate_base;
-}
+    static constexpr auto stop = forget_interval;
 
-void assign(topn_row &row, const rmonrpc_hosttopn_ctl_t &request)
-{
-    row.host_index = request.hostTopNHostIndex;
-    row.rate_base = request.hostTopNRateBase;
-    row.requested = request.hostTopNRequestedSize;
-    row.owner = text_of(request.hostTopNOwner);
-    // While the row works, the set begins an interval behind this; one of no time changes nothing.
-    if (row.status != row_status::valid)
-        row.duration = request.hostTopNTimeRemaining;
-}
+    static int32_t start(probe &agent, row &started)
+    {
+        if (!find_hosts(agent, started.host_index))
+            return bad_value;
+        begin_interval(agent, started);
+        return no_error;
+    }
 
-int32_t start(probe &agent, topn_row &row)
-{
-    if (!find_hosts(agent, row.host_index))
-        return bad_value;
-    begin_interval(agent, row);
-    return no_error;
-}
-
-constexpr row_rules<topn_row, rmonrpc_hosttopn_ctl_t> rules{
-    nonsense, changes_fixed, assign, start, forget_interval};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (shown.status == row_status::valid)
+            reply.hostTopNTimeRemaining = remaining(shown);
+        reply.hostTopNDuration = shown.duration;
+        reply.hostTopNGrantedSize = granted(shown);
+        reply.hostTopNStartTime = shown.start_time;
+    }
+};
 
 rmonrpc_hosttopn_t host_reply(int32_t report, int32_t rank, const topn_host &host)
 {
@@ -144,45 +147,12 @@ rmonrpc_hosttopn_t host_reply(int32_t report, int32_t rank, const topn_host &hos
     return reply;
 }
 
-} // namespace
-
-void hosttopn_ctl_describe(rmonrpc_hosttopn_ctl_t &record, int32_t index, const topn_row &row)
-{
-    record.hostTopNControlIndex = index;
-    record.hostTopNHostIndex = row.host_index;
-    record.hostTopNRateBase = row.rate_base;
-    record.hostTopNTimeRemaining = row.duration;
-    record.hostTopNRequestedSize = row.requested;
-    set_text(record.hostTopNOwner, row.owner);
-    record.hostTopNStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_hosttopn_ctl_t hosttopn_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_hosttopn_ctl_t reply{};
-    const auto found = find_row(storage<topn_table>(agent), key.index, key.getType);
-    if (found == storage<topn_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    const topn_row &row = found->second;
-    hosttopn_ctl_describe(reply, found->first, row);
-    if (row.status == row_status::valid)
-        reply.hostTopNTimeRemaining = remaining(row);
-    reply.hostTopNDuration = row.duration;
-    reply.hostTopNGrantedSize = granted(row);
-    reply.hostTopNStartTime = row.start_time;
-    return reply;
-}
-
 int32_t hosttopn_ctl_set(probe &agent, const rmonrpc_hosttopn_ctl_t &request)
 {
     const auto before = storage<topn_table>(agent).find(request.hostTopNControlIndex);
     const bool worked =
         before != storage<topn_table>(agent).end() && before->second.status == row_status::valid;
-    const int32_t error = set_row(
-        agent, storage<topn_table>(agent), request.hostTopNControlIndex, request.hostTopNStatus, request,
-        rules, learning_rows);
+    const int32_t error = set_control<topn_control_table>(agent, request);
     const auto row = storage<topn_table>(agent).find(request.hostTopNControlIndex);
     if (error != no_error || row == storage<topn_table>(agent).end()
         || row->second.status != row_status::valid)
@@ -225,7 +195,7 @@ rmonrpc_hosttopn_arr_t hosttopn_get(probe &agent, const rmonrpc_row_key4_t &key)
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
+constexpr auto hosttopn_ctl_get = get_control<topn_control_table>;
 
 constexpr served_procedure procedures[] = {
     serve<hosttopn_ctl_get>(hosttopn_ctl_get_1),
@@ -234,8 +204,7 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep_rows<topn_table, hosttopn_ctl_describe, hosttopn_ctl_set, &rmonrpc_hosttopn_ctl_t::hostTopNStatus>(
-        "hostTopN"),
+    keep_rows<topn_control_table, hosttopn_ctl_set>("hostTopN"),
 };
 
 // clang-format off

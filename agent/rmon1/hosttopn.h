@@ -13,7 +13,6 @@
 #include <string>
 #include <vector>
 
-struct probe;
 struct host_work;
 
 /** What a host had when the interval began. */
@@ -43,12 +42,3 @@ struct topn_row {
 };
 
 using topn_table = std::map<int32_t, topn_row>; // by hostTopNControlIndex
-
-void hosttopn_ctl_describe(rmonrpc_hosttopn_ctl_t &record, int32_t index, const topn_row &row);
-
-rmonrpc_hosttopn_ctl_t hosttopn_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-
-/** A time that remains begins an interval; the last report is gone then. */
-int32_t hosttopn_ctl_set(probe &agent, const rmonrpc_hosttopn_ctl_t &request);
-
-rmonrpc_hosttopn_arr_t hosttopn_get(probe &agent, const rmonrpc_row_key4_t &key);

@@ -1,6 +1,7 @@
 #include "agent/rmon1/matrix.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
 
@@ -35,31 +36,29 @@ void count(void *context, const frame &seen)
 
 /* ---- the control table ----------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_matrix_ctl_t &request)
-{
-    return request.matrixControlDataSource < 0 || !is_printable(text_of(request.matrixControlOwner));
-}
+struct matrix_control_table {
+    using table = matrix_table;
+    using row = matrix_control;
+    using request = rmonrpc_matrix_ctl_t;
+    static constexpr auto index = &request::matrixControlIndex;
+    static constexpr auto status = &request::matrixControlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::matrixControlDataSource, &row::data_source>(not_negative),
+        changeable<&request::matrixControlOwner, &row::owner>(),
+    };
+    static constexpr auto start = start_work<count, matrix_work>;
+    static constexpr auto stop = stop_counting<count, matrix_work>;
+    static constexpr auto refresh = catch_up_row<row>;
 
-bool changes_fixed(const matrix_control &row, const rmonrpc_matrix_ctl_t &request)
-{
-    return request.matrixControlDataSource != row.data_source;
-}
-
-void assign(matrix_control &row, const rmonrpc_matrix_ctl_t &request)
-{
-    row.data_source = request.matrixControlDataSource;
-    row.owner = text_of(request.matrixControlOwner);
-}
-
-int32_t start(probe &agent, matrix_control &row)
-{
-    row.work = std::make_shared<matrix_work>();
-    row.work->agent = &agent;
-    return start_counting(agent, row, count);
-}
-
-constexpr row_rules<matrix_control, rmonrpc_matrix_ctl_t> rules{
-    nonsense, changes_fixed, assign, start, stop_counting<count, matrix_work>};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (!shown.work)
+            return;
+        reply.matrixControlTableSize = static_cast<int32_t>(shown.work->learned.entries.size());
+        reply.matrixControlLastDeleteTime = shown.work->last_delete;
+    }
+};
 
 /* ---- the rows ---------------------------------------------------------------------------- */
 
@@ -85,45 +84,6 @@ const matrix_counts *find_conversation(probe &agent, int32_t control, const matr
     auto &learned = found->second.work->learned;
     const uint32_t entry = find_learned(learned, key);
     return entry == no_entry ? nullptr : &learned.entries[entry].row;
-}
-
-} // namespace
-
-void matrix_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<matrix_table>(agent), index, rules);
-}
-
-void matrix_ctl_describe(rmonrpc_matrix_ctl_t &record, int32_t index, const matrix_control &row)
-{
-    record.matrixControlIndex = index;
-    record.matrixControlDataSource = row.data_source;
-    set_text(record.matrixControlOwner, row.owner);
-    record.matrixControlStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_matrix_ctl_t matrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_matrix_ctl_t reply{};
-    const auto found = find_row(storage<matrix_table>(agent), key.index, key.getType);
-    if (found == storage<matrix_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    matrix_ctl_describe(reply, found->first, found->second);
-    if (const matrix_work *work = found->second.work.get()) {
-        catch_up(agent, found->second.data_source);
-        reply.matrixControlTableSize = static_cast<int32_t>(work->learned.entries.size());
-        reply.matrixControlLastDeleteTime = work->last_delete;
-    }
-    return reply;
-}
-
-int32_t matrix_ctl_set(probe &agent, const rmonrpc_matrix_ctl_t &request)
-{
-    return set_row(
-        agent, storage<matrix_table>(agent), request.matrixControlIndex, request.matrixControlStatus, request,
-        rules, learning_rows);
 }
 
 rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key)
@@ -161,8 +121,6 @@ rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key)
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
-
 template <int32_t Direction> rmonrpc_matrix_key_t matrix_index(instance_reader &from)
 {
     rmonrpc_matrix_key_t key{};
@@ -172,15 +130,16 @@ template <int32_t Direction> rmonrpc_matrix_key_t matrix_index(instance_reader &
     return key;
 }
 
+constexpr auto matrix_ctl_get = get_control<matrix_control_table>;
+
 constexpr served_procedure procedures[] = {
     serve<matrix_ctl_get>(matrix_ctl_get_1),
-    serve_set<matrix_ctl_set>(matrix_ctl_set_1),
+    serve_set<set_control<matrix_control_table>>(matrix_ctl_set_1),
     serve<matrix_get>(matrix_get_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<matrix_table, matrix_ctl_describe, matrix_ctl_set, &rmonrpc_matrix_ctl_t::matrixControlStatus>(
-        "matrix"),
+    keep_rows<matrix_control_table>("matrix"),
 };
 
 // clang-format off
@@ -200,7 +159,7 @@ constexpr known_variable variables[] = {
 
 extern const family matrix_family = {
     .name = "matrix",
-    .interface_gone = matrix_interface_gone,
+    .interface_gone = remove_rows_on<matrix_control_table>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

@@ -33,12 +33,3 @@ struct matrix_work {
 
 using matrix_control = counting_row<matrix_work>;
 using matrix_table = std::map<int32_t, matrix_control>; // by matrixControlIndex
-
-void matrix_interface_gone(probe &agent, int32_t index);
-void matrix_ctl_describe(rmonrpc_matrix_ctl_t &record, int32_t index, const matrix_control &row);
-
-rmonrpc_matrix_ctl_t matrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t matrix_ctl_set(probe &agent, const rmonrpc_matrix_ctl_t &request);
-
-/** In the order of the source's address first, or of the destination's. */
-rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key);

@@ -1,6 +1,7 @@
 #include "agent/rmon2/addrmap.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
 #include "agent/capture/frame.h"
@@ -39,9 +40,7 @@ bool learn_address(
     const protocol *found = find_protocol(agent.protocols, network);
     if (!found || found->address_map != counting::on)
         return true;
-    mapped_address *entry = learn(
-        storage<address_map>(agent).rows,
-        {key_address_of(address), address.length, network, watch.source, 0});
+    mapped_address *entry = learn(watch.learned->rows, {key_address_of(address), address.length, network, watch.source, 0});
     if (!entry)
         return false;
     if (std::memcmp(entry->physical, mac, sizeof entry->physical) != 0) {
@@ -102,42 +101,45 @@ void count(void *context, const frame &seen)
 
 /* ---- the control table ---------------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_addrmap_ctl_t &request)
-{
-    return request.addressMapControlDataSource < 0 || !is_printable(text_of(request.addressMapControlOwner));
-}
+struct address_watch_control_table {
+    using table = address_watch_table;
+    using row = address_watch_row;
+    using request = rmonrpc_addrmap_ctl_t;
+    static constexpr auto index = &request::addressMapControlIndex;
+    static constexpr auto status = &request::addressMapControlStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        fixed<&request::addressMapControlDataSource, &row::data_source>(not_negative),
+        changeable<&request::addressMapControlOwner, &row::owner>(),
+    };
 
-bool changes_fixed(const address_watch_row &row, const rmonrpc_addrmap_ctl_t &request)
-{
-    return request.addressMapControlDataSource != row.data_source;
-}
+    static int32_t start(probe &agent, row &started)
+    {
+        started.work = std::make_shared<address_watch>(
+            address_watch{&agent, &storage<address_map>(agent), started.data_source, 0});
+        return start_counting(agent, started, count);
+    }
 
-void assign(address_watch_row &row, const rmonrpc_addrmap_ctl_t &request)
-{
-    row.data_source = request.addressMapControlDataSource;
-    row.owner = text_of(request.addressMapControlOwner);
-}
+    /** What the row learned is forgotten, unless another one looks at the same interface. */
+    static void stop(probe &agent, row &stopped)
+    {
+        stop_counting<count>(agent, stopped);
+        for (const auto &[index, other] : storage<address_watch_table>(agent))
+            if (other.work && other.data_source == stopped.data_source)
+                return;
+        auto &learned = storage<address_map>(agent).rows;
+        sift_learned(
+            learned, learned.most, [&](const mapped_key &key) { return key.source != stopped.data_source; });
+    }
 
-int32_t start(probe &agent, address_watch_row &row)
-{
-    row.work = std::make_shared<address_watch>(address_watch{&agent, row.data_source, 0});
-    return start_counting(agent, row, count);
-}
+    static constexpr auto refresh = catch_up_row<row>;
 
-/** What the row learned is forgotten, unless another one looks at the same interface. */
-void stop(probe &agent, address_watch_row &row)
-{
-    stop_counting<count>(agent, row);
-    for (const auto &[index, other] : storage<address_watch_table>(agent))
-        if (other.work && other.data_source == row.data_source)
-            return;
-    sift_learned(
-        storage<address_map>(agent).rows, storage<address_map>(agent).rows.most,
-        [&](const mapped_key &key) { return key.source != row.data_source; });
-}
-
-constexpr row_rules<address_watch_row, rmonrpc_addrmap_ctl_t> rules{
-    nonsense, changes_fixed, assign, start, stop};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (shown.work)
+            reply.addressMapControlDroppedFrames = shown.work->dropped_frames;
+    }
+};
 
 /* ---- the rows --------------------------------------------------------------------------------- */
 
@@ -161,13 +163,6 @@ rmonrpc_addrmap_entry_t answer(uint32_t time_mark, const mapped_key &key, const 
     set_bytes(row.addressMapPhysicalAddress, mapped.physical);
     row.addressMapLastChange = mapped.changed;
     return row;
-}
-
-} // namespace
-
-void addrmap_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<address_watch_table>(agent), index, rules);
 }
 
 void addrmap_protocols_changed(probe &agent)
@@ -199,14 +194,6 @@ int32_t addrmap_scalars_set(probe &agent, const rmonrpc_addrmap_scalars_t &reque
     return no_error;
 }
 
-void addrmap_describe(rmonrpc_addrmap_ctl_t &record, int32_t index, const address_watch_row &row)
-{
-    record.addressMapControlIndex = index;
-    record.addressMapControlDataSource = row.data_source;
-    set_text(record.addressMapControlOwner, row.owner);
-    record.addressMapControlStatus = static_cast<int32_t>(row.status);
-}
-
 void save_address_map(probe &agent, state_writer &writer)
 {
     rmonrpc_addrmap_scalars_t record{};
@@ -217,29 +204,6 @@ void save_address_map(probe &agent, state_writer &writer)
 int32_t load_address_map(probe &agent, const rmonrpc_addrmap_scalars_t &record)
 {
     return addrmap_scalars_set(agent, record);
-}
-
-rmonrpc_addrmap_ctl_t addrmap_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_addrmap_ctl_t reply{};
-    const auto found = find_row(storage<address_watch_table>(agent), key.index, key.getType);
-    if (found == storage<address_watch_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    addrmap_describe(reply, found->first, found->second);
-    if (found->second.work) {
-        catch_up(agent, found->second.data_source);
-        reply.addressMapControlDroppedFrames = found->second.work->dropped_frames;
-    }
-    return reply;
-}
-
-int32_t addrmap_ctl_set(probe &agent, const rmonrpc_addrmap_ctl_t &request)
-{
-    return set_row(
-        agent, storage<address_watch_table>(agent), request.addressMapControlIndex,
-        request.addressMapControlStatus, request, rules);
 }
 
 rmonrpc_addrmap_arr_t addrmap_entry_get(probe &agent, const rmonrpc_addrmap_key_t &asked)
@@ -270,21 +234,19 @@ rmonrpc_addrmap_arr_t addrmap_entry_get(probe &agent, const rmonrpc_addrmap_key_
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
+constexpr auto addrmap_ctl_get = get_control<address_watch_control_table>;
 
 constexpr served_procedure procedures[] = {
-    serve<addrmap_scalars_get>(addrmap_scalars_get_1), serve_set<addrmap_scalars_set>(addrmap_scalars_set_1),
-    serve<addrmap_ctl_get>(addrmap_ctl_get_1),         serve_set<addrmap_ctl_set>(addrmap_ctl_set_1),
+    serve<addrmap_scalars_get>(addrmap_scalars_get_1),
+    serve_set<addrmap_scalars_set>(addrmap_scalars_set_1),
+    serve<addrmap_ctl_get>(addrmap_ctl_get_1),
+    serve_set<set_control<address_watch_control_table>>(addrmap_ctl_set_1),
     serve<addrmap_entry_get>(addrmap_entry_get_1),
 };
 
 constexpr state_part kept[] = {
     keep<save_address_map, load_address_map>("addressMap"),
-    keep_rows<
-        address_watch_table,
-        addrmap_describe,
-        addrmap_ctl_set,
-        &rmonrpc_addrmap_ctl_t::addressMapControlStatus>("addressMapControl"),
+    keep_rows<address_watch_control_table>("addressMapControl"),
 };
 
 /** A data source is ifIndex's own identifier and its instance; in front stands how many numbers that are. */
@@ -323,7 +285,7 @@ constexpr known_variable variables[] = {
 
 extern const family addrmap_family = {
     .name = "addrmap",
-    .interface_gone = addrmap_interface_gone,
+    .interface_gone = remove_rows_on<address_watch_control_table>,
     .protocols_changed = addrmap_protocols_changed,
     .procedures = procedures,
     .kept = kept,

@@ -91,44 +91,26 @@ void sift_counts(Counts &counts, uint32_t network, uint32_t application)
     });
 }
 
-template <class Request> bool hl_nonsense(const Request &request)
-{
-    const hl_settings wanted = settings_of(request);
-    return wanted.data_source < 0 || wanted.network_most < -1 || wanted.application_most < -1
-           || !is_printable(wanted.owner);
-}
-
-template <class Counts, class Request>
-bool hl_changes_fixed(const hl_row<Counts> &row, const Request &request)
-{
-    return settings_of(request).data_source != row.data_source;
-}
-
 /** The sizes may change while the row works; rows that are too many then go. */
-template <counting protocol::*On, class Counts, class Request>
-void hl_assign(hl_row<Counts> &row, const Request &request)
+template <counting protocol::*On, class Row> void hl_resize(Row &row)
 {
-    const hl_settings wanted = settings_of(request);
-    const bool resized =
-        wanted.network_most != row.network_most || wanted.application_most != row.application_most;
-    row.data_source = wanted.data_source;
-    row.network_most = wanted.network_most;
-    row.application_most = wanted.application_most;
-    row.owner = wanted.owner;
-    if (row.work && resized)
-        sift_counts<On>(*row.work, granted_rows(row.network_most), granted_rows(row.application_most));
+    const uint32_t network = granted_rows(row.desired_network);
+    const uint32_t application = granted_rows(row.desired_application);
+    if (row.work
+        && (row.work->network.rows.most != network || row.work->application.rows.most != application))
+        sift_counts<On>(*row.work, network, application);
 }
 
-template <count_function Count, class Counts> int32_t hl_start(probe &agent, hl_row<Counts> &row)
+template <count_function Count, class Row> int32_t hl_start(probe &agent, Row &row)
 {
-    row.work = std::make_shared<Counts>();
+    row.work = std::make_shared<typename decltype(row.work)::element_type>();
     row.work->agent = &agent;
-    row.work->network.rows.most = granted_rows(row.network_most);
-    row.work->application.rows.most = granted_rows(row.application_most);
+    row.work->network.rows.most = granted_rows(row.desired_network);
+    row.work->application.rows.most = granted_rows(row.desired_application);
     return start_counting(agent, row, Count);
 }
 
-template <count_function Count, class Counts> void hl_stop(probe &agent, hl_row<Counts> &row)
+template <count_function Count, class Row> void hl_stop(probe &agent, Row &row)
 {
     stop_counting<Count>(agent, row);
 }

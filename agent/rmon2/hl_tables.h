@@ -43,14 +43,6 @@ template <class Key, class Row, class View> struct hl_counts {
 };
 
 template <class Counts> struct hl_row : counting_row<Counts> {
-    int32_t network_most = -1; // as desired
-    int32_t application_most = -1;
-};
-
-/** What a set of a control row gives. */
-struct hl_settings {
-    int32_t data_source;
-    int32_t network_most;
-    int32_t application_most;
-    std::string_view owner;
+    int32_t desired_network = -1; // rows
+    int32_t desired_application = -1;
 };

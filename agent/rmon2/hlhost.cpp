@@ -1,15 +1,8 @@
 #include "agent/rmon2/hlhost.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/rmon2/hl_control.h"
-#include "agent/core/table.h"
-
-hl_settings settings_of(const rmonrpc_hlhost_ctl_t &request)
-{
-    return {
-        request.hlHostControlDataSource, request.hlHostControlNlMaxDesiredEntries,
-        request.hlHostControlAlMaxDesiredEntries, text_of(request.hlHostControlOwner)};
-}
 
 namespace {
 
@@ -66,10 +59,38 @@ void count(void *context, const frame &seen)
 
 /* ---- the control table ---------------------------------------------------------------------- */
 
-constexpr auto stop = hl_stop<count, hl_host_counts>;
+struct hl_host_control_table {
+    using table = hl_host_table;
+    using row = hl_host_row;
+    using request = rmonrpc_hlhost_ctl_t;
+    static constexpr auto index = &request::hlHostControlIndex;
+    static constexpr auto status = &request::hlHostControlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::hlHostControlDataSource, &row::data_source>(not_negative),
+        changeable<&request::hlHostControlNlMaxDesiredEntries, &row::desired_network>({.min = -1}),
+        changeable<&request::hlHostControlAlMaxDesiredEntries, &row::desired_application>({.min = -1}),
+        changeable<&request::hlHostControlOwner, &row::owner>(),
+    };
+    static constexpr auto assigned = hl_resize<&protocol::host, row>;
+    static constexpr auto start = hl_start<count, row>;
+    static constexpr auto stop = hl_stop<count, row>;
+    static constexpr auto refresh = catch_up_row<row>;
 
-constexpr row_rules<hl_host_row, rmonrpc_hlhost_ctl_t> rules{
-    hl_nonsense, hl_changes_fixed, hl_assign<&protocol::host>, hl_start<count>, stop};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (!shown.work)
+            return;
+        const auto &network = shown.work->network;
+        const auto &application = shown.work->application;
+        reply.hlHostControlNlDroppedFrames = network.dropped_frames;
+        reply.hlHostControlNlInserts = network.rows.inserts;
+        reply.hlHostControlNlDeletes = network.rows.deletes;
+        reply.hlHostControlAlDroppedFrames = application.dropped_frames;
+        reply.hlHostControlAlInserts = application.rows.inserts;
+        reply.hlHostControlAlDeletes = application.rows.deletes;
+    }
+};
 
 /* ---- the rows ------------------------------------------------------------------------------- */
 
@@ -108,55 +129,9 @@ rmonrpc_hlhost_t answer(int32_t control, uint32_t time_mark, const hl_host_key &
     return row;
 }
 
-} // namespace
-
-void hlhost_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<hl_host_table>(agent), index, rules);
-}
-
 void hlhost_protocols_changed(probe &agent)
 {
     hl_sift<&protocol::host>(storage<hl_host_table>(agent));
-}
-
-void hlhost_describe(rmonrpc_hlhost_ctl_t &record, int32_t index, const hl_host_row &row)
-{
-    record.hlHostControlIndex = index;
-    record.hlHostControlDataSource = row.data_source;
-    record.hlHostControlNlMaxDesiredEntries = row.network_most;
-    record.hlHostControlAlMaxDesiredEntries = row.application_most;
-    set_text(record.hlHostControlOwner, row.owner);
-    record.hlHostControlStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_hlhost_ctl_t hlhost_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_hlhost_ctl_t reply{};
-    const auto found = find_row(storage<hl_host_table>(agent), key.index, key.getType);
-    if (found == storage<hl_host_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    const hl_host_row &row = found->second;
-    hlhost_describe(reply, found->first, row);
-    if (row.work) {
-        catch_up(agent, row.data_source);
-        reply.hlHostControlNlDroppedFrames = row.work->network.dropped_frames;
-        reply.hlHostControlNlInserts = row.work->network.rows.inserts;
-        reply.hlHostControlNlDeletes = row.work->network.rows.deletes;
-        reply.hlHostControlAlDroppedFrames = row.work->application.dropped_frames;
-        reply.hlHostControlAlInserts = row.work->application.rows.inserts;
-        reply.hlHostControlAlDeletes = row.work->application.rows.deletes;
-    }
-    return reply;
-}
-
-int32_t hlhost_ctl_set(probe &agent, const rmonrpc_hlhost_ctl_t &request)
-{
-    return set_row(
-        agent, storage<hl_host_table>(agent), request.hlHostControlIndex, request.hlHostControlStatus,
-        request, rules, learning_rows);
 }
 
 rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &key)
@@ -189,8 +164,6 @@ int32_t nlhost_make_nonpersistent(probe &agent, const rmonrpc_hlhost_key_t &key)
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
-
 rmonrpc_hlhost_key_t nl_host_index(instance_reader &from)
 {
     rmonrpc_hlhost_key_t key{};
@@ -210,17 +183,18 @@ rmonrpc_hlhost_key_t al_host_index(instance_reader &from)
     return key;
 }
 
+constexpr auto hlhost_ctl_get = get_control<hl_host_control_table>;
+
 constexpr served_procedure procedures[] = {
     serve<hlhost_ctl_get>(hlhost_ctl_get_1),
-    serve_set<hlhost_ctl_set>(hlhost_ctl_set_1),
+    serve_set<set_control<hl_host_control_table>>(hlhost_ctl_set_1),
     serve<hlhost_get>(hlhost_get_1),
     serve_set<nlhost_make_persistent>(nlhost_make_persistent_1),
     serve_set<nlhost_make_nonpersistent>(nlhost_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<hl_host_table, hlhost_describe, hlhost_ctl_set, &rmonrpc_hlhost_ctl_t::hlHostControlStatus>(
-        "hlHost"),
+    keep_rows<hl_host_control_table>("hlHost"),
 };
 
 // clang-format off
@@ -251,7 +225,7 @@ constexpr known_variable variables[] = {
 
 extern const family hlhost_family = {
     .name = "hlhost",
-    .interface_gone = hlhost_interface_gone,
+    .interface_gone = remove_rows_on<hl_host_control_table>,
     .protocols_changed = hlhost_protocols_changed,
     .procedures = procedures,
     .kept = kept,

@@ -1,15 +1,8 @@
 #include "agent/rmon2/hlmatrix.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/rmon2/hl_control.h"
-#include "agent/core/table.h"
-
-hl_settings settings_of(const rmonrpc_hlmatrix_ctl_t &request)
-{
-    return {
-        request.hlMatrixControlDataSource, request.hlMatrixControlNlMaxDesiredEntries,
-        request.hlMatrixControlAlMaxDesiredEntries, text_of(request.hlMatrixControlOwner)};
-}
 
 namespace {
 
@@ -46,10 +39,38 @@ void count(void *context, const frame &seen)
 
 /* ---- the control table ---------------------------------------------------------------------- */
 
-constexpr auto stop = hl_stop<count, hl_pair_counts>;
+struct hl_matrix_control_table {
+    using table = hl_matrix_table;
+    using row = hl_matrix_row;
+    using request = rmonrpc_hlmatrix_ctl_t;
+    static constexpr auto index = &request::hlMatrixControlIndex;
+    static constexpr auto status = &request::hlMatrixControlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::hlMatrixControlDataSource, &row::data_source>(not_negative),
+        changeable<&request::hlMatrixControlNlMaxDesiredEntries, &row::desired_network>({.min = -1}),
+        changeable<&request::hlMatrixControlAlMaxDesiredEntries, &row::desired_application>({.min = -1}),
+        changeable<&request::hlMatrixControlOwner, &row::owner>(),
+    };
+    static constexpr auto assigned = hl_resize<&protocol::matrix, row>;
+    static constexpr auto start = hl_start<count, row>;
+    static constexpr auto stop = hl_stop<count, row>;
+    static constexpr auto refresh = catch_up_row<row>;
 
-constexpr row_rules<hl_matrix_row, rmonrpc_hlmatrix_ctl_t> rules{
-    hl_nonsense, hl_changes_fixed, hl_assign<&protocol::matrix>, hl_start<count>, stop};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (!shown.work)
+            return;
+        const auto &network = shown.work->network;
+        const auto &application = shown.work->application;
+        reply.hlMatrixControlNlDroppedFrames = network.dropped_frames;
+        reply.hlMatrixControlNlInserts = network.rows.inserts;
+        reply.hlMatrixControlNlDeletes = network.rows.deletes;
+        reply.hlMatrixControlAlDroppedFrames = application.dropped_frames;
+        reply.hlMatrixControlAlInserts = application.rows.inserts;
+        reply.hlMatrixControlAlDeletes = application.rows.deletes;
+    }
+};
 
 /* ---- the rows ------------------------------------------------------------------------------- */
 
@@ -113,55 +134,9 @@ rmonrpc_hlmatrix_t answer(int32_t control, uint32_t time_mark, const hl_pair_key
     return row;
 }
 
-} // namespace
-
-void hlmatrix_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<hl_matrix_table>(agent), index, rules);
-}
-
 void hlmatrix_protocols_changed(probe &agent)
 {
     hl_sift<&protocol::matrix>(storage<hl_matrix_table>(agent));
-}
-
-void hlmatrix_describe(rmonrpc_hlmatrix_ctl_t &record, int32_t index, const hl_matrix_row &row)
-{
-    record.hlMatrixControlIndex = index;
-    record.hlMatrixControlDataSource = row.data_source;
-    record.hlMatrixControlNlMaxDesiredEntries = row.network_most;
-    record.hlMatrixControlAlMaxDesiredEntries = row.application_most;
-    set_text(record.hlMatrixControlOwner, row.owner);
-    record.hlMatrixControlStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_hlmatrix_ctl_t hlmatrix_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_hlmatrix_ctl_t reply{};
-    const auto found = find_row(storage<hl_matrix_table>(agent), key.index, key.getType);
-    if (found == storage<hl_matrix_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    const hl_matrix_row &row = found->second;
-    hlmatrix_describe(reply, found->first, row);
-    if (row.work) {
-        catch_up(agent, row.data_source);
-        reply.hlMatrixControlNlDroppedFrames = row.work->network.dropped_frames;
-        reply.hlMatrixControlNlInserts = row.work->network.rows.inserts;
-        reply.hlMatrixControlNlDeletes = row.work->network.rows.deletes;
-        reply.hlMatrixControlAlDroppedFrames = row.work->application.dropped_frames;
-        reply.hlMatrixControlAlInserts = row.work->application.rows.inserts;
-        reply.hlMatrixControlAlDeletes = row.work->application.rows.deletes;
-    }
-    return reply;
-}
-
-int32_t hlmatrix_ctl_set(probe &agent, const rmonrpc_hlmatrix_ctl_t &request)
-{
-    return set_row(
-        agent, storage<hl_matrix_table>(agent), request.hlMatrixControlIndex, request.hlMatrixControlStatus,
-        request, rules, learning_rows);
 }
 
 rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &key)
@@ -199,8 +174,6 @@ int32_t nlmatrix_make_nonpersistent(probe &agent, const rmonrpc_hlmatrix_key_t &
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
-
 template <int32_t Direction> rmonrpc_hlmatrix_key_t nl_matrix_index(instance_reader &from)
 {
     rmonrpc_hlmatrix_key_t key{};
@@ -220,20 +193,18 @@ template <int32_t Direction> rmonrpc_hlmatrix_key_t al_matrix_index(instance_rea
     return key;
 }
 
+constexpr auto hlmatrix_ctl_get = get_control<hl_matrix_control_table>;
+
 constexpr served_procedure procedures[] = {
     serve<hlmatrix_ctl_get>(hlmatrix_ctl_get_1),
-    serve_set<hlmatrix_ctl_set>(hlmatrix_ctl_set_1),
+    serve_set<set_control<hl_matrix_control_table>>(hlmatrix_ctl_set_1),
     serve<hlmatrix_get>(hlmatrix_get_1),
     serve_set<nlmatrix_make_persistent>(nlmatrix_make_persistent_1),
     serve_set<nlmatrix_make_nonpersistent>(nlmatrix_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<
-        hl_matrix_table,
-        hlmatrix_describe,
-        hlmatrix_ctl_set,
-        &rmonrpc_hlmatrix_ctl_t::hlMatrixControlStatus>("hlMatrix"),
+    keep_rows<hl_matrix_control_table>("hlMatrix"),
 };
 
 // clang-format off
@@ -265,7 +236,7 @@ constexpr known_variable variables[] = {
 
 extern const family hlmatrix_family = {
     .name = "hlmatrix",
-    .interface_gone = hlmatrix_interface_gone,
+    .interface_gone = remove_rows_on<hl_matrix_control_table>,
     .protocols_changed = hlmatrix_protocols_changed,
     .procedures = procedures,
     .kept = kept,

@@ -1,6 +1,7 @@
 #include "agent/rmon2/pdist.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/control_table.h"
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
 #include "agent/capture/frame.h"
@@ -44,38 +45,33 @@ std::vector<protocol_counter> totals(const probe &agent, const distribution &wor
 
 /* ---- the control table ---------------------------------------------------------------- */
 
-bool nonsense(const rmonrpc_pdist_ctl_t &request)
-{
-    return request.protocolDistControlDataSource < 0
-           || !is_printable(text_of(request.protocolDistControlOwner));
-}
+struct distribution_control_table {
+    using table = distribution_table;
+    using row = distribution_row;
+    using request = rmonrpc_pdist_ctl_t;
+    static constexpr auto index = &request::protocolDistControlIndex;
+    static constexpr auto status = &request::protocolDistControlStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        fixed<&request::protocolDistControlDataSource, &row::data_source>(not_negative),
+        changeable<&request::protocolDistControlOwner, &row::owner>(),
+    };
+    static constexpr auto stop = stop_counting<count, distribution>;
 
-bool changes_fixed(const distribution_row &row, const rmonrpc_pdist_ctl_t &request)
-{
-    return request.protocolDistControlDataSource != row.data_source;
-}
+    static int32_t start(probe &agent, row &started)
+    {
+        started.work = std::make_shared<distribution>();
+        started.work->agent = &agent;
+        started.work->counted.resize(agent.protocols.rows.size());
+        return start_counting(agent, started, count);
+    }
 
-void assign(distribution_row &row, const rmonrpc_pdist_ctl_t &request)
-{
-    row.data_source = request.protocolDistControlDataSource;
-    row.owner = text_of(request.protocolDistControlOwner);
-}
-
-int32_t start(probe &agent, distribution_row &row)
-{
-    row.work = std::make_shared<distribution>();
-    row.work->agent = &agent;
-    row.work->counted.resize(agent.protocols.rows.size());
-    return start_counting(agent, row, count);
-}
-
-void stop(probe &agent, distribution_row &row)
-{
-    stop_counting<count>(agent, row);
-}
-
-constexpr row_rules<distribution_row, rmonrpc_pdist_ctl_t> rules{
-    nonsense, changes_fixed, assign, start, stop};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        reply.protocolDistControlDroppedFrames = 0; // there are no frames that the agent chooses not to count
+        reply.protocolDistControlCreateTime = shown.create_time;
+    }
+};
 
 /* ---- the rows --------------------------------------------------------------------------- */
 
@@ -124,13 +120,6 @@ distribution *find_work(probe &agent, int32_t control)
     return found == storage<distribution_table>(agent).end() ? nullptr : found->second.work.get();
 }
 
-} // namespace
-
-void pdist_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<distribution_table>(agent), index, rules);
-}
-
 void pdist_protocol_gone(probe &agent, const protocol &which)
 {
     const auto at = static_cast<std::size_t>(which.local_index);
@@ -141,35 +130,6 @@ void pdist_protocol_gone(probe &agent, const protocol &which)
         row.work->counted[at] = {};
         row.work->persistent.erase(which.local_index);
     }
-}
-
-void pdist_describe(rmonrpc_pdist_ctl_t &record, int32_t index, const distribution_row &row)
-{
-    record.protocolDistControlIndex = index;
-    record.protocolDistControlDataSource = row.data_source;
-    set_text(record.protocolDistControlOwner, row.owner);
-    record.protocolDistControlStatus = static_cast<int32_t>(row.status);
-}
-
-rmonrpc_pdist_ctl_t pdist_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_pdist_ctl_t reply{};
-    const auto found = find_row(storage<distribution_table>(agent), key.index, key.getType);
-    if (found == storage<distribution_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    pdist_describe(reply, found->first, found->second);
-    reply.protocolDistControlDroppedFrames = 0; // there are no frames that the agent chooses not to count
-    reply.protocolDistControlCreateTime = found->second.create_time;
-    return reply;
-}
-
-int32_t pdist_ctl_set(probe &agent, const rmonrpc_pdist_ctl_t &request)
-{
-    return set_row(
-        agent, storage<distribution_table>(agent), request.protocolDistControlIndex,
-        request.protocolDistControlStatus, request, rules);
 }
 
 rmonrpc_pdist_stats_arr_t pdist_stats_get(probe &agent, const rmonrpc_row_key4_t &key)
@@ -228,11 +188,11 @@ int32_t pdist_make_nonpersistent(probe &agent, const rmonrpc_row_key4_t &key)
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
+constexpr auto pdist_ctl_get = get_control<distribution_control_table>;
 
 constexpr served_procedure procedures[] = {
     serve<pdist_ctl_get>(pdist_ctl_get_1),
-    serve_set<pdist_ctl_set>(pdist_ctl_set_1),
+    serve_set<set_control<distribution_control_table>>(pdist_ctl_set_1),
     serve<pdist_stats_get>(pdist_stats_get_1),
     serve_set<pdist_make_persistent>(pdist_make_persistent_1),
     serve_set<pdist_make_nonpersistent>(pdist_make_nonpersistent_1),
@@ -240,11 +200,7 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep_rows<
-        distribution_table,
-        pdist_describe,
-        pdist_ctl_set,
-        &rmonrpc_pdist_ctl_t::protocolDistControlStatus>("protocolDist"),
+    keep_rows<distribution_control_table>("protocolDist"),
 };
 
 // clang-format off
@@ -260,7 +216,7 @@ constexpr known_variable variables[] = {
 
 extern const family pdist_family = {
     .name = "pdist",
-    .interface_gone = pdist_interface_gone,
+    .interface_gone = remove_rows_on<distribution_control_table>,
     .protocol_gone = pdist_protocol_gone,
     .procedures = procedures,
     .kept = kept,

@@ -4,7 +4,6 @@
 #include "agent/core/bulk.h"
 #include "agent/capture/counting.h"
 #include "agent/core/octets.h"
-#include "agent/core/table.h"
 
 #include <vector>
 
@@ -78,70 +77,79 @@ void begin_reports(probe &agent, art_row &row)
 
 /* ---- control rows ----------------------------------------------------------------------- */
 
-std::array<int32_t, response_ranges - 1> limits_of(const rmonrpc_art_ctl_t &request)
-{
-    return {request.artControlRspTime1, request.artControlRspTime2, request.artControlRspTime3,
-            request.artControlRspTime4, request.artControlRspTime5, request.artControlRspTime6};
-}
-
-bool nonsense(const rmonrpc_art_ctl_t &request)
-{
-    return request.artControlDataSource < 0 || request.artControlTimeRemaining < 0
-           || request.artControlRspTimeout < 0 || request.artControlRequestedSize < -1
-           || std::ranges::any_of(limits_of(request), [](int32_t limit) { return limit < 0; })
-           || !is_printable(text_of(request.artControlOwner));
-}
-
-bool changes_fixed(const art_row &row, const rmonrpc_art_ctl_t &request)
-{
-    return request.artControlDataSource != row.data_source || limits_of(request) != row.limits
-           || request.artControlRspTimeout != row.timeout || request.artControlRequestedSize != row.requested;
-}
-
-void assign(art_row &row, const rmonrpc_art_ctl_t &request)
-{
-    row.data_source = request.artControlDataSource;
-    row.interval = request.artControlTimeRemaining;
-    row.limits = limits_of(request);
-    row.timeout = request.artControlRspTimeout;
-    row.requested = request.artControlRequestedSize;
-    row.owner = text_of(request.artControlOwner);
-}
-
 uint32_t granted_size(const art_row &row)
 {
     return row.requested < 0 ? default_learned_rows
                              : std::min(static_cast<uint32_t>(row.requested), default_learned_rows);
 }
 
-/** The limits must rise, and leave time for each range up to the timeout. */
-int32_t start(probe &agent, art_row &row)
-{
-    if (row.requested == 0 || row.timeout <= row.limits.back()
-        || std::ranges::adjacent_find(row.limits, std::ranges::greater_equal{}) != row.limits.end())
-        return bad_value;
-    row.work = std::make_shared<art_work>();
-    row.work->agent = &agent;
-    for (std::size_t i = 0; i < row.limits.size(); i++)
-        row.work->meter.limits[i] = row.limits[i] * microseconds;
-    row.work->meter.timeout = row.timeout * microseconds;
-    row.work->meter.exchanges.most = row.work->report.most = granted_size(row);
-    if (!attach(agent, row.data_source, count_art, row.work.get())) {
-        row.work.reset();
-        return bad_value;
+/** The upper limit of a range of response times. */
+template <std::size_t Range> struct art_limit {
+    auto &operator()(auto &row) const { return row.limits[Range]; }
+};
+
+struct art_control_table {
+    using table = art_table;
+    using row = art_row;
+    using request = rmonrpc_art_ctl_t;
+    static constexpr auto index = &request::artControlIndex;
+    static constexpr auto status = &request::artControlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::artControlDataSource, &row::data_source>(not_negative),
+        changeable<&request::artControlTimeRemaining, &row::interval>(not_negative),
+        fixed<&request::artControlRspTime1, art_limit<0>{}>(not_negative),
+        fixed<&request::artControlRspTime2, art_limit<1>{}>(not_negative),
+        fixed<&request::artControlRspTime3, art_limit<2>{}>(not_negative),
+        fixed<&request::artControlRspTime4, art_limit<3>{}>(not_negative),
+        fixed<&request::artControlRspTime5, art_limit<4>{}>(not_negative),
+        fixed<&request::artControlRspTime6, art_limit<5>{}>(not_negative),
+        fixed<&request::artControlRspTimeout, &row::timeout>(not_negative),
+        fixed<&request::artControlRequestedSize, &row::requested>({.min = -1}),
+        changeable<&request::artControlOwner, &row::owner>(),
+    };
+
+    /** The limits must rise, and leave time for each range up to the timeout. */
+    static int32_t start(probe &agent, row &started)
+    {
+        if (started.requested == 0 || started.timeout <= started.limits.back()
+            || std::ranges::adjacent_find(started.limits, std::ranges::greater_equal{})
+                   != started.limits.end())
+            return bad_value;
+        started.work = std::make_shared<art_work>();
+        started.work->agent = &agent;
+        for (std::size_t i = 0; i < started.limits.size(); i++)
+            started.work->meter.limits[i] = started.limits[i] * microseconds;
+        started.work->meter.timeout = started.timeout * microseconds;
+        started.work->meter.exchanges.most = started.work->report.most = granted_size(started);
+        if (!attach(agent, started.data_source, count_art, started.work.get())) {
+            started.work.reset();
+            return bad_value;
+        }
+        begin_reports(agent, started);
+        return no_error;
     }
-    begin_reports(agent, row);
-    return no_error;
-}
 
-void stop(probe &agent, art_row &row)
-{
-    take_back(agent.loop, row.end);
-    detach(agent, row.data_source, count_art, row.work.get());
-    row.work.reset();
-}
+    static void stop(probe &agent, row &stopped)
+    {
+        take_back(agent.loop, stopped.end);
+        detach(agent, stopped.data_source, count_art, stopped.work.get());
+        stopped.work.reset();
+    }
 
-constexpr row_rules<art_row, rmonrpc_art_ctl_t> rules{nonsense, changes_fixed, assign, start, stop};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        if (!shown.work)
+            return;
+        const auto passed =
+            static_cast<int32_t>(std::min<int64_t>((grid_ms() - shown.work->began) / 1000, INT32_MAX));
+        reply.artControlTimeRemaining = std::max(shown.interval - passed, 0);
+        reply.artControlDuration = shown.interval > 0 ? shown.interval : passed;
+        reply.artControlRptStartTime = shown.work->start_time;
+        reply.artControlGrantedSize = static_cast<int32_t>(granted_size(shown));
+        reply.artControlGeneratedRpts = shown.work->reports;
+    }
+};
 
 /* ---- reading reports ---------------------------------------------------------------------- */
 
@@ -300,59 +308,11 @@ bool is_read(int32_t getType)
     return getType == GET || getType == GETNEXT || getType == GETBULK;
 }
 
-} // namespace
-
-void art_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<art_table>(agent), index, rules);
-}
-
-void describe_art_row(rmonrpc_art_ctl_t &record, int32_t index, const art_row &row)
-{
-    record.artControlIndex = index;
-    record.artControlDataSource = row.data_source;
-    record.artControlTimeRemaining = row.interval;
-    record.artControlRspTime1 = row.limits[0];
-    record.artControlRspTime2 = row.limits[1];
-    record.artControlRspTime3 = row.limits[2];
-    record.artControlRspTime4 = row.limits[3];
-    record.artControlRspTime5 = row.limits[4];
-    record.artControlRspTime6 = row.limits[5];
-    record.artControlRspTimeout = row.timeout;
-    record.artControlRequestedSize = row.requested;
-    set_text(record.artControlOwner, row.owner);
-}
-
-rmonrpc_art_ctl_t art_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_art_ctl_t reply{};
-    const auto found = find_row(storage<art_table>(agent), key.index, key.getType);
-    if (found == storage<art_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    const art_row &row = found->second;
-    describe_art_row(reply, found->first, row);
-    reply.artControlStatus = static_cast<int32_t>(row.status);
-    if (!row.work)
-        return reply;
-    const auto passed =
-        static_cast<int32_t>(std::min<int64_t>((grid_ms() - row.work->began) / 1000, INT32_MAX));
-    reply.artControlTimeRemaining = std::max(row.interval - passed, 0);
-    reply.artControlDuration = row.interval > 0 ? row.interval : passed;
-    reply.artControlRptStartTime = row.work->start_time;
-    reply.artControlGrantedSize = static_cast<int32_t>(granted_size(row));
-    reply.artControlGeneratedRpts = row.work->reports;
-    return reply;
-}
-
 int32_t art_ctl_set(probe &agent, const rmonrpc_art_ctl_t &request)
 {
     const auto found = storage<art_table>(agent).find(request.artControlIndex);
     const bool worked = found != storage<art_table>(agent).end() && found->second.work;
-    const int32_t error = set_row(
-        agent, storage<art_table>(agent), request.artControlIndex, request.artControlStatus, request, rules,
-        learning_rows);
+    const int32_t error = set_control<art_control_table>(agent, request);
     // Setting the interval of a row that works begins its report anew.
     if (error == no_error && worked && request.artControlStatus == static_cast<int32_t>(row_status::valid))
         begin_reports(agent, found->second);
@@ -417,9 +377,9 @@ rmonrpc_art_sum_arr_t art_sum_get(probe &agent, const rmonrpc_art_sum_key_t &req
     return reply_rows(rows);
 }
 
-/* ---- the family --------------------------------------------------------------------- */
+constexpr auto art_ctl_get = get_control<art_control_table>;
 
-namespace {
+/* ---- the family --------------------------------------------------------------------- */
 
 rmonrpc_art_rpt_key_t art_report_index(instance_reader &from)
 {
@@ -450,7 +410,7 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep_rows<art_table, describe_art_row, art_ctl_set, &rmonrpc_art_ctl_t::artControlStatus>("artControl"),
+    keep_rows<art_control_table, art_ctl_set>("artControl"),
 };
 
 // clang-format off
@@ -499,7 +459,7 @@ constexpr known_variable variables[] = {
 
 extern const family art_family = {
     .name = "art",
-    .interface_gone = art_interface_gone,
+    .interface_gone = remove_rows_on<art_control_table>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

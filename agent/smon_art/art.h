@@ -51,14 +51,3 @@ struct art_row {
 };
 
 using art_table = std::map<int32_t, art_row>; // by artControlIndex
-
-/** Removes the rows of an interface that went away. */
-void art_interface_gone(probe &agent, int32_t index);
-
-/** Fills in what a set gives to a control row. */
-void describe_art_row(rmonrpc_art_ctl_t &record, int32_t index, const art_row &row);
-
-rmonrpc_art_ctl_t art_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t art_ctl_set(probe &agent, const rmonrpc_art_ctl_t &request);
-rmonrpc_art_rpt_arr_t art_rpt_get(probe &agent, const rmonrpc_art_rpt_key_t &key);
-rmonrpc_art_sum_arr_t art_sum_get(probe &agent, const rmonrpc_art_sum_key_t &key);

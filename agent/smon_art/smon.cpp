@@ -2,7 +2,6 @@
 
 #include "agent/capture/family.h"
 #include "agent/capture/counting.h"
-#include "agent/core/table.h"
 
 namespace {
 
@@ -27,32 +26,25 @@ void count_vlan(void *work, const frame &seen)
     }
 }
 
-bool nonsense_vlan(const rmonrpc_smon_vlan_ctl_t &request)
-{
-    return request.smonVlanStatsControlDataSource > INT32_MAX
-           || !is_printable(text_of(request.smonVlanStatsControlOwner));
-}
+struct vlan_control_table {
+    using table = vlan_table;
+    using row = vlan_row;
+    using request = rmonrpc_smon_vlan_ctl_t;
+    static constexpr auto index = &request::smonVlanStatsControlIndex;
+    static constexpr auto status = &request::smonVlanStatsControlStatus;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr std::tuple fields{
+        fixed<&request::smonVlanStatsControlDataSource, &row::data_source>(),
+        changeable<&request::smonVlanStatsControlOwner, &row::owner>(),
+    };
+    static constexpr auto start = start_work<count_vlan, vlan_counts>;
+    static constexpr auto stop = stop_counting<count_vlan, vlan_counts>;
 
-bool vlan_changes_fixed(const vlan_row &row, const rmonrpc_smon_vlan_ctl_t &request)
-{
-    return signed_index(request.smonVlanStatsControlDataSource) != row.data_source;
-}
-
-void assign_vlan(vlan_row &row, const rmonrpc_smon_vlan_ctl_t &request)
-{
-    row.data_source = signed_index(request.smonVlanStatsControlDataSource);
-    row.owner = text_of(request.smonVlanStatsControlOwner);
-}
-
-int32_t start_vlan(probe &agent, vlan_row &row)
-{
-    row.work = std::make_shared<vlan_counts>();
-    row.work->agent = &agent;
-    return start_counting(agent, row, count_vlan);
-}
-
-constexpr row_rules<vlan_row, rmonrpc_smon_vlan_ctl_t> vlan_rules{
-    nonsense_vlan, vlan_changes_fixed, assign_vlan, start_vlan, stop_counting<count_vlan, vlan_counts>};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        reply.smonVlanStatsControlCreateTime = shown.create_time;
+    }
+};
 
 /* ---- priorities ------------------------------------------------------------------------ */
 
@@ -65,32 +57,25 @@ void count_priority(void *work, const frame &seen)
     counts.octets[static_cast<uint32_t>(seen.priority)] += seen.length;
 }
 
-bool nonsense_priority(const rmonrpc_smon_prio_ctl_t &request)
-{
-    return request.smonPrioStatsControlDataSource > INT32_MAX
-           || !is_printable(text_of(request.smonPrioStatsControlOwner));
-}
+struct priority_control_table {
+    using table = priority_table;
+    using row = priority_row;
+    using request = rmonrpc_smon_prio_ctl_t;
+    static constexpr auto index = &request::smonPrioStatsControlIndex;
+    static constexpr auto status = &request::smonPrioStatsControlStatus;
+    static constexpr row_limits limits{};
+    static constexpr std::tuple fields{
+        fixed<&request::smonPrioStatsControlDataSource, &row::data_source>(),
+        changeable<&request::smonPrioStatsControlOwner, &row::owner>(),
+    };
+    static constexpr auto start = start_work<count_priority, priority_counts>;
+    static constexpr auto stop = stop_counting<count_priority, priority_counts>;
 
-bool priority_changes_fixed(const priority_row &row, const rmonrpc_smon_prio_ctl_t &request)
-{
-    return signed_index(request.smonPrioStatsControlDataSource) != row.data_source;
-}
-
-void assign_priority(priority_row &row, const rmonrpc_smon_prio_ctl_t &request)
-{
-    row.data_source = signed_index(request.smonPrioStatsControlDataSource);
-    row.owner = text_of(request.smonPrioStatsControlOwner);
-}
-
-int32_t start_priority(probe &agent, priority_row &row)
-{
-    row.work = std::make_shared<priority_counts>();
-    return start_counting(agent, row, count_priority);
-}
-
-constexpr row_rules<priority_row, rmonrpc_smon_prio_ctl_t> priority_rules{
-    nonsense_priority, priority_changes_fixed, assign_priority, start_priority,
-    stop_counting<count_priority, priority_counts>};
+    static void show(probe &, request &reply, int32_t, const row &shown)
+    {
+        reply.smonPrioStatsControlCreateTime = shown.create_time;
+    }
+};
 
 /* ---- reading by control index and a small number ---------------------------------------- */
 
@@ -125,42 +110,6 @@ auto find_numbered(std::map<int32_t, Row> &table, const rmonrpc_row_key3_t &key,
     return place{nullptr, 0, 0};
 }
 
-} // namespace
-
-void smon_interface_gone(probe &agent, int32_t index)
-{
-    remove_rows_on(agent, storage<vlan_table>(agent), index, vlan_rules);
-    remove_rows_on(agent, storage<priority_table>(agent), index, priority_rules);
-}
-
-void describe_vlan_row(rmonrpc_smon_vlan_ctl_t &record, int32_t index, const vlan_row &row)
-{
-    record.smonVlanStatsControlIndex = index;
-    record.smonVlanStatsControlDataSource = static_cast<uint32_t>(row.data_source);
-    set_text(record.smonVlanStatsControlOwner, row.owner);
-}
-
-rmonrpc_smon_vlan_ctl_t smon_vlan_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_smon_vlan_ctl_t reply{};
-    const auto found = find_row(storage<vlan_table>(agent), key.index, key.getType);
-    if (found == storage<vlan_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    describe_vlan_row(reply, found->first, found->second);
-    reply.smonVlanStatsControlCreateTime = found->second.create_time;
-    reply.smonVlanStatsControlStatus = static_cast<int32_t>(found->second.status);
-    return reply;
-}
-
-int32_t smon_vlan_ctl_set(probe &agent, const rmonrpc_smon_vlan_ctl_t &request)
-{
-    return set_row(
-        agent, storage<vlan_table>(agent), request.smonVlanStatsControlIndex,
-        request.smonVlanStatsControlStatus, request, vlan_rules, learning_rows);
-}
-
 rmonrpc_smon_vlan_t smon_vlan_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
     catch_up_all(agent);
@@ -168,11 +117,9 @@ rmonrpc_smon_vlan_t smon_vlan_get(probe &agent, const rmonrpc_row_key3_t &key)
         find_numbered(storage<vlan_table>(agent), key, vlan_ids, [](const vlan_counts &counts, int32_t id) {
             return counts.place[static_cast<uint32_t>(id)] != 0;
         });
+    if (!found.row)
+        return no_such_row<rmonrpc_smon_vlan_t>();
     rmonrpc_smon_vlan_t reply{};
-    if (!found.row) {
-        reply.status = no_such_name;
-        return reply;
-    }
     const vlan_counts &counts = *found.row->work;
     const vlan_counters &counted = counts.seen[counts.place[static_cast<uint32_t>(found.number)] - 1U];
     reply.smonVlanIdStatsId = found.number;
@@ -185,34 +132,6 @@ rmonrpc_smon_vlan_t smon_vlan_get(probe &agent, const rmonrpc_row_key3_t &key)
     return reply;
 }
 
-void describe_priority_row(rmonrpc_smon_prio_ctl_t &record, int32_t index, const priority_row &row)
-{
-    record.smonPrioStatsControlIndex = index;
-    record.smonPrioStatsControlDataSource = static_cast<uint32_t>(row.data_source);
-    set_text(record.smonPrioStatsControlOwner, row.owner);
-}
-
-rmonrpc_smon_prio_ctl_t smon_prio_ctl_get(probe &agent, const rmonrpc_row_key2_t &key)
-{
-    rmonrpc_smon_prio_ctl_t reply{};
-    const auto found = find_row(storage<priority_table>(agent), key.index, key.getType);
-    if (found == storage<priority_table>(agent).end()) {
-        reply.status = no_such_name;
-        return reply;
-    }
-    describe_priority_row(reply, found->first, found->second);
-    reply.smonPrioStatsControlCreateTime = found->second.create_time;
-    reply.smonPrioStatsControlStatus = static_cast<int32_t>(found->second.status);
-    return reply;
-}
-
-int32_t smon_prio_ctl_set(probe &agent, const rmonrpc_smon_prio_ctl_t &request)
-{
-    return set_row(
-        agent, storage<priority_table>(agent), request.smonPrioStatsControlIndex,
-        request.smonPrioStatsControlStatus, request, priority_rules);
-}
-
 rmonrpc_smon_prio_t smon_prio_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
     catch_up_all(agent);
@@ -220,11 +139,9 @@ rmonrpc_smon_prio_t smon_prio_get(probe &agent, const rmonrpc_row_key3_t &key)
         storage<priority_table>(agent), key, priorities, [](const priority_counts &counts, int32_t priority) {
             return counts.pkts[static_cast<uint32_t>(priority)] != 0;
         });
+    if (!found.row)
+        return no_such_row<rmonrpc_smon_prio_t>();
     rmonrpc_smon_prio_t reply{};
-    if (!found.row) {
-        reply.status = no_such_name;
-        return reply;
-    }
     const auto priority = static_cast<uint32_t>(found.number);
     reply.smonPrioStatsId = found.number;
     reply.smonPrioStatsPkts = found.row->work->pkts[priority];
@@ -235,28 +152,27 @@ rmonrpc_smon_prio_t smon_prio_get(probe &agent, const rmonrpc_row_key3_t &key)
 
 /* ---- the family --------------------------------------------------------------------- */
 
-namespace {
+constexpr auto smon_vlan_ctl_get = get_control<vlan_control_table>;
+constexpr auto smon_prio_ctl_get = get_control<priority_control_table>;
+
+void smon_interface_gone(probe &agent, int32_t index)
+{
+    remove_rows_on<vlan_control_table>(agent, index);
+    remove_rows_on<priority_control_table>(agent, index);
+}
 
 constexpr served_procedure procedures[] = {
     serve<smon_vlan_ctl_get>(smon_vlan_ctl_get_1),
-    serve_set<smon_vlan_ctl_set>(smon_vlan_ctl_set_1),
+    serve_set<set_control<vlan_control_table>>(smon_vlan_ctl_set_1),
     serve<smon_vlan_get>(smon_vlan_get_1),
     serve<smon_prio_ctl_get>(smon_prio_ctl_get_1),
-    serve_set<smon_prio_ctl_set>(smon_prio_ctl_set_1),
+    serve_set<set_control<priority_control_table>>(smon_prio_ctl_set_1),
     serve<smon_prio_get>(smon_prio_get_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<
-        vlan_table,
-        describe_vlan_row,
-        smon_vlan_ctl_set,
-        &rmonrpc_smon_vlan_ctl_t::smonVlanStatsControlStatus>("smonVlanStatsControl"),
-    keep_rows<
-        priority_table,
-        describe_priority_row,
-        smon_prio_ctl_set,
-        &rmonrpc_smon_prio_ctl_t::smonPrioStatsControlStatus>("smonPrioStatsControl"),
+    keep_rows<vlan_control_table>("smonVlanStatsControl"),
+    keep_rows<priority_control_table>("smonPrioStatsControl"),
 };
 
 // clang-format off

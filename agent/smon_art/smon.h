@@ -45,18 +45,3 @@ using priority_row = counting_row<priority_counts>;
 
 using vlan_table = std::map<int32_t, vlan_row>;         // by smonVlanStatsControlIndex
 using priority_table = std::map<int32_t, priority_row>; // by smonPrioStatsControlIndex
-
-/** Fill in what a set gives to a control row. */
-void describe_vlan_row(rmonrpc_smon_vlan_ctl_t &record, int32_t index, const vlan_row &row);
-void describe_priority_row(rmonrpc_smon_prio_ctl_t &record, int32_t index, const priority_row &row);
-
-/** Removes the rows of an interface that went away. */
-void smon_interface_gone(probe &agent, int32_t index);
-
-rmonrpc_smon_vlan_ctl_t smon_vlan_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t smon_vlan_ctl_set(probe &agent, const rmonrpc_smon_vlan_ctl_t &request);
-rmonrpc_smon_vlan_t smon_vlan_get(probe &agent, const rmonrpc_row_key3_t &key);
-
-rmonrpc_smon_prio_ctl_t smon_prio_ctl_get(probe &agent, const rmonrpc_row_key2_t &key);
-int32_t smon_prio_ctl_set(probe &agent, const rmonrpc_smon_prio_ctl_t &request);
-rmonrpc_smon_prio_t smon_prio_get(probe &agent, const rmonrpc_row_key3_t &key);

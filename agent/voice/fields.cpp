@@ -1,7 +1,7 @@
 #include "agent/voice/fields.h"
 
 #include "agent/core/reply.h"
-#include "agent/voice/scenario.h"
+#include "agent/voice/calls.h"
 
 #include <charconv>
 #include <cstddef>

@@ -1,5 +1,7 @@
 #include "tests/fuzz/agent.h"
 
+#include "agent/capture/start.h"
+#include "agent/core/row_status.h"
 #include "agent/nde/netflow.h"
 #include "agent/rpc/dispatch.h"
 #include "tests/fuzz/common.h"

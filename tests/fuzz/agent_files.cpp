@@ -2,6 +2,7 @@
  * The files that the bundled agent reads. The first byte of an input says what
  * the rest is: a capture file, a scenario of voice calls, the kept settings.
  */
+#include "agent/voice/scenario.h"
 #include "agent/voice/voice.h"
 #include "tests/fuzz/agent.h"
 #include "tests/fuzz/common.h"

@@ -15,6 +15,7 @@ void test_stubs();
 void test_memory();
 void test_transport();
 void test_settings();
+void test_families();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

@@ -65,6 +65,7 @@ int main()
     test_memory();
     test_transport();
     test_settings();
+    test_families();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }

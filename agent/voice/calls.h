@@ -1,0 +1,75 @@
+/* The phones and calls that the voice monitors see, as a scenario has them. */
+#pragma once
+
+#include "rmon/rpc/rmonrpc_voice.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/** When a call is over and seen, seconds after the start, and how long it took. */
+struct call_times {
+    uint32_t after = 0;
+    uint32_t duration = 0;
+};
+
+struct sccp_phone {
+    std::string name;
+    rmonrpc_sccp_common_row_t identity{};
+};
+
+struct sccp_call {
+    call_times times;
+    sccp_phone caller;
+    sccp_phone callee;
+    rmonrpc_sccp_qual_row_t qual{}; // as the caller saw it
+    rmonrpc_sccp_qual_row_t callee_qual{};
+};
+
+struct h323_phone {
+    std::string name;
+    rmonrpc_h323_common_row_t identity{};
+};
+
+struct h323_call {
+    call_times times;
+    h323_phone caller;
+    h323_phone callee;
+    rmonrpc_h323_qual_row_t qual{};
+};
+
+struct mgcp_identity {
+    wire::chars<32> address; // as text
+    wire::chars<256> owner;
+    wire::chars<256> alias;
+    wire::chars<24> number;
+    wire::chars<256> endpoint;
+    wire::uchars<16> call_agent;
+    uint32_t call_agent_length;
+    wire::uchars<16> gateway;
+    uint32_t gateway_length;
+};
+
+struct mgcp_phone {
+    std::string name;
+    mgcp_identity identity{};
+};
+
+struct mgcp_call {
+    call_times times;
+    mgcp_phone caller;
+    mgcp_phone callee;
+    rmonrpc_mgcp_call_t record{};
+};
+
+template <class Phone, class Call> struct protocol_scenario {
+    std::vector<Phone> phones;
+    std::vector<Call> calls; // sorted by when they are seen
+    std::size_t played = 0;  // calls that were seen already
+};
+
+struct voice_scenario {
+    protocol_scenario<sccp_phone, sccp_call> sccp;
+    protocol_scenario<h323_phone, h323_call> h323;
+    protocol_scenario<mgcp_phone, mgcp_call> mgcp;
+};
