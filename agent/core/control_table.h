@@ -238,8 +238,7 @@ void tell_of_silence(const probe &agent, int32_t data_source, std::string_view t
 
 /** A row becomes valid, or changes while it is valid. */
 template <class Table>
-int32_t set_to_work(
-    probe &agent, row_of_table<Table> &row, int32_t index, const request_of<Table> &request)
+int32_t set_to_work(probe &agent, row_of_table<Table> &row, int32_t index, const request_of<Table> &request)
 {
     if (row.status == row_status::valid) {
         if (changes_fixed<Table>(row, request))

@@ -40,7 +40,8 @@ bool learn_address(
     const protocol *found = find_protocol(agent.protocols, network);
     if (!found || found->address_map != counting::on)
         return true;
-    mapped_address *entry = learn(watch.learned->rows, {key_address_of(address), address.length, network, watch.source, 0});
+    mapped_address *entry =
+        learn(watch.learned->rows, {key_address_of(address), address.length, network, watch.source, 0});
     if (!entry)
         return false;
     if (std::memcmp(entry->physical, mac, sizeof entry->physical) != 0) {

@@ -21,9 +21,10 @@ constexpr stub_number stubs[] = {
 #include "procedures.inc"
 };
 
+/** A procedure may have several stubs, which differ in how long they wait. */
 bool is_stub(uint32_t number)
 {
-    return std::ranges::count(stubs, number, &stub_number::value) == 1;
+    return std::ranges::find(stubs, number, &stub_number::value) != std::end(stubs);
 }
 
 void test_procedures()
@@ -34,7 +35,7 @@ void test_procedures()
         check(
             std::ranges::count(served, stub.value, &served_procedure::number) == 1,
             "procedure " + std::to_string(stub.value) + " is served once");
-    check(served.size() == std::size(stubs), "nothing else is served");
+    check(std::ranges::all_of(served, is_stub, &served_procedure::number), "nothing else is served");
     check(std::ranges::is_sorted(served, {}, &served_procedure::number), "procedures are sorted by number");
 }
 
