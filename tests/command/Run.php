@@ -45,6 +45,8 @@ final class Run
         ];
         $environment += getenv();
         $output = $terminal ? ['pty'] : ['pipe', 'w'];
+        // A program inherits that a signal is ignored, and a test run in the background ignores this one.
+        pcntl_signal(SIGINT, SIG_DFL);
         $this->process = proc_open(
             [...$program, ...$arguments],
             [$terminal ? ['pty'] : ['file', '/dev/null', 'r'], $output, $terminal ? ['redirect', 1] : ['pipe', 'w']],
