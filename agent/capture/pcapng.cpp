@@ -71,7 +71,8 @@ bool have(pcapng_file &file, std::size_t octets)
 {
     if (waiting(file) >= octets)
         return true;
-    std::memmove(file.buffer.data(), file.buffer.data() + file.begin, waiting(file));
+    if (waiting(file) > 0) // before the first read there is no buffer
+        std::memmove(file.buffer.data(), file.buffer.data() + file.begin, waiting(file));
     file.end -= file.begin;
     file.begin = 0;
     if (file.buffer.size() < octets)

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <ranges>
+#include <span>
 
 #include <sys/epoll.h>
 
@@ -72,9 +72,10 @@ std::string start_probe(probe &agent, bool may_capture, const file_reading &read
 
 void stop_probe(probe &agent)
 {
-    for (const family *one : families() | std::views::reverse)
-        if (one->stop)
-            one->stop(agent);
+    const std::span<const family *const> all = families();
+    for (auto one = all.rbegin(); one != all.rend(); ++one)
+        if ((*one)->stop)
+            (*one)->stop(agent);
     close_state(agent);
     close_capture_files(agent.files, agent.loop);
     close_sources(agent.sources);
