@@ -125,7 +125,7 @@ struct address_watch_control_table {
     static void stop(probe &agent, row &stopped)
     {
         stop_counting<count>(agent, stopped);
-        for (const auto &[index, other] : storage<address_watch_table>(agent))
+        for (const auto &[number, other] : storage<address_watch_table>(agent))
             if (other.work && other.data_source == stopped.data_source)
                 return;
         auto &learned = storage<address_map>(agent).rows;
