@@ -5,6 +5,8 @@ The bundled agent's capture has room for a burst, and what is lost is told at th
 
 declare(strict_types=1);
 
+require __DIR__ . '/../needs.inc';
+needs_agent();
 require __DIR__ . '/client.inc';
 
 if (own_network() === null) {

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent saves packets above 65535 octets in a file that says how long its packets are
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

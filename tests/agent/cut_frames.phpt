@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent knows the application of frames that were cut behind the ports
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 The bundled agent reads pcapng files of several interfaces, sections and byte orders; each interface is one of its own
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 

@@ -1,5 +1,9 @@
 --TEST--
 No damage of the settings file goes unnoticed; files of the older form are read; links in its place are not followed
+--SKIPIF--
+<?php
+require __DIR__ . '/../needs.inc';
+needs_agent();
 --FILE--
 <?php
 
