@@ -11,7 +11,8 @@ constexpr std::string_view closing = "end ";
 constexpr std::string_view old_opening = "rmon-agent settings 1\n";
 constexpr std::string_view old_closing = "end\n";
 
-constexpr std::array<uint32_t, 256> remainders = [] {
+constexpr std::array<uint32_t, 256> make_remainders()
+{
     constexpr uint32_t polynomial = 0x82f63b78; // bits reversed
     std::array<uint32_t, 256> table{};
     for (uint32_t byte = 0; byte < table.size(); byte++) {
@@ -21,7 +22,9 @@ constexpr std::array<uint32_t, 256> remainders = [] {
         table[byte] = value;
     }
     return table;
-}();
+}
+
+constexpr std::array<uint32_t, 256> remainders = make_remainders();
 
 constexpr uint32_t crc32c(std::string_view text)
 {

@@ -118,7 +118,8 @@ template <class Record, class Field> consteval uint32_t offset_of(Field Record::
     const void *wanted = &(example<Record>.*member);
     return with_members(example<Record>, [wanted](const auto &...each) {
         const std::array<const void *, sizeof...(each)> places{&each...};
-        return member_offsets<Record>[std::find(places.begin(), places.end(), wanted) - places.begin()];
+        const auto &offsets = member_offsets<Record>;
+        return offsets[std::find(places.begin(), places.end(), wanted) - places.begin()];
     });
 }
 
