@@ -399,25 +399,45 @@ void free_block(row_block *block)
         std::free(block);
 }
 
+void *map(uint64_t size)
+{
+    void *memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return memory == MAP_FAILED ? nullptr : memory;
+}
+
+void *remap(row_block *block, uint64_t size)
+{
+    void *memory = mremap(block, block->size, size, MREMAP_MAYMOVE);
+    return memory == MAP_FAILED ? nullptr : memory;
+}
+
+/** A mapped block in the place of one that was not. */
+void *move_to_map(row_block *block, uint64_t size)
+{
+    void *memory = map(size);
+    if (memory) {
+        std::memcpy(memory, block, block->size);
+        std::free(block);
+    }
+    return memory;
+}
+
 /** Gives a block more room, or makes one of null. Null when there is no memory; the block stands then. */
 row_block *larger_block(row_block *block, uint64_t size)
 {
+    const bool is_new = !block;
     void *memory = nullptr;
-    if (size < smallest_mapped) {
+    if (size < smallest_mapped)
         memory = std::realloc(static_cast<void *>(block), size);
-    } else if (block && block->size >= smallest_mapped) {
-        memory = mremap(block, block->size, size, MREMAP_MAYMOVE);
-    } else {
-        memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (block && memory != MAP_FAILED) {
-            std::memcpy(memory, block, block->size);
-            std::free(block);
-        }
-    }
-    if (!memory || memory == MAP_FAILED)
+    else if (is_new)
+        memory = map(size);
+    else
+        memory = block->size >= smallest_mapped ? remap(block, size) : move_to_map(block, size);
+    if (!memory)
         return nullptr;
     auto *larger = static_cast<row_block *>(memory);
-    larger->texts = block ? larger->texts : nullptr;
+    if (is_new)
+        larger->texts = nullptr;
     larger->size = size;
     return larger;
 }
