@@ -4,10 +4,10 @@ declare(strict_types=1);
 
 namespace Rmon\Tests\Command;
 
-use Rmon\Command\Capture\FilterExpression;
-use Rmon\Command\Capture\FilterRows;
-use Rmon\Command\UsageError;
+use Rmon\Capture\FilterExpression;
+use Rmon\Capture\FilterRows;
 use Rmon\ControlRows;
+use Rmon\Exception\BadArgument;
 
 /** Filters in usual words, held against what tcpdump makes of the same words, and capture files. */
 final class CaptureTest extends CommandTestCase
@@ -166,14 +166,14 @@ final class CaptureTest extends CommandTestCase
         ];
         foreach ($refused as $expression => $reason) {
             $thrown = $this->thrown(static fn() => FilterExpression::parse($expression));
-            self::assertInstanceOf(UsageError::class, $thrown, $expression);
+            self::assertInstanceOf(BadArgument::class, $thrown, $expression);
             self::assertStringContainsString($reason, $thrown->getMessage());
         }
         $many = implode(' or ', array_map(static fn(int $last) => "host 10.0.0.$last and port 443", range(1, 20)));
         $probe = $this->probe($this->playing(self::frames()));
         foreach ([$many, 'host 10.0.0.1 and not port 53'] as $expression) {
             $thrown = $this->thrown(static fn() => (new FilterRows($probe))->of(FilterExpression::parse($expression)));
-            self::assertInstanceOf(UsageError::class, $thrown);
+            self::assertInstanceOf(BadArgument::class, $thrown);
             self::assertStringContainsString('rows of the filter table, and at most', $thrown->getMessage());
         }
     }

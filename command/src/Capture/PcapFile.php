@@ -4,20 +4,18 @@ declare(strict_types=1);
 
 namespace Rmon\Command\Capture;
 
+use Rmon\Capture\Packet;
+use Rmon\Capture\Pcap;
 use Rmon\Command\ClosedPipe;
 use Rmon\Command\UsageError;
 
-/** A capture file in the format of libpcap, with nanoseconds, written frame by frame. */
+/** A capture file that is written frame by frame. */
 final class PcapFile
 {
-    private const MAGIC = 0xa1b23c4d;
-    private const LONGEST = 65535;
-    private const ETHERNET = 1;
-
     /** @param resource $stream */
     private function __construct(private readonly mixed $stream)
     {
-        $this->write(pack('VvvVVVV', self::MAGIC, 2, 4, 0, 0, self::LONGEST, self::ETHERNET));
+        $this->write(Pcap::header());
         $this->flush();
     }
 
@@ -37,16 +35,9 @@ final class PcapFile
         return new self($stream);
     }
 
-    /**
-     * @param int $seconds     since 1970
-     * @param int $nanoseconds below the second
-     * @param string $octets   what was captured of the frame
-     * @param int $length      the frame's own length
-     */
-    public function packet(int $seconds, int $nanoseconds, string $octets, int $length): void
+    public function packet(Packet $packet): void
     {
-        $captured = strlen($octets);
-        $this->write(pack('VVVV', $seconds, $nanoseconds, $captured, max($length, $captured)) . $octets);
+        $this->write(Pcap::record($packet));
     }
 
     public function flush(): void

@@ -4,8 +4,9 @@ declare(strict_types=1);
 
 namespace Rmon\Command\Commands;
 
-use Rmon\Command\Capture\FilterExpression;
-use Rmon\Command\Capture\FilterRows;
+use Rmon\Capture\BufferReader;
+use Rmon\Capture\FilterExpression;
+use Rmon\Capture\FilterRows;
 use Rmon\Command\Capture\PcapFile;
 use Rmon\Command\Listing;
 use Rmon\Command\Live;
@@ -24,12 +25,6 @@ final class CaptureCommand extends ProbeCommand
 {
     /** Seconds between two looks into the buffer when it had nothing new. */
     private const PAUSE = 0.1;
-
-    /** Rows that are asked for at a time. */
-    private const PAGE = 200;
-
-    /** A frame's length counts its check sequence, which isn't captured. */
-    private const CHECK_SEQUENCE = 4;
 
     protected function configure(): void
     {
@@ -94,53 +89,33 @@ final class CaptureCommand extends ProbeCommand
         float $seconds,
         int &$taken,
     ): void {
-        $start = $this->start($probe, $buffer);
+        $reader = BufferReader::on($probe, $buffer->index);
         $now = hrtime(true) / 1e9;
         $end = $now + $seconds;
         $renewal = $now + ControlRows::LEASE / 3;
-        $table = $probe->table('captureBufferTable', control: $buffer->index);
-        $behind = null;
-        $lost = 0;
         do {
             // Asked before the rows: what came until the end is taken.
             $isOver = hrtime(true) / 1e9 >= $end;
-            $page = $table->page(min(self::PAGE, $count - $taken), $behind);
-            foreach ($page as $row) {
-                $lost += $row['captureBufferIndex'] - ($behind['captureBufferIndex'] ?? 0) - 1;
-                $behind = $table->keysOf($row);
-                $milliseconds = $row['captureBufferPacketTime'];
-                $time = $start + 1000000 * (int) $milliseconds + (int) $row['captureBufferPacketHighCapacityTime'];
-                $file->packet(
-                    intdiv($time, 1000000000),
-                    $time % 1000000000,
-                    pack('C*', ...$row['captureBufferPacketData']),
-                    max(0, $row['captureBufferPacketLength'] - self::CHECK_SEQUENCE),
-                );
+            $packets = $reader->next($count - $taken);
+            foreach ($packets as $packet) {
+                $file->packet($packet);
                 $taken++;
             }
             $file->flush();
+            $lost = $reader->lost;
             $this->screen()->progress(static fn() => "$taken frames" . ($lost > 0 ? ", $lost lost" : ''));
             if (hrtime(true) / 1e9 >= $renewal) {
                 $made->renew();
                 $renewal += ControlRows::LEASE / 3;
             }
-            if ($page === [] && !$isOver) {
+            if ($packets === [] && !$isOver) {
                 $live->wait(self::PAUSE);
             }
             $live->check();
-        } while ($taken < $count && ($page !== [] || !$isOver));
+        } while ($taken < $count && ($packets !== [] || !$isOver));
         if ($lost > 0) {
             $this->screen()->complain("rmon: $lost frames were lost: they came faster than they could be fetched.");
         }
-    }
-
-    /** When the buffer began, by this machine's clock: nanoseconds since 1970. */
-    private function start(Probe $probe, ControlRow $buffer): int
-    {
-        $row = $probe->table('bufferControlTable')->get(bufferControlIndex: $buffer->index);
-        $now = (int) (microtime(true) * 1000000);
-        $age = $probe->uptime() - $row['bufferControlTurnOnTime'];
-        return ($now - 10000 * (int) $age) * 1000;
     }
 
     /** @param list<array<string, mixed>> $rows */

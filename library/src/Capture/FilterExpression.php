@@ -2,10 +2,9 @@
 
 declare(strict_types=1);
 
-namespace Rmon\Command\Capture;
+namespace Rmon\Capture;
 
 use Rmon\Address;
-use Rmon\Command\UsageError;
 use Rmon\Exception\BadArgument;
 
 /**
@@ -28,6 +27,9 @@ final class FilterExpression
     /** Terms that an expression may come to on the way. */
     private const MOST = 4096;
 
+    /** Octets of a text that is taken for a filter. */
+    private const LONGEST = 4096;
+
     /** @var list<string> */
     private array $words;
 
@@ -42,9 +44,12 @@ final class FilterExpression
     {
     }
 
-    /** @throws UsageError when it is no filter, or none that filter rows can say */
+    /** @throws BadArgument when it is no filter, or none that filter rows can say */
     public static function parse(string $text): self
     {
+        if (strlen($text) > self::LONGEST) {
+            throw new BadArgument('A filter has at most ' . self::LONGEST . ' octets.');
+        }
         $made = new self();
         preg_match_all('/\(|\)|!|&&|\|\||[^\s()!&|]+|\S/', strtolower($text), $found);
         $made->words = $found[0];
@@ -55,17 +60,15 @@ final class FilterExpression
         try {
             [$made->terms, $made->failed] = $made->alternatives();
         } catch (Inexpressible $reason) {
-            throw new UsageError("The agent's filters can't say \"$text\": {$reason->getMessage()}");
-        } catch (BadArgument $reason) {
-            throw new UsageError($reason->text);
+            throw new BadArgument("The agent's filters can't say \"$text\": {$reason->getMessage()}");
         }
         if ($made->words !== []) {
             throw $made->words[0] === ')' || $made->isQualifier($made->words[0])
-                ? new UsageError("The filter ends before \"{$made->words[0]}\".")
+                ? new BadArgument("The filter ends before \"{$made->words[0]}\".")
                 : self::unknown($made->words[0]);
         }
         if (!$made->failed && $made->terms === []) {
-            throw new UsageError("No frame can be all that \"$text\" says.");
+            throw new BadArgument("No frame can be all that \"$text\" says.");
         }
         return $made;
     }
@@ -118,7 +121,7 @@ final class FilterExpression
         if ($this->take('(')) {
             $inside = $this->alternatives();
             if (!$this->take(')')) {
-                throw new UsageError('A ")" is missing in the filter.');
+                throw new BadArgument('A ")" is missing in the filter.');
             }
             return $inside;
         }
@@ -137,7 +140,7 @@ final class FilterExpression
             // "host A or B": B is what A was.
             $isEnd = $word === null || in_array($word, ['and', 'or', ')', '&&', '||'], true);
             if ($isEnd || $this->before === [] || !preg_match('/^[\da-f]/', $word)) {
-                throw $isEnd ? new UsageError('The filter ends too early.') : self::unknown($word);
+                throw $isEnd ? new BadArgument('The filter ends too early.') : self::unknown($word);
             }
             $qualifiers = $this->before;
             $kind = end($qualifiers);
@@ -146,16 +149,16 @@ final class FilterExpression
         $value = null;
         if ($takesValue || $kind === 'vlan' && ctype_digit($this->words[0] ?? '')) {
             $value = array_shift($this->words)
-                ?? throw new UsageError("The filter ends behind \"$kind\", where a value should be.");
+                ?? throw new BadArgument("The filter ends behind \"$kind\", where a value should be.");
             $this->before = $qualifiers;
         }
         return $this->terms($qualifiers, $value);
     }
 
-    private static function unknown(string $word): UsageError
+    private static function unknown(string $word): BadArgument
     {
-        return new UsageError("\"$word\" is no word of a filter. There are: host, net, port, src, dst, ether host, ip, "
-            . 'ip6, arp, tcp, udp, sctp, icmp, icmp6, vlan, broadcast, multicast, and, or, not.');
+        return new BadArgument("\"$word\" is no word of a filter. There are: host, net, port, src, dst, ether host, "
+            . 'ip, ip6, arp, tcp, udp, sctp, icmp, icmp6, vlan, broadcast, multicast, and, or, not.');
     }
 
     private function isQualifier(string $word): bool
@@ -179,7 +182,7 @@ final class FilterExpression
         $kinds = array_values(array_intersect($words, ['host', 'net', 'port', 'vlan', 'broadcast', 'multicast']));
         $ether = in_array('ether', $words, true);
         if (count($ways) > 1 || count($protocols) > 1 || count($networks) > 1 || count($kinds) > 1) {
-            throw new UsageError('"' . implode(' ', $words) . '" doesn\'t make sense in a filter.');
+            throw new BadArgument('"' . implode(' ', $words) . '" doesn\'t make sense in a filter.');
         }
         $kind = $kinds[0] ?? ($ways !== [] ? 'host' : null);
         $of = $networks === [] ? ['ip', 'ip6', 'arp'] : $networks;
@@ -193,7 +196,7 @@ final class FilterExpression
                 self::addresses($kind, $value, $ways[0] ?? null, $of),
                 $protocols[0] ?? null,
             ),
-            $ether => throw new UsageError('Behind "ether" stands "host", "src" or "dst".'),
+            $ether => throw new BadArgument('Behind "ether" stands "host", "src" or "dst".'),
             $protocols !== [] => self::protocol($protocols[0], $of),
             default => array_map(static fn(string $network) => new Term($network), $of),
         };
@@ -206,7 +209,7 @@ final class FilterExpression
             return $tagged;
         }
         if (strlen($id) > 4 || (int) $id > 4095) {
-            throw new UsageError("\"$id\" is no VLAN: 0 to 4095.");
+            throw new BadArgument("\"$id\" is no VLAN: 0 to 4095.");
         }
         return $tagged->and(Term::octets(null, 'link', 14, [(int) $id >> 8, (int) $id & 255], [0x0f, 0xff]));
     }
@@ -227,19 +230,19 @@ final class FilterExpression
     {
         [$address, $bits] = [...explode('/', $value, 2), null];
         if ($kind === 'host' && $bits !== null) {
-            throw new UsageError("\"$value\" is a network: net $value.");
+            throw new BadArgument("\"$value\" is a network: net $value.");
         }
         $octets = Address::parse($address);
         $bits ??= (string) (8 * count($octets));
         if (!preg_match('/^\d{1,3}$/D', $bits) || (int) $bits > 8 * count($octets)) {
-            throw new UsageError("\"$value\" is no network: ADDRESS/BITS.");
+            throw new BadArgument("\"$value\" is no network: ADDRESS/BITS.");
         }
         $mask = [];
         foreach (array_keys($octets) as $place) {
             $own = max(0, min(8, (int) $bits - 8 * $place));
             $mask[] = 0xff << 8 - $own & 0xff;
             if ($octets[$place] & ~end($mask)) {
-                throw new UsageError("\"$value\" has bits behind its first $bits.");
+                throw new BadArgument("\"$value\" has bits behind its first $bits.");
             }
         }
         $terms = [];
@@ -286,12 +289,12 @@ final class FilterExpression
     private static function port(string $port, ?string $way, ?string $protocol, array $networks): array
     {
         if (!preg_match('/^\d{1,5}$/D', $port) || (int) $port > 65535) {
-            throw new UsageError(str_contains($port, '-')
+            throw new BadArgument(str_contains($port, '-')
                 ? "\"$port\": the agent's filters know no ranges of ports."
                 : "\"$port\" is no port: a number from 0 to 65535.");
         }
         if ($protocol === 'icmp' || $protocol === 'icmp6') {
-            throw new UsageError("$protocol has no ports.");
+            throw new BadArgument("$protocol has no ports.");
         }
         $octets = [(int) $port >> 8, (int) $port & 255];
         $terms = [];

@@ -2,7 +2,7 @@
 
 declare(strict_types=1);
 
-namespace Rmon\Command\Capture;
+namespace Rmon\Capture;
 
 use RuntimeException;
 

@@ -2,7 +2,7 @@
 
 declare(strict_types=1);
 
-namespace Rmon\Command\Capture;
+namespace Rmon\Capture;
 
 /**
  * Frames that have all of some bits, and of which, at choice, one set of bits differs: what a row of the filter table

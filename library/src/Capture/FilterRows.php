@@ -2,9 +2,9 @@
 
 declare(strict_types=1);
 
-namespace Rmon\Command\Capture;
+namespace Rmon\Capture;
 
-use Rmon\Command\UsageError;
+use Rmon\Exception\BadArgument;
 use Rmon\Probe;
 
 /** Makes rows of the filter table of terms. */
@@ -32,7 +32,7 @@ final class FilterRows
 
     /**
      * @return list<array<string, mixed>> columns of filterTable
-     * @throws UsageError when it takes too many
+     * @throws BadArgument when it takes too many
      */
     public function of(FilterExpression $filter): array
     {
@@ -41,10 +41,10 @@ final class FilterRows
             array_push($rows, ...$this->rows($term));
         }
         if ($rows === [] && $filter->terms !== []) {
-            throw new UsageError('No frame can be all that the filter says.');
+            throw new BadArgument('No frame can be all that the filter says.');
         }
         if (count($rows) > self::MOST) {
-            throw new UsageError(sprintf(
+            throw new BadArgument(sprintf(
                 'This filter takes %d rows of the filter table, and at most %d are made. '
                     . 'To name the protocol helps: %s.',
                 count($rows),
