@@ -4,8 +4,11 @@ declare(strict_types=1);
 
 namespace Rmon;
 
+use Generator;
 use Rmon\Exception\BadArgument;
 use Rmon\Exception\RmonException;
+use Rmon\Voice\Call;
+use Rmon\Voice\Phone;
 
 /**
  * A voice monitor: what can be switched, set and cleared. Its phones, calls, sums and settings are tables, as
@@ -13,6 +16,9 @@ use Rmon\Exception\RmonException;
  */
 final class VoiceMonitor
 {
+    /** The monitors that an agent has. */
+    public const ALL = ['sccp', 'h323', 'mgcp'];
+
     /** The functions by what they do; where a monitor lacks one, it has no such alarm or table. */
     private const FUNCTIONS = [
         'sccp' => [
@@ -68,7 +74,7 @@ final class VoiceMonitor
     public function __construct(public readonly Probe $probe, public readonly string $monitor)
     {
         if (!isset(self::FUNCTIONS[$monitor])) {
-            throw Exception\UnknownName::among('voice monitor', $monitor, array_keys(self::FUNCTIONS));
+            throw Exception\UnknownName::among('voice monitor', $monitor, self::ALL);
         }
     }
 
@@ -90,6 +96,30 @@ final class VoiceMonitor
     public function aggregate(): array
     {
         return $this->probe->table("{$this->monitor}Aggregate")->get();
+    }
+
+    /**
+     * Its calls, as they were seen, the first one first.
+     *
+     * @return Generator<int, Call>
+     */
+    public function calls(): Generator
+    {
+        foreach ($this->probe->table("{$this->monitor}CallTable") as $row) {
+            yield Call::of($this->monitor, $row);
+        }
+    }
+
+    /**
+     * Its phones, as they were seen, the first one first.
+     *
+     * @return Generator<int, Phone>
+     */
+    public function phones(): Generator
+    {
+        foreach ($this->probe->table("{$this->monitor}PhoneTable") as $row) {
+            yield Phone::of($this->monitor, $row);
+        }
     }
 
     /** Switches the collection of calls on or off. */

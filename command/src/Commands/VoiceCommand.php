@@ -21,55 +21,22 @@ use Symfony\Component\Console\Input\InputOption;
 /** rmon voice */
 final class VoiceCommand extends ProbeCommand
 {
-    private const MONITORS = ['sccp', 'h323', 'mgcp'];
-
-    /** Where each monitor's rows have what is shown of a call; of both directions, the worse one counts. */
-    private const CALLS = [
-        'sccp' => [
-            'from' => 'phone_num', 'fromAddress' => 'phone_ipAddr',
-            'to' => 'callee_phone_num', 'toAddress' => 'callee_phone_ipAddr',
-            'jitter' => ['jitter', 'callee_jitter'],
-            'lost' => ['pkt_lost', 'callee_pkt_lost'],
-            'latency' => ['latency', 'callee_latency'],
-        ],
-        'h323' => [
-            'from' => 'forward_num', 'fromAddress' => 'forward_q931_ipAddr',
-            'to' => 'reverse_num', 'toAddress' => 'reverse_q931_ipAddr',
-            'jitter' => ['forward_sr_jitter', 'reverse_sr_jitter'],
-            'lost' => ['forward_sr_pkt_lost', 'reverse_sr_pkt_lost'],
-            'latency' => [],
-        ],
-        'mgcp' => [
-            'from' => 'caller_phone_num', 'fromAddress' => 'caller_ip_addr',
-            'to' => 'callee_phone_num', 'toAddress' => 'callee_ip_addr',
-            'jitter' => ['jitter'],
-            'lost' => ['pkt_loss'],
-            'latency' => [],
-        ],
-    ];
-
-    /** The same of a phone. */
-    private const PHONES = [
-        'sccp' => ['number' => 'phone_num', 'address' => 'phone_ipAddr', 'owner' => 'phone_owner'],
-        'h323' => ['number' => 'forward_num', 'address' => 'forward_q931_ipAddr', 'owner' => 'forward_alias'],
-        'mgcp' => ['number' => 'phone_num', 'address' => 'phone_ipAddr', 'owner' => 'phone_owner'],
-    ];
-
     public function complete(CompletionInput $input, CompletionSuggestions $suggestions): void
     {
         if ($input->mustSuggestArgumentValuesFor('what')) {
             $suggestions->suggestValues(['calls', 'phones']);
         } elseif ($input->mustSuggestOptionValuesFor('monitor')) {
-            $suggestions->suggestValues(self::MONITORS);
+            $suggestions->suggestValues(VoiceMonitor::ALL);
         }
     }
 
     protected function configure(): void
     {
+        $monitors = implode(', ', VoiceMonitor::ALL);
         $this->setName('voice')
             ->setDescription('Calls and phones of the voice monitors, the worst ones first')
             ->addArgument('what', InputArgument::OPTIONAL, 'calls, phones', 'calls')
-            ->addOption('monitor', 'm', InputOption::VALUE_REQUIRED, 'Only this one: ' . implode(', ', self::MONITORS));
+            ->addOption('monitor', 'm', InputOption::VALUE_REQUIRED, "Only this one: $monitors");
         OutputOptions::define($this);
     }
 
@@ -78,9 +45,9 @@ final class VoiceCommand extends ProbeCommand
         $options = OutputOptions::from($input);
         $what = $input->getArgument('what');
         $monitor = $input->getOption('monitor');
-        $monitors = $monitor === null ? self::MONITORS : [$monitor];
-        if (array_diff($monitors, self::MONITORS) !== []) {
-            throw UnknownName::among('voice monitor', $monitor, self::MONITORS);
+        $monitors = $monitor === null ? VoiceMonitor::ALL : [$monitor];
+        if (array_diff($monitors, VoiceMonitor::ALL) !== []) {
+            throw UnknownName::among('voice monitor', $monitor, VoiceMonitor::ALL);
         }
         $probe = $this->probe($input);
         [$rows, $fields] = match ($what) {
@@ -104,20 +71,19 @@ final class VoiceCommand extends ProbeCommand
     private static function calls(Probe $probe, array $monitors): Generator
     {
         foreach ($monitors as $monitor) {
-            $names = self::CALLS[$monitor];
-            foreach ($probe->table("{$monitor}CallTable") as $row) {
+            foreach ($probe->voice($monitor)->calls() as $call) {
                 yield [
                     'monitor' => $monitor,
-                    'call' => $row['index'],
-                    'from' => $row[$names['from']],
-                    'fromAddress' => $row[$names['fromAddress']],
-                    'to' => $row[$names['to']],
-                    'toAddress' => $row[$names['toAddress']],
-                    'lost' => self::worse($row, $names['lost']),
-                    'jitter' => self::worse($row, $names['jitter']),
-                    'latency' => self::worse($row, $names['latency']),
-                    'start' => $row['start_time'],
-                    'duration' => $row['end_time'] > $row['start_time'] ? $row['end_time'] - $row['start_time'] : null,
+                    'call' => $call->index,
+                    'from' => $call->caller->number,
+                    'fromAddress' => $call->caller->address,
+                    'to' => $call->callee->number,
+                    'toAddress' => $call->callee->address,
+                    'lost' => $call->lost(),
+                    'jitter' => $call->jitter(),
+                    'latency' => $call->latency(),
+                    'start' => $call->start,
+                    'duration' => $call->isRunning() ? null : $call->duration($call->end),
                 ];
             }
         }
@@ -127,25 +93,18 @@ final class VoiceCommand extends ProbeCommand
     private static function phones(Probe $probe, array $monitors): Generator
     {
         foreach ($monitors as $monitor) {
-            $names = self::PHONES[$monitor];
-            foreach ($probe->table("{$monitor}PhoneTable") as $row) {
+            foreach ($probe->voice($monitor)->phones() as $phone) {
                 yield [
                     'monitor' => $monitor,
-                    'number' => $row[$names['number']],
-                    'address' => $row[$names['address']],
-                    'owner' => $row[$names['owner']],
-                    'calls' => $row['num_call_mon'],
-                    'lost' => $row['worst_pkt_lost'],
-                    'jitter' => $row['worst_jitter'],
+                    'number' => $phone->party->number,
+                    'address' => $phone->party->address,
+                    'owner' => $phone->party->name,
+                    'calls' => $phone->calls,
+                    'lost' => $phone->worstLost,
+                    'jitter' => $phone->worstJitter,
                 ];
             }
         }
-    }
-
-    /** @param list<string> $names */
-    private static function worse(array $row, array $names): ?int
-    {
-        return $names === [] ? null : max(array_map(static fn(string $name) => (int) $row[$name], $names));
     }
 
     /** @return list<Field> */
