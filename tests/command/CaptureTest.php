@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests\Command;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use Rmon\Capture\FilterExpression;
 use Rmon\Capture\FilterRows;
 use Rmon\ControlRows;
@@ -68,7 +69,7 @@ final class CaptureTest extends CommandTestCase
     }
 
     /** @return iterable<string, array{list<string>}> */
-    public function expressions(): iterable
+    public static function expressions(): iterable
     {
         yield 'layers' => [[
             'ip', 'ip6', 'arp', 'tcp', 'udp', 'icmp', 'icmp6', 'sctp', 'ip6 and tcp', 'not ip', 'not (tcp or udp)',
@@ -94,6 +95,7 @@ final class CaptureTest extends CommandTestCase
      * @dataProvider expressions
      * @param list<string> $expressions
      */
+    #[DataProvider('expressions')]
     public function testFiltersMeanWhatTcpdumpTakesThemFor(array $expressions): void
     {
         $file = \capture_file(self::everything());

@@ -9,7 +9,7 @@ use BundledAgent;
 /** What measures: top and watch. */
 final class LiveTest extends CommandTestCase
 {
-    private function name(BundledAgent $agent): string
+    private function interfaceName(BundledAgent $agent): string
     {
         return $this->probe($agent)->interfaces()->name(1);
     }
@@ -19,7 +19,8 @@ final class LiveTest extends CommandTestCase
     {
         $frames = array_map(static fn(array $frame) => [$frame[0] > 1.0 ? 0.05 : 0.0, $frame[1]], self::frames());
         $agent = $this->bundled('--read', \capture_file($frames), '--loop', '--speed', 'recorded');
-        $run = $this->rmon($agent, ...[...$arguments, '--on', $this->name($agent), '--interval', '1', '--json']);
+        $on = $this->interfaceName($agent);
+        $run = $this->rmon($agent, ...[...$arguments, '--on', $on, '--interval', '1', '--json']);
         self::assertSame([0, ''], [$run->code(), $run->error]);
         self::assertSame([], $this->rowsOf($agent, $control), 'nothing stays behind');
         return $run->rows();

@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests\Command;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use Rmon\Command\Application;
 use Rmon\Command\ExitCode;
 use Rmon\Command\ManPage;
@@ -44,7 +45,7 @@ final class ShellsTest extends CommandTestCase
     }
 
     /** @return iterable<string, array{string, list<string>}> a shell, and how it reads a script without running it */
-    public function shells(): iterable
+    public static function shells(): iterable
     {
         yield 'bash' => ['bash', ['bash', '-n']];
         yield 'zsh' => ['zsh', ['zsh', '-n']];
@@ -55,6 +56,7 @@ final class ShellsTest extends CommandTestCase
      * @dataProvider shells
      * @param list<string> $reader
      */
+    #[DataProvider('shells')]
     public function testAScriptForAShell(string $shell, array $reader): void
     {
         $run = $this->rmon(null, 'completion', $shell);

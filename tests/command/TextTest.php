@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests\Command;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use PHPUnit\Framework\TestCase;
 use Rmon\Command\Output\JsonWriter;
 use Rmon\Command\Output\Text;
@@ -12,7 +13,7 @@ use Rmon\Command\Output\Text;
 final class TextTest extends TestCase
 {
     /** @return iterable<string, array{string, string}> */
-    public function texts(): iterable
+    public static function texts(): iterable
     {
         yield 'plain' => ['eth0', 'eth0'];
         yield 'nothing' => ['', ''];
@@ -35,6 +36,7 @@ final class TextTest extends TestCase
     }
 
     /** @dataProvider texts */
+    #[DataProvider('texts')]
     public function testVisible(string $text, string $visible): void
     {
         self::assertSame($visible, Text::visible($text));
@@ -63,7 +65,7 @@ final class TextTest extends TestCase
     }
 
     /** @return iterable<string, array{string, string}> */
-    public function cells(): iterable
+    public static function cells(): iterable
     {
         yield 'plain' => ['eth0', 'eth0'];
         yield 'a comma' => ['a,b', '"a,b"'];
@@ -78,6 +80,7 @@ final class TextTest extends TestCase
     }
 
     /** @dataProvider cells */
+    #[DataProvider('cells')]
     public function testCells(string $text, string $cell): void
     {
         self::assertSame($cell, Text::csv($text));

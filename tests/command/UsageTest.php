@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Tests\Command;
 
+use PHPUnit\Framework\Attributes\DataProvider;
 use Rmon\Command\Application;
 use Rmon\Schema\Catalog;
 
@@ -31,7 +32,7 @@ final class UsageTest extends CommandTestCase
     }
 
     /** @return iterable<string, array{list<string>, string}> */
-    public function mistakes(): iterable
+    public static function mistakes(): iterable
     {
         yield 'a table' => [['ethrStats'], 'There is no command or table "ethrStats". Is it etherStats?'];
         yield 'a command' => [['describ', 'ifTable'], 'There is no command or table "describ". Is it describe?'];
@@ -59,6 +60,7 @@ final class UsageTest extends CommandTestCase
      * @dataProvider mistakes
      * @param list<string> $arguments
      */
+    #[DataProvider('mistakes')]
     public function testAMistakeIsToldInALine(array $arguments, string $text): void
     {
         $run = $this->rmon(null, ...$arguments);

@@ -163,7 +163,8 @@ foreach (array_chunk($urls, 8) as $chunk) {
 foreach ($pages as $page) {
     expect_same(1, preg_match('/^\d+ 0$/', $page), "a page: $page");
 }
-$workers = count(array_unique(array_map(intval(...), $pages)));
+// The one that forked the workers answers some pages itself, over the connection of its preloaded script.
+$workers = count(array_diff(array_unique(array_map(intval(...), $pages)), [$server->pid()]));
 expect_same(1 + $workers, $agent->connections(), "connections of $workers workers and of the one that forked them");
 expect_same(true, $workers > 1, 'there were several');
 unset($server);

@@ -78,4 +78,22 @@ final class CodeTest extends TestCase
             $calls,
         );
     }
+
+    /** PHPUnit took providers from comments up to 11, takes them from attributes since 10, and static ones alone since 11. */
+    public function testProvidersOfTestsAreKnownToEachPhpUnit(): void
+    {
+        $methods = 0;
+        foreach (glob(__DIR__ . '/../{library,command}/*Test.php', GLOB_BRACE) as $file) {
+            $code = file_get_contents($file);
+            $attribute = '#\[DataProvider\(\'(\w+)\'\)\]';
+            preg_match_all("~@dataProvider (\w+)(?:(?!\*/).)*\*/\s+(?:$attribute)?~s", $code, $named);
+            self::assertSame($named[1], $named[2], $file);
+            self::assertSame(preg_match_all("~^ +$attribute~m", $code), count($named[1]), $file);
+            foreach ($named[1] as $name) {
+                self::assertStringContainsString("public static function $name(", $code, $file);
+                $methods++;
+            }
+        }
+        self::assertGreaterThan(10, $methods);
+    }
 }
