@@ -56,6 +56,17 @@ final class Format
         return $days === 0 ? $time : "$days d $time";
     }
 
+    /** "12 s ago", "3 min ago": how long something is over, in its largest unit. */
+    public static function ago(int|float $seconds): string
+    {
+        foreach (['d' => 86400, 'h' => 3600, 'min' => 60] as $unit => $length) {
+            if ($seconds >= $length) {
+                return intdiv((int) $seconds, $length) . " $unit ago";
+            }
+        }
+        return max(0, (int) $seconds) . ' s ago';
+    }
+
     /** "12.3 %" of hundredths of a percent. */
     public static function utilization(int|float $hundredths): string
     {
