@@ -60,7 +60,7 @@ final class Listing
         foreach ($schema->columns as $name => $column) {
             // An interface's own row has its name beside its number.
             $own = $column->type === Type::NetInterface && count($schema->keys) === 1 && isset($schema->keys[$name]);
-            $fields[] = Field::column($column, Names::heading($schema, $name), $values, $exact || $own);
+            $fields[] = Field::column($column, $schema->heading($name), $values, $exact || $own);
         }
         return $fields;
     }

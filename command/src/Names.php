@@ -5,11 +5,10 @@ declare(strict_types=1);
 namespace Rmon\Command;
 
 use Rmon\Exception\UnknownName;
-use Rmon\Schema\Column;
 use Rmon\Schema\TableSchema;
 use Rmon\Schema\Type;
 
-/** Names of columns as people write them, and as headings. */
+/** Names of columns as people write them. */
 final class Names
 {
     /**
@@ -27,13 +26,13 @@ final class Names
             $short[strtolower($column)] = $column;
         }
         foreach ($known as $column) {
-            $short[strtolower(self::heading($schema, $column))] ??= $column;
+            $short[strtolower($schema->heading($column))] ??= $column;
         }
         if (isset($short[$wanted])) {
             return $short[$wanted];
         }
         $kind = ['protocol' => Type::Protocol, 'interface' => Type::NetInterface][$wanted] ?? null;
-        $only = $kind === null ? null : self::only($schema, $kind);
+        $only = $kind === null ? null : $schema->only($kind);
         if ($only !== null && in_array($only, $known, true)) {
             return $only;
         }
@@ -49,46 +48,13 @@ final class Names
         throw UnknownName::among("column of $schema->name", $name, self::both($schema, $known));
     }
 
-    /** A column's name without the part that says which table it belongs to; a protocol's number shows as its name. */
-    public static function heading(TableSchema $schema, string $column): string
-    {
-        $type = ($schema->columns[$column] ?? null)?->type;
-        if ($type === Type::Protocol && self::only($schema, $type) === $column) {
-            return 'Protocol';
-        }
-        foreach (self::prefixes($schema) as $prefix) {
-            if (
-                str_starts_with($column, $prefix) && strlen($column) > strlen($prefix)
-                && ctype_upper($column[strlen($prefix)])
-            ) {
-                return substr($column, strlen($prefix));
-            }
-        }
-        return $column;
-    }
-
-    /** The column of this type, where there is only one. */
-    private static function only(TableSchema $schema, Type $type): ?string
-    {
-        $names = array_keys(array_filter($schema->columns, static fn(Column $column) => $column->type === $type));
-        return count($names) === 1 ? $names[0] : null;
-    }
-
-    /** @return list<string> what columns of a table may begin with, the longest first */
-    private static function prefixes(TableSchema $schema): array
-    {
-        $name = preg_replace('/(Table|Config|Aggregate)$/D', '', $schema->name);
-        $control = preg_replace('/(Control|Ctl|Stats)$/D', '', $name);
-        return [$name, $control];
-    }
-
     /**
      * @param list<string> $known
      * @return list<string>
      */
     private static function both(TableSchema $schema, array $known): array
     {
-        $short = array_map(static fn(string $column) => self::heading($schema, $column), $known);
+        $short = array_map(static fn(string $column) => $schema->heading($column), $known);
         return array_values(array_unique([...$known, ...$short]));
     }
 }

@@ -258,6 +258,22 @@ final class ControlRows
         return array_merge(...array_map(array_values(...), array_values($this->made)));
     }
 
+    /** Takes in the rows of this name that are there already, of a user who comes again. */
+    public function adopt(): void
+    {
+        foreach (Catalog::all() as $schema) {
+            if ($schema->owner === null || $schema->status === null || count($schema->keys) !== 1) {
+                continue;
+            }
+            $key = $this->key($schema);
+            foreach ($this->probe->table($schema->name) as $row) {
+                if ($this->isMine($row[$schema->owner])) {
+                    $this->made[$schema->name][$row[$key]] ??= new ControlRow($schema->name, $row[$key], true);
+                }
+            }
+        }
+    }
+
     /** Makes the lease of all rows begin anew. */
     public function renew(): void
     {

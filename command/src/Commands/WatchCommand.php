@@ -8,7 +8,6 @@ use Generator;
 use Rmon\Command\Conditions;
 use Rmon\Command\Listing;
 use Rmon\Command\Live;
-use Rmon\Command\Names;
 use Rmon\Command\Output\Field;
 use Rmon\Command\OutputOptions;
 use Rmon\Command\ProbeCommand;
@@ -130,7 +129,7 @@ final class WatchCommand extends ProbeCommand
                     $column->unit === 'octets' => Format::bitsPerSecond(...),
                     default => static fn(float $rate) => Format::scaled($rate, '/s'),
                 };
-                $rates[] = Field::number($field->name, $text, Names::heading($schema, $field->name));
+                $rates[] = Field::number($field->name, $text, $schema->heading($field->name));
             } elseif (
                 isset($schema->keys[$field->name]) || Listing::interfaceColumn($schema) === $field->name
                 || str_ends_with($field->name, 'Descr')

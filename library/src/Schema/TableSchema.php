@@ -114,9 +114,42 @@ final class TableSchema
         return null;
     }
 
+    /** A column's name without the part that says which table it belongs to; a protocol's number shows as its name. */
+    public function heading(string $column): string
+    {
+        $type = ($this->columns[$column] ?? null)?->type;
+        if ($type === Type::Protocol && $this->only($type) === $column) {
+            return 'Protocol';
+        }
+        foreach ($this->prefixes() as $prefix) {
+            if (
+                str_starts_with($column, $prefix) && strlen($column) > strlen($prefix)
+                && ctype_upper($column[strlen($prefix)])
+            ) {
+                return substr($column, strlen($prefix));
+            }
+        }
+        return $column;
+    }
+
+    /** The column of a type, where there is only one. */
+    public function only(Type $type): ?string
+    {
+        $names = array_keys(array_filter($this->columns, static fn(Column $column) => $column->type === $type));
+        return count($names) === 1 ? $names[0] : null;
+    }
+
     /** @return list<string> the functions of the module that it stands on */
     public function functions(): array
     {
         return [...$this->reader->functions(), ...array_column($this->writer?->setters() ?? [], 'function')];
+    }
+
+    /** @return list<string> what columns may begin with, the longest first */
+    private function prefixes(): array
+    {
+        $name = preg_replace('/(Table|Config|Aggregate)$/D', '', $this->name);
+        $control = preg_replace('/(Control|Ctl|Stats)$/D', '', $name);
+        return [$name, $control];
     }
 }

@@ -1,0 +1,11 @@
+<?php
+
+declare(strict_types=1);
+
+/*
+ * Every address of the console leads here: by the web server's rules, and as the router script of PHP's own server.
+ */
+
+require __DIR__ . '/../autoload.php';
+
+Rmon\Console\Console::serve(dirname(__DIR__));

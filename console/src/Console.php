@@ -1,0 +1,116 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Console;
+
+use Rmon\Exception\ConnectionFailed;
+use Rmon\Exception\RmonException;
+use Rmon\Exception\UnknownName;
+use Rmon\Probe;
+use Throwable;
+
+/** The console: from a request to what a browser gets. */
+final class Console
+{
+    public readonly State $state;
+    private ?Templates $templates = null;
+
+    public function __construct(public readonly Configuration $configuration)
+    {
+        $this->state = new State($configuration->state);
+    }
+
+    /**
+     * Answers the request that PHP runs for.
+     *
+     * @param string $root the folder of the console
+     */
+    public static function serve(string $root): void
+    {
+        ini_set('display_errors', '0');
+        ini_set('html_errors', '0');
+        $request = Request::now();
+        $asset = Assets::find($root, $request->path);
+        if ($asset !== null) {
+            $asset->send();
+            return;
+        }
+        try {
+            $file = getenv('RMON_CONSOLE') ?: $request->server('RMON_CONSOLE');
+            if ($file === '') {
+                throw new ConfigurationError('RMON_CONSOLE, the name of the configuration file, is not set.');
+            }
+            $console = new self(Configuration::read($file));
+        } catch (ConfigurationError $error) {
+            error_log("rmon console: {$error->getMessage()}");
+            Response::text("The console is not set up: its log says why.\n", 500)->send();
+            return;
+        }
+        $console->answer($request)->send();
+        if (function_exists('fastcgi_finish_request')) {
+            fastcgi_finish_request();
+        }
+        $console->leases()->sweep();
+    }
+
+    public function answer(Request $request): Response
+    {
+        $session = new Session($this->state->directory('sessions'), $request, $this->configuration->secure);
+        $visit = new Visit($this, $request, $session);
+        try {
+            Guard::admit($this->configuration, $visit);
+            [$class, $parameters] = Pages::find($request->path);
+            $visit = $visit->on($class, $parameters);
+            Guard::permit($this->configuration, $visit, $class);
+            $page = new $class($visit);
+            return $request->isPost() ? $page->post() : $page->get();
+        } catch (Throwable $failure) {
+            return $this->failed($visit, $failure);
+        }
+    }
+
+    public function templates(): Templates
+    {
+        return $this->templates ??= new Templates($this->state->directory('templates'));
+    }
+
+    /** A link to a probe, which stays open for later requests of this process. */
+    public function connect(ConfiguredProbe $probe): Probe
+    {
+        return Probe::connect($probe->host, $probe->port, true, $this->configuration->patience);
+    }
+
+    public function leases(): Leases
+    {
+        return new Leases($this->configuration, $this->state);
+    }
+
+    /** What somebody sees in the place of a page. */
+    private function failed(Visit $visit, Throwable $failure): Response
+    {
+        if ($failure instanceof Refusal && $failure->status === 401) {
+            return Response::seeOther('/sign-in?to=' . rawurlencode($visit->address()));
+        }
+        $status = match (true) {
+            $failure instanceof Refusal => $failure->status,
+            $failure instanceof UnknownName => 404,
+            $failure instanceof ConnectionFailed => 503,
+            $failure instanceof RmonException => 502,
+            default => 500,
+        };
+        $problem = Problem::of($failure);
+        if ($status === 500) {
+            error_log("rmon console: $failure");
+        }
+        if (isset($visit->request->query['format'])) {
+            return Response::text("$problem->title $problem->text\n", $status);
+        }
+        try {
+            return Layout::page($visit, $problem->title, 'problem.twig', ['problem' => $problem], $status);
+        } catch (Throwable $again) {
+            error_log("rmon console: $again");
+            return Response::text("$problem->title\n", $status);
+        }
+    }
+}

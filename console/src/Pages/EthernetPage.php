@@ -1,0 +1,40 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Console\Pages;
+
+use Rmon\Console\Block\Chart;
+use Rmon\Console\Block\DataTable;
+use Rmon\Console\Page;
+use Rmon\ControlRows;
+
+/** An interface's frames by kind and size, and its errors. */
+final class EthernetPage extends Page
+{
+    public const PATH = '/probe/{probe}/{interface}/ethernet';
+    public const TITLE = 'Ethernet statistics';
+    public const GROUP = 'Interface';
+
+    private const SIZES = [
+        '64' => 'etherStatsPkts64Octets',
+        '65 to 127' => 'etherStatsPkts65to127Octets',
+        '128 to 255' => 'etherStatsPkts128to255Octets',
+        '256 to 511' => 'etherStatsPkts256to511Octets',
+        '512 to 1023' => 'etherStatsPkts512to1023Octets',
+        '1024 to 1518' => 'etherStatsPkts1024to1518Octets',
+    ];
+
+    public function blocks(): iterable
+    {
+        $interface = $this->visit->interface();
+        $row = $this->visit->needs(static fn(ControlRows $rows) => $rows->etherStats($interface->index));
+        $table = $this->visit->probe()->table('etherStatsTable', etherStatsIndex: $row->index);
+        yield 'sizes' => new Chart('Frames by size in octets', 'bar', 'packets', static function () use ($table) {
+            $stats = $table->get();
+            $counts = array_map(static fn(string $column) => $stats[$column] ?? null, array_values(self::SIZES));
+            return ['x' => array_map(strval(...), array_keys(self::SIZES)), 'series' => ['Frames' => $counts]];
+        });
+        yield 'statistics' => DataTable::of($this->visit, static fn() => $table)->titled('Counters');
+    }
+}

@@ -1,0 +1,42 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Console\Pages;
+
+use Rmon\Console\Block\Facts;
+use Rmon\Console\Page;
+
+/** One interface. */
+final class InterfacePage extends Page
+{
+    public const PATH = '/probe/{probe}/{interface}';
+    public const TITLE = 'Interface';
+    public const GROUP = 'Interface';
+
+    public function title(): string
+    {
+        return $this->visit->interface()->name;
+    }
+
+    public function blocks(): iterable
+    {
+        $interface = $this->visit->interface();
+        yield 'traffic' => HistoryPage::chart($this->visit, 10, 60);
+        yield 'facts' => new Facts(function () use ($interface): array {
+            $table = $this->visit->probe()->table('ifTable');
+            $cells = $table->readable($interface->row());
+            return [
+                'State' => $cells['ifOperStatus'],
+                'Speed' => $cells['ifSpeed'],
+                'Kind' => $cells['ifType'],
+                'MTU' => $cells['ifMtu'],
+                'Address' => $cells['ifPhysAddress'],
+                'Octets in' => $cells['ifInOctets'],
+                'Octets out' => $cells['ifOutOctets'],
+                'Errors in' => $cells['ifInErrors'],
+                'Errors out' => $cells['ifOutErrors'],
+            ];
+        });
+    }
+}

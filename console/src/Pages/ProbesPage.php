@@ -1,0 +1,80 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Console\Pages;
+
+use Rmon\Console\Block\DataTable;
+use Rmon\Console\ConfiguredProbe;
+use Rmon\Console\Page;
+use Rmon\Console\Problem;
+use Rmon\Console\Reachable;
+use Rmon\Console\Table\Field;
+use Rmon\Exception\RmonException;
+use Rmon\Format;
+
+/** All probes: whether each is up, since when, and what its busiest interface carries. */
+final class ProbesPage extends Page
+{
+    public const PATH = '/';
+    public const TITLE = 'Probes';
+
+    public function blocks(): iterable
+    {
+        $link = fn(array $row) => $this->visit->to(OverviewPage::class, ['probe' => $row['probe']->name]);
+        $fields = [
+            Field::text('probe', 'Probe', static fn(array $row): string => $row['probe']->name)->linked($link),
+            Field::text('title', 'What', static fn(array $row): string => $row['probe']->title),
+            Field::text('address', 'Address', static fn(array $row): string => $row['probe']->address()),
+            Field::text('state', 'State', static fn(array $row): string => $row['state']),
+            Field::number('uptime', 'Up for', static fn(array $row) => $row['uptime'], Format::ticks(...)),
+            Field::text('name', 'Name', static fn(array $row): string => $row['name']),
+            Field::text('busiest', 'Busiest interface', static fn(array $row): string => $row['busiest']),
+            Field::number('octets', 'Octets', static fn(array $row) => $row['octets'], Format::octets(...)),
+        ];
+        yield 'probes' => DataTable::ofRows($fields, $this->rows(...));
+    }
+
+    /** @return list<array<string, mixed>> */
+    private function rows(): array
+    {
+        $probes = $this->visit->console->configuration->probes;
+        $refused = Reachable::refused($probes, $this->visit->console->configuration->patience);
+        $rows = [];
+        foreach ($probes as $name => $probe) {
+            $rows[] = ['probe' => $probe] + (isset($refused[$name]) ? self::down($refused[$name]) : $this->row($probe));
+        }
+        return $rows;
+    }
+
+    /** @return array<string, mixed> */
+    private function row(ConfiguredProbe $configured): array
+    {
+        try {
+            $probe = $this->visit->console->connect($configured);
+            $system = $probe->system();
+            $busiest = null;
+            foreach ($probe->table('ifTable') as $row) {
+                $octets = $row['ifInOctets'] + $row['ifOutOctets'];
+                if ($busiest === null || $octets > $busiest[1]) {
+                    $busiest = [$row['ifDescr'], $octets];
+                }
+            }
+            return [
+                'state' => 'up',
+                'uptime' => $system['sysUpTime'],
+                'name' => $system['sysName'],
+                'busiest' => $busiest[0] ?? '',
+                'octets' => $busiest[1] ?? null,
+            ];
+        } catch (RmonException $failure) {
+            return self::down(Problem::of($failure)->title);
+        }
+    }
+
+    /** @return array<string, mixed> */
+    private static function down(string $why): array
+    {
+        return ['state' => "down: $why", 'uptime' => null, 'name' => '', 'busiest' => '', 'octets' => null];
+    }
+}

@@ -1,0 +1,174 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Console\Table;
+
+use Closure;
+use Rmon\Console\Text;
+use Rmon\Console\Visit;
+use Rmon\Schema\Column;
+use Rmon\Schema\TableSchema;
+use Rmon\Schema\Type;
+
+/** A column of a table as a page shows it. */
+final class Field
+{
+    /**
+     * @param string $name              in addresses, CSV and JSON
+     * @param bool $number              whether it stands to the right
+     * @param Closure(array): string $text       what people read
+     * @param Closure(array): mixed $exact       what programs read, and the pointer shows
+     * @param Closure(array): mixed $order       what rows are sorted by
+     * @param bool $first               whether sorting begins with the largest
+     * @param Closure(array): (float|null)|null $time  of times: seconds of the day's clock
+     * @param Closure(array): (float|null)|null $part  of parts of a whole: 0 to 1, shown as a bar
+     * @param Closure(array): (string|null)|null $link  where it leads to
+     */
+    private function __construct(
+        public readonly string $name,
+        public readonly string $heading,
+        public readonly string $hint,
+        public readonly bool $number,
+        public readonly Closure $text,
+        public readonly Closure $exact,
+        public readonly Closure $order,
+        public readonly bool $first = false,
+        public readonly ?Closure $time = null,
+        public readonly ?Closure $part = null,
+        public readonly ?Closure $link = null,
+    ) {
+    }
+
+    /** A column of one of the library's tables. */
+    public static function column(Visit $visit, TableSchema $schema, Column $column): self
+    {
+        $values = $visit->probe()->values();
+        $name = $column->name;
+        $cell = static fn(array $row): mixed => $row[$name] ?? null;
+        // An interface's own row has its name beside its number.
+        $own = $column->type === Type::NetInterface && count($schema->keys) === 1 && isset($schema->keys[$name]);
+        $exact = static fn(array $row): mixed => $values->exact($column, $cell($row));
+        $text = $own
+            ? static fn(array $row): string => (string) $cell($row)
+            : static fn(array $row): string => $values->text($column, $cell($row));
+        $byText = in_array($column->type, [Type::Protocol, Type::NetInterface, Type::Named], true) && !$own;
+        $isTime = $column->type === Type::Ticks && $name !== 'sysUpTime';
+        return new self(
+            $name,
+            self::words($schema->heading($name)),
+            trim("$name: {$column->type->value}" . ($column->unit === '' ? '' : ", $column->unit")),
+            $column->type->isNumber() || $own,
+            $text,
+            $exact,
+            $byText ? $text : $cell,
+            $column->type->isCounter() || $column->type === Type::Gauge || $isTime,
+            $isTime ? static fn(array $row): ?float => self::moment($visit, $cell($row)) : null,
+        );
+    }
+
+    /** @param Closure(array): string $text */
+    public static function text(string $name, string $heading, Closure $text): self
+    {
+        return new self($name, $heading, '', false, $text, $text, $text);
+    }
+
+    /**
+     * @param Closure(array): (int|float|null) $value
+     * @param Closure(int|float): string $format
+     */
+    public static function number(
+        string $name,
+        string $heading,
+        Closure $value,
+        Closure $format,
+        string $unit = '',
+    ): self {
+        $text = static function (array $row) use ($value, $format): string {
+            $number = $value($row);
+            return $number === null ? '' : $format($number);
+        };
+        return new self($name, $heading, $unit, true, $text, $value, $value, true);
+    }
+
+    /** The same, with a link where it leads to something. */
+    public function linked(Closure $link): self
+    {
+        return $this->with(link: $link);
+    }
+
+    /** The same, with a bar as long as its part of the whole. */
+    public function bar(Closure $part): self
+    {
+        return $this->with(part: $part);
+    }
+
+    /** The same, under another heading. */
+    public function titled(string $heading): self
+    {
+        return $this->with(heading: $heading);
+    }
+
+    /**
+     * What the template shows.
+     *
+     * @param array<string, mixed> $row
+     * @return array{text: string, title: string, href: string|null, number: bool, time: array|null, part: float|null}
+     */
+    public function cell(array $row): array
+    {
+        $text = ($this->text)($row);
+        $exact = ($this->exact)($row);
+        $title = is_scalar($exact) && (string) $exact !== $text && $this->number ? (string) $exact : '';
+        return [
+            'text' => Text::shown($text),
+            'title' => $title === '' || $this->hint === '' ? Text::shown($title) : "$title",
+            'href' => $this->link === null ? null : ($this->link)($row),
+            'number' => $this->number,
+            'time' => $this->time === null ? null : self::clock(($this->time)($row)),
+            'part' => $this->part === null ? null : ($this->part)($row),
+        ];
+    }
+
+    /** @return array{iso: string, text: string}|null */
+    private static function clock(?float $time): ?array
+    {
+        return $time === null ? null : [
+            'iso' => gmdate('Y-m-d\TH:i:s\Z', (int) $time),
+            'text' => date('Y-m-d H:i:s', (int) $time),
+        ];
+    }
+
+    private static function moment(Visit $visit, int|float|null $ticks): ?float
+    {
+        return $ticks === null ? null : $visit->timeOf($ticks);
+    }
+
+    /** "OutOctets" as people read it: "Out octets". */
+    private static function words(string $heading): string
+    {
+        $words = preg_replace('/(?<=[a-z0-9])(?=[A-Z])|(?<=[A-Z])(?=[A-Z][a-z])/', ' ', $heading);
+        $small = static fn(array $match): string => strtolower($match[0]);
+        return ucfirst(preg_replace_callback('/ [A-Z](?=[a-z]| |$)/', $small, $words));
+    }
+
+    private function with(
+        ?string $heading = null,
+        ?Closure $part = null,
+        ?Closure $link = null,
+    ): self {
+        return new self(
+            $this->name,
+            $heading ?? $this->heading,
+            $this->hint,
+            $this->number,
+            $this->text,
+            $this->exact,
+            $this->order,
+            $this->first,
+            $this->time,
+            $part ?? $this->part,
+            $link ?? $this->link,
+        );
+    }
+}
