@@ -20,10 +20,15 @@ spl_autoload_register(static function (string $class): void {
 
 (static function (): void {
     $composer = __DIR__ . '/../vendor/autoload.php';
-    $debian = 'Twig/autoload.php';
     if (is_file($composer)) {
         require_once $composer;
-    } elseif (stream_resolve_include_path($debian) !== false) {
-        require_once $debian;
+        return;
+    }
+    // A PHP that Debian hasn't built looks for nothing where Debian's packages are.
+    foreach (['Twig/autoload.php', '/usr/share/php/Twig/autoload.php'] as $debian) {
+        if (stream_resolve_include_path($debian) !== false) {
+            require_once $debian;
+            return;
+        }
     }
 })();

@@ -4,7 +4,7 @@ declare(strict_types=1);
 
 /*
  * Reads the agent's tables through the module and says what they look like: title => cell of a row.
- * The page and the terminal's first walk both stand on this.
+ * The first walk that script/server shows stands on this.
  */
 
 /** The rows of a table, from the first to the last: each index is fed back into the next getnext call. */
@@ -20,11 +20,6 @@ function walk(callable $getnext, mixed $link, string $key): Generator
 function interfaces(mixed $link): array
 {
     return iterator_to_array(walk(rmon_ifentry_getnext(...), $link, 'ifIndex'), false);
-}
-
-function ethernet_statistics(mixed $link): array
-{
-    return iterator_to_array(walk(rmon_etherstats_getnext(...), $link, 'etherStatsIndex'), false);
 }
 
 /** What a table shows: for each row the texts of its columns. */
@@ -94,34 +89,5 @@ function interface_columns(): array
         'Octets out' => fn (array $row) => count_of($row['ifOutOctets']),
         'Packets out' => fn (array $row) => count_of($row['ifOutUcastPkts'] + $row['ifOutNUcastPkts']),
         'Errors out' => fn (array $row) => count_of($row['ifOutErrors']),
-    ];
-}
-
-/** @param array<int, string> $names names of the interfaces by their index */
-function ethernet_columns(array $names): array
-{
-    $counter = fn (string $key) => fn (array $row) => count_of($row["etherStats$key"]);
-    return [
-        '#' => fn (array $row) => (string) $row['etherStatsIndex'],
-        'Source' => fn (array $row) => $names[$row['etherStatsDataSource']] ?? (string) $row['etherStatsDataSource'],
-        'Owner' => fn (array $row) => $row['etherStatsOwner'],
-        'Octets' => $counter('Octets'),
-        'Packets' => $counter('Pkts'),
-        'Broadcast' => $counter('BroadcastPkts'),
-        'Multicast' => $counter('MulticastPkts'),
-        'Drop events' => $counter('DropEvents'),
-        'CRC errors' => $counter('CRCAlignErrors'),
-        'Undersize' => $counter('UndersizePkts'),
-        'Oversize' => $counter('OversizePkts'),
-        'Fragments' => $counter('Fragments'),
-        'Jabbers' => $counter('Jabbers'),
-        'Collisions' => $counter('Collisions'),
-        'Dropped' => $counter('DroppedFrames'),
-        '64' => $counter('Pkts64Octets'),
-        '65-127' => $counter('Pkts65to127Octets'),
-        '128-255' => $counter('Pkts128to255Octets'),
-        '256-511' => $counter('Pkts256to511Octets'),
-        '512-1023' => $counter('Pkts512to1023Octets'),
-        '1024-1518' => $counter('Pkts1024to1518Octets'),
     ];
 }
