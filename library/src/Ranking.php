@@ -10,9 +10,6 @@ namespace Rmon;
  */
 final class Ranking
 {
-    /** Rows between two looks at the clock. */
-    private const STRIDE = 500;
-
     /**
      * @param list<array<string, mixed>> $rows the first ones, in order
      * @param int $read      how many rows were looked at
@@ -28,16 +25,17 @@ final class Ranking
     }
 
     /**
-     * @param iterable<array<string, mixed>> $rows
-     * @param callable(array<string, mixed>): mixed $value what to order by: numbers, texts, or lists of one length
-     * @param bool $descending                              whether the largest stands first
-     * @param int $most                                     how many rows are wanted
+     * @param iterable<list<array<string, mixed>>> $pages       rows, some at a time: see Table::pages()
+     * @param string|callable(array<string, mixed>): mixed $by  what to order by: a column of numbers or of lists, or
+     *                                                          what is made of a row
+     * @param bool $descending                                  whether the largest stands first
+     * @param int $most                                         how many rows are wanted
      * @param (callable(array<string, mixed>): bool)|null $keep which rows count; all when not given
-     * @param float|null $seconds                           when to stop looking at further rows
+     * @param float|null $seconds                               when to stop reading further pages
      */
     public static function of(
-        iterable $rows,
-        callable $value,
+        iterable $pages,
+        string|callable $by,
         bool $descending,
         int $most,
         ?callable $keep = null,
@@ -47,37 +45,61 @@ final class Ranking
         $order = $descending
             ? static fn(array $one, array $other) => $other[0] <=> $one[0]
             : static fn(array $one, array $other) => $one[0] <=> $other[0];
-        $room = 2 * $most;
+        $room = 2 * max(1, $most);
         $kept = [];
         $worst = null;
-        $full = $most <= 0;
+        $full = false;
         $read = 0;
         $matched = 0;
-        $complete = true;
-        foreach ($rows as $row) {
-            if ($read % self::STRIDE === 0 && $read > 0 && hrtime(true) / 1e9 > $end) {
-                $complete = false;
-                break;
+        foreach ($pages as $rows) {
+            if (hrtime(true) / 1e9 > $end) {
+                return new self(self::first($kept, $order, $most), $read, $matched, false);
             }
-            $read++;
-            if ($keep !== null && !$keep($row)) {
-                continue;
+            $read += count($rows);
+            if ($keep !== null) {
+                $rows = array_values(array_filter($rows, $keep));
             }
-            $matched++;
-            $at = $value($row);
-            // Behind the worst of those that are kept: no place for it.
-            if ($full && ($most <= 0 || ($descending ? $at <= $worst : $at >= $worst))) {
-                continue;
-            }
-            $kept[] = [$at, $row];
-            if (count($kept) >= $room) {
-                usort($kept, $order);
-                array_splice($kept, $most);
-                $worst = $kept[$most - 1][0];
-                $full = true;
+            $matched += count($rows);
+            foreach (self::values($rows, $by) as $place => $value) {
+                // Behind the worst of those that are kept: no place for it.
+                if ($full && ($descending ? $value <= $worst : $value >= $worst)) {
+                    continue;
+                }
+                $kept[] = [$value, $rows[$place]];
+                if (count($kept) >= $room) {
+                    usort($kept, $order);
+                    array_splice($kept, max(1, $most));
+                    $worst = end($kept)[0];
+                    $full = true;
+                }
             }
         }
+        return new self(self::first($kept, $order, $most), $read, $matched, true);
+    }
+
+    /**
+     * @param list<array<string, mixed>> $rows
+     * @return list<mixed> what each is ordered by
+     */
+    private static function values(array $rows, string|callable $by): array
+    {
+        if (!is_string($by)) {
+            return array_map($by, $rows);
+        }
+        $values = array_column($rows, $by);
+        // A column that some rows are without.
+        return count($values) === count($rows)
+            ? $values
+            : array_map(static fn(array $row): mixed => $row[$by] ?? null, $rows);
+    }
+
+    /**
+     * @param list<array{mixed, array<string, mixed>}> $kept
+     * @return list<array<string, mixed>>
+     */
+    private static function first(array $kept, callable $order, int $most): array
+    {
         usort($kept, $order);
-        return new self(array_column(array_slice($kept, 0, max(0, $most)), 1), $read, $matched, $complete);
+        return array_column(array_slice($kept, 0, max(0, $most)), 1);
     }
 }

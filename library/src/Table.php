@@ -29,6 +29,9 @@ final class Table implements IteratorAggregate
     /** Rows of a page, where the agent gives pages. */
     public const PAGE = 500;
 
+    /** Rows of a page for who looks at all of them. */
+    private const LARGE_PAGE = 1000;
+
     /** @var array<string, mixed> the values of keys that rows must have */
     public readonly array $where;
 
@@ -56,6 +59,17 @@ final class Table implements IteratorAggregate
     public function getIterator(): Generator
     {
         return $this->rows();
+    }
+
+    /**
+     * The same rows, as many at a time as are read at a time: for who looks at all of a large table.
+     *
+     * @return Generator<int, non-empty-list<array<string, mixed>>>
+     * @throws RmonException
+     */
+    public function pages(): Generator
+    {
+        return $this->read(null, self::LARGE_PAGE);
     }
 
     /**
@@ -205,9 +219,25 @@ final class Table implements IteratorAggregate
      */
     private function rows(?array $behind = null, int $page = self::PAGE): Generator
     {
+        foreach ($this->read($behind, $page) as $rows) {
+            foreach ($rows as $row) {
+                yield $row;
+            }
+        }
+    }
+
+    /**
+     * @param array<string, mixed>|null $behind
+     * @return Generator<int, non-empty-list<array<string, mixed>>>
+     */
+    private function read(?array $behind, int $page): Generator
+    {
         $schema = $this->schema;
         if ($schema->keys === []) {
-            yield from $this->single();
+            $rows = $this->single();
+            if ($rows !== []) {
+                yield $rows;
+            }
             return;
         }
         $parent = $this->openParent();
@@ -219,7 +249,7 @@ final class Table implements IteratorAggregate
         foreach ($this->probe->table($parent->of) as $row) {
             if ($behind === null || ($row[$column] <=> $behind[$parent->name]) >= 0) {
                 $here = $behind !== null && $row[$column] === $behind[$parent->name] ? $behind : null;
-                foreach ($this->where(...[$parent->name => $row[$column]])->rows($here, $page) as $found) {
+                foreach ($this->where(...[$parent->name => $row[$column]])->read($here, $page) as $found) {
                     yield $found;
                 }
             }
@@ -237,26 +267,22 @@ final class Table implements IteratorAggregate
         return null;
     }
 
-    /** @return Generator<int, array<string, mixed>> */
-    private function single(): Generator
+    /** @return list<array<string, mixed>> */
+    private function single(): array
     {
         $reader = $this->schema->reader;
         if ($reader->shape === Shape::Texts) {
             $column = array_key_first($this->schema->columns);
-            foreach ($this->probe->link->read($reader->get, []) as $text) {
-                yield [$column => $text];
-            }
-            return;
+            $texts = $this->probe->link->read($reader->get, []);
+            return array_map(static fn(string $text): array => [$column => $text], $texts);
         }
         $row = $this->get();
-        if ($row !== null) {
-            yield $row;
-        }
+        return $row === null ? [] : [$row];
     }
 
     /**
      * @param array<string, mixed>|null $behind
-     * @return Generator<int, array<string, mixed>>
+     * @return Generator<int, non-empty-list<array<string, mixed>>>
      */
     private function walk(?array $behind, int $page): Generator
     {
@@ -267,8 +293,9 @@ final class Table implements IteratorAggregate
             ARRAY_FILTER_USE_KEY,
         );
         if ($schema->reader->getNext === null) {
-            foreach ($this->listed($behind) as $row) {
-                yield $hidden + $row;
+            $listed = array_map(static fn(array $row): array => $hidden + $row, $this->listed($behind));
+            if ($listed !== []) {
+                yield $listed;
             }
             return;
         }
@@ -283,21 +310,28 @@ final class Table implements IteratorAggregate
                 && $this->side($rows[0], $prefix) === 0
                 && $this->side($last, $prefix) === 0;
             if ($inside && $filter === [] && $hidden === []) {
-                foreach ($rows as $row) {
-                    yield $row;
-                }
+                yield $rows;
             } else {
+                $found = [];
+                $ended = false;
                 foreach ($rows as $place => $row) {
-                    if ($place === $orderly) {
-                        throw $this->broken($row);
-                    }
                     $side = $inside ? 0 : $this->side($row, $prefix);
-                    if ($side > 0) {
-                        return;
+                    $ended = $place === $orderly || $side > 0;
+                    if ($ended) {
+                        break;
                     }
                     if ($side === 0 && self::has($row, $filter)) {
-                        yield $hidden + $row;
+                        $found[] = $hidden + $row;
                     }
+                }
+                if ($found !== []) {
+                    yield $found;
+                }
+                if ($ended && $place === $orderly) {
+                    throw $this->broken($row);
+                }
+                if ($ended) {
+                    return;
                 }
             }
             $cursor = $this->cursor($last);

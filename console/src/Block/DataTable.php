@@ -246,7 +246,7 @@ final class DataTable implements Downloadable
             'warning' => '',
         ];
         if ($all) {
-            return ['rows' => self::thatHold($source->rows(), $filter), 'covers' => ''] + $view;
+            return ['rows' => self::thatHold($source->pages(), $filter), 'covers' => ''] + $view;
         }
         if ($sort === '' && $filter->isNone()) {
             $rows = $source->page($size + 1, $behind);
@@ -264,7 +264,7 @@ final class DataTable implements Downloadable
         $order = $sort === '' ? static fn(array $row): int => 0 : $known[$sort]->order;
         $page = min($page, intdiv(self::DEEPEST, $size));
         $ranking = Ranking::of(
-            $source->rows(),
+            $source->pages(),
             $order,
             $descending,
             $page * $size,
@@ -360,14 +360,16 @@ final class DataTable implements Downloadable
     }
 
     /**
-     * @param iterable<array<string, mixed>> $rows
+     * @param iterable<list<array<string, mixed>>> $pages
      * @return iterable<array<string, mixed>>
      */
-    private static function thatHold(iterable $rows, Filter $filter): iterable
+    private static function thatHold(iterable $pages, Filter $filter): iterable
     {
-        foreach ($rows as $row) {
-            if ($filter->holds($row)) {
-                yield $row;
+        foreach ($pages as $rows) {
+            foreach ($rows as $row) {
+                if ($filter->holds($row)) {
+                    yield $row;
+                }
             }
         }
     }

@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Rmon\Console\Table;
 
 use Closure;
+use Rmon\Address;
 use Rmon\Console\Text;
 use Rmon\Console\Visit;
 use Rmon\Schema\Column;
@@ -19,7 +20,7 @@ final class Field
      * @param bool $number              whether it stands to the right
      * @param Closure(array): string $text       what people read
      * @param Closure(array): mixed $exact       what programs read, and the pointer shows
-     * @param Closure(array): mixed $order       what rows are sorted by
+     * @param string|Closure(array): mixed $order what rows are sorted by; a text names a column of numbers or lists
      * @param bool $first               whether sorting begins with the largest
      * @param Closure(array): (float|null)|null $time  of times: seconds of the day's clock
      * @param Closure(array): (float|null)|null $part  of parts of a whole: 0 to 1, shown as a bar
@@ -32,7 +33,7 @@ final class Field
         public readonly bool $number,
         public readonly Closure $text,
         public readonly Closure $exact,
-        public readonly Closure $order,
+        public readonly string|Closure $order,
         public readonly bool $first = false,
         public readonly ?Closure $time = null,
         public readonly ?Closure $part = null,
@@ -49,10 +50,18 @@ final class Field
         // An interface's own row has its name beside its number.
         $own = $column->type === Type::NetInterface && count($schema->keys) === 1 && isset($schema->keys[$name]);
         $exact = static fn(array $row): mixed => $values->exact($column, $cell($row));
-        $text = $own
-            ? static fn(array $row): string => (string) $cell($row)
-            : static fn(array $row): string => $values->text($column, $cell($row));
         $byText = in_array($column->type, [Type::Protocol, Type::NetInterface, Type::Named], true) && !$own;
+        $text = match (true) {
+            $own => static fn(array $row): string => (string) $cell($row),
+            // Few values in many rows.
+            $byText => static function (array $row) use ($values, $column, $cell): string {
+                static $known = [];
+                $value = $cell($row);
+                return $known[$value] ??= $values->text($column, $value);
+            },
+            $column->type === Type::Address => static fn(array $row): string => Address::text($row[$name]),
+            default => static fn(array $row): string => $values->text($column, $cell($row)),
+        };
         $isTime = $column->type === Type::Ticks && $name !== 'sysUpTime';
         return new self(
             $name,
@@ -61,7 +70,7 @@ final class Field
             $column->type->isNumber() || $own,
             $text,
             $exact,
-            $byText ? $text : $cell,
+            $byText ? $text : $name,
             $column->type->isCounter() || $column->type === Type::Gauge || $isTime,
             $isTime ? static fn(array $row): ?float => self::moment($visit, $cell($row)) : null,
         );

@@ -107,7 +107,13 @@ final class Filter
      */
     private static function word(string $word, array $shown): Closure
     {
-        $texts = array_map(static fn(Field $field) => $field->text, $shown);
+        // A number is looked for by a condition; what its cell shows is rounded.
+        $words = array_filter($shown, static fn(Field $field) => !$field->number);
+        $texts = array_map(static fn(Field $field) => $field->text, $words === [] ? $shown : $words);
+        if (count($texts) === 1) {
+            $text = reset($texts);
+            return static fn(array $row): bool => stripos($text($row), $word) !== false;
+        }
         return static function (array $row) use ($texts, $word): bool {
             foreach ($texts as $text) {
                 if (stripos($text($row), $word) !== false) {

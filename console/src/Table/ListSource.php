@@ -39,9 +39,9 @@ final class ListSource implements Source
         return $this->usual === [] ? array_keys($this->fields) : $this->usual;
     }
 
-    public function rows(): iterable
+    public function pages(): iterable
     {
-        return $this->rows ??= ($this->make)();
+        return [$this->rows()];
     }
 
     public function page(int $most, string $behind): array
@@ -52,6 +52,12 @@ final class ListSource implements Source
     public function place(array $row): string
     {
         return (string) (array_search($row, $this->rows(), true) + 1);
+    }
+
+    /** @return list<array<string, mixed>> */
+    private function rows(): array
+    {
+        return $this->rows ??= ($this->make)();
     }
 
     public function whyNone(): string

@@ -53,9 +53,9 @@ final class SchemaSource implements Source
         return $names;
     }
 
-    public function rows(): iterable
+    public function pages(): iterable
     {
-        return $this->table;
+        return $this->table->pages();
     }
 
     public function page(int $most, string $behind): array

@@ -13,8 +13,8 @@ interface Source
     /** @return list<string> names of the fields that are shown when nothing is said */
     public function usual(): array;
 
-    /** @return iterable<array<string, mixed>> all rows, in their own order */
-    public function rows(): iterable;
+    /** @return iterable<list<array<string, mixed>>> all rows, in their own order, some at a time */
+    public function pages(): iterable;
 
     /**
      * Rows from a place on.
