@@ -24,6 +24,19 @@ export function scaled(value, unit) {
   return `${size.toFixed(digits)} ${steps[step]}${unit}`.trim();
 }
 const clock = (seconds) => new Date(seconds * 1000).toLocaleTimeString([], { hour: '2-digit', minute: '2-digit', second: '2-digit', hour12: false });
+const day = (seconds) => new Date(seconds * 1000).toLocaleDateString([], { month: 'short', day: 'numeric' });
+
+// Times that a clock shows as round ones, as many as there is room for.
+const rounds = [1, 2, 5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600, 7200, 10800, 21600, 43200, 86400, 172800, 604800];
+function roundTimes(axis) {
+  const room = Math.max(2, Math.floor(axis.width / 75));
+  const step = rounds.find((seconds) => (axis.max - axis.min) / seconds <= room) ?? rounds[rounds.length - 1];
+  const zone = new Date(axis.min * 1000).getTimezoneOffset() * 60;
+  axis.ticks = [];
+  for (let at = Math.ceil((axis.min - zone) / step) * step + zone; at <= axis.max; at += step) axis.ticks.push({ value: at });
+}
+const atRound = (seconds, _, ticks) => ticks.length > 1 && ticks[1].value - ticks[0].value >= 86400 ? day(seconds)
+  : ticks.length > 1 && ticks[1].value - ticks[0].value < 60 ? clock(seconds) : clock(seconds).slice(0, 5);
 
 function settings(data) {
   const stacked = data.kind === 'area' || data.kind === 'stacked';
@@ -61,7 +74,8 @@ function settings(data) {
           type: data.time ? 'linear' : 'category',
           stacked,
           ...(data.time ? { min: data.x[0], max: data.x[data.x.length - 1] } : {}),
-          ticks: { color: ink, maxRotation: 0, autoSkipPadding: 16, maxTicksLimit: 8, autoSkip: true, ...(data.time ? { callback: clock } : {}) },
+          afterBuildTicks: data.time ? roundTimes : undefined,
+          ticks: { color: ink, ...(data.time ? { callback: atRound, maxRotation: 0, autoSkip: false } : { maxRotation: 45, autoSkip: data.x.length > 12 }) },
           grid: { color: line, display: data.time },
         },
         y: {

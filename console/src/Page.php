@@ -7,6 +7,7 @@ namespace Rmon\Console;
 use Rmon\Console\Block\Block;
 use Rmon\Console\Block\Downloadable;
 use Rmon\Console\Block\Failed;
+use Rmon\Console\Block\Panels;
 use Rmon\Exception\ConnectionFailed;
 use Rmon\Exception\RmonException;
 use Rmon\Exception\UnknownName;
@@ -50,7 +51,7 @@ abstract class Page
         $part = $this->visit->query('part');
         $shown = [];
         $status = 200;
-        foreach ($this->blocks() as $id => $block) {
+        foreach ($part === '' ? $this->blocks() : $this->parts() as $id => $block) {
             if ($part !== '' && $part !== $id) {
                 continue;
             }
@@ -76,6 +77,21 @@ abstract class Page
         return $part !== ''
             ? new Response(implode('', $shown), $status)
             : Layout::page($this->visit, $this->title(), 'page.twig', ['blocks' => $shown], $status);
+    }
+
+    /**
+     * The blocks, and behind each the blocks inside it.
+     *
+     * @return iterable<string, Block>
+     */
+    private function parts(): iterable
+    {
+        foreach ($this->blocks() as $id => $block) {
+            yield $id => $block;
+            if ($block instanceof Panels) {
+                yield from $block->blocks;
+            }
+        }
     }
 
     /** What a form of this page does. Changes go on to a page by GET. */

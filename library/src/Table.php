@@ -16,6 +16,7 @@ use Rmon\Schema\Key;
 use Rmon\Schema\Setter;
 use Rmon\Schema\Shape;
 use Rmon\Schema\TableSchema;
+use Rmon\Schema\Type;
 
 /**
  * A table of a probe, or a part of it: iterate over it for its rows, which are read page by page while the loop goes.
@@ -174,6 +175,46 @@ final class Table implements IteratorAggregate
             throw new BadArgument("Rows of {$this->schema->name} are not made by a status.");
         }
         $this->make($setter, $this->columns($values) + $this->where + $this->fresh(), $status);
+    }
+
+    /**
+     * Makes a row of a control table anew with other values, as rows that work refuse most changes. What isn't given
+     * stays. When the agent refuses, the row is made again as it was.
+     *
+     * @param mixed ...$values by the names of columns, keys included
+     * @throws RmonException AgentRefused, when the agent doesn't take it; BadArgument, when there is no such row
+     */
+    public function replace(mixed ...$values): void
+    {
+        $given = $this->columns($values) + $this->where;
+        $row = $this->existing($given) ?? throw new BadArgument("{$this->schema->name} has no such row.");
+        $settable = array_flip($this->schema->writer?->set?->columns ?? []);
+        $before = array_diff_key(array_intersect_key($row, $settable), [(string) $this->schema->status => true]);
+        $keys = array_intersect_key($before, $this->schema->keys);
+        $this->delete(...$keys);
+        try {
+            $this->create(...$given + $before);
+        } catch (AgentRefused $refused) {
+            $this->create(...$before);
+            throw $refused;
+        }
+    }
+
+    /** The lowest index that no row has, of a table with such a key alone. */
+    public function unusedIndex(): int
+    {
+        $key = array_key_first($this->schema->keys);
+        if (count($this->schema->keys) !== 1 || $this->schema->keys[$key]->type !== Type::Index) {
+            throw new BadArgument("Rows of {$this->schema->name} aren't told by a number alone.");
+        }
+        $index = 1;
+        foreach ($this->rows() as $row) {
+            if ($row[$key] > $index) {
+                break;
+            }
+            $index = $row[$key] + 1;
+        }
+        return $index;
     }
 
     /**

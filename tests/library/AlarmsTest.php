@@ -94,6 +94,8 @@ final class AlarmsTest extends AgentTestCase
             self::assertSame($name, Variable::of($probe, $variable)->name());
         }
         self::assertSame('3 octets', Variable::of($probe, 'etherStatsOctets.1')->amount(3));
+        self::assertSame('1 octet', Variable::of($probe, 'etherStatsOctets.1')->amount(1));
+        self::assertSame('1,234,567 packets', Variable::of($probe, 'etherStatsPkts.1')->amount(1234567));
         self::assertSame('3', Variable::of($probe, 'nothing.1')->amount(3));
     }
 

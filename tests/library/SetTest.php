@@ -213,4 +213,30 @@ final class SetTest extends AgentTestCase
             ->set(dsmonAggControlIndex: 1, dsmonAggControlDescr: str_repeat('x', 65)));
         self::assertSame('dsmonAggControlDescr has at most 64 octets.', $bad->text);
     }
+
+    public function testARowThatWorksIsMadeAnew(): void
+    {
+        $probe = $this->probe($this->bundled());
+        $table = $probe->table('alarmTable');
+        $table->set(alarmIndex: 1, alarmVariable: 'sysUpTime.0', alarmRisingThreshold: 100, alarmInterval: 30);
+        $table->set(alarmIndex: 2, alarmVariable: 'sysUpTime.0', alarmRisingThreshold: 100);
+        $table->set(alarmIndex: 4, alarmVariable: 'sysUpTime.0', alarmRisingThreshold: 100);
+        self::assertSame(3, $table->unusedIndex());
+        self::assertSame(1, $probe->table('eventTable')->unusedIndex());
+        $table->replace(alarmIndex: 1, alarmRisingThreshold: 250);
+        $row = $table->get(alarmIndex: 1);
+        self::assertSame([250, 30, 'sysUpTime.0', 1], [
+            $row['alarmRisingThreshold'], $row['alarmInterval'], $row['alarmVariable'], $row['alarmStatus'],
+        ]);
+        $refused = $this->thrown(static fn() => $table->replace(alarmIndex: 1, alarmVariable: 'noSuchVariable.0'));
+        self::assertInstanceOf(AgentRefused::class, $refused);
+        $again = $table->get(alarmIndex: 1);
+        self::assertSame([250, 'sysUpTime.0', 1], [
+            $again['alarmRisingThreshold'], $again['alarmVariable'], $again['alarmStatus'],
+        ], 'it is there as it was');
+        $no = $this->thrown(static fn() => $table->replace(alarmIndex: 9));
+        self::assertSame('alarmTable has no such row.', $no->text);
+        $this->expectException(BadArgument::class);
+        $probe->table('logTable')->unusedIndex();
+    }
 }

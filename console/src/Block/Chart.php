@@ -20,6 +20,9 @@ final class Chart implements Block
     /** Series that can be told apart; the rest is summed up as one. */
     public const MOST_SERIES = 8;
 
+    /** @var (Closure(): string)|null */
+    private ?Closure $reason = null;
+
     /**
      * @param string $kind "line", "area" (stacked), "bar", "stacked" bars or "doughnut"
      * @param string $unit of the numbers: "bit/s", "B", "%", "packets/s", ...
@@ -36,6 +39,18 @@ final class Chart implements Block
     ) {
     }
 
+    /**
+     * The same, which is not drawn where there is a reason against it.
+     *
+     * @param (Closure(): string)|null $reason empty: there is none
+     */
+    public function unless(?Closure $reason): self
+    {
+        $same = clone $this;
+        $same->reason = $reason;
+        return $same;
+    }
+
     public function template(): string
     {
         return 'chart';
@@ -43,7 +58,8 @@ final class Chart implements Block
 
     public function shown(Visit $visit, string $id): array
     {
-        $data = ($this->data)();
+        $reason = $this->reason === null ? '' : ($this->reason)();
+        $data = $reason === '' ? ($this->data)() : ['x' => [], 'series' => []];
         $series = self::fewest($data['series']);
         $named = [];
         foreach ($series as $name => $values) {
@@ -53,7 +69,7 @@ final class Chart implements Block
         return [
             'title' => $this->title,
             'unit' => $this->unit,
-            'empty' => $x === [] ? $this->empty : '',
+            'empty' => $x === [] ? ($reason === '' ? $this->empty : $reason) : '',
             'time' => $this->time,
             'rows' => $this->time ? array_map(static fn(int|float $at) => date('H:i:s', (int) $at), $x) : $x,
             'series' => $named,

@@ -14,7 +14,7 @@ use Rmon\Exception\RmonException;
 final class Panels implements Block
 {
     /** @param array<string, Block> $blocks by id */
-    public function __construct(private readonly array $blocks)
+    public function __construct(public readonly array $blocks)
     {
     }
 

@@ -100,6 +100,24 @@ final class Field
         return new self($name, $heading, $unit, true, $text, $value, $value, true);
     }
 
+    /**
+     * A time, shown as how long ago that is.
+     *
+     * @param Closure(array): (float|null) $time seconds of the day's clock
+     */
+    public static function time(string $name, string $heading, Closure $time): self
+    {
+        $text = static function (array $row) use ($time): string {
+            $at = $time($row);
+            return $at === null ? '' : date('Y-m-d H:i:s', (int) $at);
+        };
+        $exact = static function (array $row) use ($time): ?string {
+            $at = $time($row);
+            return $at === null ? null : gmdate('Y-m-d\TH:i:s\Z', (int) $at);
+        };
+        return new self($name, $heading, '', false, $text, $exact, $time, true, $time);
+    }
+
     /** The same, with a link where it leads to something. */
     public function linked(Closure $link): self
     {

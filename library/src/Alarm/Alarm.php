@@ -86,7 +86,8 @@ final class Alarm
             return '';
         }
         $way = $this->last->rose ? ['rose to', 'over'] : ['fell to', 'under'];
-        return "$way[0] {$this->variable->amount($this->last->value)} $way[1] {$this->last->threshold}, "
+        $threshold = number_format($this->last->threshold);
+        return "$way[0] {$this->variable->amount($this->last->value)} $way[1] $threshold, "
             . Format::ago($this->last->ago);
     }
 }

@@ -47,11 +47,12 @@ final class Variable
         return $this->interface === null ? $this->text : "$name of $this->interface";
     }
 
-    /** "170 packets" */
+    /** "1,700 packets", "1 packet" */
     public function amount(int $value): string
     {
         $unit = $this->column?->unit ?? '';
-        return $unit === '' ? (string) $value : "$value $unit";
+        $unit = $value === 1 ? preg_replace('/(?<=..)s$/D', '', $unit) : $unit;
+        return rtrim(number_format($value) . " $unit");
     }
 
     /** The interface of the row, or of the control row, that an instance begins with. */
