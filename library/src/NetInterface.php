@@ -172,7 +172,8 @@ final class NetInterface
     {
         $counters = [];
         foreach (Catalog::all() as $schema) {
-            if (!isset(self::MAKERS[$schema->control()])) {
+            $control = $schema->control();
+            if ($control === null || !isset(self::MAKERS[$control])) {
                 continue;
             }
             foreach (Rates::counters($schema) as $name => $type) {

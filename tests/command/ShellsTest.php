@@ -69,12 +69,18 @@ final class ShellsTest extends CommandTestCase
     public function testFishAsksForWords(): void
     {
         $script = \file_of($this->rmon(null, 'completion', 'fish')->out);
-        $path = \dirname(__DIR__, 2) . '/bin';
+        // The command runs the PHP that is first in the path, which need not be the one of the tests.
+        $php = sys_get_temp_dir() . '/rmon-php-' . getmypid();
+        mkdir($php);
+        symlink(PHP_BINARY, "$php/php");
+        $path = \dirname(__DIR__, 2) . "/bin $php";
         [$code, $output, $error] = \run(
             'fish',
             '-c',
             "set -gx PATH $path \$PATH; source $script; complete -C 'rmon describe nlHost'",
         );
+        unlink("$php/php");
+        rmdir($php);
         self::assertSame([0, "nlHostTable\n", ''], [$code, $output, $error]);
     }
 

@@ -52,7 +52,8 @@ final class SchemaTest extends TestCase
             }
         }
         $family = preg_grep('/^' . preg_quote($reader->get, '/') . '(next|bulk)?$/D', get_extension_funcs('rmon'));
-        self::assertEqualsCanonicalizing($family, $reader->functions(), 'every reader of the family is named');
+        $named = $reader->functions();
+        self::assertEqualsCanonicalizing(array_values($family), $named, 'every reader of the family is named');
     }
 
     /** @dataProvider tables */
