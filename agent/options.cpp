@@ -36,7 +36,7 @@ SIGINT and SIGTERM end it with exit code 0, SIGHUP changes nothing; a failed sta
 namespace {
 
 /** MiB; libpcap takes the size as a signed number of octets. */
-constexpr uint32_t most_ring = 2047;
+constexpr uint32_t max_ring = 2047;
 
 template <class Number> bool read_number(std::string_view text, Number &number)
 {
@@ -102,7 +102,7 @@ std::string read_options(options &chosen, int count, char *const *words)
             if (!read_number(value, chosen.netflow.emplace()))
                 return "no port number: " + std::string(value);
         } else if (name == "--ring") {
-            if (!read_number(value, chosen.ring) || chosen.ring < 1 || chosen.ring > most_ring)
+            if (!read_number(value, chosen.ring) || chosen.ring < 1 || chosen.ring > max_ring)
                 return "no size of a ring (1 to 2047): " + std::string(value);
         } else if (name == "--voice") {
             if (value.empty())

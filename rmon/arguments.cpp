@@ -166,7 +166,7 @@ static bool short_enough(script_call call, zval *argument)
     if (Z_TYPE_P(value) != IS_ARRAY)
         return true;
     const uint32_t count = zend_hash_num_elements(Z_ARRVAL_P(value));
-    if (count <= most_address_bytes)
+    if (count <= max_address_bytes)
         return true;
     zend_error(E_WARNING, "too many (%d) elements in addr!", static_cast<int>(count));
     ZVAL_FALSE(call.return_value);

@@ -34,12 +34,12 @@ int type_number(const zval *value);
 void wrong_parameter_count();
 
 /** The most elements of an address or identifier that are sent. */
-inline constexpr uint32_t most_address_bytes = 255;
+inline constexpr uint32_t max_address_bytes = 255;
 
 /** An address that a script passed: an array of integers, one for each byte. */
 struct address {
     uint32_t length;
-    uint8_t bytes[most_address_bytes];
+    uint8_t bytes[max_address_bytes];
 };
 
 /**

@@ -9,8 +9,8 @@ constinit row_prototype *declared_rows = nullptr;
 constexpr const char *decimal_digits = "0123456789";
 
 /** Texts and lists up to these sizes are made without a look at the script's memory. */
-[[maybe_unused]] constexpr size_t longest_ordinary_text = 4096;
-[[maybe_unused]] constexpr uint32_t longest_ordinary_list = 1024;
+[[maybe_unused]] constexpr size_t max_ordinary_text = 4096;
+[[maybe_unused]] constexpr uint32_t max_ordinary_list = 1024;
 
 /** "0" to "255" and their lengths, so that addresses are put together without a formatter. */
 struct decimal {
@@ -78,7 +78,7 @@ void set_text(zval *slot, const char *text, size_t size)
 {
     const size_t length = strnlen(text, size);
 #ifdef ZEND_HAS_OOM
-    if (length > longest_ordinary_text) {
+    if (length > max_ordinary_text) {
         ZVAL_FSTRINGL(slot, text, length);
         return;
     }
@@ -117,7 +117,7 @@ zend_array *new_list(uint32_t length)
 {
     zend_array *list = zend_new_array(length);
 #ifdef ZEND_HAS_OOM
-    if (length > longest_ordinary_list) {
+    if (length > max_ordinary_list) {
         if (zend_hash_real_finit_packed(list, true) == SUCCESS)
             return list;
         zend_array_destroy(list);

@@ -386,8 +386,8 @@ template <uint32_t count> void copy_table(void *to, const void *from)
 {
     constexpr size_t line = 64;
     constexpr size_t whole = used_bytes(count) / line * line;
-    constexpr size_t longest_in_steps = 2048;
-    if constexpr (whole > longest_in_steps) {
+    constexpr size_t max_in_steps = 2048;
+    if constexpr (whole > max_in_steps) {
         std::memcpy(to, from, used_bytes(count));
         return;
     }

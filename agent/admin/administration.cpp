@@ -19,10 +19,10 @@
 namespace {
 
 /** Resolvers in the list; systems use three. */
-constexpr std::size_t most_resolvers = 32;
+constexpr std::size_t max_resolvers = 32;
 
 /** Interfaces with addresses that were set. */
-constexpr std::size_t most_addresses = 1000;
+constexpr std::size_t max_addresses = 1000;
 
 /* ---- what the machine has ---------------------------------------------------------- */
 
@@ -92,7 +92,7 @@ std::vector<std::string> machine_resolvers()
         return found;
     char line[512];
     char address[256];
-    while (found.size() < most_resolvers && std::fgets(line, sizeof line, file))
+    while (found.size() < max_resolvers && std::fgets(line, sizeof line, file))
         if (std::sscanf(line, " nameserver %255s", address) == 1)
             found.emplace_back(address);
     std::fclose(file);
@@ -183,7 +183,7 @@ int32_t sys_ipconf_set(probe &agent, const rmonrpc_ipconfig_t &request)
         || (request.ipGateway != 0 && !is_host_address(request.ipGateway)))
         return bad_value;
     auto &set = storage<administration>(agent).addresses;
-    if (set.size() >= most_addresses && !set.contains(request.ipInterface))
+    if (set.size() >= max_addresses && !set.contains(request.ipInterface))
         return gen_err;
     load_addresses(agent, request);
     return no_error;
@@ -259,7 +259,7 @@ rmonrpc_sys_resolvers_t sys_resolvers_get(probe &agent)
 int32_t sys_resolvers_set(probe &agent, const rmonrpc_sys_resolvers_t &request)
 {
     const auto &list = request.resolvers;
-    if (list.length > most_resolvers)
+    if (list.length > max_resolvers)
         return bad_value;
     for (uint32_t i = 0; i < list.length; i++)
         if (!is_address(list.value[i].value))

@@ -18,10 +18,10 @@ namespace {
 constexpr int frames_in_a_round = 4096;
 
 /** A pause of the recording that is longer is cut to this: the recording's clock was set. */
-constexpr int64_t longest_pause = 60 * 60 * int64_t{1000000};
+constexpr int64_t max_pause = 60 * 60 * int64_t{1000000};
 
 /** Octets; what a file claims beyond is no frame's length. */
-constexpr uint32_t longest_frame = 1 << 20;
+constexpr uint32_t max_frame = 1 << 20;
 
 /** Microseconds between the last frame of a recording and its first one, so that a short one leaves time to
  * others. */
@@ -148,7 +148,7 @@ next_frame read_next_block(capture_file &file)
     file.from = frame.from->number;
     file.bytes = frame.bytes;
     file.captured = frame.captured;
-    file.length = std::clamp(frame.length, frame.captured, longest_frame);
+    file.length = std::clamp(frame.length, frame.captured, max_frame);
     file.stamp = frame.time;
     return next_frame::there;
 }
@@ -165,7 +165,7 @@ next_frame read_frame(capture_file &file)
     if (result != 1)
         return next_frame::none;
     file.captured = header->caplen;
-    file.length = std::clamp(header->len, header->caplen, longest_frame);
+    file.length = std::clamp(header->len, header->caplen, max_frame);
     // Stamps of pcapng reach farther than any clock.
     const int64_t seconds = std::clamp<int64_t>(header->ts.tv_sec, 0, UINT32_MAX);
     const int64_t microseconds = std::clamp<int64_t>(header->ts.tv_usec, 0, 999999);
@@ -254,9 +254,9 @@ bool must_wait(capture_file &file)
     const int64_t delay = due - now_us();
     if (delay <= 0)
         return false;
-    if (delay > longest_pause) {
-        file.first_stamp += delay - longest_pause;
-        wake_in(file, longest_pause);
+    if (delay > max_pause) {
+        file.first_stamp += delay - max_pause;
+        wake_in(file, max_pause);
     } else {
         wake_in(file, delay);
     }

@@ -7,8 +7,8 @@ namespace {
 constexpr uint32_t ether_header = 14;
 
 /** More headers than any honest packet has. */
-constexpr int most_tags = 4;
-constexpr int most_extensions = 16;
+constexpr int max_tags = 4;
+constexpr int max_extensions = 16;
 
 /** What is left of the captured bytes, and how many the packet has from there on. */
 struct rest {
@@ -149,7 +149,7 @@ void decode_ip6(frame &to, rest at)
     if (length != 0) // 0 in jumbograms
         cut(at, length);
 
-    for (int i = 0; i < most_extensions && is_extension(to.ip_protocol); i++) {
+    for (int i = 0; i < max_extensions && is_extension(to.ip_protocol); i++) {
         if (at.captured < 8)
             return;
         const int32_t kind = to.ip_protocol;
@@ -184,7 +184,7 @@ bool is_tag(uint16_t ethertype)
 
 void skip_tags(frame &to, rest &at)
 {
-    for (int i = 0; i < most_tags && is_tag(to.ethertype) && at.captured >= 4; i++) {
+    for (int i = 0; i < max_tags && is_tag(to.ethertype) && at.captured >= 4; i++) {
         const uint16_t tag = read_u16(at.bytes);
         if (to.vlan < 0) {
             to.vlan = tag & 0x0fff;

@@ -23,13 +23,13 @@ constexpr uint32_t front = 8;
 constexpr uint32_t frame_of_block = 12;
 
 /** Octets of a block that is looked into; others may be as long as they like. */
-constexpr uint32_t longest_block = 16 * 1024 * 1024;
+constexpr uint32_t max_block = 16 * 1024 * 1024;
 
 /** Octets of a frame, as libpcap bounds them. */
-constexpr uint32_t longest_capture = 262144;
+constexpr uint32_t max_capture = 262144;
 
 /** More interfaces than anybody captured on. */
-constexpr uint32_t most_interfaces = 1000;
+constexpr uint32_t max_interfaces = 1000;
 
 constexpr std::size_t octets_at_once = 256 * 1024;
 
@@ -157,7 +157,7 @@ pcapng_block take_interface(pcapng_file &file, block_body body)
     constexpr uint32_t fixed = 8;
     if (body.length < fixed)
         return damaged(file, "a block of an interface is too short");
-    if (file.interfaces >= most_interfaces)
+    if (file.interfaces >= max_interfaces)
         return damaged(file, "too many interfaces");
     pcapng_interface &made = file.of_section.emplace_back();
     made.number = file.interfaces++;
@@ -193,7 +193,7 @@ pcapng_block take_frame(
 {
     if (interface >= file.of_section.size())
         return damaged(file, "a frame is of no interface");
-    if (captured > body.length - fixed || captured > longest_capture)
+    if (captured > body.length - fixed || captured > max_capture)
         return damaged(file, "a frame is longer than its block");
     file.frame.from = &file.of_section[interface];
     file.frame.bytes = body.bytes + fixed;
@@ -314,7 +314,7 @@ pcapng_block read_block(pcapng_file &file)
 
     pcapng_block taken = pcapng_block::other;
     if (is_looked_into(type)) {
-        if (length > longest_block)
+        if (length > max_block)
             return damaged(file, "a block is too long");
         if (!have(file, length))
             return cut_off(file);

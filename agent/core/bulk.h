@@ -10,12 +10,12 @@
 #include <vector>
 
 /** Rows of one reply, whatever is asked for. */
-inline constexpr int32_t most_bulk_rows = 10000;
+inline constexpr int32_t max_bulk_rows = 10000;
 
 /** How many rows a read wants: one, or the count of a GETBULK. */
 inline std::size_t rows_wanted(int32_t getType, int32_t count)
 {
-    return getType == GETBULK ? static_cast<std::size_t>(std::clamp(count, 0, most_bulk_rows)) : 1;
+    return getType == GETBULK ? static_cast<std::size_t>(std::clamp(count, 0, max_bulk_rows)) : 1;
 }
 
 /** Gives a reply its rows, which own what their members point to. */

@@ -22,11 +22,11 @@ constexpr const char file_name[] = "settings";
 constexpr const char new_file_name[] = "settings.new";
 
 /** Of a file that is read; the agent's own stay far below it. */
-constexpr std::size_t most_bytes = 64 * 1024 * 1024;
+constexpr std::size_t max_bytes = 64 * 1024 * 1024;
 
 /** Of one record on the wire. */
 constexpr std::size_t first_room = 1024;
-constexpr std::size_t most_room = 1024 * 1024;
+constexpr std::size_t max_room = 1024 * 1024;
 
 /* ---- reading ------------------------------------------------------------------------ */
 
@@ -102,7 +102,7 @@ bool read_file(int directory, std::string &text)
         return false;
     char block[16 * 1024];
     ssize_t count;
-    while ((count = read(file, block, sizeof block)) > 0 && text.size() < most_bytes)
+    while ((count = read(file, block, sizeof block)) > 0 && text.size() < max_bytes)
         text.append(block, static_cast<std::size_t>(count));
     const int error = errno;
     close(file);
@@ -168,7 +168,7 @@ void write_record(state_writer &writer, const void *record, const wire::layout &
             add_record(writer.text, writer.part, std::span(bytes).first(XDR_GETPOS(&xdrs)));
             return;
         }
-        if (bytes.size() >= most_room)
+        if (bytes.size() >= max_room)
             return;
         bytes.resize(bytes.size() * 4);
     }

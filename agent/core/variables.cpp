@@ -8,15 +8,15 @@
 namespace {
 
 /** Numbers of an instance: more than any has. */
-constexpr std::size_t most_numbers = 64;
+constexpr std::size_t max_numbers = 64;
 
 /** Numbers with a dot before each; none when the text is something else. */
-variable_instance numbers_of(std::string_view text, std::array<uint32_t, most_numbers> &numbers)
+variable_instance numbers_of(std::string_view text, std::array<uint32_t, max_numbers> &numbers)
 {
     std::size_t count = 0;
     const char *at = text.data();
     const char *const end = at + text.size();
-    while (at != end && *at == '.' && count < most_numbers) {
+    while (at != end && *at == '.' && count < max_numbers) {
         const auto [rest, error] = std::from_chars(at + 1, end, numbers[count++]);
         if (error != std::errc{})
             return {};
@@ -27,7 +27,7 @@ variable_instance numbers_of(std::string_view text, std::array<uint32_t, most_nu
 
 /** The numbers behind one of a variable's names; none when this is no name of an instance of it. */
 variable_instance
-instance_of(std::string_view name, const char *known, std::array<uint32_t, most_numbers> &numbers)
+instance_of(std::string_view name, const char *known, std::array<uint32_t, max_numbers> &numbers)
 {
     return known && name.starts_with(known) ? numbers_of(name.substr(std::string_view(known).size()), numbers)
                                             : variable_instance();
@@ -40,7 +40,7 @@ std::optional<variable_reading> read_variable(probe &agent, std::string_view nam
     const bool dotted = name.starts_with('.');
     if (dotted)
         name.remove_prefix(1);
-    std::array<uint32_t, most_numbers> numbers{};
+    std::array<uint32_t, max_numbers> numbers{};
     for (const known_variable &one : known_variables()) {
         variable_instance instance = instance_of(name, one.identifier, numbers);
         if (instance.empty() && !dotted)

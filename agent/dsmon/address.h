@@ -13,37 +13,37 @@
 #include <span>
 
 /** The longest address that a frame can have. */
-inline constexpr uint32_t longest_address = 16;
+inline constexpr uint32_t max_address = 16;
 
 /**
  * A record's address as a key's octets and their number. What is no address at
  * all keeps its place in the order: lengths count before octets.
  */
 inline uint8_t
-take_octets(uint8_t (&octets)[longest_address], const rmonrpc_dsmon_address_t &from, int32_t length)
+take_octets(uint8_t (&octets)[max_address], const rmonrpc_dsmon_address_t &from, int32_t length)
 {
     const int32_t bounded = std::clamp(length, 0, static_cast<int32_t>(from.size));
-    std::memcpy(octets, from.value, std::min(static_cast<uint32_t>(bounded), longest_address));
+    std::memcpy(octets, from.value, std::min(static_cast<uint32_t>(bounded), max_address));
     return static_cast<uint8_t>(bounded);
 }
 
 /** A key's octets as a record's address; its length. */
 inline int32_t
-give_octets(rmonrpc_dsmon_address_t &to, const uint8_t (&octets)[longest_address], uint8_t length)
+give_octets(rmonrpc_dsmon_address_t &to, const uint8_t (&octets)[max_address], uint8_t length)
 {
-    std::memcpy(to.value, octets, std::min<uint32_t>(length, longest_address));
+    std::memcpy(to.value, octets, std::min<uint32_t>(length, max_address));
     return length;
 }
 
 inline int compare_addresses(
-    const uint8_t (&one)[longest_address],
+    const uint8_t (&one)[max_address],
     uint8_t one_length,
-    const uint8_t (&other)[longest_address],
+    const uint8_t (&other)[max_address],
     uint8_t other_length)
 {
     if (one_length != other_length)
         return one_length < other_length ? -1 : 1;
-    const std::size_t size = std::min<std::size_t>(one_length, longest_address);
+    const std::size_t size = std::min<std::size_t>(one_length, max_address);
     return compare_octets({one, size}, {other, size});
 }
 

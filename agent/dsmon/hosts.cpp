@@ -24,12 +24,12 @@ void begin_hosts(probe &, const host_row &row, dsmon_host_counts &counts)
 }
 
 /** Only the first bits of an address stay, the others become 0. */
-void mask(uint8_t (&address)[longest_address], int32_t bits)
+void mask(uint8_t (&address)[max_address], int32_t bits)
 {
     auto octet = static_cast<uint32_t>(bits / 8);
-    if (octet < longest_address && bits % 8)
+    if (octet < max_address && bits % 8)
         address[octet++] &= static_cast<uint8_t>(0xff00 >> bits % 8);
-    for (; octet < longest_address; octet++)
+    for (; octet < max_address; octet++)
         address[octet] = 0;
 }
 
@@ -37,7 +37,7 @@ dsmon_host_key
 host_of(const dsmon_host_counts &counts, const net_address &address, uint8_t group, int32_t protocol)
 {
     dsmon_host_key key{.length = address.length, .group = group, .protocol = protocol};
-    std::memcpy(key.address, address.bytes, std::min<uint32_t>(address.length, longest_address));
+    std::memcpy(key.address, address.bytes, std::min<uint32_t>(address.length, max_address));
     const bool ipv4 = address.length == whole_ipv4 / 8;
     const int32_t prefix = ipv4 ? counts.ipv4_prefix : counts.ipv6_prefix;
     if (prefix < (ipv4 ? whole_ipv4 : whole_ipv6))

@@ -11,7 +11,7 @@
 #include <map>
 
 struct dsmon_host_key {
-    uint8_t address[longest_address] = {};
+    uint8_t address[max_address] = {};
     uint8_t length = 0;
     uint8_t group = 0;
     uint8_t unused[2] = {};

@@ -42,8 +42,8 @@ void count_matrix(dsmon_matrix_counts &counts, const frame &seen, uint8_t group)
     if (seen.network_index == 0 || seen.from.length == 0 || seen.to.length == 0)
         return;
     dsmon_matrix_key key;
-    std::memcpy(key.source, seen.from.bytes, std::min<uint32_t>(seen.from.length, longest_address));
-    std::memcpy(key.destination, seen.to.bytes, std::min<uint32_t>(seen.to.length, longest_address));
+    std::memcpy(key.source, seen.from.bytes, std::min<uint32_t>(seen.from.length, max_address));
+    std::memcpy(key.destination, seen.to.bytes, std::min<uint32_t>(seen.to.length, max_address));
     key.source_length = seen.from.length;
     key.destination_length = seen.to.length;
     key.group = group;

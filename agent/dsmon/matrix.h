@@ -13,8 +13,8 @@
 #include <map>
 
 struct dsmon_matrix_key {
-    uint8_t source[longest_address] = {};
-    uint8_t destination[longest_address] = {};
+    uint8_t source[max_address] = {};
+    uint8_t destination[max_address] = {};
     uint8_t source_length = 0;
     uint8_t destination_length = 0;
     uint8_t group = 0;

@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr std::size_t most_devices = 1000;
-constexpr std::size_t most_datasrcs = 10000;
-constexpr std::size_t most_paths = 10000;
+constexpr std::size_t max_devices = 1000;
+constexpr std::size_t max_datasrcs = 10000;
+constexpr std::size_t max_paths = 10000;
 
 std::string_view text_in(const nde_text &field)
 {
@@ -114,7 +114,7 @@ int32_t nde_device_set(probe &agent, const rmonrpc_nde_device_t &request)
     const std::string_view community = text_in(request.commString);
     if (request.head.operation != NDE_SET || !is_printable(name) || !is_printable(community))
         return bad_value;
-    if (tables.devices.size() >= most_devices && !tables.devices.contains(*address))
+    if (tables.devices.size() >= max_devices && !tables.devices.contains(*address))
         return gen_err;
     tables.devices[*address] = {std::string(name), std::string(community)};
     return no_error;
@@ -173,7 +173,7 @@ int32_t nde_datasrc_set(probe &agent, const rmonrpc_nde_datasrc_t &request)
     }
     if (!tables.devices.contains(*address))
         return no_such_name;
-    if (tables.datasrcs.size() >= most_datasrcs)
+    if (tables.datasrcs.size() >= max_datasrcs)
         return gen_err;
     tables.datasrcs[{*address, free_index(tables, *address)}] = name;
     return no_error;
@@ -189,7 +189,7 @@ int32_t load_nde_datasrc(probe &agent, const rmonrpc_nde_datasrc_t &kept)
 {
     const auto address = address_of(kept.head);
     nde_tables &tables = storage<nde_tables>(agent);
-    if (!address || !tables.devices.contains(*address) || tables.datasrcs.size() >= most_datasrcs)
+    if (!address || !tables.devices.contains(*address) || tables.datasrcs.size() >= max_datasrcs)
         return bad_value;
     tables.datasrcs[{*address, kept.datasrcIndex}] = text_in(kept.datasrcName);
     return no_error;
@@ -223,7 +223,7 @@ int32_t nde_flow_path_set(probe &agent, const rmonrpc_nde_flow_path_t &request)
         return bad_value;
     if (!tables.datasrcs.contains({*address, request.datasrcIndex}))
         return no_such_name;
-    if (tables.paths.size() >= most_paths && !tables.paths.contains(key))
+    if (tables.paths.size() >= max_paths && !tables.paths.contains(key))
         return gen_err;
     tables.paths.insert(key);
     return no_error;

@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr std::size_t most_devices = 1000;
-constexpr std::size_t most_interfaces = 1000; // of one device
+constexpr std::size_t max_devices = 1000;
+constexpr std::size_t max_interfaces = 1000; // of one device
 
 /** Packets taken in one go. */
 constexpr int packets_in_a_round = 256;
@@ -33,7 +33,7 @@ template <class Table> void make_room(Table &table, std::size_t most)
 }
 
 /** Interfaces that one packet may add: real ones name a few, and room must be looked for. */
-constexpr int most_new_interfaces = 64;
+constexpr int max_new_interfaces = 64;
 
 struct seen_packet {
     learned_device *device;
@@ -47,9 +47,9 @@ void note_interface(seen_packet &seen, int32_t index, int32_t direction)
         return;
     auto &interfaces = seen.device->interfaces;
     if (!interfaces.contains(index)) {
-        if (++seen.added > most_new_interfaces)
+        if (++seen.added > max_new_interfaces)
             return;
-        make_room(interfaces, most_interfaces);
+        make_room(interfaces, max_interfaces);
     }
     learned_interface &row = interfaces[index];
     row.directions |= direction;
@@ -88,7 +88,7 @@ void learn(probe &agent, const nde_address &from, std::span<const uint8_t> packe
     if (!read_netflow(packet, seen.device->templates, note_flow, &seen))
         return;
     if (!known) {
-        make_room(learning.devices, most_devices);
+        make_room(learning.devices, max_devices);
         seen.device = &(learning.devices[from] = std::move(fresh));
     }
     seen.device->last_seen = seen.number;

@@ -5,12 +5,12 @@
 namespace {
 
 /** Templates kept of one device; devices use a handful. */
-constexpr std::size_t most_templates = 64;
+constexpr std::size_t max_templates = 64;
 
 /* Version 5. */
 constexpr std::size_t header_5 = 24;
 constexpr std::size_t record_5 = 48;
-constexpr uint16_t most_records_5 = 30;
+constexpr uint16_t max_records_5 = 30;
 constexpr std::size_t input_5 = 12;
 constexpr std::size_t output_5 = 14;
 
@@ -30,7 +30,7 @@ bool read_version_5(bytes packet, on_flow flow, void *context)
     if (packet.size() < header_5)
         return false;
     const uint16_t count = read_u16(&packet[2]);
-    if (count == 0 || count > most_records_5 || packet.size() < header_5 + count * record_5)
+    if (count == 0 || count > max_records_5 || packet.size() < header_5 + count * record_5)
         return false;
     for (std::size_t i = 0; i < count; i++) {
         const uint8_t *record = &packet[header_5 + i * record_5];
@@ -75,7 +75,7 @@ bool read_templates(bytes set, uint32_t source, netflow_templates &templates)
             made.record_octets += octets; // at most 65535 fields of as many octets: it fits
         }
         set = set.subspan(fields * 4);
-        if (templates.size() < most_templates || templates.contains({source, id}))
+        if (templates.size() < max_templates || templates.contains({source, id}))
             templates[{source, id}] = made;
     }
     return true;

@@ -21,10 +21,10 @@
 namespace {
 
 constexpr std::string_view ending = ".pcap";
-constexpr std::size_t longest_name = 200;
+constexpr std::size_t max_name = 200;
 
 /** Files of the directory, so that nobody who reaches the agent fills the disk. */
-constexpr int most_files = 100;
+constexpr int max_files = 100;
 
 /** The name of a file that is being written; what is asked for never begins with a dot. */
 constexpr const char unfinished[] = ".unfinished";
@@ -44,7 +44,7 @@ int files_in(int directory)
     if (!list) {
         if (again >= 0)
             close(again);
-        return most_files;
+        return max_files;
     }
     int count = 0;
     while (const dirent *entry = readdir(list))
@@ -57,7 +57,7 @@ bool has_room(int directory, const std::string &name)
 {
     struct stat old;
     return fstatat(directory, name.c_str(), &old, AT_SYMLINK_NOFOLLOW) == 0
-           || files_in(directory) < most_files;
+           || files_in(directory) < max_files;
 }
 
 /** Writes packets of a buffer, of the indexes from first to last, and closes the file. False when it fails.
@@ -128,7 +128,7 @@ std::string capture_file_name(std::string_view asked)
         name[i] = '_';
     if (name.ends_with(ending))
         name.resize(name.size() - ending.size());
-    name.resize(std::min(name.size(), longest_name));
+    name.resize(std::min(name.size(), max_name));
     return name.append(ending);
 }
 

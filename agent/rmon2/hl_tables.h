@@ -20,12 +20,12 @@
 struct probe;
 
 /** Rows of one learned table at most, whatever is desired. */
-inline constexpr uint32_t most_learned_rows = 65536;
+inline constexpr uint32_t max_learned_rows = 65536;
 
 /** Rows that a table gets for its MaxDesiredEntries: -1 leaves it to the agent. */
 inline uint32_t granted_rows(int32_t desired)
 {
-    return desired < 0 ? default_learned_rows : std::min(static_cast<uint32_t>(desired), most_learned_rows);
+    return desired < 0 ? default_learned_rows : std::min(static_cast<uint32_t>(desired), max_learned_rows);
 }
 
 /** One layer's table of a control row. View is the order, or the orders, in which it is read. */

@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t octets_of_a_layer = 4;
 
 /** Identifiers of more layers are none of a protocol (RFC 2021: at most 128 octets). */
-constexpr std::size_t longest_id = 128;
+constexpr std::size_t max_id = 128;
 
 std::vector<uint8_t> octets_of(const wire::byte_list &list)
 {
@@ -98,7 +98,7 @@ void changed(probe &agent)
 protocol *parent_of(const protocol_directory &directory, const protocol_key &key)
 {
     const std::size_t layers = key.id.size() / octets_of_a_layer;
-    if (key.id.size() % octets_of_a_layer != 0 || key.id.size() > longest_id || layers < 2
+    if (key.id.size() % octets_of_a_layer != 0 || key.id.size() > max_id || layers < 2
         || key.parameters.size() != layers
         || std::ranges::count(key.parameters, 0) != std::ssize(key.parameters))
         return nullptr;

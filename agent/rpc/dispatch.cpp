@@ -43,7 +43,7 @@ bool skip_auth(XDR *xdrs, const auth_opening &auth)
 /* Bytes to encode a reply in: at first, kept from one reply to the next, and at most. */
 constexpr std::size_t first_room = 4 * 1024;
 constexpr std::size_t usual_room = 256 * 1024;
-constexpr std::size_t most_room = 64 * 1024 * 1024;
+constexpr std::size_t max_room = 64 * 1024 * 1024;
 
 /** A result and the way it travels, as the RPC library's encoder takes them. */
 struct planned {
@@ -118,7 +118,7 @@ bool append_reply(rpc_msg &reply, std::vector<uint8_t> &output)
                 output.push_back(static_cast<uint8_t>(mark >> shift));
             output.insert(output.end(), room.begin(), room.begin() + size);
         }
-        const bool larger = !encoded && room.size() < most_room;
+        const bool larger = !encoded && room.size() < max_room;
         if (larger)
             room = std::vector<uint8_t>(room.size() * 4);
         else if (room.size() > usual_room)

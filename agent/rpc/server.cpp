@@ -13,17 +13,17 @@
 
 namespace {
 
-constexpr std::size_t most_connections = 512;
+constexpr std::size_t max_connections = 512;
 
 /** Bytes of the longest message that is taken; the longest call of any sense is far shorter. */
-constexpr std::size_t longest_message = 256 * 1024;
+constexpr std::size_t max_message = 256 * 1024;
 
 /** While more bytes than these wait for a client to read them, none of its further calls are answered. */
-constexpr std::size_t most_waiting = 256 * 1024;
+constexpr std::size_t max_waiting = 256 * 1024;
 
 /** While more bytes than these wait for all clients together, those for whom most of them wait are sent away.
  */
-constexpr std::size_t most_waiting_of_all = 32 * 1024 * 1024;
+constexpr std::size_t max_waiting_of_all = 32 * 1024 * 1024;
 
 /** A message that began must end, and a client must read some of what waits for it, within this time. */
 constexpr int64_t patience_ms = 30 * 1000;
@@ -58,7 +58,7 @@ bool send_output(connection &client)
         client.last_active = now_ms();
     }
     client.sent = 0;
-    if (client.output.capacity() > most_waiting)
+    if (client.output.capacity() > max_waiting)
         client.output = {};
     else
         client.output.clear();
@@ -96,7 +96,7 @@ std::size_t take_piece(connection &client, const uint8_t *bytes, std::size_t siz
         client.last_fragment = mark & last_fragment_bit;
         client.fragment_left = mark & ~last_fragment_bit;
         // The length is a claim: it is held against the limit, but no memory is taken for it.
-        if (client.fragment_left > longest_message - client.message.size())
+        if (client.fragment_left > max_message - client.message.size())
             return 0;
         if (client.fragment_left == 0 && client.last_fragment && !end_message(client))
             return 0;
@@ -115,7 +115,7 @@ std::size_t take_piece(connection &client, const uint8_t *bytes, std::size_t siz
 bool take_bytes(connection &client, const uint8_t *bytes, std::size_t size)
 {
     std::size_t taken = 0;
-    while (taken < size && waiting(client) <= most_waiting) {
+    while (taken < size && waiting(client) <= max_waiting) {
         const std::size_t piece = take_piece(client, bytes + taken, size - taken);
         if (piece == 0)
             return false;
@@ -136,7 +136,7 @@ bool make_room(connection &client)
             if (waiting(other) > waiting(*fullest))
                 fullest = &other;
         }
-        if (all <= most_waiting_of_all)
+        if (all <= max_waiting_of_all)
             return true;
         if (fullest == &client)
             return false;
@@ -150,7 +150,7 @@ bool settle(connection &client)
     for (;;) {
         if (!send_output(client))
             return false;
-        if (client.input.empty() || waiting(client) > most_waiting)
+        if (client.input.empty() || waiting(client) > max_waiting)
             break;
         const std::vector<uint8_t> input = std::move(client.input);
         client.input.clear();
@@ -159,7 +159,7 @@ bool settle(connection &client)
     }
     if (client.finishing && waiting(client) == 0)
         return false;
-    if (waiting(client) > most_waiting && !make_room(client))
+    if (waiting(client) > max_waiting && !make_room(client))
         return false;
     const bool wants_more = client.input.empty() && !client.finishing;
     const uint32_t events = (wants_more ? uint32_t{EPOLLIN} : 0) | (waiting(client) ? uint32_t{EPOLLOUT} : 0);
@@ -209,7 +209,7 @@ void accept_clients(tcp_server &server, bool accepting)
 
 void add_connection(tcp_server &server, int socket)
 {
-    if (server.connections.size() >= most_connections)
+    if (server.connections.size() >= max_connections)
         close_quietest(server);
     const int on = 1;
     const int idle_seconds = 60;
@@ -255,7 +255,7 @@ void on_server_tick(void *context)
         connection &client = (next++)->second;
         const bool unread = waiting(client) > 0 && client.last_active < limit;
         const bool unfinished =
-            client.message_began != 0 && client.message_began < limit && waiting(client) <= most_waiting;
+            client.message_began != 0 && client.message_began < limit && waiting(client) <= max_waiting;
         if (unread || unfinished)
             close_connection(client);
     }

@@ -12,7 +12,7 @@ namespace {
 
 bool sizes_make_sense(std::initializer_list<uint32_t> sizes)
 {
-    return std::ranges::all_of(sizes, [](uint32_t size) { return size <= most_voice_rows; });
+    return std::ranges::all_of(sizes, [](uint32_t size) { return size <= max_voice_rows; });
 }
 
 template <class Settings> Settings without_latency(const voice_config_params_t &from)

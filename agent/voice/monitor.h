@@ -21,13 +21,13 @@
 #include <vector>
 
 /** Rows of one table, as far as settings may go. */
-inline constexpr uint32_t most_voice_rows = 1000;
+inline constexpr uint32_t max_voice_rows = 1000;
 
 /** Octets on the wire of one reply's rows. */
-inline constexpr std::size_t most_voice_octets = 8 * 1024 * 1024;
+inline constexpr std::size_t max_voice_octets = 8 * 1024 * 1024;
 
 /** Calls of which a phone's row has the figures. */
-inline constexpr int32_t most_history = 5;
+inline constexpr int32_t max_history = 5;
 
 /** What is above its threshold: bits of a flag word. */
 inline constexpr uint32_t jitter_alarm = 1;
@@ -149,9 +149,9 @@ auto &seen_phone(Monitor &monitor, const std::string &name, const Identify &iden
 template <class Row, class Call> void put_in_history(Row &row, const Call &call)
 {
     auto *history = row.history.value;
-    std::copy_backward(history, history + most_history - 1, history + most_history);
+    std::copy_backward(history, history + max_history - 1, history + max_history);
     history[0] = call;
-    row.num_hist_row = std::min(row.num_hist_row + 1, most_history);
+    row.num_hist_row = std::min(row.num_hist_row + 1, max_history);
 }
 
 /** Puts a call at its place in a top table, behind those that are as bad. */

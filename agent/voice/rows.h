@@ -24,7 +24,7 @@ inline voice_key voice_key_of(const rmonrpc_row_key3_t &key)
 template <class Row> std::size_t voice_rows_wanted(const voice_key &key)
 {
     return std::min<std::size_t>(
-        rows_wanted(key.getType, key.count), most_voice_octets / wire::wire_size<Row>);
+        rows_wanted(key.getType, key.count), max_voice_octets / wire::wire_size<Row>);
 }
 
 template <class Row> Row voice_row(const Row &row)

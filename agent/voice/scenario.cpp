@@ -12,10 +12,10 @@
 namespace {
 
 /** Phones and calls of one protocol. */
-constexpr std::size_t most_entries = 10000;
+constexpr std::size_t max_entries = 10000;
 
 /** Characters of a line. */
-constexpr std::size_t longest_line = 1024;
+constexpr std::size_t max_line = 1024;
 
 std::string_view trimmed(std::string_view text)
 {
@@ -123,7 +123,7 @@ std::string begin_section(voice_scenario &scenario, std::string_view rest, take_
     } else {
         return "a section is [PROTOCOL phone NAME] or [PROTOCOL call]";
     }
-    return part.phones.size() > most_entries || part.calls.size() > most_entries ? "there are too many"
+    return part.phones.size() > max_entries || part.calls.size() > max_entries ? "there are too many"
                                                                                  : std::string{};
 }
 
@@ -173,9 +173,9 @@ std::string read_scenario(voice_scenario &scenario, const std::string &path)
         return "cannot read " + path + ": " + std::strerror(errno);
     take_value take = nullptr;
     std::string wrong;
-    char line[longest_line + 2];
+    char line[max_line + 2];
     for (int number = 1; wrong.empty() && std::fgets(line, sizeof line, file); number++) {
-        wrong = std::strlen(line) > longest_line ? "the line is too long" : read_line(scenario, line, take);
+        wrong = std::strlen(line) > max_line ? "the line is too long" : read_line(scenario, line, take);
         if (!wrong.empty())
             wrong.insert(0, path + " line " + std::to_string(number) + ": ");
     }

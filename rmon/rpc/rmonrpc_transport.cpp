@@ -32,7 +32,7 @@ constexpr uint32_t last_fragment = 0x80000000;
  * Bytes of a result at most, far beyond what a script could use: an agent that
  * goes on for ever is not to fill the machine's memory.
  */
-constexpr int64_t longest_result = 256 << 20;
+constexpr int64_t max_result = 256 << 20;
 
 constexpr int64_t no_limit = std::numeric_limits<int64_t>::max();
 
@@ -424,7 +424,7 @@ void exchange_messages(
     link->deadline = milliseconds() + milliseconds(timeout);
     if (!send_call(link, procedure, encode, argument) || !receive_header(link))
         return;
-    link->readable = longest_result;
+    link->readable = max_result;
     XDR stream = stream_of(link, XDR_DECODE);
     if (!decode(&stream, result) && link->error.re_status == RPC_SUCCESS)
         link->error.re_status = RPC_CANTDECODERES;

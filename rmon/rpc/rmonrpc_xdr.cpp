@@ -284,7 +284,7 @@ bool encode_text(XDR *xdrs, const any_text &field, uint32_t length)
 
 /* ---- byte lists ---------------------------------------------------------- */
 
-constexpr uint32_t units_in_spare = longest_run / 4;
+constexpr uint32_t units_in_spare = max_run / 4;
 
 void free_bytes(byte_list &list)
 {
@@ -295,7 +295,7 @@ void free_bytes(byte_list &list)
 
 bool take_bytes(XDR *xdrs, uint8_t *to, uint32_t count)
 {
-    uint8_t spare[longest_run];
+    uint8_t spare[max_run];
     const uint8_t *in = take(xdrs, spare, 4 * count);
     if (in)
         gather_bytes(to, in, count);
@@ -340,7 +340,7 @@ bool encode_bytes(XDR *xdrs, const byte_list &list)
     const uint8_t *bytes = bytes_of(list);
     for (uint32_t have = 0; have < list.length;) {
         const uint32_t piece = std::min(list.length - have, units_in_spare);
-        uint8_t spare[longest_run];
+        uint8_t spare[max_run];
         uint8_t *out = room(xdrs, spare, 4 * piece);
         spread_bytes(out, bytes + have, piece, false);
         if (!put(xdrs, out, spare, 4 * piece))
@@ -592,7 +592,7 @@ bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan, text_piece **
     const step *list = nullptr; // whose units come along with the next run
     uint32_t count = 0;
     for (const step *run = plan.steps; run < end;) {
-        uint8_t spare[4 * byte_list::inside + longest_run];
+        uint8_t spare[4 * byte_list::inside + max_run];
         const uint32_t ahead = list ? 4 * count : 0;
         const uint8_t *in = take(xdrs, spare, ahead + run->wire);
         bool decoded = in != nullptr;
@@ -630,7 +630,7 @@ bool encode_record(XDR *xdrs, uint8_t *record, const layout &plan)
 {
     const step *const end = plan.steps + plan.count;
     for (const step *run = plan.steps; run < end;) {
-        uint8_t spare[longest_run];
+        uint8_t spare[max_run];
         const step *next = run + 1 + run->count;
         const step *open = next < end && is_open(*next) ? next++ : nullptr;
         const uint64_t count = open ? count_of(record, *open) : 0;

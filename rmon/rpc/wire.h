@@ -146,7 +146,7 @@ template <class Record> struct layout_holder;
 /* ---- how a layout is worked out ---------------------------------------- */
 
 /** A longer run is split, so that one read's worth of it fits a small buffer on the stack. */
-inline constexpr uint32_t longest_run = 4096;
+inline constexpr uint32_t max_run = 4096;
 
 struct draft {
     static constexpr uint32_t room = 1024;
@@ -162,7 +162,7 @@ constexpr uint32_t unit_size(kind k)
 
 constexpr void add_to_run(draft &plan, uint32_t wire)
 {
-    if (plan.run == draft::room || plan.steps[plan.run].wire + wire > longest_run) {
+    if (plan.run == draft::room || plan.steps[plan.run].wire + wire > max_run) {
         plan.run = plan.count++;
         plan.steps[plan.run] = {kind::run, 0, 0, 0, nullptr};
     }
@@ -172,7 +172,7 @@ constexpr void add_to_run(draft &plan, uint32_t wire)
 constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
 {
     // A vector longer than a run goes on in the next one.
-    for (constexpr uint32_t most = longest_run / 4; count > most; offset += most, count -= most)
+    for (constexpr uint32_t most = max_run / 4; count > most; offset += most, count -= most)
         add_fixed(plan, k, offset, most);
 
     add_to_run(plan, unit_size(k) * count);

@@ -52,7 +52,7 @@ template <class Record, class Set, class Status, class Index, class Source> void
     set_to_work(agent, how, record, status);
 }
 
-int32_t most_rows;
+int32_t max_rows;
 
 } // namespace
 
@@ -92,7 +92,7 @@ std::string start_agent(started_agent &started, const std::string &capture)
 
 void start_groups(probe &agent, int32_t most)
 {
-    most_rows = most;
+    max_rows = most;
     using host = rmonrpc_host_ctl_t;
     count_with(
         agent, host_ctl_set_1, &host::hostControlStatus, &host::hostControlIndex,
@@ -138,13 +138,13 @@ void start_groups(probe &agent, int32_t most)
     count_with<hlhost>(
         agent, hlhost_ctl_set_1, &hlhost::hlHostControlStatus, &hlhost::hlHostControlIndex,
         &hlhost::hlHostControlDataSource, [](hlhost &record) {
-            record.hlHostControlNlMaxDesiredEntries = record.hlHostControlAlMaxDesiredEntries = most_rows;
+            record.hlHostControlNlMaxDesiredEntries = record.hlHostControlAlMaxDesiredEntries = max_rows;
         });
     using hlmatrix = rmonrpc_hlmatrix_ctl_t;
     count_with<hlmatrix>(
         agent, hlmatrix_ctl_set_1, &hlmatrix::hlMatrixControlStatus, &hlmatrix::hlMatrixControlIndex,
         &hlmatrix::hlMatrixControlDataSource, [](hlmatrix &record) {
-            record.hlMatrixControlNlMaxDesiredEntries = record.hlMatrixControlAlMaxDesiredEntries = most_rows;
+            record.hlMatrixControlNlMaxDesiredEntries = record.hlMatrixControlAlMaxDesiredEntries = max_rows;
         });
     rmonrpc_dsmon_aggctl_t profile{};
     profile.dsmonAggControlIndex = 1;
@@ -159,14 +159,14 @@ void start_groups(probe &agent, int32_t most)
         agent, dsmon_pdistctl_set_1, &pdctl::dsmonPdistCtlStatus, &pdctl::dsmonPdistCtlIndex,
         &pdctl::dsmonPdistCtlDataSource_ifIndex, [](pdctl &record) {
             record.dsmonPdistAggProfile = 1;
-            record.dsmonPdistCtlMaxDesiredEntries = most_rows;
+            record.dsmonPdistCtlMaxDesiredEntries = max_rows;
         });
     using hostctl = rmonrpc_dsmon_hostctl_t;
     count_with<hostctl>(
         agent, dsmon_hostctl_set_1, &hostctl::dsmonHostCtlStatus, &hostctl::dsmonHostCtlIndex,
         &hostctl::dsmonHostCtlDataSource_ifIndex, [](hostctl &record) {
             record.dsmonHostAggProfile = 1;
-            record.dsmonHostCtlMaxDesiredEntries = most_rows;
+            record.dsmonHostCtlMaxDesiredEntries = max_rows;
             record.dsmonHostCtlIPv4PrefixLen = 30;
             record.dsmonHostCtlIPv6PrefixLen = 126;
         });
@@ -175,7 +175,7 @@ void start_groups(probe &agent, int32_t most)
         agent, dsmon_matrixctl_set_1, &matrixctl::dsmonMatrixCtlStatus, &matrixctl::dsmonMatrixCtlIndex,
         &matrixctl::dsmonMatrixCtlDataSource_ifIndex, [](matrixctl &record) {
             record.dsmonMatrixAggProfile = 1;
-            record.dsmonMatrixCtlMaxDesiredEntries = most_rows;
+            record.dsmonMatrixCtlMaxDesiredEntries = max_rows;
         });
     set(agent, dsmon_aggctl_set_lock_1, int32_t{1});
     using vlan = rmonrpc_smon_vlan_ctl_t;
@@ -197,7 +197,7 @@ void start_groups(probe &agent, int32_t most)
             record.artControlRspTime5 = 5;
             record.artControlRspTime6 = 6;
             record.artControlRspTimeout = 7;
-            record.artControlRequestedSize = most_rows;
+            record.artControlRequestedSize = max_rows;
         });
     // Each group counts on the interface, so that a fuzzer that stays with one of them is noticed.
     if (agent.sources.rows.at(1).counters.size() < 14)

@@ -25,8 +25,8 @@
 
 namespace {
 
-constexpr int most_clients = 4;
-constexpr int most_turns = 1000;
+constexpr int max_clients = 4;
+constexpr int max_turns = 1000;
 
 /** Of what a row of any table holds, so that tables fill up. */
 constexpr int32_t rows = 4;
@@ -35,7 +35,7 @@ using bytes = std::vector<uint8_t>;
 
 struct session {
     started_agent started;
-    int clients[most_clients] = {-1, -1, -1, -1};
+    int clients[max_clients] = {-1, -1, -1, -1};
     sockaddr_in port{};
     sockaddr_in netflow{};
     int datagrams = -1;
@@ -87,7 +87,7 @@ void check_reply(const bytes &reply, const served_procedure &procedure, std::spa
 void turn_until_quiet(session &now)
 {
     for (int i = 0; turn_loop(now.started.agent.loop, 0) > 0; i++)
-        if (i == most_turns)
+        if (i == max_turns)
             broken("nothing keeps the loop turning");
 }
 
@@ -114,7 +114,7 @@ void hang_up(int &client)
 
 int &connected(session &now, uint8_t which)
 {
-    int &client = now.clients[which % most_clients];
+    int &client = now.clients[which % max_clients];
     if (client < 0) {
         client = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
         const int little = 4096;

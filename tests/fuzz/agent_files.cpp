@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int most_turns = 100000;
+constexpr int max_turns = 100000;
 
 memory_file &no_frames()
 {
@@ -38,7 +38,7 @@ void read_capture(std::span<const uint8_t> bytes)
             broken("there are timers");
         for (int i = 0; started.agent.files.front().reading; i++) {
             turn_loop(started.agent.loop, 0);
-            if (i == most_turns)
+            if (i == max_turns)
                 broken("a file has an end");
         }
         tick_loop(started.agent.loop);

@@ -90,7 +90,7 @@ std::vector<uint8_t> repeating(const wire::layout &layout, uint8_t unit)
 
 std::vector<uint8_t> cut_off(std::vector<uint8_t> bytes)
 {
-    bytes.resize(std::min(bytes.size(), longest_seed));
+    bytes.resize(std::min(bytes.size(), max_seed));
     return bytes;
 }
 

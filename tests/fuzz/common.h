@@ -36,7 +36,7 @@ long decode(std::span<const uint8_t> from, any_record &to);
 std::vector<uint8_t> encode(any_record &record);
 
 /** Larger seeds slow the fuzzers down more than they help. */
-inline constexpr size_t longest_seed = 8192;
+inline constexpr size_t max_seed = 8192;
 
 void write_file(const std::string &file, const std::vector<uint8_t> &bytes);
 

@@ -17,12 +17,12 @@ namespace {
 
 /* ---- memory ------------------------------------------------------------------ */
 
-long held, most_held;
+long held, max_held;
 
 void count_allocated(const volatile void *, size_t size)
 {
     held += static_cast<long>(size);
-    most_held = std::max(most_held, held);
+    max_held = std::max(max_held, held);
 }
 
 void count_freed(const volatile void *block)
@@ -75,12 +75,12 @@ std::vector<uint8_t> as_fragments(std::span<const uint8_t> message, size_t size,
 /** Notes what is allocated from here on. */
 void watch_memory()
 {
-    held = most_held = 0;
+    held = max_held = 0;
 }
 
 void check_memory(std::span<const uint8_t> arrived)
 {
-    if (most_held > fixed_allowance + allowance_per_byte * static_cast<long>(arrived.size()))
+    if (max_held > fixed_allowance + allowance_per_byte * static_cast<long>(arrived.size()))
         broken("memory grows with the bytes that arrive");
 }
 

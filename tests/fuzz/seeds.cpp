@@ -11,7 +11,7 @@
 namespace {
 
 /** Bytes of the longest row. */
-constexpr size_t longest_row = 16384;
+constexpr size_t max_row = 16384;
 /** More than there are functions; numbers beyond begin anew. */
 constexpr uint32_t functions = 320;
 
@@ -59,7 +59,7 @@ int main(int argc, char **argv)
             broken("a result ends where its fields do");
         for (const size_t count : counts) {
             std::vector<uint8_t> promising{result.begin(), result.begin() + static_cast<long>(count)};
-            promising = joined(joined(promising, {0xff, 0xff, 0xff, 0xff}), units(1, longest_seed));
+            promising = joined(joined(promising, {0xff, 0xff, 0xff, 0xff}), units(1, max_seed));
             for (const uint8_t arrival : {0, 2})
                 write_file(
                     argv[1] + number + std::to_string(count) + "-promise" + std::to_string(arrival),
@@ -72,6 +72,6 @@ int main(int argc, char **argv)
                 argv[3] + ('/' + std::to_string(i) + '-' + std::to_string(unit)),
                 joined(
                     {static_cast<uint8_t>(i >> 8), static_cast<uint8_t>(i)},
-                    units(unit, unit == 1 ? longest_row : longest_seed / 4)));
+                    units(unit, unit == 1 ? max_row : max_seed / 4)));
     return 0;
 }

@@ -29,9 +29,9 @@ constexpr uint32_t first_xid = 0x01000000;
 constexpr timeval patience{0, 1000};
 /** For a reply that is there already. */
 constexpr timeval confidence{60, 0};
-constexpr int most_calls = 12;
+constexpr int max_calls = 12;
 /** What the connection's buffers take while nobody reads. */
-constexpr size_t most_said = 64 << 10;
+constexpr size_t max_said = 64 << 10;
 
 struct bytes : std::vector<uint8_t> {
     bytes &unit(uint32_t value)
@@ -78,7 +78,7 @@ struct session {
 void say(session &now, const bytes &what)
 {
     now.said += what.size();
-    if (now.agent >= 0 && now.said <= most_said && !what.empty()
+    if (now.agent >= 0 && now.said <= max_said && !what.empty()
         && send(now.agent, what.data(), what.size(), MSG_NOSIGNAL | MSG_DONTWAIT)
                != static_cast<ssize_t>(what.size()))
         now.rule_abiding = false;
@@ -221,7 +221,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             buffers->push_back({std::calloc(1, each.result->size), each.result, nullptr, false});
 
     std::span left{data, size};
-    for (int calls = 0; calls < most_calls && left.size() >= 5; calls++) {
+    for (int calls = 0; calls < max_calls && left.size() >= 5; calls++) {
         const size_t number = (left[0] << 8 | left[1]) % all.size();
         const size_t length = std::min<size_t>(left[3] << 8 | left[4], left.size() - 5);
         step(now, all[number], (*buffers)[number], left[2], left.subspan(5, length));
