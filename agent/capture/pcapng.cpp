@@ -162,7 +162,7 @@ pcapng_block take_interface(pcapng_file &file, block_body body)
     pcapng_interface &made = file.of_section.emplace_back();
     made.number = file.interfaces++;
     made.link_type = number16(file, body.bytes);
-    made.most = number32(file, body.bytes + 4);
+    made.max_octets = number32(file, body.bytes + 4);
     if (!take_options(file, {body.bytes + fixed, body.length - fixed}, made))
         return damaged(file, "the times of an interface are too fine");
     return pcapng_block::interface;
@@ -225,8 +225,8 @@ pcapng_block take_simple_frame(pcapng_file &file, block_body body)
         return damaged(file, "a block of a frame is too short");
     const uint32_t length = number32(file, body.bytes);
     uint32_t captured = std::min(length, body.length - fixed);
-    if (!file.of_section.empty() && file.of_section[0].most != 0)
-        captured = std::min(captured, file.of_section[0].most);
+    if (!file.of_section.empty() && file.of_section[0].max_octets != 0)
+        captured = std::min(captured, file.of_section[0].max_octets);
     return take_frame(file, body, 0, fixed, captured, length);
 }
 

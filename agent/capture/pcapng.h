@@ -18,7 +18,7 @@
 struct pcapng_interface {
     uint32_t number = 0;      // in the file, from 0 on; sections do not begin again
     uint16_t link_type = 0;   // 1: Ethernet
-    uint32_t most = 0;        // octets that are captured of a frame, 0: no bound
+    uint32_t max_octets = 0;  // that are captured of a frame, 0: no bound
     uint64_t ticks = 1000000; // of the frames' times, in a second
     int64_t offset = 0;       // seconds to be added to them
     std::string name;

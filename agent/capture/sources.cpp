@@ -111,9 +111,9 @@ int take_frames(data_source &source)
 /** Takes all that is there, and no more than the ring can hold: a flood goes on meanwhile. */
 void take_waiting(data_source &source)
 {
-    const uint64_t most = room_of(source);
+    const uint64_t max_frames = room_of(source);
     int frames = 1;
-    for (uint64_t taken = 0; taken <= most && frames > 0; taken += static_cast<uint64_t>(frames))
+    for (uint64_t taken = 0; taken <= max_frames && frames > 0; taken += static_cast<uint64_t>(frames))
         frames = take_frames(source);
 }
 
@@ -169,10 +169,10 @@ pcap_t *open_capture(const std::string &name, uint32_t octets, uint32_t ring, in
 /** Octets of a frame that somebody wants to see. */
 uint32_t wanted_octets(const data_source &source)
 {
-    uint32_t most = usual_octets;
+    uint32_t octets = usual_octets;
     for (const attached_counter &counter : source.counters)
-        most = std::max(most, counter.octets);
-    return most;
+        octets = std::max(octets, counter.octets);
+    return octets;
 }
 
 /**

@@ -9,11 +9,11 @@
 
 /**
  * Keeps the rows of a table whose key is wanted, the most recently used ones
- * of them when there are more than `most`, which is the table's size from now
+ * of them when there are more than `max_rows`, which is the table's size from now
  * on. Costs as much as learning all rows anew.
  */
 template <class Key, class Row, class Wanted>
-void sift_learned(learned_table<Key, Row> &table, uint32_t most, Wanted wanted)
+void sift_learned(learned_table<Key, Row> &table, uint32_t max_rows, Wanted wanted)
 {
     std::vector<learned_use> staying; // kept ones, then from the least to the most recently used
     for (uint32_t i = 0; i < table.entries.size(); i++)
@@ -23,15 +23,15 @@ void sift_learned(learned_table<Key, Row> &table, uint32_t most, Wanted wanted)
         const bool kept = table.entries[one.index].kept;
         return kept != table.entries[other.index].kept ? kept : one.used < other.used;
     });
-    if (staying.size() > most) {
+    if (staying.size() > max_rows) {
         const auto first = std::ranges::find_if(
             staying, [&](const learned_use &one) { return !table.entries[one.index].kept; });
-        const auto surplus = static_cast<std::ptrdiff_t>(staying.size() - most);
+        const auto surplus = static_cast<std::ptrdiff_t>(staying.size() - max_rows);
         staying.erase(first, first + std::min(surplus, staying.end() - first));
     }
 
     learned_table<Key, Row> sifted;
-    sifted.most = most;
+    sifted.max_rows = max_rows;
     sifted.inserts = table.inserts;
     sifted.deletes = table.deletes + static_cast<uint32_t>(table.entries.size() - staying.size());
     sifted.version = table.version + 1;

@@ -45,7 +45,7 @@ struct learned_use {
 };
 
 template <class Key, class Row> struct learned_table {
-    uint32_t most = default_learned_rows;
+    uint32_t max_rows = default_learned_rows;
     std::vector<learned_entry<Key, Row>> entries;
     std::vector<learned_slot> slots; // a power of 2, of which at most half are taken
     uint64_t uses = 0;
@@ -250,7 +250,7 @@ Row *learn_sought(learned_table<Key, Row> &table, const tagged_key<Key> &sought)
         return &table.entries[index].row;
     }
 
-    if (table.entries.size() < table.most) {
+    if (table.entries.size() < table.max_rows) {
         grow_slots(table);
         index = static_cast<uint32_t>(table.entries.size());
         table.entries.emplace_back();

@@ -38,9 +38,9 @@ struct instance_reader {
     bool good = true; // as far as it was taken
 };
 
-inline uint32_t take_number(instance_reader &from, uint32_t most)
+inline uint32_t take_number(instance_reader &from, uint32_t max)
 {
-    if (from.rest.empty() || from.rest[0] > most) {
+    if (from.rest.empty() || from.rest[0] > max) {
         from.good = false;
         return 0;
     }

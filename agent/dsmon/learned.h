@@ -11,7 +11,7 @@
 
 template <class Counts> void begin_learned(probe &, const dsmon_row<Counts> &row, Counts &counts)
 {
-    counts.learned.most = granted_rows(row);
+    counts.learned.max_rows = granted_rows(row);
 }
 
 template <class Counts> void forget_learned(Counts &counts)
@@ -90,7 +90,7 @@ keep_counted(std::map<int32_t, dsmon_row<Counts>> &controls, int32_t control, co
     const uint32_t index = find_learned(learned, key);
     if (index == no_entry)
         return no_such_name;
-    if (keep && !learned.entries[index].kept && learned.kept >= learned.most / 2)
+    if (keep && !learned.entries[index].kept && learned.kept >= learned.max_rows / 2)
         return gen_err;
     keep_learned(learned, index, keep);
     return no_error;

@@ -24,9 +24,9 @@ constexpr std::size_t max_interfaces = 1000; // of one device
 constexpr int packets_in_a_round = 256;
 
 /** Makes room for one more in a table that is full: what was seen longest ago gives way. */
-template <class Table> void make_room(Table &table, std::size_t most)
+template <class Table> void make_room(Table &table, std::size_t max)
 {
-    if (table.size() < most)
+    if (table.size() < max)
         return;
     table.erase(
         std::ranges::min_element(table, {}, [](const auto &entry) { return entry.second.last_seen; }));

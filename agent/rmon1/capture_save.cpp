@@ -30,7 +30,7 @@ constexpr int max_files = 100;
 constexpr const char unfinished[] = ".unfinished";
 
 /** The length up to which a file says that it has packets, where none is longer. */
-constexpr uint32_t usual_longest = 65535;
+constexpr uint32_t usual_max_packet = 65535;
 
 bool is_allowed(char c)
 {
@@ -68,10 +68,10 @@ bool write_packets(FILE *file, const buffer_work &work, int64_t first, int64_t l
     const auto packet_of = [&](int64_t index) -> const captured_packet & {
         return work.packets[static_cast<std::size_t>(index - oldest)];
     };
-    uint32_t longest = usual_longest;
+    uint32_t max_packet = usual_max_packet;
     for (int64_t index = first; index <= last; index++)
-        longest = std::max(longest, packet_of(index).stored);
-    pcap_t *format = pcap_open_dead(DLT_EN10MB, static_cast<int>(longest));
+        max_packet = std::max(max_packet, packet_of(index).stored);
+    pcap_t *format = pcap_open_dead(DLT_EN10MB, static_cast<int>(max_packet));
     pcap_dumper_t *dump = format ? pcap_dump_fopen(format, file) : nullptr;
     if (!dump) {
         if (format)

@@ -130,7 +130,7 @@ struct address_watch_control_table {
                 return;
         auto &learned = storage<address_map>(agent).rows;
         sift_learned(
-            learned, learned.most, [&](const mapped_key &key) { return key.source != stopped.data_source; });
+            learned, learned.max_rows, [&](const mapped_key &key) { return key.source != stopped.data_source; });
     }
 
     static constexpr auto refresh = catch_up_row<row>;
@@ -169,7 +169,7 @@ rmonrpc_addrmap_entry_t answer(uint32_t time_mark, const mapped_key &key, const 
 void addrmap_protocols_changed(probe &agent)
 {
     sift_learned(
-        storage<address_map>(agent).rows, storage<address_map>(agent).rows.most, [&](const mapped_key &key) {
+        storage<address_map>(agent).rows, storage<address_map>(agent).rows.max_rows, [&](const mapped_key &key) {
             return is_counted<&protocol::address_map>(agent.protocols, key.network);
         });
 }
@@ -180,7 +180,7 @@ rmonrpc_addrmap_scalars_t addrmap_scalars_get(probe &agent)
     rmonrpc_addrmap_scalars_t reply{};
     reply.addressMapInserts = storage<address_map>(agent).rows.inserts;
     reply.addressMapDeletes = storage<address_map>(agent).rows.deletes;
-    reply.addressMapMaxDesiredEntries = storage<address_map>(agent).most;
+    reply.addressMapMaxDesiredEntries = storage<address_map>(agent).max_desired;
     return reply;
 }
 
@@ -188,9 +188,9 @@ int32_t addrmap_scalars_set(probe &agent, const rmonrpc_addrmap_scalars_t &reque
 {
     if (request.addressMapMaxDesiredEntries < -1)
         return bad_value;
-    storage<address_map>(agent).most = request.addressMapMaxDesiredEntries;
+    storage<address_map>(agent).max_desired = request.addressMapMaxDesiredEntries;
     sift_learned(
-        storage<address_map>(agent).rows, granted_rows(storage<address_map>(agent).most),
+        storage<address_map>(agent).rows, granted_rows(storage<address_map>(agent).max_desired),
         [](const mapped_key &) { return true; });
     return no_error;
 }
@@ -198,7 +198,7 @@ int32_t addrmap_scalars_set(probe &agent, const rmonrpc_addrmap_scalars_t &reque
 void save_address_map(probe &agent, state_writer &writer)
 {
     rmonrpc_addrmap_scalars_t record{};
-    record.addressMapMaxDesiredEntries = storage<address_map>(agent).most;
+    record.addressMapMaxDesiredEntries = storage<address_map>(agent).max_desired;
     write_record(writer, record);
 }
 

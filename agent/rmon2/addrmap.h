@@ -33,7 +33,7 @@ struct mapped_address {
 };
 
 struct address_map {
-    int32_t most = -1; // addressMapMaxDesiredEntries
+    int32_t max_desired = -1; // addressMapMaxDesiredEntries
     learned_table<mapped_key, mapped_address> rows;
     ordered_view view;
 };

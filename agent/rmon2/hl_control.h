@@ -97,7 +97,7 @@ template <counting protocol::*On, class Row> void hl_resize(Row &row)
     const uint32_t network = granted_rows(row.desired_network);
     const uint32_t application = granted_rows(row.desired_application);
     if (row.work
-        && (row.work->network.rows.most != network || row.work->application.rows.most != application))
+        && (row.work->network.rows.max_rows != network || row.work->application.rows.max_rows != application))
         sift_counts<On>(*row.work, network, application);
 }
 
@@ -105,8 +105,8 @@ template <count_function Count, class Row> int32_t hl_start(probe &agent, Row &r
 {
     row.work = std::make_shared<typename decltype(row.work)::element_type>();
     row.work->agent = &agent;
-    row.work->network.rows.most = granted_rows(row.desired_network);
-    row.work->application.rows.most = granted_rows(row.desired_application);
+    row.work->network.rows.max_rows = granted_rows(row.desired_network);
+    row.work->application.rows.max_rows = granted_rows(row.desired_application);
     return start_counting(agent, row, Count);
 }
 
@@ -120,7 +120,7 @@ template <counting protocol::*On, class Counts> void hl_sift(std::map<int32_t, h
 {
     for (auto &[index, row] : controls)
         if (row.work)
-            sift_counts<On>(*row.work, row.work->network.rows.most, row.work->application.rows.most);
+            sift_counts<On>(*row.work, row.work->network.rows.max_rows, row.work->application.rows.max_rows);
 }
 
 /** The row of this key never gives way to another one, or does again. A request_status. */

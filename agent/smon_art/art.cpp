@@ -51,7 +51,7 @@ void finish_report(probe &agent, art_work &work)
     give_up_late(work);
     std::swap(work.report, work.meter.exchanges);
     std::swap(work.report_order, work.order);
-    work.meter.exchanges.most = work.report.most;
+    work.meter.exchanges.max_rows = work.report.max_rows;
     work.reports++;
     begin_report(agent, work);
 }
@@ -121,7 +121,7 @@ struct art_control_table {
         for (std::size_t i = 0; i < started.limits.size(); i++)
             started.work->meter.limits[i] = started.limits[i] * microseconds;
         started.work->meter.timeout = started.timeout * microseconds;
-        started.work->meter.exchanges.most = started.work->report.most = granted_size(started);
+        started.work->meter.exchanges.max_rows = started.work->report.max_rows = granted_size(started);
         if (!attach(agent, started.data_source, count_art, started.work.get())) {
             started.work.reset();
             return bad_value;
@@ -230,8 +230,8 @@ int32_t average(const exchange_counters &counters)
 void add(exchange_counters &to, const exchange_counters &from)
 {
     if (from.responses) {
-        to.shortest = to.responses ? std::min(to.shortest, from.shortest) : from.shortest;
-        to.longest = std::max(to.longest, from.longest);
+        to.min_time = to.responses ? std::min(to.min_time, from.min_time) : from.min_time;
+        to.max_time = std::max(to.max_time, from.max_time);
     }
     to.responses += from.responses;
     to.retries += from.retries;
@@ -250,8 +250,8 @@ rmonrpc_art_rpt_t report_row(int32_t control, const exchange_entry &entry)
     set_bytes(row.artServerAddress, {entry.key.server, entry.key.server_length});
     set_bytes(row.artClientAddress, {entry.key.client, entry.key.client_length});
     row.artAvgRspTime = average(counters);
-    row.artMinRspTime = milliseconds(counters.shortest);
-    row.artMaxRspTime = milliseconds(counters.longest);
+    row.artMinRspTime = milliseconds(counters.min_time);
+    row.artMaxRspTime = milliseconds(counters.max_time);
     row.artTotalResponses = counters.responses;
     row.artRsps1 = counters.in_range[0];
     row.artRsps2 = counters.in_range[1];
@@ -284,8 +284,8 @@ rmonrpc_art_sum_t summary_row(const server_sum &sum)
     set_bytes(row.artSummaryServerAddress, {sum.key.server, sum.key.server_length});
     row.artSummaryClients = sum.clients;
     row.artSummaryAvgRspTime = average(counters);
-    row.artSummaryMinRspTime = milliseconds(counters.shortest);
-    row.artSummaryMaxRspTime = milliseconds(counters.longest);
+    row.artSummaryMinRspTime = milliseconds(counters.min_time);
+    row.artSummaryMaxRspTime = milliseconds(counters.max_time);
     row.artSummaryTotalResponses = counters.responses;
     row.artSummaryRsps1 = counters.in_range[0];
     row.artSummaryRsps2 = counters.in_range[1];

@@ -61,8 +61,8 @@ void answer(const response_meter &meter, flow &connection, exchange_counters &co
         counters.timeouts++;
         return;
     }
-    counters.shortest = counters.responses ? std::min(counters.shortest, time) : time;
-    counters.longest = std::max(counters.longest, time);
+    counters.min_time = counters.responses ? std::min(counters.min_time, time) : time;
+    counters.max_time = std::max(counters.max_time, time);
     counters.responses++;
     counters.sum += static_cast<uint64_t>(time);
     const auto range = std::ranges::lower_bound(meter.limits, time) - meter.limits.begin();
@@ -204,7 +204,7 @@ void expire_requests(response_meter &meter, int64_t now)
             continue;
         const exchange_key exchange = exchange_of(entry.key, entry.row);
         // Whoever keeps silent must not take the place of those who speak.
-        const bool full = meter.exchanges.entries.size() >= meter.exchanges.most;
+        const bool full = meter.exchanges.entries.size() >= meter.exchanges.max_rows;
         if (full && find_learned(meter.exchanges, exchange) == no_entry)
             entry.row.awaited = false;
         else if (exchange_counters *counters = learn(meter.exchanges, exchange))

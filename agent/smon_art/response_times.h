@@ -40,8 +40,8 @@ struct exchange_counters {
     uint32_t timeouts;
     std::array<uint32_t, response_ranges> in_range;
     uint64_t sum; // of the response times, in microseconds like these
-    int64_t shortest;
-    int64_t longest;
+    int64_t min_time;
+    int64_t max_time;
     uint64_t client_octets;
     uint64_t server_octets;
 };

@@ -80,11 +80,11 @@ struct priority_control_table {
 /* ---- reading by control index and a small number ---------------------------------------- */
 
 /**
- * The control row and the number that a key asks for: numbers below most, of
+ * The control row and the number that a key asks for: numbers below end, of
  * which a row has those that it has seen.
  */
 template <class Row, class Seen>
-auto find_numbered(std::map<int32_t, Row> &table, const rmonrpc_row_key3_t &key, int32_t most, Seen seen)
+auto find_numbered(std::map<int32_t, Row> &table, const rmonrpc_row_key3_t &key, int32_t end, Seen seen)
 {
     struct place {
         const Row *row;
@@ -93,7 +93,7 @@ auto find_numbered(std::map<int32_t, Row> &table, const rmonrpc_row_key3_t &key,
     };
     if (key.getType == GET) {
         const auto found = table.find(key.index1);
-        if (found != table.end() && found->second.work && key.index2 >= 0 && key.index2 < most
+        if (found != table.end() && found->second.work && key.index2 >= 0 && key.index2 < end
             && seen(*found->second.work, key.index2))
             return place{&found->second, key.index1, key.index2};
     } else if (key.getType == GETNEXT || key.getType == GETBULK) {
@@ -102,7 +102,7 @@ auto find_numbered(std::map<int32_t, Row> &table, const rmonrpc_row_key3_t &key,
                 continue;
             // A later row's numbers are all behind the index.
             const int32_t after = at->first == key.index1 ? std::max(key.index2, -1) : -1;
-            for (int32_t number = after; number < most - 1;)
+            for (int32_t number = after; number < end - 1;)
                 if (seen(*at->second.work, ++number))
                     return place{&at->second, at->first, number};
         }

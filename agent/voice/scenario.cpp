@@ -36,10 +36,10 @@ std::string_view take_word(std::string_view &text)
 
 bool read_seconds(std::string_view value, uint32_t &seconds)
 {
-    constexpr uint32_t most = 365 * 24 * 3600;
+    constexpr uint32_t max_seconds = 365 * 24 * 3600;
     const char *end = value.data() + value.size();
     const auto [rest, error] = std::from_chars(value.data(), end, seconds);
-    return error == std::errc{} && rest == end && seconds <= most;
+    return error == std::errc{} && rest == end && seconds <= max_seconds;
 }
 
 /** The section in which the reader is: takes one "key = value". Empty, or what is wrong. */

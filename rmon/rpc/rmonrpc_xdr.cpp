@@ -480,8 +480,8 @@ bool decode_rows(XDR *xdrs, any_rows &field, uint32_t length, const layout &row)
         const uint64_t size = field.block ? field.block->size : 0;
         if (end + row.size > size) {
             const uint64_t wanted = std::max<uint64_t>({2 * size, first_piece, sizeof(row_block) + row.size});
-            const uint64_t most = sizeof(row_block) + uint64_t{length} * row.size;
-            row_block *larger = larger_block(field.block, std::min(wanted, most));
+            const uint64_t max_size = sizeof(row_block) + uint64_t{length} * row.size;
+            row_block *larger = larger_block(field.block, std::min(wanted, max_size));
             if (!larger)
                 break;
             field.block = larger;

@@ -90,9 +90,9 @@ std::string start_agent(started_agent &started, const std::string &capture)
     return {};
 }
 
-void start_groups(probe &agent, int32_t most)
+void start_groups(probe &agent, int32_t rows)
 {
-    max_rows = most;
+    max_rows = rows;
     using host = rmonrpc_host_ctl_t;
     count_with(
         agent, host_ctl_set_1, &host::hostControlStatus, &host::hostControlIndex,

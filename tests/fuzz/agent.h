@@ -31,6 +31,6 @@ std::string start_agent(started_agent &started, const std::string &capture);
 
 /** Sets a row of each group that counts frames to work, on interface 1, with index 1, with tables of so many
  * rows. */
-void start_groups(probe &agent, int32_t most);
+void start_groups(probe &agent, int32_t rows);
 
 void stop_agent(started_agent &started);

@@ -92,14 +92,14 @@ void turn_until_quiet(session &now)
 }
 
 /** Reads what a client was sent; at most so much, when it is slow. */
-void read_replies(int client, std::size_t most)
+void read_replies(int client, std::size_t max_size)
 {
     std::array<char, 16384> taken;
-    while (most > 0) {
-        const ssize_t size = recv(client, taken.data(), std::min(most, taken.size()), MSG_DONTWAIT);
+    while (max_size > 0) {
+        const ssize_t size = recv(client, taken.data(), std::min(max_size, taken.size()), MSG_DONTWAIT);
         if (size <= 0)
             return;
-        most -= static_cast<std::size_t>(size);
+        max_size -= static_cast<std::size_t>(size);
     }
 }
 

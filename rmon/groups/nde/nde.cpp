@@ -11,8 +11,8 @@ namespace rmon {
 bool convert_read_address(script_call call, zval *argument, rmonrpc_nde_head_t &head)
 {
     ZVAL_DEREF(argument);
-    constexpr uint32_t most = sizeof head.address.value;
-    if (Z_TYPE_P(argument) == IS_ARRAY && zend_hash_num_elements(Z_ARRVAL_P(argument)) > most) {
+    constexpr uint32_t max_elements = sizeof head.address.value;
+    if (Z_TYPE_P(argument) == IS_ARRAY && zend_hash_num_elements(Z_ARRVAL_P(argument)) > max_elements) {
         zend_error(
             E_WARNING, "too many (%d) elements in addr!",
             static_cast<int>(zend_hash_num_elements(Z_ARRVAL_P(argument))));
