@@ -44,9 +44,9 @@ void wake_in(capture_file &file, int64_t delay)
     timerfd_settime(file.timer, 0, &when, nullptr);
 }
 
-bool is_ethernet(const pcapng_interface &link)
+bool is_ethernet(const pcapng_interface &iface)
 {
-    return link.link_type == DLT_EN10MB;
+    return iface.link_type == DLT_EN10MB;
 }
 
 /**
@@ -94,24 +94,24 @@ void close_capture(capture_file &file)
 
 interface interface_of(const std::string &name, int32_t index, bool ethernet)
 {
-    interface link;
-    link.index = index;
-    link.name = name;
-    link.hardware_type = ethernet ? ARPHRD_ETHER : ARPHRD_NONE;
-    link.flags = IFF_UP | IFF_RUNNING;
-    link.oper_state = IF_OPER_UP;
-    link.mtu = 1500;
-    link.file = true;
-    return link;
+    interface iface;
+    iface.index = index;
+    iface.name = name;
+    iface.hardware_type = ethernet ? ARPHRD_ETHER : ARPHRD_NONE;
+    iface.flags = IFF_UP | IFF_RUNNING;
+    iface.oper_state = IF_OPER_UP;
+    iface.mtu = 1500;
+    iface.file = true;
+    return iface;
 }
 
 /** One of several interfaces of a file: by its place, and by its name if that can be read. */
-std::string name_of(const std::string &path, const pcapng_interface &link)
+std::string name_of(const std::string &path, const pcapng_interface &iface)
 {
-    std::string name = path + "#" + std::to_string(link.number + 1);
+    std::string name = path + "#" + std::to_string(iface.number + 1);
     const auto is_printable = [](char c) { return c > ' ' && c <= '~'; };
-    if (!link.name.empty() && std::ranges::all_of(link.name, is_printable))
-        name += " " + link.name;
+    if (!iface.name.empty() && std::ranges::all_of(iface.name, is_printable))
+        name += " " + iface.name;
     return name;
 }
 
@@ -143,7 +143,7 @@ next_frame read_next_block(capture_file &file)
         file.skipped++;
         return next_frame::skipped;
     }
-    if (frame.from->number >= file.links.size())
+    if (frame.from->number >= file.interfaces.size())
         return tell_damage(file, "it has changed since the start");
     file.from = frame.from->number;
     file.bytes = frame.bytes;
@@ -182,11 +182,11 @@ void begin_round(capture_file &file)
 }
 
 /** Counts as a kernel does for the interfaces that it has. */
-void count_link(capture_file &file)
+void count_interface(capture_file &file)
 {
     file.frames++;
     file.frames_of_round++;
-    link_counters &counters = file.links[file.from]->counters;
+    kernel_counters &counters = file.interfaces[file.from]->counters;
     counters.rx_packets++;
     counters.rx_bytes += file.length;
     if (file.captured > 0 && file.bytes[0] & 1)
@@ -240,8 +240,8 @@ void end_round(capture_file &file)
 void find_counting(capture_file &file)
 {
     file.counted.clear();
-    for (const interface *link : file.links) {
-        const auto found = file.sources->rows.find(link->index);
+    for (const interface *iface : file.interfaces) {
+        const auto found = file.sources->rows.find(iface->index);
         file.counted.push_back(found == file.sources->rows.end() ? nullptr : &found->second);
     }
 }
@@ -287,7 +287,7 @@ void on_turn(void *context, uint32_t)
             file.waiting = true;
             return;
         }
-        count_link(file);
+        count_interface(file);
         if (data_source *source = file.counted[file.from])
             take_frame(*source, file.bytes, file.captured, file.length, file.stamp);
     }
@@ -312,11 +312,11 @@ std::string open_capture_files(
             return wrong;
         if (found.empty())
             found.emplace_back().link_type = DLT_EN10MB;
-        for (const pcapng_interface &link : found) {
+        for (const pcapng_interface &iface : found) {
             const auto index = static_cast<int32_t>(interfaces.rows.size() + 1);
-            const std::string name = found.size() == 1 ? path : name_of(path, link);
-            file.links.push_back(
-                &interfaces.rows.emplace(index, interface_of(name, index, is_ethernet(link))).first->second);
+            const std::string name = found.size() == 1 ? path : name_of(path, iface);
+            file.interfaces.push_back(
+                &interfaces.rows.emplace(index, interface_of(name, index, is_ethernet(iface))).first->second);
         }
     }
     return {};

@@ -29,7 +29,7 @@ struct file_reading {
 
 struct capture_file {
     source_table *sources = nullptr;
-    std::vector<interface *> links; // whose parts it plays
+    std::vector<interface *> interfaces; // whose parts it plays
     std::string path;
     bool recorded = false;
     bool repeat = false;
@@ -45,12 +45,12 @@ struct capture_file {
     int64_t first_stamp = 0; // time of recording of the round's first frame, microseconds
     // A frame that is read and whose time has not come.
     bool waiting = false;
-    uint32_t from = 0; // of the links
+    uint32_t from = 0; // of the interfaces
     const uint8_t *bytes = nullptr;
     uint32_t captured = 0;
     uint32_t length = 0;
     int64_t stamp = 0;
-    std::vector<data_source *> counted; // of the links, while it is their turn; null: nobody counts on it
+    std::vector<data_source *> counted; // of the interfaces, while it is their turn; null: nobody counts on it
 };
 
 using capture_files = std::list<capture_file>;

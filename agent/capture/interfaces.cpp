@@ -30,29 +30,29 @@ interface interface_from(const nlmsghdr *message)
     const auto found = attributes_from<IFLA_MAX>(IFLA_RTA(header), static_cast<int>(IFLA_PAYLOAD(message)));
     const auto info = attributes_within<IFLA_INFO_MAX>(found.at[IFLA_LINKINFO]);
 
-    interface link;
-    link.index = header->ifi_index;
-    link.name = text_from(found.at[IFLA_IFNAME]);
-    link.hardware_type = header->ifi_type;
-    link.flags = header->ifi_flags;
-    link.oper_state = attribute_value<uint8_t>(found.at[IFLA_OPERSTATE]);
-    link.mtu = attribute_value<int32_t>(found.at[IFLA_MTU]);
+    interface iface;
+    iface.index = header->ifi_index;
+    iface.name = text_from(found.at[IFLA_IFNAME]);
+    iface.hardware_type = header->ifi_type;
+    iface.flags = header->ifi_flags;
+    iface.oper_state = attribute_value<uint8_t>(found.at[IFLA_OPERSTATE]);
+    iface.mtu = attribute_value<int32_t>(found.at[IFLA_MTU]);
     if (const rtattr *address = found.at[IFLA_ADDRESS]) {
         const auto *bytes = static_cast<const uint8_t *>(RTA_DATA(address));
-        link.address.assign(bytes, bytes + RTA_PAYLOAD(address));
+        iface.address.assign(bytes, bytes + RTA_PAYLOAD(address));
     }
-    link.kind = text_from(info.at[IFLA_INFO_KIND]);
-    link.adapter = found.at[IFLA_PARENT_DEV_NAME] != nullptr;
-    if (link.kind == "vlan") {
+    iface.kind = text_from(info.at[IFLA_INFO_KIND]);
+    iface.adapter = found.at[IFLA_PARENT_DEV_NAME] != nullptr;
+    if (iface.kind == "vlan") {
         const auto vlan = attributes_within<IFLA_VLAN_MAX>(info.at[IFLA_INFO_DATA]);
-        link.vlan = attribute_value<uint16_t>(vlan.at[IFLA_VLAN_ID]);
+        iface.vlan = attribute_value<uint16_t>(vlan.at[IFLA_VLAN_ID]);
     }
-    link.counters = attribute_value<link_counters>(found.at[IFLA_STATS64]);
-    return link;
+    iface.counters = attribute_value<kernel_counters>(found.at[IFLA_STATS64]);
+    return iface;
 }
 
 /** A message about an interface as such: bridges also announce their ports in messages of the same type. */
-bool is_link(const nlmsghdr *message, uint16_t type)
+bool is_about_interface(const nlmsghdr *message, uint16_t type)
 {
     return message->nlmsg_type == type && message->nlmsg_len >= NLMSG_LENGTH(sizeof(ifinfomsg))
            && static_cast<const ifinfomsg *>(NLMSG_DATA(message))->ifi_family == AF_UNSPEC;
@@ -64,39 +64,39 @@ bool same_state(const interface &a, const interface &b)
 }
 
 /** Takes over a new description; the time of the last change stays with the row. */
-interface &put(interface_table &table, interface &&link, uint32_t up_time)
+interface &put(interface_table &table, interface &&iface, uint32_t up_time)
 {
-    const auto [found, added] = table.rows.try_emplace(link.index);
+    const auto [found, added] = table.rows.try_emplace(iface.index);
     interface &row = found->second;
-    link.last_change = added || !same_state(link, row) ? up_time : row.last_change;
-    row = std::move(link);
+    iface.last_change = added || !same_state(iface, row) ? up_time : row.last_change;
+    row = std::move(iface);
     return row;
 }
 
-struct link_question {
+struct interface_question {
     nlmsghdr header;
-    ifinfomsg link;
+    ifinfomsg about;
 };
 
-link_question question_about(int32_t index)
+interface_question question_about(int32_t index)
 {
-    link_question question{};
+    interface_question question{};
     question.header.nlmsg_len = sizeof question;
     question.header.nlmsg_type = RTM_GETLINK;
-    question.link.ifi_index = index;
+    question.about.ifi_index = index;
     return question;
 }
 
 void put_first(void *context, const nlmsghdr *message)
 {
-    if (is_link(message, RTM_NEWLINK))
+    if (is_about_interface(message, RTM_NEWLINK))
         put(*static_cast<interface_table *>(context), interface_from(message), 0);
 }
 
 /** All interfaces that there are now. 0 or an error number. */
 int fetch_all(interface_table &table)
 {
-    link_question question = question_about(0);
+    interface_question question = question_about(0);
     question.header.nlmsg_flags = NLM_F_DUMP;
     return ask_netlink(table.questions, &question.header, put_first, &table);
 }
@@ -110,9 +110,9 @@ struct hearing {
 void put_announced(void *context, const nlmsghdr *message)
 {
     auto &heard = *static_cast<hearing *>(context);
-    if (is_link(message, RTM_NEWLINK)) {
+    if (is_about_interface(message, RTM_NEWLINK)) {
         heard.news.changed.push_back(put(*heard.table, interface_from(message), heard.up_time).index);
-    } else if (is_link(message, RTM_DELLINK)) {
+    } else if (is_about_interface(message, RTM_DELLINK)) {
         const int32_t index = static_cast<const ifinfomsg *>(NLMSG_DATA(message))->ifi_index;
         heard.table->rows.erase(index);
         heard.news.gone.push_back(index);
@@ -142,7 +142,7 @@ void catch_up(hearing &heard)
 
 void take_fetched(void *context, const nlmsghdr *message)
 {
-    if (is_link(message, RTM_NEWLINK))
+    if (is_about_interface(message, RTM_NEWLINK))
         *static_cast<interface *>(context) = interface_from(message);
 }
 
@@ -201,7 +201,7 @@ interface *fetch_interface(interface_table &table, int32_t index)
         return nullptr;
     if (found->second.file)
         return &found->second;
-    link_question question = question_about(index);
+    interface_question question = question_about(index);
     interface fresh;
     const int error = ask_netlink(table.questions, &question.header, take_fetched, &fresh);
     if (error == ENODEV)
@@ -212,21 +212,21 @@ interface *fetch_interface(interface_table &table, int32_t index)
     return &found->second;
 }
 
-bool is_ethernet_like(const interface &link)
+bool is_ethernet_like(const interface &iface)
 {
-    return link.hardware_type == ARPHRD_ETHER || link.hardware_type == ARPHRD_LOOPBACK;
+    return iface.hardware_type == ARPHRD_ETHER || iface.hardware_type == ARPHRD_LOOPBACK;
 }
 
-bool is_measured(const interface_table &table, const interface &link)
+bool is_measured(const interface_table &table, const interface &iface)
 {
-    return is_ethernet_like(link)
+    return is_ethernet_like(iface)
            && (table.measured.empty()
-               || std::ranges::find(table.measured, link.name) != table.measured.end());
+               || std::ranges::find(table.measured, iface.name) != table.measured.end());
 }
 
-uint32_t speed_of(const interface &link)
+uint32_t speed_of(const interface &iface)
 {
-    if (link.file)
+    if (iface.file)
         return 0;
     const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     if (socket < 0)
@@ -234,7 +234,7 @@ uint32_t speed_of(const interface &link)
     ethtool_cmd command{};
     command.cmd = ETHTOOL_GSET;
     ifreq request{};
-    link.name.copy(request.ifr_name, IFNAMSIZ - 1);
+    iface.name.copy(request.ifr_name, IFNAMSIZ - 1);
     request.ifr_data = reinterpret_cast<char *>(&command);
     const bool known = ioctl(socket, SIOCETHTOOL, &request) == 0;
     close(socket);
@@ -246,9 +246,9 @@ uint32_t speed_of(const interface &link)
     return bits < UINT32_MAX ? static_cast<uint32_t>(bits) : UINT32_MAX;
 }
 
-uint32_t queue_length_of(const interface_table &table, const interface &link)
+uint32_t queue_length_of(const interface_table &table, const interface &iface)
 {
-    if (link.file)
+    if (iface.file)
         return 0;
     struct {
         nlmsghdr header;
@@ -257,8 +257,8 @@ uint32_t queue_length_of(const interface_table &table, const interface &link)
     question.header.nlmsg_len = sizeof question;
     question.header.nlmsg_type = RTM_GETQDISC;
     question.header.nlmsg_flags = NLM_F_DUMP;
-    question.queue.tcm_ifindex = link.index;
-    queue_search search{link.index, 0};
+    question.queue.tcm_ifindex = iface.index;
+    queue_search search{iface.index, 0};
     ask_netlink(table.questions, &question.header, take_queue, &search);
     return search.length;
 }

@@ -14,7 +14,7 @@
 #include <linux/if_link.h>
 
 /** The kernel's counters of one interface, 64 bits wide. */
-using link_counters = rtnl_link_stats64;
+using kernel_counters = rtnl_link_stats64;
 
 struct interface {
     int32_t index = 0;
@@ -29,7 +29,7 @@ struct interface {
     uint32_t vlan = 0;        // VLAN id, when kind is "vlan"
     uint32_t last_change = 0; // sysUpTime at which its state became what it is; 0: before the agent's start
     bool file = false;        // no interface of this machine: a capture file plays its part
-    link_counters counters{};
+    kernel_counters counters{};
 };
 
 struct interface_table {
@@ -56,13 +56,13 @@ interface_news hear_interfaces(interface_table &table, uint32_t up_time);
 interface *fetch_interface(interface_table &table, int32_t index);
 
 /** True for what carries Ethernet frames: adapters, their virtual kin, and the loopback. */
-bool is_ethernet_like(const interface &link);
+bool is_ethernet_like(const interface &iface);
 
 /** What may be a data source: carries Ethernet frames, and is one of those that are measured. */
-bool is_measured(const interface_table &table, const interface &link);
+bool is_measured(const interface_table &table, const interface &iface);
 
 /** Bits per second as ifSpeed states them: 0 unknown, 4294967295 when more than fits. */
-uint32_t speed_of(const interface &link);
+uint32_t speed_of(const interface &iface);
 
 /** Packets that wait to be sent. */
-uint32_t queue_length_of(const interface_table &table, const interface &link);
+uint32_t queue_length_of(const interface_table &table, const interface &iface);

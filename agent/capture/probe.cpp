@@ -64,15 +64,15 @@ uint32_t frame_time(probe &agent, const frame &seen)
 
 void tell_of_silence(const probe &agent, int32_t data_source, std::string_view table, int32_t index)
 {
-    const auto link = agent.interfaces.rows.find(data_source);
+    const auto iface = agent.interfaces.rows.find(data_source);
     const auto source = agent.sources.rows.find(data_source);
-    if (link == agent.interfaces.rows.end())
+    if (iface == agent.interfaces.rows.end())
         return;
     const bool capturing = source != agent.sources.rows.end()
                                ? source->second.capturing
-                               : agent.sources.may_capture || link->second.file;
+                               : agent.sources.may_capture || iface->second.file;
     if (!capturing)
         std::fprintf(
             stderr, "rmon-agent: %.*s %d counts nothing: there is no capture on %s\n",
-            static_cast<int>(table.size()), table.data(), index, link->second.name.c_str());
+            static_cast<int>(table.size()), table.data(), index, iface->second.name.c_str());
 }

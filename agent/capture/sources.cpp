@@ -188,21 +188,21 @@ uint32_t ring_of_interface(const source_table &table)
     if (sysinfo(&machine) != 0)
         return smallest_ring;
     const uint64_t memory = uint64_t{machine.totalram} * machine.mem_unit >> 20;
-    const auto links = std::ranges::count_if(
+    const auto interfaces = std::ranges::count_if(
         table.interfaces->rows, [](const auto &entry) { return is_ethernet_like(entry.second); });
     const uint64_t share =
-        memory / share_of_memory / static_cast<uint64_t>(std::max<std::ptrdiff_t>(links, 1));
+        memory / share_of_memory / static_cast<uint64_t>(std::max<std::ptrdiff_t>(interfaces, 1));
     return static_cast<uint32_t>(std::clamp<uint64_t>(share, smallest_ring, usual_ring));
 }
 
 /** Starts capture on an interface that is up; where that fails for good, the kernel's counters must do. */
-void start_capture(data_source &source, const interface &link)
+void start_capture(data_source &source, const interface &iface)
 {
     int code = 0;
     std::string why;
     const uint32_t octets = wanted_octets(source);
     const uint32_t ring = ring_of_interface(*source.table);
-    pcap_t *capture = open_capture(link.name, octets, ring, code, why);
+    pcap_t *capture = open_capture(iface.name, octets, ring, code, why);
     if (!capture) {
         if (code == PCAP_ERROR_IFACE_NOT_UP || code == PCAP_ERROR_NO_SUCH_DEVICE)
             return; // it went down or away just now
@@ -210,7 +210,7 @@ void start_capture(data_source &source, const interface &link)
             stderr,
             "rmon-agent: cannot capture on %s (%s): its statistics come from the kernel's counters, "
             "and rows that count frames count nothing\n",
-            link.name.c_str(), why.c_str());
+            iface.name.c_str(), why.c_str());
         source.capturing = false;
         return;
     }
@@ -229,9 +229,9 @@ void resume_capture(data_source &source)
 {
     if (!source.capturing || source.capture)
         return;
-    const auto link = source.table->interfaces->rows.find(source.index);
-    if (link != source.table->interfaces->rows.end() && link->second.flags & IFF_UP && !link->second.file)
-        start_capture(source, link->second);
+    const auto iface = source.table->interfaces->rows.find(source.index);
+    if (iface != source.table->interfaces->rows.end() && iface->second.flags & IFF_UP && !iface->second.file)
+        start_capture(source, iface->second);
 }
 
 /* ---- the kernel's counters ---------------------------------------------------------- */
@@ -247,7 +247,7 @@ uint64_t growth(uint64_t before, uint64_t now)
  * they had no room, to themselves, but count them. (What the kernel calls
  * dropped is no loss: frames of protocols that nobody on this machine speaks.)
  */
-void count_errors(ether_counters &total, const link_counters &before, const link_counters &now)
+void count_errors(ether_counters &total, const kernel_counters &before, const kernel_counters &now)
 {
     total.drop_events += growth(before.rx_missed_errors, now.rx_missed_errors);
     total.crc_align_errors +=
@@ -260,7 +260,7 @@ void count_errors(ether_counters &total, const link_counters &before, const link
  * it also receives, as the same frame; its counters leave out the frame's
  * header.
  */
-void count_kernel_frames(data_source &source, const link_counters &before, const link_counters &now)
+void count_kernel_frames(data_source &source, const kernel_counters &before, const kernel_counters &now)
 {
     constexpr uint64_t header_octets = 14;
     ether_counters &total = source.total;
@@ -279,16 +279,16 @@ void count_kernel_frames(data_source &source, const link_counters &before, const
 
 void take_kernel_counters(data_source &source)
 {
-    const interface *link = fetch_interface(*source.table->interfaces, source.index);
-    if (!link)
+    const interface *iface = fetch_interface(*source.table->interfaces, source.index);
+    if (!iface)
         return;
     const uint64_t lost_before = source.total.drop_events;
-    count_errors(source.total, source.kernel, link->counters);
+    count_errors(source.total, source.kernel, iface->counters);
     source.losses +=
         source.total.drop_events != lost_before; // in front of the next frame, as far as one knows
     if (!source.capturing)
-        count_kernel_frames(source, source.kernel, link->counters);
-    source.kernel = link->counters;
+        count_kernel_frames(source, source.kernel, iface->counters);
+    source.kernel = iface->counters;
 }
 
 void on_source_tick(void *context)
@@ -303,16 +303,16 @@ void on_source_tick(void *context)
 
 bool open_source(source_table &table, int32_t index)
 {
-    const interface *link = fetch_interface(*table.interfaces, index);
-    if (!link || !is_measured(*table.interfaces, *link))
+    const interface *iface = fetch_interface(*table.interfaces, index);
+    if (!iface || !is_measured(*table.interfaces, *iface))
         return false;
     data_source &source = table.rows[index];
     source.table = &table;
     source.index = index;
-    source.loopback = link->hardware_type == ARPHRD_LOOPBACK;
-    source.shortest = link->adapter ? shortest_on_the_wire : 0;
-    source.capturing = table.may_capture || link->file;
-    source.kernel = link->counters;
+    source.loopback = iface->hardware_type == ARPHRD_LOOPBACK;
+    source.shortest = iface->adapter ? shortest_on_the_wire : 0;
+    source.capturing = table.may_capture || iface->file;
+    source.kernel = iface->counters;
     resume_capture(source);
     return true;
 }
@@ -434,10 +434,10 @@ const ether_counters &source_counters(source_table &table, int32_t index)
 void source_changed(source_table &table, int32_t index)
 {
     const auto found = table.rows.find(index);
-    const auto link = table.interfaces->rows.find(index);
-    if (found == table.rows.end() || link == table.interfaces->rows.end())
+    const auto iface = table.interfaces->rows.find(index);
+    if (found == table.rows.end() || iface == table.interfaces->rows.end())
         return;
-    if (link->second.flags & IFF_UP)
+    if (iface->second.flags & IFF_UP)
         resume_capture(found->second);
     else
         stop_capture(found->second);

@@ -42,7 +42,7 @@ void sift_learned(learned_table<Key, Row> &table, uint32_t max_rows, Wanted want
         sifted.entries[index].key = table.entries[old].key;
         sifted.entries[index].row = table.entries[old].row;
         sifted.entries[index].tag = table.entries[old].tag;
-        link_slot(sifted, index);
+        set_slot(sifted, index);
         begin_use(sifted, index);
         keep_learned(sifted, index, table.entries[old].kept);
     }

@@ -159,7 +159,7 @@ template <class Key, class Row> uint32_t least_recently_used(learned_table<Key, 
 }
 
 /** Takes an entry's slot away and closes the gap, so that those behind it are still found. */
-template <class Key, class Row> void unlink_slot(learned_table<Key, Row> &table, uint32_t index)
+template <class Key, class Row> void clear_slot(learned_table<Key, Row> &table, uint32_t index)
 {
     const std::size_t mask = table.slots.size() - 1;
     std::size_t gap = table.entries[index].tag & mask;
@@ -175,7 +175,7 @@ template <class Key, class Row> void unlink_slot(learned_table<Key, Row> &table,
     table.slots[gap] = {};
 }
 
-template <class Key, class Row> void link_slot(learned_table<Key, Row> &table, uint32_t index)
+template <class Key, class Row> void set_slot(learned_table<Key, Row> &table, uint32_t index)
 {
     const std::size_t mask = table.slots.size() - 1;
     const uint32_t tag = table.entries[index].tag;
@@ -192,7 +192,7 @@ template <class Key, class Row> void grow_slots(learned_table<Key, Row> &table)
         return;
     table.slots.assign(std::max<std::size_t>(16, table.slots.size() * 2), learned_slot{});
     for (uint32_t i = 0; i < table.entries.size(); i++)
-        link_slot(table, i);
+        set_slot(table, i);
 }
 
 /** The entry with a key that has this tag, or no_entry. */
@@ -258,7 +258,7 @@ Row *learn_sought(learned_table<Key, Row> &table, const tagged_key<Key> &sought)
         index = least_recently_used(table);
         if (index == no_entry)
             return nullptr;
-        unlink_slot(table, index);
+        clear_slot(table, index);
         table.deletes++;
     }
     auto &entry = table.entries[index];
@@ -266,7 +266,7 @@ Row *learn_sought(learned_table<Key, Row> &table, const tagged_key<Key> &sought)
     entry.tag = tag;
     begin_use(table, index);
     entry.row = {};
-    link_slot(table, index);
+    set_slot(table, index);
     table.inserts++;
     table.version++;
     return &entry.row;

@@ -21,11 +21,11 @@ void count_stats(dsmon_stats_counts &counts, const frame &seen, uint8_t group)
 void take_address(const probe &agent, int32_t data_source, dsmon_stats_counts &counts)
 {
     constexpr std::array<uint8_t, 6> none{};
-    const auto link = agent.interfaces.rows.find(data_source);
+    const auto iface = agent.interfaces.rows.find(data_source);
     counts.has_address = false;
-    if (link == agent.interfaces.rows.end() || link->second.address.size() != counts.address.size())
+    if (iface == agent.interfaces.rows.end() || iface->second.address.size() != counts.address.size())
         return;
-    std::ranges::copy(link->second.address, counts.address.begin());
+    std::ranges::copy(iface->second.address, counts.address.begin());
     counts.has_address = counts.address != none;
 }
 

@@ -65,8 +65,8 @@ struct etherstats_control {
 /** Makes a row for each Ethernet-like interface. */
 void start_etherstats(probe &agent)
 {
-    for (const auto &[index, link] : agent.interfaces.rows) {
-        if (!is_measured(agent.interfaces, link) || index > last_control_index)
+    for (const auto &[index, iface] : agent.interfaces.rows) {
+        if (!is_measured(agent.interfaces, iface) || index > last_control_index)
             continue;
         etherstats_row row;
         row.data_source = index;

@@ -67,8 +67,8 @@ void take_sample(probe &agent, history_row &row)
     const ether_counters before = row.before;
     begin_interval(agent, row);
     const ether_counters counted = since(before, row.before);
-    const auto link = agent.interfaces.rows.find(row.data_source);
-    const uint32_t speed = link == agent.interfaces.rows.end() ? 0 : speed_of(link->second);
+    const auto iface = agent.interfaces.rows.find(row.data_source);
+    const uint32_t speed = iface == agent.interfaces.rows.end() ? 0 : speed_of(iface->second);
     row.samples.push_back({began, counted, utilization(counted, row.began_ms - began_ms, speed)});
     row.last_index++;
     forget_oldest(row);
@@ -169,9 +169,9 @@ void append_samples(
 void start_history(probe &agent)
 {
     int32_t next = first_control_index;
-    for (const auto &[index, link] : agent.interfaces.rows) {
+    for (const auto &[index, iface] : agent.interfaces.rows) {
         for (const int32_t interval : own_intervals) {
-            if (!is_measured(agent.interfaces, link)
+            if (!is_measured(agent.interfaces, iface)
                 || storage<history_table>(agent).size() >= history_rows.max)
                 continue;
             history_row &row = storage<history_table>(agent)[next]; // it starts where it stays

@@ -23,9 +23,9 @@ enum if_status : int32_t {
 /* Kinds of data source. */
 enum dsrc_type : uint32_t { dsrc_other = 0, dsrc_eth = 1, dsrc_vlan = 2 };
 
-int32_t type_of(const interface &link)
+int32_t type_of(const interface &iface)
 {
-    switch (link.hardware_type) {
+    switch (iface.hardware_type) {
     case ARPHRD_ETHER:
         return if_ethernet_csmacd;
     case ARPHRD_LOOPBACK:
@@ -41,9 +41,9 @@ int32_t type_of(const interface &link)
     }
 }
 
-int32_t oper_status_of(const interface &link)
+int32_t oper_status_of(const interface &iface)
 {
-    switch (link.oper_state) {
+    switch (iface.oper_state) {
     case IF_OPER_UP:
         return if_up;
     case IF_OPER_DORMANT:
@@ -58,15 +58,15 @@ int32_t oper_status_of(const interface &link)
         return if_down;
     default:
         // Drivers of virtual interfaces don't keep the state; the flags tell whether packets pass.
-        return link.flags & IFF_UP && link.flags & IFF_RUNNING ? if_up : if_down;
+        return iface.flags & IFF_UP && iface.flags & IFF_RUNNING ? if_up : if_down;
     }
 }
 
-uint32_t source_type_of(const interface &link)
+uint32_t source_type_of(const interface &iface)
 {
-    if (link.kind == "vlan")
+    if (iface.kind == "vlan")
         return dsrc_vlan;
-    return link.hardware_type == ARPHRD_ETHER ? dsrc_eth : dsrc_other;
+    return iface.hardware_type == ARPHRD_ETHER ? dsrc_eth : dsrc_other;
 }
 
 /** A Counter32: the counter modulo 2^32. */
@@ -81,7 +81,7 @@ uint32_t counter_32(uint64_t value)
  * protocols (which it counts among the dropped ones). Whether broadcast packets
  * are among the received multicast ones depends on the driver.
  */
-void fill_counters(rmonrpc_ifentry_t &row, const link_counters &kernel)
+void fill_counters(rmonrpc_ifentry_t &row, const kernel_counters &kernel)
 {
     row.ifInOctets = counter_32(kernel.rx_bytes);
     row.ifInUcastPkts = counter_32(kernel.rx_packets - kernel.multicast);
@@ -100,31 +100,31 @@ rmonrpc_ifentry_t ifentry_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     interface_table &table = agent.interfaces;
     auto found = find_row(table.rows, key.index, key.getType);
-    const interface *link = nullptr;
-    while (found != table.rows.end() && !(link = fetch_interface(table, found->first)))
+    const interface *iface = nullptr;
+    while (found != table.rows.end() && !(iface = fetch_interface(table, found->first)))
         found = key.getType == GET ? table.rows.end() : std::next(found);
 
     rmonrpc_ifentry_t row{};
-    if (!link) {
+    if (!iface) {
         row.status = no_such_name;
         return row;
     }
-    row.ifIndex = link->index;
-    set_text(row.ifDescr, link->name);
-    row.ifType = type_of(*link);
-    row.ifMtu = link->mtu;
-    row.ifSpeed = speed_of(*link);
+    row.ifIndex = iface->index;
+    set_text(row.ifDescr, iface->name);
+    row.ifType = type_of(*iface);
+    row.ifMtu = iface->mtu;
+    row.ifSpeed = speed_of(*iface);
     // The loopback has no address; the kernel shows one of zeros.
-    if (link->hardware_type != ARPHRD_LOOPBACK)
-        set_bytes(row.ifPhysAddress, link->address);
-    row.ifAdminStatus = link->flags & IFF_UP ? if_up : if_down;
-    row.ifOperStatus = oper_status_of(*link);
-    row.ifLastChange = link->last_change;
-    fill_counters(row, link->counters);
-    row.ifOutQLen = queue_length_of(table, *link);
+    if (iface->hardware_type != ARPHRD_LOOPBACK)
+        set_bytes(row.ifPhysAddress, iface->address);
+    row.ifAdminStatus = iface->flags & IFF_UP ? if_up : if_down;
+    row.ifOperStatus = oper_status_of(*iface);
+    row.ifLastChange = iface->last_change;
+    fill_counters(row, iface->counters);
+    row.ifOutQLen = queue_length_of(table, *iface);
     // Slot and port, channel group and span mode are a switch's; a host has none, and they stay 0.
-    row.dsrcType = source_type_of(*link);
-    row.dsrcVlan = link->vlan;
+    row.dsrcType = source_type_of(*iface);
+    row.dsrcVlan = iface->vlan;
     return row;
 }
 

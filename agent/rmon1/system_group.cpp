@@ -41,8 +41,8 @@ int32_t services(const probe &agent)
 {
     constexpr int32_t bridges = 1 << 1, routes = 1 << 2, end_to_end = 1 << 3, applications = 1 << 6;
     int32_t sum = end_to_end | applications;
-    for (const auto &[index, link] : agent.interfaces.rows)
-        if (link.kind == "bridge")
+    for (const auto &[index, iface] : agent.interfaces.rows)
+        if (iface.kind == "bridge")
             sum |= bridges;
     if (kernel_switch("/proc/sys/net/ipv4/ip_forward")
         || kernel_switch("/proc/sys/net/ipv6/conf/all/forwarding"))
