@@ -237,7 +237,7 @@ void end_round(capture_file &file)
 }
 
 /** Who counts the frames of this turn. Nothing opens or closes a source meanwhile. */
-void find_counting(capture_file &file)
+void find_counted(capture_file &file)
 {
     file.counted.clear();
     for (const interface *iface : file.interfaces) {
@@ -271,7 +271,7 @@ void on_turn(void *context, uint32_t)
     if (!file.reading)
         return;
 
-    find_counting(file);
+    find_counted(file);
     for (int i = 0; i < frames_in_a_round; i++) {
         const next_frame next = file.waiting ? next_frame::there : read_frame(file);
         if (next == next_frame::none) {

@@ -50,7 +50,8 @@ struct capture_file {
     uint32_t captured = 0;
     uint32_t length = 0;
     int64_t stamp = 0;
-    std::vector<data_source *> counted; // of the interfaces, while it is their turn; null: nobody counts on it
+    std::vector<data_source *>
+        counted; // of the interfaces, while it is their turn; null: nobody counts on it
 };
 
 using capture_files = std::list<capture_file>;

@@ -46,8 +46,8 @@ void take_ports(frame &to, const rest &at, uint32_t header)
 {
     if (at.captured < 4 || at.on_wire < header)
         return;
-    to.source_port = read_u16(at.bytes);
-    to.destination_port = read_u16(at.bytes + 2);
+    to.from_port = read_u16(at.bytes);
+    to.to_port = read_u16(at.bytes + 2);
 }
 
 void decode_tcp(frame &to, rest at)
@@ -219,9 +219,9 @@ void decode_frame(frame &to, const uint8_t *bytes, uint32_t captured, uint32_t l
     to.length = length;
     to.time = time;
     if (captured >= mac_octets)
-        to.destination = bytes;
+        to.to_mac = bytes;
     if (captured >= 2 * mac_octets)
-        to.source = bytes + mac_octets;
+        to.from_mac = bytes + mac_octets;
     if (captured < ether_header)
         return;
 

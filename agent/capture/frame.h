@@ -69,8 +69,8 @@ struct frame {
     uint32_t length = 0; // octets with the check sequence, as RFC 2819 counts them
     int64_t time = 0;    // microseconds since 1970, of the capture's clock
 
-    const uint8_t *destination = nullptr; // MAC addresses; null when not captured
-    const uint8_t *source = nullptr;
+    const uint8_t *to_mac = nullptr; // MAC addresses; null when not captured
+    const uint8_t *from_mac = nullptr;
     int32_t vlan = -1; // id and priority of the outermost tag (802.1Q, 802.1ad); -1: untagged
     int32_t priority = -1;
     uint16_t ethertype = 0; // behind the tags, and of SNAP; of other 802.3 frames their length (at most 1500)
@@ -84,9 +84,9 @@ struct frame {
     bool later_fragment = false; // of an IP packet: it has no transport header, and its payload no beginning
 
     const uint8_t *transport =
-        nullptr;              // what the IP headers carry, from its beginning on; null in later fragments
-    uint16_t source_port = 0; // TCP, UDP, SCTP; 0: none
-    uint16_t destination_port = 0;
+        nullptr;            // what the IP headers carry, from its beginning on; null in later fragments
+    uint16_t from_port = 0; // TCP, UDP, SCTP; 0: none
+    uint16_t to_port = 0;
     bool has_tcp_header = false; // captured as far as it has a fixed form; what follows is 0 without
     uint8_t tcp_flags = 0;
     uint32_t tcp_sequence = 0;

@@ -77,14 +77,14 @@ int32_t lasting_flags(const protocol *parent, const protocol &which)
 }
 
 /** What the groups can count of a protocol they count at first. */
-void begin_counting(const protocol *parent, protocol &which)
+void set_first_config(const protocol *parent, protocol &which)
 {
     const bool ip = which.flags & ip_protocol_itself;
-    which.address_map = ip ? counting::on : counting::not_supported;
+    which.address_map = ip ? protocol_config::on : protocol_config::not_supported;
     if (ip || which.flags & above_ip)
-        which.host = which.matrix = counting::on;
+        which.host = which.matrix = protocol_config::on;
     if (parent && parent->told_by == selector::port && is_measured(parent->number, which.number))
-        which.response_time = counting::on;
+        which.response_time = protocol_config::on;
 }
 
 protocol *append(protocol_directory &directory, protocol *parent, uint32_t number)
@@ -105,7 +105,7 @@ protocol *append(protocol_directory &directory, protocol *parent, uint32_t numbe
     made->told_by = selector_of(parent, number);
     made->flags = lasting_flags(parent, *made);
     made->carried.resize(numbers_of(made->told_by)[1]);
-    begin_counting(parent, *made);
+    set_first_config(parent, *made);
     directory.by_id[{made->id, made->parameters}] = made->local_index;
     protocol *added = made.get();
     directory.rows.push_back(std::move(made));
@@ -138,13 +138,13 @@ int32_t carried_by(const protocol *below, uint32_t number)
 }
 
 /** The application of two ports: the known one's; of two known ones that with the lower number. */
-int32_t application_of(const protocol &transport, uint32_t source_port, uint32_t destination_port)
+int32_t application_of(const protocol &transport, uint32_t from_port, uint32_t to_port)
 {
-    const int32_t source = carried_by(&transport, source_port);
-    const int32_t destination = carried_by(&transport, destination_port);
-    if (source == 0 || destination == 0)
-        return source + destination;
-    return source_port < destination_port ? source : destination;
+    const int32_t from = carried_by(&transport, from_port);
+    const int32_t to = carried_by(&transport, to_port);
+    if (from == 0 || to == 0)
+        return from + to;
+    return from_port < to_port ? from : to;
 }
 
 } // namespace
@@ -188,7 +188,7 @@ void classify(protocol_directory &directory, frame &what)
     if (!transport)
         return;
     const int32_t application =
-        what.later_fragment ? 0 : application_of(*transport, what.source_port, what.destination_port);
+        what.later_fragment ? 0 : application_of(*transport, what.from_port, what.to_port);
     what.application_index = application ? application : transport_index;
 }
 

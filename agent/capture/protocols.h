@@ -46,7 +46,7 @@ enum protocol_type : int32_t {
 };
 
 /** Whether a group counts a protocol (protocolDirHostConfig and its likes). */
-enum class counting : int32_t {
+enum class protocol_config : int32_t {
     not_supported = 1,
     off = 2,
     on = 3,
@@ -69,10 +69,10 @@ struct protocol {
     std::vector<uint8_t> parameters;
     std::string description;
     std::string owner;
-    counting address_map = counting::not_supported;
-    counting host = counting::not_supported;
-    counting matrix = counting::not_supported;
-    counting response_time = counting::not_supported;
+    protocol_config address_map = protocol_config::not_supported;
+    protocol_config host = protocol_config::not_supported;
+    protocol_config matrix = protocol_config::not_supported;
+    protocol_config response_time = protocol_config::not_supported;
     int32_t flags = 0;     // without leaf_protocol, see flags_of()
     bool active = true;    // whether frames are counted as this one
     bool modified = false; // whether a set made or changed it

@@ -28,8 +28,7 @@ take_octets(uint8_t (&octets)[max_address], const rmonrpc_dsmon_address_t &from,
 }
 
 /** A key's octets as a record's address; its length. */
-inline int32_t
-give_octets(rmonrpc_dsmon_address_t &to, const uint8_t (&octets)[max_address], uint8_t length)
+inline int32_t give_octets(rmonrpc_dsmon_address_t &to, const uint8_t (&octets)[max_address], uint8_t length)
 {
     std::memcpy(to.value, octets, std::min<uint32_t>(length, max_address));
     return length;

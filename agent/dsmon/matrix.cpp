@@ -7,15 +7,14 @@ namespace {
 
 using matrix_row = dsmon_row<dsmon_matrix_counts>;
 
-int compare_sources(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
+int compare_senders(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
 {
-    return compare_addresses(one.source, one.source_length, other.source, other.source_length);
+    return compare_addresses(one.from, one.from_length, other.from, other.from_length);
 }
 
-int compare_destinations(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
+int compare_receivers(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
 {
-    return compare_addresses(
-        one.destination, one.destination_length, other.destination, other.destination_length);
+    return compare_addresses(one.to, one.to_length, other.to, other.to_length);
 }
 
 using address_order = int (*)(const dsmon_matrix_key &, const dsmon_matrix_key &);
@@ -34,18 +33,18 @@ bool matrix_less(const dsmon_matrix_key &one, const dsmon_matrix_key &other)
     return one.application < other.application;
 }
 
-constexpr auto &source_less = matrix_less<compare_sources, compare_destinations>;
-constexpr auto &destination_less = matrix_less<compare_destinations, compare_sources>;
+constexpr auto &sender_less = matrix_less<compare_senders, compare_receivers>;
+constexpr auto &receiver_less = matrix_less<compare_receivers, compare_senders>;
 
 void count_matrix(dsmon_matrix_counts &counts, const frame &seen, uint8_t group)
 {
     if (seen.network_index == 0 || seen.from.length == 0 || seen.to.length == 0)
         return;
     dsmon_matrix_key key;
-    std::memcpy(key.source, seen.from.bytes, std::min<uint32_t>(seen.from.length, max_address));
-    std::memcpy(key.destination, seen.to.bytes, std::min<uint32_t>(seen.to.length, max_address));
-    key.source_length = seen.from.length;
-    key.destination_length = seen.to.length;
+    std::memcpy(key.from, seen.from.bytes, std::min<uint32_t>(seen.from.length, max_address));
+    std::memcpy(key.to, seen.to.bytes, std::min<uint32_t>(seen.to.length, max_address));
+    key.from_length = seen.from.length;
+    key.to_length = seen.to.length;
     key.group = group;
     key.network = seen.network_index;
     key.application = highest_protocol(seen);
@@ -85,10 +84,9 @@ using dsmon_matrix_control = dsmon_control<dsmon_matrix_kind>;
 dsmon_matrix_key key_of(const rmonrpc_dsmon_matrix_key_t &from)
 {
     dsmon_matrix_key key;
-    key.source_length =
-        take_octets(key.source, from.dsmonMatrixSourceAddress, from.dsmonMatrixSourceAddressLength);
-    key.destination_length =
-        take_octets(key.destination, from.dsmonMatrixDestAddress, from.dsmonMatrixDestAddressLength);
+    key.from_length =
+        take_octets(key.from, from.dsmonMatrixSourceAddress, from.dsmonMatrixSourceAddressLength);
+    key.to_length = take_octets(key.to, from.dsmonMatrixDestAddress, from.dsmonMatrixDestAddressLength);
     key.group = group_in_key(from.dsmonAggGroupIndex);
     key.network = from.dsmonMatrixNLIndex;
     key.application = from.dsmonMatrixALIndex;
@@ -114,9 +112,9 @@ rmonrpc_dsmon_matrixstats_t read_matrix(
             reply.dsmonAggGroupIndex = entry.key.group;
             reply.dsmonMatrixNLIndex = entry.key.network;
             reply.dsmonMatrixSourceAddressLength =
-                give_octets(reply.dsmonMatrixSourceAddress, entry.key.source, entry.key.source_length);
-            reply.dsmonMatrixDestAddressLength = give_octets(
-                reply.dsmonMatrixDestAddress, entry.key.destination, entry.key.destination_length);
+                give_octets(reply.dsmonMatrixSourceAddress, entry.key.from, entry.key.from_length);
+            reply.dsmonMatrixDestAddressLength =
+                give_octets(reply.dsmonMatrixDestAddress, entry.key.to, entry.key.to_length);
             reply.dsmonMatrixALIndex = entry.key.application;
             reply.hcPkts = entry.row.pkts;
             reply.hcOctets = entry.row.octets;
@@ -126,12 +124,12 @@ rmonrpc_dsmon_matrixstats_t read_matrix(
 
 rmonrpc_dsmon_matrixstats_t dsmon_matrixsdstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
 {
-    return read_matrix(agent, key, &dsmon_matrix_counts::by_source, source_less);
+    return read_matrix(agent, key, &dsmon_matrix_counts::by_sender, sender_less);
 }
 
 rmonrpc_dsmon_matrixstats_t dsmon_matrixdsstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
 {
-    return read_matrix(agent, key, &dsmon_matrix_counts::by_destination, destination_less);
+    return read_matrix(agent, key, &dsmon_matrix_counts::by_receiver, receiver_less);
 }
 
 int32_t dsmatrix_make_persistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
@@ -154,7 +152,7 @@ void start_dsmon_matrix(probe &agent)
 template <int32_t Direction> rmonrpc_dsmon_matrix_key_t dsmon_matrix_index(instance_reader &from)
 {
     rmonrpc_dsmon_matrix_key_t key{};
-    const auto take_source = [&] {
+    const auto take_sender = [&] {
         key.dsmonMatrixSourceAddressLength = take_octets(from, key.dsmonMatrixSourceAddress);
     };
     key.dsmonMatrixCtlIndex = take_index(from);
@@ -162,10 +160,10 @@ template <int32_t Direction> rmonrpc_dsmon_matrix_key_t dsmon_matrix_index(insta
     key.dsmonAggGroupIndex = take_number(from, UINT32_MAX);
     key.dsmonMatrixNLIndex = take_index(from);
     if (Direction == MATRIX_SD)
-        take_source();
+        take_sender();
     key.dsmonMatrixDestAddressLength = take_octets(from, key.dsmonMatrixDestAddress);
     if (Direction == MATRIX_DS)
-        take_source();
+        take_sender();
     key.dsmonMatrixALIndex = take_index(from);
     key.getType = GET;
     return key;

@@ -13,10 +13,10 @@
 #include <map>
 
 struct dsmon_matrix_key {
-    uint8_t source[max_address] = {};
-    uint8_t destination[max_address] = {};
-    uint8_t source_length = 0;
-    uint8_t destination_length = 0;
+    uint8_t from[max_address] = {};
+    uint8_t to[max_address] = {};
+    uint8_t from_length = 0;
+    uint8_t to_length = 0;
     uint8_t group = 0;
     uint8_t unused[5] = {};
     int32_t network = 0;     // protocolDirLocalIndex of the network layer
@@ -26,8 +26,8 @@ struct dsmon_matrix_key {
 struct dsmon_matrix_counts {
     dsmon_work work;
     learned_table<dsmon_matrix_key, dsmon_counters> learned;
-    ordered_view by_source;
-    ordered_view by_destination;
+    ordered_view by_sender;
+    ordered_view by_receiver;
 };
 
 using dsmon_matrix_table = std::map<int32_t, dsmon_row<dsmon_matrix_counts>>; // by dsmonMatrixCtlIndex

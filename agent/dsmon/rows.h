@@ -35,7 +35,7 @@ template <class Counts> struct dsmon_row {
 /** What each table's counts begin with. */
 struct dsmon_work {
     probe *agent = nullptr;
-    bool counting = false;
+    bool attached = false;
     dscp_map group_of{};
     uint32_t dropped = 0; // frames for which there was no room
     uint32_t now = 0;     // sysUpTime of the frame that is being counted

@@ -49,20 +49,20 @@ template <class Counts> uint32_t granted_rows(const dsmon_row<Counts> &row)
 template <class Kind> void begin_dsmon(probe &agent, dsmon_row_of<Kind> &row)
 {
     const dscp_map *map = find_profile(agent, row.profile);
-    if (!map || row.counts->work.counting)
+    if (!map || row.counts->work.attached)
         return;
     counts_of<Kind> &counts = *row.counts;
     counts.work.group_of = *map;
     Kind::begin(agent, row, counts);
-    counts.work.counting = attach(agent, row.data_source, count_dsmon_frame<Kind>, &counts);
+    counts.work.attached = attach(agent, row.data_source, count_dsmon_frame<Kind>, &counts);
 }
 
 /** Ends to count. */
 template <class Kind> void end_dsmon(probe &agent, dsmon_row_of<Kind> &row)
 {
-    if (row.counts->work.counting)
+    if (row.counts->work.attached)
         detach(agent, row.data_source, count_dsmon_frame<Kind>, row.counts.get());
-    row.counts->work.counting = false;
+    row.counts->work.attached = false;
 }
 
 template <class Kind> int32_t start_dsmon(probe &agent, dsmon_row_of<Kind> &row)

@@ -10,8 +10,8 @@ namespace {
 
 void count_stats(dsmon_stats_counts &counts, const frame &seen, uint8_t group)
 {
-    const bool sent = counts.has_address && seen.source
-                      && std::memcmp(seen.source, counts.address.data(), counts.address.size()) == 0;
+    const bool sent = counts.has_address && seen.from_mac
+                      && std::memcmp(seen.from_mac, counts.address.data(), counts.address.size()) == 0;
     dsmon_direction &direction = (sent ? counts.out : counts.in)[group];
     direction.pkts++;
     direction.octets += seen.length;

@@ -51,7 +51,7 @@ int32_t number_in(const uint8_t *field, uint32_t octets)
 }
 
 /** Reads the templates of a set. False when one is cut. */
-bool read_templates(bytes set, uint32_t source, netflow_templates &templates)
+bool read_templates(bytes set, uint32_t source_id, netflow_templates &templates)
 {
     while (set.size() >= 4) {
         const uint16_t id = read_u16(&set[0]);
@@ -75,8 +75,8 @@ bool read_templates(bytes set, uint32_t source, netflow_templates &templates)
             made.record_octets += octets; // at most 65535 fields of as many octets: it fits
         }
         set = set.subspan(fields * 4);
-        if (templates.size() < max_templates || templates.contains({source, id}))
-            templates[{source, id}] = made;
+        if (templates.size() < max_templates || templates.contains({source_id, id}))
+            templates[{source_id, id}] = made;
     }
     return true;
 }
@@ -95,7 +95,7 @@ bool read_version_9(bytes packet, netflow_templates &templates, on_flow flow, vo
 {
     if (packet.size() < header_9)
         return false;
-    const uint32_t source = read_u32(&packet[source_id_9]);
+    const uint32_t source_id = read_u32(&packet[source_id_9]);
     packet = packet.subspan(header_9);
     while (!packet.empty()) {
         if (packet.size() < set_header_9)
@@ -106,11 +106,11 @@ bool read_version_9(bytes packet, netflow_templates &templates, on_flow flow, vo
             return false;
         const bytes set = packet.subspan(set_header_9, length - set_header_9);
         if (id == template_set) {
-            if (!read_templates(set, source, templates))
+            if (!read_templates(set, source_id, templates))
                 return false;
         } else if (id >= first_data_set) {
             // Records of a template that did not come yet can't be read; they are no fault.
-            if (const auto found = templates.find({source, id}); found != templates.end())
+            if (const auto found = templates.find({source_id, id}); found != templates.end())
                 read_data(set, found->second, flow, context);
         }
         packet = packet.subspan(length);

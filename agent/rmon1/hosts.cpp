@@ -26,10 +26,10 @@ host_counts *learn_host(host_work &work, mac_key key, const frame &seen)
 /** Hosts are found by good frames; of others only the sender is counted, if it is known. */
 void count(void *context, const frame &seen)
 {
-    if (!seen.source)
+    if (!seen.from_mac)
         return;
     auto &work = *static_cast<host_work *>(context);
-    const mac_key from = mac_key_of(seen.source);
+    const mac_key from = mac_key_of(seen.from_mac);
     if (!is_good_length(seen.length)) {
         const uint32_t found = find_learned(work.learned, from);
         if (found == no_entry)
@@ -43,12 +43,12 @@ void count(void *context, const frame &seen)
     host_counts &sender = *learn_host(work, from, seen);
     sender.out_pkts++;
     sender.out_octets += seen.length;
-    if (is_broadcast(seen.destination))
+    if (is_broadcast(seen.to_mac))
         sender.out_broadcast_pkts++;
-    else if (is_group(seen.destination))
+    else if (is_group(seen.to_mac))
         sender.out_multicast_pkts++;
 
-    host_counts &receiver = *learn_host(work, mac_key_of(seen.destination), seen);
+    host_counts &receiver = *learn_host(work, mac_key_of(seen.to_mac), seen);
     receiver.in_pkts++;
     receiver.in_octets += seen.length;
 }

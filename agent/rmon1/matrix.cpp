@@ -12,10 +12,10 @@ namespace {
 /** Conversations are found by good frames; others are counted where the conversation is known. */
 void count(void *context, const frame &seen)
 {
-    if (!seen.source)
+    if (!seen.from_mac)
         return;
     auto &work = *static_cast<matrix_work *>(context);
-    const matrix_key key{mac_key_of(seen.source), mac_key_of(seen.destination)};
+    const matrix_key key{mac_key_of(seen.from_mac), mac_key_of(seen.to_mac)};
     if (!is_good_length(seen.length)) {
         const uint32_t found = find_learned(work.learned, key);
         if (found == no_entry)
@@ -65,8 +65,8 @@ struct matrix_control_table {
 rmonrpc_matrix_t matrix_reply(int32_t control, const matrix_key &key, const matrix_counts &counts)
 {
     rmonrpc_matrix_t reply{};
-    set_mac(reply.sourceAddress, key.source);
-    set_mac(reply.destAddress, key.destination);
+    set_mac(reply.sourceAddress, key.from);
+    set_mac(reply.destAddress, key.to);
     reply.index = control;
     reply.pkts = counts.pkts;
     reply.octets = counts.octets;
@@ -108,9 +108,8 @@ rmonrpc_matrix_arr_t matrix_get(probe &agent, const rmonrpc_matrix_key_t &key)
         },
         [&](matrix_control &row) -> ordered_view & { return row.work->by_direction[key.direction]; },
         [&](const matrix_key &a, const matrix_key &b) {
-            return key.direction == MATRIX_SD
-                       ? std::tie(a.source, a.destination) < std::tie(b.source, b.destination)
-                       : std::tie(a.destination, a.source) < std::tie(b.destination, b.source);
+            return key.direction == MATRIX_SD ? std::tie(a.from, a.to) < std::tie(b.from, b.to)
+                                              : std::tie(a.to, a.from) < std::tie(b.to, b.from);
         },
         [&](int32_t control, const learned_entry<matrix_key, matrix_counts> &entry) {
             rows.push_back(matrix_reply(control, entry.key, entry.row));

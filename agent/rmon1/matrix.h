@@ -14,8 +14,8 @@ struct probe;
 
 /** One direction of a conversation. */
 struct matrix_key {
-    mac_key source;
-    mac_key destination;
+    mac_key from;
+    mac_key to;
 };
 
 struct matrix_counts {

@@ -38,10 +38,10 @@ bool learn_address(
         return true;
     probe &agent = *watch.agent;
     const protocol *found = find_protocol(agent.protocols, network);
-    if (!found || found->address_map != counting::on)
+    if (!found || found->address_map != protocol_config::on)
         return true;
     mapped_address *entry =
-        learn(watch.learned->rows, {key_address_of(address), address.length, network, watch.source, 0});
+        learn(watch.learned->rows, {key_address_of(address), address.length, network, watch.data_source, 0});
     if (!entry)
         return false;
     if (std::memcmp(entry->physical, mac, sizeof entry->physical) != 0) {
@@ -87,9 +87,9 @@ bool learn_from(const address_watch &watch, const frame &seen)
 {
     if (seen.ethertype == ethertype_arp)
         return learn_from_arp(watch, seen);
-    if (seen.from.length == 0 || !seen.source)
+    if (seen.from.length == 0 || !seen.from_mac)
         return true;
-    const bool sender = learn_address(watch, seen, seen.network_index, seen.from, seen.source);
+    const bool sender = learn_address(watch, seen, seen.network_index, seen.from, seen.from_mac);
     const bool advertises = seen.ip_protocol == ip_icmp6 && seen.from.length == 16 && !seen.later_fragment;
     return (!advertises || learn_from_advertisement(watch, seen)) && sender;
 }
@@ -129,8 +129,9 @@ struct address_watch_control_table {
             if (other.work && other.data_source == stopped.data_source)
                 return;
         auto &learned = storage<address_map>(agent).rows;
-        sift_learned(
-            learned, learned.max_rows, [&](const mapped_key &key) { return key.source != stopped.data_source; });
+        sift_learned(learned, learned.max_rows, [&](const mapped_key &key) {
+            return key.data_source != stopped.data_source;
+        });
     }
 
     static constexpr auto refresh = catch_up_row<row>;
@@ -151,7 +152,7 @@ bool before(const mapped_key &a, const mapped_key &b)
     if (a.length != b.length)
         return a.length < b.length;
     const int order = compare_addresses(a.address, b.address);
-    return order != 0 ? order < 0 : a.source < b.source;
+    return order != 0 ? order < 0 : a.data_source < b.data_source;
 }
 
 rmonrpc_addrmap_entry_t answer(uint32_t time_mark, const mapped_key &key, const mapped_address &mapped)
@@ -160,7 +161,7 @@ rmonrpc_addrmap_entry_t answer(uint32_t time_mark, const mapped_key &key, const 
     row.addressMapTimeMark = time_mark;
     row.protocolDirLocalIndex = key.network;
     set_bytes(row.addressMapNetworkAddress, {key.address.bytes, key.length});
-    row.addressMapSource = key.source;
+    row.addressMapSource = key.data_source;
     set_bytes(row.addressMapPhysicalAddress, mapped.physical);
     row.addressMapLastChange = mapped.changed;
     return row;
@@ -169,7 +170,8 @@ rmonrpc_addrmap_entry_t answer(uint32_t time_mark, const mapped_key &key, const 
 void addrmap_protocols_changed(probe &agent)
 {
     sift_learned(
-        storage<address_map>(agent).rows, storage<address_map>(agent).rows.max_rows, [&](const mapped_key &key) {
+        storage<address_map>(agent).rows, storage<address_map>(agent).rows.max_rows,
+        [&](const mapped_key &key) {
             return is_counted<&protocol::address_map>(agent.protocols, key.network);
         });
 }

@@ -22,9 +22,9 @@ struct probe;
 struct mapped_key {
     key_address address;
     uint32_t length;
-    int32_t network; // protocolDirLocalIndex
-    int32_t source;  // ifIndex
-    uint32_t zero;   // fills up the last word
+    int32_t network;     // protocolDirLocalIndex
+    int32_t data_source; // ifIndex
+    uint32_t zero;       // fills up the last word
 };
 
 struct mapped_address {
@@ -42,7 +42,7 @@ struct address_map {
 struct address_watch {
     probe *agent = nullptr;
     address_map *learned = nullptr;
-    int32_t source = 0;
+    int32_t data_source = 0;
     uint32_t dropped_frames = 0; // with an address for which there was no room
 };
 

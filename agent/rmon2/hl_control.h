@@ -30,7 +30,7 @@ template <class Counts> auto &layer_of(Counts &counts, int32_t application_layer
  * however many of its layers found none. The tables are far larger than the processor's cache, so several
  * layers are begun before the first one is counted.
  */
-template <counting protocol::*On, class Counts, class Begin, class Count>
+template <protocol_config protocol::*On, class Counts, class Begin, class Count>
 void count_layers(Counts &counts, const frame &seen, Begin begin, Count count)
 {
     const protocol_directory &directory = counts.agent->protocols;
@@ -58,11 +58,11 @@ void count_layers(Counts &counts, const frame &seen, Begin begin, Count count)
             count_begun();
     };
 
-    if (network->*On == counting::on)
+    if (network->*On == protocol_config::on)
         begin_layer(counts.network, 0);
     const protocol *above = find_protocol(directory, seen.application_index);
     for (; above && above != network; above = find_protocol(directory, above->parent)) {
-        if (above->*On == counting::on)
+        if (above->*On == protocol_config::on)
             begin_layer(counts.application, above->local_index);
     }
     count_begun();
@@ -73,13 +73,14 @@ void count_layers(Counts &counts, const frame &seen, Begin begin, Count count)
 /* ---- the rules of the control rows ------------------------------------------------------ */
 
 /** Rows that a table keeps: those of its counted protocols. On is what a protocol says of the group. */
-template <counting protocol::*On> bool is_counted(const protocol_directory &directory, int32_t local_index)
+template <protocol_config protocol::*On>
+bool is_counted(const protocol_directory &directory, int32_t local_index)
 {
     const protocol *found = find_protocol(directory, local_index);
-    return found && found->active && found->*On == counting::on;
+    return found && found->active && found->*On == protocol_config::on;
 }
 
-template <counting protocol::*On, class Counts>
+template <protocol_config protocol::*On, class Counts>
 void sift_counts(Counts &counts, uint32_t network, uint32_t application)
 {
     const protocol_directory &directory = counts.agent->protocols;
@@ -92,7 +93,7 @@ void sift_counts(Counts &counts, uint32_t network, uint32_t application)
 }
 
 /** The sizes may change while the row works; rows that are too many then go. */
-template <counting protocol::*On, class Row> void hl_resize(Row &row)
+template <protocol_config protocol::*On, class Row> void hl_resize(Row &row)
 {
     const uint32_t network = granted_rows(row.desired_network);
     const uint32_t application = granted_rows(row.desired_application);
@@ -116,7 +117,8 @@ template <count_function Count, class Row> void hl_stop(probe &agent, Row &row)
 }
 
 /** Removes what the protocols, as they are now, count no more. */
-template <counting protocol::*On, class Counts> void hl_sift(std::map<int32_t, hl_row<Counts>> &controls)
+template <protocol_config protocol::*On, class Counts>
+void hl_sift(std::map<int32_t, hl_row<Counts>> &controls)
 {
     for (auto &[index, row] : controls)
         if (row.work)

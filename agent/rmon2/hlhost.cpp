@@ -32,7 +32,7 @@ bool count_in(hl_host_counts::table &table, const both_ends &ends, const frame &
     if (sender) {
         sender->out_pkts++;
         sender->out_octets += seen.length;
-        sender->out_mac_nonunicast_pkts += seen.destination[0] & 1;
+        sender->out_mac_nonunicast_pkts += seen.to_mac[0] & 1;
     }
     hl_host *receiver = host_of(table, ends.to, now);
     if (receiver) {

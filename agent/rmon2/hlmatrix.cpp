@@ -91,17 +91,17 @@ bool before(
     return order != 0 ? order < 0 : a.application < b.application;
 }
 
-bool before_by_source(const hl_pair_key &a, const hl_pair_key &b)
+bool before_by_sender(const hl_pair_key &a, const hl_pair_key &b)
 {
     return before(a, b, &hl_pair_key::from, &hl_pair_key::to);
 }
 
-bool before_by_destination(const hl_pair_key &a, const hl_pair_key &b)
+bool before_by_receiver(const hl_pair_key &a, const hl_pair_key &b)
 {
     return before(a, b, &hl_pair_key::to, &hl_pair_key::from);
 }
 
-bool is_by_destination(const rmonrpc_hlmatrix_key_t &asked)
+bool is_by_receiver(const rmonrpc_hlmatrix_key_t &asked)
 {
     return asked.direction == MATRIX_DS;
 }
@@ -142,16 +142,16 @@ void hlmatrix_protocols_changed(probe &agent)
 rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &key)
 {
     catch_up_all(agent);
-    const bool by_destination = is_by_destination(key);
+    const bool by_receiver = is_by_receiver(key);
     std::vector<rmonrpc_hlmatrix_t> rows;
     const std::size_t wanted = rows_wanted(key.getType, key.count);
     read_learned(
         storage<hl_matrix_table>(agent), key.hlMatrixControlIndex, key_of(key), key.applicationLayer,
         key.getType, key.timeMark,
         [&](hl_pair_counts::table &table) -> ordered_view & {
-            return by_destination ? table.view.by_destination : table.view.by_source;
+            return by_receiver ? table.view.by_receiver : table.view.by_sender;
         },
-        by_destination ? before_by_destination : before_by_source,
+        by_receiver ? before_by_receiver : before_by_sender,
         [&](int32_t control, const auto &entry) {
             if (rows.size() < wanted)
                 rows.push_back(answer(control, key.timeMark, entry.key, entry.row));

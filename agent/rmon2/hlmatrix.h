@@ -21,8 +21,8 @@ struct hl_pair {
 
 /** The two orders of a matrix. */
 struct pair_views {
-    ordered_view by_source;
-    ordered_view by_destination;
+    ordered_view by_sender;
+    ordered_view by_receiver;
 };
 
 using hl_pair_counts = hl_counts<hl_pair_key, hl_pair, pair_views>;

@@ -24,12 +24,12 @@ protocol_key key_of(const wire::byte_list &id, const wire::byte_list &parameters
 
 /* ---- reading --------------------------------------------------------------------- */
 
-int32_t word(counting config)
+int32_t word(protocol_config config)
 {
     return static_cast<int32_t>(config);
 }
 
-rmonrpc_pdir_t describe(const protocol &which)
+rmonrpc_pdir_t describe_protocol(const protocol &which)
 {
     rmonrpc_pdir_t row{};
     set_bytes(row.protocolDirID, which.id);
@@ -61,11 +61,11 @@ rmonrpc_pdir_t no_row()
 
 /** Whether a config may have a value: on or off where the group can count the protocol, else not supported.
  */
-bool suits(counting now, int32_t wanted)
+bool suits(protocol_config now, int32_t wanted)
 {
-    if (now == counting::not_supported)
-        return wanted == word(counting::not_supported);
-    return wanted == word(counting::off) || wanted == word(counting::on);
+    if (now == protocol_config::not_supported)
+        return wanted == word(protocol_config::not_supported);
+    return wanted == word(protocol_config::off) || wanted == word(protocol_config::on);
 }
 
 bool suits(const protocol &which, const rmonrpc_pdir_t &request)
@@ -82,10 +82,10 @@ void assign(protocol &which, const rmonrpc_pdir_t &request)
 {
     which.description = text_of(request.protocolDirDescr);
     which.owner = text_of(request.protocolDirOwner);
-    which.address_map = static_cast<counting>(request.protocolDirAddressMapConfig);
-    which.host = static_cast<counting>(request.protocolDirHostConfig);
-    which.matrix = static_cast<counting>(request.protocolDirMatrixConfig);
-    which.response_time = static_cast<counting>(request.protocolDirArtConfig);
+    which.address_map = static_cast<protocol_config>(request.protocolDirAddressMapConfig);
+    which.host = static_cast<protocol_config>(request.protocolDirHostConfig);
+    which.matrix = static_cast<protocol_config>(request.protocolDirMatrixConfig);
+    which.response_time = static_cast<protocol_config>(request.protocolDirArtConfig);
     which.modified = true;
 }
 
@@ -180,7 +180,7 @@ rmonrpc_pdir_arr_t pdir_get(probe &agent, const rmonrpc_pdir_key_t &key)
     std::vector<rmonrpc_pdir_t> rows;
     const std::size_t wanted = rows_wanted(key.getType, key.count);
     for (; at != directory.by_id.end() && rows.size() < wanted; at++)
-        rows.push_back(describe(*find_protocol(directory, at->second)));
+        rows.push_back(describe_protocol(*find_protocol(directory, at->second)));
     return {reply_rows(rows)};
 }
 
@@ -189,7 +189,7 @@ rmonrpc_pdir_t pdir_byidx_get(probe &agent, const rmonrpc_row_key2_t &key)
     const protocol_directory &directory = agent.protocols;
     if (key.getType == GET) {
         const protocol *found = find_protocol(directory, key.index);
-        return found ? describe(*found) : no_row();
+        return found ? describe_protocol(*found) : no_row();
     }
     if (key.getType != GETNEXT && key.getType != GETBULK)
         return no_row();
@@ -197,7 +197,7 @@ rmonrpc_pdir_t pdir_byidx_get(probe &agent, const rmonrpc_row_key2_t &key)
     for (int32_t i = key.index < first_local_index ? first_local_index : key.index + (key.index < end);
          i < end; i++) {
         if (const protocol *found = find_protocol(directory, i))
-            return describe(*found);
+            return describe_protocol(*found);
     }
     return no_row();
 }
@@ -209,7 +209,7 @@ rmonrpc_pdir_t pdir_getnext_modified(probe &agent, const rmonrpc_pdir_key_t &key
     for (; at != directory.by_id.end(); at++) {
         const protocol &which = *find_protocol(directory, at->second);
         if (which.modified)
-            return describe(which);
+            return describe_protocol(which);
     }
     return no_row();
 }
@@ -259,7 +259,7 @@ void save_protocols(probe &agent, state_writer &writer)
     for (const auto &which : agent.protocols.rows) {
         if (!which || !which->modified)
             continue;
-        rmonrpc_pdir_t record = describe(*which);
+        rmonrpc_pdir_t record = describe_protocol(*which);
         write_record(writer, record);
         release_written(&record, *layout);
     }

@@ -23,7 +23,7 @@ void count_art(void *context, const frame &seen)
     if (seen.application_index == 0)
         return;
     const protocol *spoken = find_protocol(work.agent->protocols, seen.application_index);
-    if (spoken && spoken->response_time == counting::on)
+    if (spoken && spoken->response_time == protocol_config::on)
         measure_frame(work.meter, seen, seen.application_index);
 }
 

@@ -25,12 +25,12 @@ flow_key key_of(const frame &seen, uint8_t &sender)
 {
     const auto length = std::min<std::size_t>(seen.from.length, sizeof seen.from.bytes);
     const int order = std::memcmp(seen.from.bytes, seen.to.bytes, length);
-    sender = order > 0 || (order == 0 && seen.source_port > seen.destination_port);
+    sender = order > 0 || (order == 0 && seen.from_port > seen.to_port);
     flow_key key;
     std::memcpy(key.address[sender].data(), seen.from.bytes, length);
     std::memcpy(key.address[other(sender)].data(), seen.to.bytes, length);
-    key.port[sender] = seen.source_port;
-    key.port[other(sender)] = seen.destination_port;
+    key.port[sender] = seen.from_port;
+    key.port[other(sender)] = seen.to_port;
     key.address_length = static_cast<uint8_t>(length);
     key.ip_protocol = static_cast<uint8_t>(seen.ip_protocol);
     return key;
@@ -90,7 +90,7 @@ uint8_t client_of(const frame &seen, uint8_t sender)
 {
     if (seen.tcp_flags & syn)
         return seen.tcp_flags & ack ? other(sender) : sender;
-    return seen.source_port >= seen.destination_port ? sender : other(sender);
+    return seen.from_port >= seen.to_port ? sender : other(sender);
 }
 
 /** The connection is opened, perhaps again with the same ports. */
@@ -190,10 +190,9 @@ void measure_frame(response_meter &meter, const frame &seen, int32_t protocol)
 {
     if (seen.from.length == 0 || seen.from.length != seen.to.length || seen.later_fragment)
         return;
-    if (seen.ip_protocol == tcp && seen.has_tcp_header && seen.source_port && seen.destination_port)
+    if (seen.ip_protocol == tcp && seen.has_tcp_header && seen.from_port && seen.to_port)
         measure_segment(meter, seen, protocol);
-    else if (
-        seen.ip_protocol == udp && (seen.source_port == domain_port || seen.destination_port == domain_port))
+    else if (seen.ip_protocol == udp && (seen.from_port == domain_port || seen.to_port == domain_port))
         measure_message(meter, seen, protocol);
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 void count_vlan(void *work, const frame &seen)
 {
-    if (seen.vlan < 0 || seen.vlan >= vlan_ids || !seen.destination)
+    if (seen.vlan < 0 || seen.vlan >= vlan_ids || !seen.to_mac)
         return;
     auto &counts = *static_cast<vlan_counts *>(work);
     uint16_t &place = counts.place[static_cast<uint32_t>(seen.vlan)];
@@ -20,7 +20,7 @@ void count_vlan(void *work, const frame &seen)
     vlan_counters &row = counts.seen[place - 1U];
     row.pkts++;
     row.octets += seen.length;
-    if (seen.destination[0] & 1) {
+    if (seen.to_mac[0] & 1) {
         row.nucast_pkts++;
         row.nucast_octets += seen.length;
     }

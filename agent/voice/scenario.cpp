@@ -124,7 +124,7 @@ std::string begin_section(voice_scenario &scenario, std::string_view rest, take_
         return "a section is [PROTOCOL phone NAME] or [PROTOCOL call]";
     }
     return part.phones.size() > max_entries || part.calls.size() > max_entries ? "there are too many"
-                                                                                 : std::string{};
+                                                                               : std::string{};
 }
 
 std::string begin_section(voice_scenario &scenario, std::string_view header, take_value &take)

@@ -172,7 +172,8 @@ constexpr void add_to_run(draft &plan, uint32_t wire)
 constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
 {
     // A vector longer than a run goes on in the next one.
-    for (constexpr uint32_t max_units = max_run / 4; count > max_units; offset += max_units, count -= max_units)
+    for (constexpr uint32_t max_units = max_run / 4; count > max_units;
+         offset += max_units, count -= max_units)
         add_fixed(plan, k, offset, max_units);
 
     add_to_run(plan, unit_size(k) * count);

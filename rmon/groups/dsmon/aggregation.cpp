@@ -101,7 +101,7 @@ void php_dsmon_aggprof_set(script_call call)
         return_integer(call, ask(call, dsmon_aggprofile_set_1, link, row, unreported));
 }
 
-void php_dsmon_aggctl_locked(script_call call)
+void aggctl_locked(script_call call)
 {
     link_id link;
     if (take(call, link))
@@ -126,5 +126,5 @@ PHP_FUNCTION(dsmon_aggrp_getnext) { php_dsmon_aggrp_get(CALL, GETNEXT); }
 PHP_FUNCTION(dsmon_aggrp_set) { php_dsmon_aggrp_set(CALL); }
 PHP_FUNCTION(dsmon_aggprofs_get) { php_dsmon_aggprofs_get(CALL); }
 PHP_FUNCTION(dsmon_aggprof_set) { php_dsmon_aggprof_set(CALL); }
-PHP_FUNCTION(dsmon_aggctl_locked) { php_dsmon_aggctl_locked(CALL); }
+PHP_FUNCTION(dsmon_aggctl_locked) { aggctl_locked(CALL); }
 PHP_FUNCTION(dsmon_aggctl_set_lock) { php_dsmon_aggctl_set_lock(CALL); }

@@ -31,8 +31,7 @@ const zval *other_than_integer(HashTable *elements)
 bool convert(script_call call, zval *argument, identifier &to)
 {
     ZVAL_DEREF(argument);
-    if (Z_TYPE_P(argument) == IS_ARRAY
-        && zend_hash_num_elements(Z_ARRVAL_P(argument)) <= max_address_bytes) {
+    if (Z_TYPE_P(argument) == IS_ARRAY && zend_hash_num_elements(Z_ARRVAL_P(argument)) <= max_address_bytes) {
         if (const zval *other = other_than_integer(Z_ARRVAL_P(argument))) {
             zend_error(E_WARNING, "addr element not a LONG (%d)!", type_number(other));
             ZVAL_FALSE(call.return_value);

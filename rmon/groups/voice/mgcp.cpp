@@ -134,7 +134,7 @@ void mgcp_call_rec_data_get(script_call call, int32_t getType, const Procedure &
 }
 
 /** The agent has no top table by latency: nothing is asked. */
-void mgcp_top_latency_rec_data_get(script_call call, int32_t getType)
+void mgcp_top_latency_get(script_call call, int32_t getType)
 {
     link_id link;
     int32_t index, count;
@@ -174,6 +174,6 @@ PHP_FUNCTION(mgcp_top_pkt_lost_rec_getbulk)
     mgcp_call_rec_data_get(CALL, GETBULK, mgcp_top_pkt_lost_rec_get_1);
 }
 
-PHP_FUNCTION(mgcp_top_latency_rec_get) { mgcp_top_latency_rec_data_get(CALL, GET); }
-PHP_FUNCTION(mgcp_top_latency_rec_getnext) { mgcp_top_latency_rec_data_get(CALL, GETNEXT); }
-PHP_FUNCTION(mgcp_top_latency_rec_getbulk) { mgcp_top_latency_rec_data_get(CALL, GETBULK); }
+PHP_FUNCTION(mgcp_top_latency_rec_get) { mgcp_top_latency_get(CALL, GET); }
+PHP_FUNCTION(mgcp_top_latency_rec_getnext) { mgcp_top_latency_get(CALL, GETNEXT); }
+PHP_FUNCTION(mgcp_top_latency_rec_getbulk) { mgcp_top_latency_get(CALL, GETBULK); }
