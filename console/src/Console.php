@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Console;
 
+use Rmon\Exception\BadArgument;
 use Rmon\Exception\ConnectionFailed;
 use Rmon\Exception\RmonException;
 use Rmon\Exception\UnknownName;
@@ -95,6 +96,7 @@ final class Console
         $status = match (true) {
             $failure instanceof Refusal => $failure->status,
             $failure instanceof UnknownName => 404,
+            $failure instanceof BadArgument => 400,
             $failure instanceof ConnectionFailed => 503,
             $failure instanceof RmonException => 502,
             default => 500,

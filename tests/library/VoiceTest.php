@@ -170,6 +170,12 @@ final class VoiceTest extends TestCase
         self::assertNull($call->heardByCaller->opinion());
     }
 
+    public function testACallThatWasOverAtTheAgentsStart(): void
+    {
+        $call = Call::of('mgcp', self::row('mgcpCallTable', []));
+        self::assertSame([false, 0], [$call->isRunning(), $call->duration(500)]);
+    }
+
     public function testPhones(): void
     {
         $phone = Phone::of('h323', self::row('h323PhoneTable', [

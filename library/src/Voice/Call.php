@@ -63,7 +63,9 @@ final class Call
             default => throw UnknownName::among('voice monitor', $monitor, self::MONITORS),
         };
         $start = $row['start_time'] & self::UNSIGNED;
-        $end = $row['end_time'] & self::UNSIGNED ?: null;
+        $end = $row['end_time'] & self::UNSIGNED;
+        // A call that lasts has no end yet; one that was over at the agent's start has neither.
+        $end = $end === 0 && $start !== 0 ? null : $end;
         return new self($monitor, $row['index'], $caller, $callee, $start, $end, $toCaller, $toCallee);
     }
 
