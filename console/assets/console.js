@@ -117,7 +117,8 @@ function tick() {
   const since = (Date.now() - refreshed) / 1000;
   age.classList.toggle('stale', failedSince > 0);
   age.textContent = failedSince > 0 ? `stale: ${ago(since)}` : (seconds > 0 ? '' : 'paused, ') + ago(since);
-  if (seconds > 0 && since >= seconds && !document.hidden) refresh();
+  const wait = one('[data-soon]') ? Math.min(2, seconds) : seconds;
+  if (seconds > 0 && since >= wait && !document.hidden) refresh();
 }
 if (choice) {
   choice.value = remembered('refresh') ?? '5';

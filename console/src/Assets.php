@@ -20,9 +20,9 @@ final class Assets
     ];
 
     /** The file behind an address; null when it is no asset's. */
-    public static function find(string $root, string $path): ?Response
+    public static function find(string $root, Request $request): ?Response
     {
-        if (!preg_match('#^/assets/([a-z][a-z-]*\.(css|js|svg))$#D', $path, $parts)) {
+        if (!preg_match('#^/assets/([a-z][a-z-]*\.(css|js|svg))$#D', $request->path, $parts)) {
             return null;
         }
         $file = $parts[1] === 'chart.js' ? self::charts() : "$root/assets/$parts[1]";
@@ -30,10 +30,16 @@ final class Assets
         if ($text === false) {
             return Response::text("There is no $parts[1].\n", 404);
         }
-        return new Response($text, 200, [
+        $tag = '"' . hash('xxh64', $text) . '"';
+        $headers = [
             'Content-Type' => self::TYPES[$parts[2]] . '; charset=utf-8',
-            'Cache-Control' => 'max-age=31536000, immutable',
-        ]);
+            // An address that names the version stands for this text; one without it has to be asked for.
+            'Cache-Control' => $request->query === [] ? 'no-cache' : 'max-age=31536000, immutable',
+            'ETag' => $tag,
+        ];
+        return $request->server('HTTP_IF_NONE_MATCH') === $tag
+            ? new Response('', 304, $headers)
+            : new Response($text, 200, $headers);
     }
 
     /** What an address says besides, so that browsers keep a file until it is another one. */

@@ -32,7 +32,7 @@ final class Console
         ini_set('display_errors', '0');
         ini_set('html_errors', '0');
         $request = Request::now();
-        $asset = Assets::find($root, $request->path);
+        $asset = Assets::find($root, $request);
         if ($asset !== null) {
             $asset->send();
             return;
@@ -80,6 +80,16 @@ final class Console
     public function connect(ConfiguredProbe $probe): Probe
     {
         return Probe::connect($probe->host, $probe->port, true, $this->configuration->patience);
+    }
+
+    public function sampler(): Sampler
+    {
+        return new Sampler($this->state->directory('readings'));
+    }
+
+    public function trend(): Trend
+    {
+        return new Trend($this->state->directory('readings'));
     }
 
     public function leases(): Leases

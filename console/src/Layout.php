@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Rmon\Console;
 
 use Rmon\Console\Block\Block;
+use Rmon\Console\Block\Waiting;
 use Rmon\Exception\RmonException;
 
 /** What stands around the blocks of a page: probes and groups at the left, the place and its controls above. */
@@ -15,11 +16,20 @@ final class Layout
 
     public static function block(Visit $visit, string $id, Block $block): string
     {
+        try {
+            $shown = $block->shown($visit, $id);
+            $template = $block->template();
+            $waiting = false;
+        } catch (Waiting $waiting) {
+            $shown = ['title' => $waiting->title, 'text' => $waiting->getMessage()];
+            $template = 'waiting';
+        }
         return $visit->console->templates()->render('block.twig', [
             'id' => $id,
-            'template' => 'block/' . $block->template() . '.twig',
+            'template' => "block/$template.twig",
             'live' => $block->isLive(),
-            'block' => $block->shown($visit, $id),
+            'soon' => $waiting !== false,
+            'block' => $shown,
             'visit' => $visit,
         ]);
     }

@@ -46,9 +46,18 @@ final class Leases
     {
         $rows = $this->rows($probe);
         $row = $make($rows);
+        if ($row->made) {
+            $this->look($configured, $rows);
+        }
+        return $row;
+    }
+
+    /** Notes that somebody looks at rows that the console made on a probe. */
+    public function look(ConfiguredProbe $configured, ControlRows $rows): void
+    {
         $now = time();
         $known = $this->state->read('looks')[$configured->name] ?? null;
-        if ($row->made && ($known === null || $now - $known['look'] >= 10 || $now - $known['renewed'] >= self::RENEW)) {
+        if ($known === null || $now - $known['look'] >= 10 || $now - $known['renewed'] >= self::RENEW) {
             $renew = $this->state->change('looks', static function (array $looks) use ($configured, $now): array {
                 $renewed = $looks[$configured->name]['renewed'] ?? $now;
                 $renew = $now - $renewed >= self::RENEW;
@@ -60,7 +69,6 @@ final class Leases
                 $rows->renew();
             }
         }
-        return $row;
     }
 
     /** Removes the console's rows from probes at which nobody looks any more. */

@@ -20,6 +20,7 @@ final class Pages
         Pages\AlarmsPage::class,
         Pages\SettingsPage::class,
         Pages\HostsPage::class,
+        Pages\HostPage::class,
         Pages\ResponseTimesPage::class,
         Pages\VoicePage::class,
         Pages\VoiceCallPage::class,

@@ -28,6 +28,16 @@ final class State
         return $path;
     }
 
+    /** Writes a file of a directory below anew: who reads it meanwhile sees the one before. */
+    public static function replace(string $file, string $bytes): void
+    {
+        $new = "$file." . bin2hex(random_bytes(4));
+        if (file_put_contents($new, $bytes) !== strlen($bytes) || !rename($new, $file)) {
+            @unlink($new);
+            throw new ConfigurationError("$file can't be written.");
+        }
+    }
+
     /**
      * What a file holds; nothing when there is none.
      *
@@ -54,9 +64,8 @@ final class State
         flock($lock, LOCK_EX);
         try {
             [$value, $result] = $change($this->read($name));
-            $new = "$this->directory/$name." . bin2hex(random_bytes(4));
-            file_put_contents($new, json_encode($value, JSON_THROW_ON_ERROR | JSON_INVALID_UTF8_SUBSTITUTE));
-            rename($new, "$this->directory/$name.json");
+            $text = json_encode($value, JSON_THROW_ON_ERROR | JSON_INVALID_UTF8_SUBSTITUTE);
+            self::replace("$this->directory/$name.json", $text);
             return $result;
         } finally {
             fclose($lock);

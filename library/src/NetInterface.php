@@ -56,8 +56,19 @@ final class NetInterface
      */
     public function top(string $counter, float $seconds = 10, int $limit = 10): array
     {
+        [$schema] = self::counterOf($counter);
+        return $this->talkers($counter, $this->measure($schema, $seconds), $limit);
+    }
+
+    /**
+     * Who has most of something, out of rates that are known already.
+     *
+     * @param array<string, RowRate> $rates of the counter's table, as between two readings of it
+     * @return list<Talker> see top()
+     */
+    public function talkers(string $counter, array $rates, int $limit = 10): array
+    {
         [$schema, $column] = self::counterOf($counter);
-        $rates = $this->measure($schema, $seconds);
         $grown = [];
         foreach ($rates as $key => $rate) {
             $value = $rate->grown[$counter];
@@ -86,10 +97,21 @@ final class NetInterface
      */
     public function protocols(float $seconds = 10): array
     {
+        return $this->shares($this->measure(Catalog::find('protocolDistStatsTable'), $seconds));
+    }
+
+    /**
+     * What the traffic consists of, out of rates that are known already.
+     *
+     * @param array<string, RowRate> $known of protocolDistStatsTable, as between two readings of it
+     * @return list<ProtocolShare> see protocols()
+     */
+    public function shares(array $known): array
+    {
         $protocols = $this->probe->protocols();
         $octets = [];
         $rates = [];
-        foreach ($this->measure(Catalog::find('protocolDistStatsTable'), $seconds) as $rate) {
+        foreach ($known as $rate) {
             $grown = $rate->grown['protocolDistStatsOctets'];
             if ($grown !== null && $grown > 0) {
                 $index = $rate->row['protocolDirLocalIndex'];

@@ -68,14 +68,29 @@ final class DataTable implements Downloadable
     }
 
     /**
+     * Rows of any source.
+     *
+     * @param Closure(): Source $source called only when they are wanted
+     */
+    public static function from(Closure $source): self
+    {
+        return new self($source);
+    }
+
+    /**
      * Rows that the page has made.
      *
      * @param list<Field> $fields
      * @param Closure(): list<array<string, mixed>> $rows called only when they are wanted
+     * @param list<string> $usual names of the fields that are shown when nothing is said; empty: all
      */
-    public static function ofRows(array $fields, Closure $rows, string $whyNone = 'There is nothing to show.'): self
-    {
-        return new self(new ListSource($fields, $rows, $whyNone));
+    public static function ofRows(
+        array $fields,
+        Closure $rows,
+        string $whyNone = 'There is nothing to show.',
+        array $usual = [],
+    ): self {
+        return new self(new ListSource($fields, $rows, $whyNone, $usual));
     }
 
     public function titled(string $title): self
@@ -126,7 +141,11 @@ final class DataTable implements Downloadable
     public function shown(Visit $visit, string $id): array
     {
         $source = $this->source();
-        $view = $this->view($visit, $source);
+        try {
+            $view = $this->view($visit, $source);
+        } catch (Waiting $waiting) {
+            throw new Waiting($waiting->getMessage(), $this->title);
+        }
         $rows = $view['rows'];
         $cells = [];
         foreach ($rows as $row) {

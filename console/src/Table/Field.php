@@ -25,6 +25,8 @@ final class Field
      * @param Closure(array): (float|null)|null $time  of times: seconds of the day's clock
      * @param Closure(array): (float|null)|null $part  of parts of a whole: 0 to 1, shown as a bar
      * @param Closure(array): (string|null)|null $link  where it leads to
+     * @param Closure(array): string|null $picture SVG that a class below Picture/ made, before the text
+     * @param Closure(array): string|null $mark the word of a state that its colour follows: "up", "down", "warn"
      */
     private function __construct(
         public readonly string $name,
@@ -38,6 +40,9 @@ final class Field
         public readonly ?Closure $time = null,
         public readonly ?Closure $part = null,
         public readonly ?Closure $link = null,
+        public readonly ?Closure $picture = null,
+        public readonly ?Closure $mark = null,
+        private readonly float $limit = INF,
     ) {
     }
 
@@ -124,10 +129,35 @@ final class Field
         return $this->with(link: $link);
     }
 
-    /** The same, with a bar as long as its part of the whole. */
-    public function bar(Closure $part): self
+    /**
+     * The same, with a bar as long as its part of the whole.
+     *
+     * @param Closure(array): (float|null) $part 0 to 1
+     * @param float $limit from where on it is too much
+     */
+    public function bar(Closure $part, float $limit = INF): self
     {
-        return $this->with(part: $part);
+        return $this->with(part: $part, limit: $limit);
+    }
+
+    /**
+     * The same, with a picture before the text.
+     *
+     * @param Closure(array): string $picture SVG that a class below Picture/ made
+     */
+    public function drawn(Closure $picture): self
+    {
+        return $this->with(picture: $picture);
+    }
+
+    /**
+     * The same, coloured as a state.
+     *
+     * @param Closure(array): string $mark "up", "down", "warn" or nothing
+     */
+    public function marked(Closure $mark): self
+    {
+        return $this->with(mark: $mark);
     }
 
     /** The same, under another heading. */
@@ -140,12 +170,14 @@ final class Field
      * What the template shows.
      *
      * @param array<string, mixed> $row
-     * @return array{text: string, title: string, href: string|null, number: bool, time: array|null, part: float|null}
+     * @return array{text: string, title: string, href: string|null, number: bool, time: array|null, part: float|null,
+     *     full: bool, picture: string, mark: string}
      */
     public function cell(array $row): array
     {
         $text = ($this->text)($row);
         $exact = ($this->exact)($row);
+        $part = $this->part === null ? null : ($this->part)($row);
         $title = is_scalar($exact) && (string) $exact !== $text && $this->number ? (string) $exact : '';
         return [
             'text' => Text::shown($text),
@@ -153,7 +185,10 @@ final class Field
             'href' => $this->link === null ? null : ($this->link)($row),
             'number' => $this->number,
             'time' => $this->time === null ? null : self::clock(($this->time)($row)),
-            'part' => $this->part === null ? null : ($this->part)($row),
+            'part' => $part === null ? null : max(0.0, min(1.0, $part)),
+            'full' => $part !== null && $part >= $this->limit,
+            'picture' => $this->picture === null ? '' : ($this->picture)($row),
+            'mark' => $this->mark === null ? '' : ($this->mark)($row),
         ];
     }
 
@@ -183,6 +218,9 @@ final class Field
         ?string $heading = null,
         ?Closure $part = null,
         ?Closure $link = null,
+        ?Closure $picture = null,
+        ?Closure $mark = null,
+        ?float $limit = null,
     ): self {
         return new self(
             $this->name,
@@ -196,6 +234,9 @@ final class Field
             $this->time,
             $part ?? $this->part,
             $link ?? $this->link,
+            $picture ?? $this->picture,
+            $mark ?? $this->mark,
+            $limit ?? $this->limit,
         );
     }
 }
