@@ -10,6 +10,8 @@ final class Configuration
     /** Seconds that connecting to a probe may take. */
     private const PATIENCE = 0.8;
 
+    private const PORT = 9911;
+
     /** The names of this machine for itself. */
     private const LOCAL = ['localhost', '127.0.0.1', '[::1]'];
 
@@ -101,7 +103,7 @@ final class Configuration
         if ($port !== null && (!ctype_digit($port) || (int) $port < 1 || (int) $port > 65535)) {
             throw new ConfigurationError("$file: the port of [probe $name] is a number from 1 to 65535.");
         }
-        return new ConfiguredProbe($name, $host, $port === null ? null : (int) $port, $section['title'] ?? '');
+        return new ConfiguredProbe($name, $host, (int) ($port ?? self::PORT), $section['title'] ?? '');
     }
 
     /** @param array<string, string> $section */

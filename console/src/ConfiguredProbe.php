@@ -10,7 +10,7 @@ final class ConfiguredProbe
     public function __construct(
         public readonly string $name,
         public readonly string $host,
-        public readonly ?int $port,
+        public readonly int $port,
         public readonly string $title,
     ) {
     }
@@ -18,6 +18,6 @@ final class ConfiguredProbe
     /** Where it is, for people: "10.0.0.5:9911". */
     public function address(): string
     {
-        return $this->port === null ? $this->host : "$this->host:$this->port";
+        return "$this->host:$this->port";
     }
 }

@@ -8,6 +8,7 @@ use Rmon\Exception\BadArgument;
 use Rmon\Exception\ConnectionFailed;
 use Rmon\Exception\RmonException;
 use Rmon\Exception\UnknownName;
+use Rmon\Presence;
 use Rmon\Probe;
 use Throwable;
 
@@ -76,8 +77,22 @@ final class Console
         return $this->templates ??= new Templates($this->state->directory('templates'));
     }
 
-    /** A link to a probe, which stays open for later requests of this process. */
+    /**
+     * A link to a probe that answers: one that doesn't is told of at once.
+     *
+     * @throws ConnectionFailed
+     */
     public function connect(ConfiguredProbe $probe): Probe
+    {
+        $missing = Presence::missing([[$probe->host, $probe->port]], $this->configuration->patience);
+        if ($missing !== []) {
+            throw new ConnectionFailed("No agent can be reached: $missing[0].", $probe->host, $probe->port);
+        }
+        return $this->link($probe);
+    }
+
+    /** A link to a probe that is known to answer. It stays open for later requests of this process. */
+    public function link(ConfiguredProbe $probe): Probe
     {
         return Probe::connect($probe->host, $probe->port, true, $this->configuration->patience);
     }
@@ -94,7 +109,7 @@ final class Console
 
     public function leases(): Leases
     {
-        return new Leases($this->configuration, $this->state);
+        return new Leases($this->configuration, $this->state, $this->connect(...));
     }
 
     /** What somebody sees in the place of a page. */

@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Console;
 
+use Closure;
 use Rmon\ControlRow;
 use Rmon\ControlRows;
 use Rmon\Exception\RmonException;
@@ -27,8 +28,12 @@ final class Leases
     /** Seconds between two renewals of the lease. */
     private const RENEW = 60;
 
-    public function __construct(private readonly Configuration $configuration, private readonly State $state)
-    {
+    /** @param Closure(ConfiguredProbe): Probe $connect */
+    public function __construct(
+        private readonly Configuration $configuration,
+        private readonly State $state,
+        private readonly Closure $connect,
+    ) {
     }
 
     /** The console's rows on a probe. */
@@ -84,9 +89,7 @@ final class Leases
         });
         foreach (array_intersect_key($this->configuration->probes, $left) as $configured) {
             try {
-                $rows = $this->rows(
-                    Probe::connect($configured->host, $configured->port, true, $this->configuration->patience),
-                );
+                $rows = $this->rows(($this->connect)($configured));
                 $rows->adopt();
                 $rows->release();
             } catch (RmonException) {

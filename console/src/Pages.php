@@ -26,6 +26,7 @@ final class Pages
         Pages\VoiceCallPage::class,
         Pages\NetFlowPage::class,
         Pages\MacHostsPage::class,
+        Pages\TopHostsPage::class,
         Pages\TablesPage::class,
         Pages\TablePage::class,
     ];

@@ -8,10 +8,10 @@ use Rmon\Console\Block\DataTable;
 use Rmon\Console\ConfiguredProbe;
 use Rmon\Console\Page;
 use Rmon\Console\Problem;
-use Rmon\Console\Reachable;
 use Rmon\Console\Table\Field;
 use Rmon\Exception\RmonException;
 use Rmon\Format;
+use Rmon\Presence;
 
 /** All probes: whether each is up, since when, and what its busiest interface carries. */
 final class ProbesPage extends Page
@@ -26,7 +26,8 @@ final class ProbesPage extends Page
             Field::text('probe', 'Probe', static fn(array $row): string => $row['probe']->name)->linked($link),
             Field::text('title', 'What', static fn(array $row): string => $row['probe']->title),
             Field::text('address', 'Address', static fn(array $row): string => $row['probe']->address()),
-            Field::text('state', 'State', static fn(array $row): string => $row['state']),
+            Field::text('state', 'State', static fn(array $row): string => $row['state'])
+                ->marked(static fn(array $row): string => $row['state'] === 'up' ? 'up' : 'down'),
             Field::number('uptime', 'Up for', static fn(array $row) => $row['uptime'], Format::ticks(...)),
             Field::text('name', 'Name', static fn(array $row): string => $row['name']),
             Field::text('busiest', 'Busiest interface', static fn(array $row): string => $row['busiest']),
@@ -39,10 +40,13 @@ final class ProbesPage extends Page
     private function rows(): array
     {
         $probes = $this->visit->console->configuration->probes;
-        $refused = Reachable::refused($probes, $this->visit->console->configuration->patience);
+        $missing = Presence::missing(
+            array_map(static fn(ConfiguredProbe $probe): array => [$probe->host, $probe->port], $probes),
+            $this->visit->console->configuration->patience,
+        );
         $rows = [];
         foreach ($probes as $name => $probe) {
-            $rows[] = ['probe' => $probe] + (isset($refused[$name]) ? self::down($refused[$name]) : $this->row($probe));
+            $rows[] = ['probe' => $probe] + (isset($missing[$name]) ? self::down($missing[$name]) : $this->row($probe));
         }
         return $rows;
     }
@@ -51,7 +55,7 @@ final class ProbesPage extends Page
     private function row(ConfiguredProbe $configured): array
     {
         try {
-            $probe = $this->visit->console->connect($configured);
+            $probe = $this->visit->console->link($configured);
             $system = $probe->system();
             $busiest = null;
             foreach ($probe->table('ifTable') as $row) {
