@@ -10,4 +10,5 @@ require_once __DIR__ . '/../../library/autoload.php';
 require_once __DIR__ . '/../agent.inc';
 require_once __DIR__ . '/../agent/client.inc';
 require_once __DIR__ . '/../agent/captures.inc';
+require_once __DIR__ . '/../process.inc';
 require_once __DIR__ . '/AgentTestCase.php';
