@@ -321,10 +321,9 @@ final class AlarmsPage extends Page
             $values[$name] = $table->probe->values()->parse($table->schema->columns[$name], trim($given[$name] ?? ''));
         }
         $index = $table->unusedIndex();
-        $told = ['eventType' => self::EVENTS[$values['eventType']] ?? ''] + array_map(strval(...), $values);
         $labelled = [];
-        foreach ($told as $name => $value) {
-            $labelled[self::LABELS[$name]] = $value;
+        foreach ($values as $name => $value) {
+            $labelled[self::LABELS[$name]] = $name === 'eventType' ? self::EVENTS[$value] ?? '' : (string) $value;
         }
         return new Plan("Event $index is added", Plan::differences([], $labelled), static fn() => $table->create(
             ...['eventIndex' => $index, 'eventOwner' => self::OWNER] + $values,

@@ -260,7 +260,7 @@ final class HistoryPage extends Page
         if ($this->isPart()) {
             $steps['zoom out'] = $to($middle - $long, $middle + $long);
             $steps['earlier'] = $from <= -$all ? null : $to($from - $long / 2, $from + $long / 2);
-            $steps['later'] = $middle + $long / 2 >= 0 ? null : $to($middle, $middle + $long);
+            $steps['later'] = $middle + $long / 2 >= -$interval ? null : $to($middle, $middle + $long);
         }
         $links = [];
         foreach (array_filter($steps) as $text => [$begin, $end]) {
