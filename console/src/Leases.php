@@ -20,7 +20,7 @@ use Rmon\Probe;
 final class Leases
 {
     /** Seconds from the last look until rows go. */
-    private const LOOK = 180;
+    public const LOOK = 180;
 
     /** Seconds that the agent keeps rows in any case, should the console be gone. */
     private const LEASE = 600;

@@ -4,6 +4,8 @@ declare(strict_types=1);
 
 namespace Rmon\Tests\Console;
 
+use Rmon\Console\State;
+
 /** The console as PHP's own server serves it, and one browser without script. */
 final class Served
 {
@@ -17,10 +19,13 @@ final class Served
 
     private readonly string $log;
 
+    private readonly string $directory;
+
     /** @param string $configuration the text of its configuration file; STATE stands for a directory of its own */
     public function __construct(string $configuration, int $workers = 1)
     {
         $directory = sys_get_temp_dir() . '/rmon-console-' . bin2hex(random_bytes(6));
+        $this->directory = $directory;
         mkdir($directory, 0700);
         $this->log = "$directory/log";
         file_put_contents("$directory/console.ini", str_replace('STATE', "$directory/state", $configuration));
@@ -67,10 +72,21 @@ final class Served
         );
     }
 
+    /**
+     * Changes what the console keeps, as time would.
+     *
+     * @param callable(array<int|string, mixed>): array<int|string, mixed> $change
+     */
+    public function change(string $name, callable $change): void
+    {
+        (new State("$this->directory/state"))->change($name, static fn(array $value): array => [$change($value), null]);
+    }
+
     public function end(): void
     {
         proc_terminate($this->process, 15);
         proc_close($this->process);
+        exec('rm -rf ' . escapeshellarg($this->directory));
     }
 
     /** @param array<string, string> $headers */
