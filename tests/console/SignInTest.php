@@ -126,8 +126,9 @@ final class SignInTest extends ConsoleTestCase
         $page = $console->get('/probe/core1/settings');
         $token = (string) $page->attribute('//form[@class="inputs"]/input[@name="token"]', 'value');
         self::assertMatchesRegularExpression('/^[0-9a-f]{64}$/D', $token);
-        $form = ['do' => 'system', 'sysContact' => 'anna', 'sysName' => 'probe', 'sysLocation' => 'here', 'sure' => '1'];
-        foreach (['none' => [], 'empty' => ['token' => ''], 'other' => ['token' => str_repeat('0', 64)]] as $why => $bad) {
+        $form = ['do' => 'system', 'sysContact' => 'anna', 'sysName' => 'n', 'sysLocation' => 'here', 'sure' => '1'];
+        $other = ['token' => str_repeat('0', 64)];
+        foreach (['none' => [], 'empty' => ['token' => ''], 'other' => $other] as $why => $bad) {
             self::assertSame(403, $console->post('/probe/core1/settings', $form + $bad)->status, $why);
         }
         self::assertSame('', $this->probe($agent)->system()['sysContact']);

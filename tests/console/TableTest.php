@@ -104,7 +104,7 @@ final class TableTest extends ConsoleTestCase
         self::assertSame(['Packets received', 'Host'], $page->texts('//main//thead/tr/th'));
         self::assertStringContainsString('columns=nlHostInPkts', $page->attribute('//main//thead//a', 'href'));
         // As a form without script says it.
-        $page = $console->get('/probe/core1/1/hosts?column-nlHostAddress=nlHostAddress&column-nlHostInPkts=nlHostInPkts');
+        $page = $console->get('/probe/core1/1/hosts?column-nlHostAddress=on&column-nlHostInPkts=on');
         self::assertSame(['Host', 'Packets received'], $page->texts('//main//thead/tr/th'));
     }
 
