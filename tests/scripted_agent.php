@@ -296,7 +296,7 @@ final class Server
         if (strlen($length) < 4) {
             exit(0);
         }
-        [$name, $port, $steps] = unserialize(stream_get_contents(STDIN, unpack('N', $length)[1]));
+        [$name, $port, $steps, $known] = unserialize(stream_get_contents(STDIN, unpack('N', $length)[1]));
         $this->drain();
         try {
             match ($name) {
@@ -306,7 +306,7 @@ final class Server
                 'add', 'report', 'calls' => null,
             };
             $this->add($steps);
-            $answer = $name === 'calls' ? $this->calls : $this->report();
+            $answer = $name === 'calls' ? array_slice($this->calls, $known) : $this->report();
         } catch (RuntimeException $failure) {
             $answer = ['failure' => $failure->getMessage()];
         }

@@ -69,7 +69,7 @@ expect_same(0, end_agent($agent), "the agent's exit code");
 
 $agent = bundled_agent('--speed', 'recorded', '--loop', '--read', capture_file([[1.0, $frame]]));
 $before = work_of($agent);
-sleep(WATCHED);
+sleep(WATCHED); // how often it reads in this time is what is tested
 $frames = ether_row($client = client($agent), 1)['Pkts'];
 // At most one in a millisecond; without a pause there would be hundreds of thousands.
 if ($frames < 2 || $frames > 1000 * (PATIENCE + WATCHED)) {

@@ -24,7 +24,7 @@ foreach (['e0', 'e1'] as $name) {
 $agent = bundled_agent();
 expect_soon(true, function () use ($agent) {
     $before = wake_ups($agent);
-    sleep(1);
+    sleep(1); // the time for which it is watched
     return wake_ups($agent) - $before < 10;
 }, 'silence on the interfaces');
 expect_idle($agent, 'with live capture');

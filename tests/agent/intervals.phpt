@@ -32,7 +32,7 @@ $begun = [];
 foreach ($rows as $row) {
     expect_same([NO_ERROR, NO_ERROR, NO_ERROR], [start_row(fn(int $status) => $history($row, $status)), start_row(fn(int $status) => $alarm($row, $status)), start_row(fn(int $status) => $art($row, $status))], "rows $row");
     $begun[$row] = rmon_art_ctl_get($link, $row)['artControlRptStartTime'];
-    usleep(100000);
+    usleep(100000); // the next tenth of a second
 }
 
 /** The samples of a row: when each began, how long it lasted, in hundredths, and what it counted. The last one is still open. */
@@ -66,7 +66,7 @@ expect_soon(true, function () use ($link, $rows) {
     $set = fn(int $row, int $status) => rmon_hosttopn_ctl_set($link, $row, 1, 2, 1, 5, '', $status);
     foreach ($rows as $row) {
         expect_same(NO_ERROR, start_row(fn(int $status) => $set($row, $status)), "report $row");
-        usleep(100000);
+        usleep(100000); // the next tenth of a second
     }
     expect_soon(0, fn() => array_sum(array_map(fn(int $row) => rmon_hosttopn_ctl_get($link, $row)['hostTopNTimeRemaining'], $rows)), 'reports');
     $rates = array_map(fn(int $row) => (int) rmon_hosttopn_get($link, $row, 1)['hostTopNRate'], $rows);
@@ -79,14 +79,14 @@ expect_soon(true, function () use ($link, $rows) {
 /** Keeps the agent from its work for so many milliseconds. */
 $pause = function (int $milliseconds) use ($agent): void {
     proc_terminate($agent->process, 19); // SIGSTOP
-    usleep($milliseconds * 1000);
+    usleep($milliseconds * 1000); // how late it is then is what is tested
     proc_terminate($agent->process, 18); // SIGCONT
 };
 
 // A late sample is taken late, and the next one at its own time: the two last two seconds together.
 expect_soon(true, function () use ($pause, $samples) {
     $pause(300);
-    usleep(random_int(300000, 700000));
+    usleep(random_int(300000, 700000)); // the pause that follows is to come at any moment of a second
     $found = $samples(11);
     for ($i = 0; $i + 1 < count($found); $i++) {
         [$late, $short] = [$found[$i][1], $found[$i + 1][1]];

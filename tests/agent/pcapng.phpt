@@ -139,11 +139,7 @@ expect_same(0, end_agent($agent), "the agent's exit code");
 $one = $little->section() . $little->link(1, 262144) . $little->frame(0, $second, $frame(60));
 $agent = bundled_agent('--read', file_of($one), '--loop');
 $client = client($agent);
-$limit = microtime(true) + PATIENCE;
-while (ether_row($client, 1)['Pkts'] < 100 && microtime(true) < $limit) {
-    usleep(1000);
-}
-expect_same(true, ether_row($client, 1)['Pkts'] >= 100, 'frames of a file that begins again');
+expect_soon(true, fn() => ether_row($client, 1)['Pkts'] >= 100, 'frames of a file that begins again');
 end_agent($agent);
 
 // Damage behind the first frame: it counts, the damage is told in a line, and it is the end.

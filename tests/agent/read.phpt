@@ -69,11 +69,7 @@ end_agent($agent);
 // Over and over, and still answering; a file without frames is at its end.
 $agent = bundled_agent('--read', $second, '--read', capture_file([]), '--loop');
 $client = client($agent);
-$limit = microtime(true) + PATIENCE;
-while (ether_row($client, 1)['Pkts'] < 1000 && microtime(true) < $limit) {
-    usleep(1000);
-}
-expect_same(true, ether_row($client, 1)['Pkts'] >= 1000, 'frames of a file that begins again');
+expect_soon(true, fn() => ether_row($client, 1)['Pkts'] >= 1000, 'frames of a file that begins again');
 end_agent($agent);
 
 // Without a frame there is no time to tell.

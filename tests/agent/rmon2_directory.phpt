@@ -130,7 +130,7 @@ expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_REQUEST, map: 3), 'a
 expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_REQUEST, art: 4), 'an unknown config');
 expect_same(0, rmon_pdir_lastchange_get($link), 'last change after refusals');
 
-usleep(20000);
+expect_soon(true, fn() => rmon_system_get($link)['sysUpTime'] > 0, 'a time that is not 0');
 expect_same(NO_ERROR, set_application($key, 'mine', CREATE_REQUEST, matrix: 2), 'createRequest');
 expect_same(UNDER_CREATION, rmon_pdir_get($link, ...$key)['protocolDirStatus'], 'the row under creation');
 expect_same(NO_ERROR, set_application($key, 'mine', VALID, matrix: 2), 'valid');
@@ -145,7 +145,7 @@ $changed = rmon_pdir_lastchange_get($link);
 expect_same(true, $changed > 0 && $changed <= rmon_system_get($link)['sysUpTime'], 'last change');
 expect_same('mine', next_modified([[], []]), 'the modified row');
 expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_REQUEST), 'createRequest for a row that is there');
-usleep(20000);
+expect_soon(true, fn() => rmon_system_get($link)['sysUpTime'] > $changed, 'a later time');
 expect_same(NO_ERROR, set_application($key, 'yours', UNDER_CREATION, owner: 'you'), 'underCreation');
 $row = rmon_pdir_get($link, ...$key);
 expect_same(['yours', 'you', UNDER_CREATION], [$row['protocolDirDescr'], $row['protocolDirOwner'], $row['protocolDirStatus']], 'the changed row');

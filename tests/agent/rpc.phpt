@@ -77,7 +77,7 @@ $fragments = marked(substr($message, 0, 1), false) . marked('', false) . marked(
 expect_same(answer(ACCEPTED, i32(0)), exchange($fragments), 'fragments');
 foreach (str_split($fragments, 3) as $piece) {
     fwrite($client, $piece);
-    usleep(2000);
+    usleep(2000); // so that each piece arrives alone
 }
 expect_same(answer(ACCEPTED, i32(0)), message_from($client), 'fragments in pieces');
 

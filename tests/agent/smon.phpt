@@ -74,7 +74,7 @@ foreach (['vlan' => 'Vlan', 'prio' => 'Prio'] as $name => $Name) {
     expect_same(NO_ERROR, $set($link, 12, 1, 'second', VALID), "$name: a second row, valid");
 }
 expect_same(NO_SUCH_NAME, rmon_vlan_getnext($link, 0, 0)['status'], 'no VLAN yet');
-usleep(30000);
+expect_soon(true, fn() => rmon_system_get($link)['sysUpTime'] > 0, 'a time that is not 0');
 $before = rmon_system_get($link)['sysUpTime'];
 read_files($agent);
 $after = rmon_system_get($link)['sysUpTime'];

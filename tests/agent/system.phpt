@@ -25,7 +25,7 @@ expect_same('0.0', $system['sysObjectID'], 'sysObjectID');
 // 8 end-to-end and 64 applications, always; 2 where it bridges, 4 where it routes.
 expect_same(72, $system['sysServices'] & ~6, 'sysServices without bridging and routing');
 
-// Hundredths of a second since the agent's start.
+// Hundredths of a second since the agent's start: the time that goes by here is what is tested.
 usleep(500000);
 $later = system_group($client);
 $grown = $later['sysUpTime'] - $system['sysUpTime'];

@@ -52,16 +52,15 @@ abstract class CommandTestCase extends AgentTestCase
     protected function awaitRow(BundledAgent $agent, string $table, string $status, int $value = 1): void
     {
         $probe = $this->probe($agent);
-        $end = hrtime(true) / 1e9 + 60;
-        do {
+        $works = static function () use ($probe, $table, $status, $value): bool {
             foreach ($probe->table($table) as $row) {
                 if ($row[$status] === $value) {
-                    return;
+                    return true;
                 }
             }
-            usleep(5000);
-        } while (hrtime(true) / 1e9 < $end);
-        self::fail("$table gets no row");
+            return false;
+        };
+        self::assertTrue(\wait_until($works, 60), "$table gets no row");
     }
 
     private static function place(BundledAgent|ScriptedAgent|null $agent): array

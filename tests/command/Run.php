@@ -85,27 +85,26 @@ final class Run
     /** Waits until something is true of what it wrote. */
     public function until(callable $true): void
     {
-        $end = hrtime(true) / 1e9 + self::PATIENCE;
-        while (!$true($this)) {
+        \wait_until(function () use ($true): bool {
             $this->take();
-            if ($this->ended() && !$true($this) || hrtime(true) / 1e9 > $end) {
-                throw new RuntimeException("waited in vain\n$this->out\n$this->error");
-            }
-            usleep(2000);
+            return $true($this) || $this->ended();
+        }, self::PATIENCE);
+        $this->take();
+        if (!$true($this)) {
+            throw new RuntimeException("waited in vain\n$this->out\n$this->error");
         }
     }
 
     /** Waits for its end. */
     public function end(): self
     {
-        $end = hrtime(true) / 1e9 + self::PATIENCE;
-        while (!$this->ended()) {
+        $ended = \wait_until(function (): bool {
             $this->take();
-            if (hrtime(true) / 1e9 > $end) {
-                proc_terminate($this->process, 9);
-                throw new RuntimeException("it doesn't end\n$this->out\n$this->error");
-            }
-            usleep(1000);
+            return $this->ended();
+        }, self::PATIENCE);
+        if (!$ended) {
+            proc_terminate($this->process, 9);
+            throw new RuntimeException("it doesn't end\n$this->out\n$this->error");
         }
         $this->take();
         return $this;

@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 /*
  * Every place of an address: procedure, arguments (the address is null in
@@ -106,8 +106,7 @@ foreach ($places as [$function, $procedure, $arguments, $request]) {
     }
     unset($many);
 
-    $arguments[$place] = [new stdClass()];
-    check_closed_by_handler($function, $arguments);
+    check_closed_by_handler($function, $arguments, $place);
 }
 
 // Of two addresses both are counted before either is converted; the first that is too long is named.

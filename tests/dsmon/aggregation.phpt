@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $control = [
     'status' => ['i32', 0],
@@ -16,20 +16,21 @@ $control = [
     'dsmonAggControlOwner' => ['text', 'me', 255],
     'dsmonAggControlStatus' => ['i32', -4],
 ];
-check_readers(
-    name: 'dsmon_aggctl',
+check_row_readers(
+    table: 'dsmon_aggctl',
     procedure: 73,
-    key: ['index' => ['i32', 3]],
-    names: ['index'],
-    fields: $control,
+    row: $control,
     keys: ['dsmonAggControlIndex', 'dsmonAggControlDescr', 'dsmonAggControlOwner', 'dsmonAggControlStatus'],
+    label: null,
+    failed: FAILED_READ,
 );
 // The owner comes before the description, unlike the record.
 check_writer(
     function: 'dsmon_aggctl_set',
     procedure: 104,
-    fields: $control,
+    sent: $control,
     names: ['dsmonAggControlIndex', 'dsmonAggControlOwner', 'dsmonAggControlDescr', 'dsmonAggControlStatus'],
+    label: null,
 );
 expect_exchange(
     function: 'dsmon_aggctl_set',
@@ -47,36 +48,39 @@ $group = [
     'dsmonAggGroupDescr' => ['text', 'voice', 64],
     'dsmonAggGroupStatus' => ['i32', 6],
 ];
-check_readers(
-    name: 'dsmon_aggrp',
+check_row_readers(
+    table: 'dsmon_aggrp',
     procedure: 75,
-    key: ['index1' => ['i32', 3], 'index2' => ['i32', 4]],
-    names: ['index1', 'index2'],
-    fields: $group,
+    key: TWO_INDEXES,
+    row: $group,
     keys: ['dsmonAggControlIndex', 'dsmonAggGroupIndex', 'dsmonAggGroupDescr'],
+    label: null,
+    failed: FAILED_READ,
 );
 check_writer(
     function: 'dsmon_aggrp_set',
     procedure: 105,
-    fields: $group,
+    sent: $group,
     names: ['dsmonAggControlIndex', 'dsmonAggGroupIndex', 'dsmonAggGroupDescr', 'dsmonAggGroupStatus'],
+    label: null,
 );
 
 // The DSCP value comes before the group, unlike the record.
 check_writer(
     function: 'dsmon_aggprof_set',
     procedure: 106,
-    fields: [
+    sent: [
         'status' => ['i32', 0],
         'dsmonAggControlIndex' => ['u32', 3],
         'dsmonAggGroupIndex' => ['u32', 2],
         'dscp' => ['u32', 46],
     ],
     names: ['dsmonAggControlIndex', 'dscp', 'dsmonAggGroupIndex'],
+    label: null,
 );
 
-check_writer(function: 'dsmon_aggctl_locked', procedure: 107, fields: [], names: []);
-check_writer(function: 'dsmon_aggctl_set_lock', procedure: 108, fields: ['lock' => ['i32', -5]], names: ['lock']);
+check_writer(function: 'dsmon_aggctl_locked', procedure: 107, sent: [], names: [], label: null);
+check_writer(function: 'dsmon_aggctl_set_lock', procedure: 108, sent: ['lock' => ['i32', -5]], names: ['lock'], label: null);
 
 done();
 ?>

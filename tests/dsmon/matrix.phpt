@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $control = [
     'status' => ['i32', 0],
@@ -21,12 +21,10 @@ $control = [
     'dsmonMatrixCtlOwner' => ['text', 'ops', 255],
     'dsmonMatrixCtlStatus' => ['i32', -4],
 ];
-check_readers(
-    name: 'dsmon_matrixctl',
+check_row_readers(
+    table: 'dsmon_matrixctl',
     procedure: 139,
-    key: ['index' => ['i32', 3]],
-    names: ['index'],
-    fields: $control,
+    row: $control,
     keys: [
         'dsmonMatrixCtlIndex',
         'dsmonMatrixCtlDataSource_ifIndex',
@@ -38,12 +36,14 @@ check_readers(
         'dsmonMatrixCtlStatus',
         'dsmonMatrixCtlMaxDesiredEntries',
     ],
+    label: null,
+    failed: FAILED_READ,
 );
 // The table's size comes last.
 check_writer(
     function: 'dsmon_matrixctl_set',
     procedure: 140,
-    fields: array_replace($control, [
+    sent: array_replace($control, [
         'dsmonMatrixDroppedFrames' => ['u32', 0],
         'dsmonMatrixCtlInserts' => ['u32', 0],
         'dsmonMatrixCtlDeletes' => ['u32', 0],
@@ -56,12 +56,13 @@ check_writer(
         'dsmonMatrixCtlStatus',
         'dsmonMatrixCtlMaxDesiredEntries',
     ],
+    label: null,
 );
 
 // Both views have one key and one row, the counters under the names of the view by source.
 foreach (['dsmon_matrixsdstats' => 141, 'dsmon_matrixdsstats' => 142] as $view => $procedure) {
-    check_readers(
-        name: $view,
+    check_row_readers(
+        table: $view,
         procedure: $procedure,
         key: [
             'dsmonMatrixCtlIndex' => ['i32', -11],
@@ -73,6 +74,7 @@ foreach (['dsmon_matrixsdstats' => 141, 'dsmon_matrixdsstats' => 142] as $view =
             'dsmonMatrixALIndex' => ['i32', -13],
             'dsmonMatrixSourceAddressLength' => ['i32', 4],
             'dsmonMatrixDestAddressLength' => ['i32', 6],
+            'getType' => ['i32', 1],
         ],
         names: [
             'dsmonMatrixCtlIndex',
@@ -83,7 +85,7 @@ foreach (['dsmon_matrixsdstats' => 141, 'dsmon_matrixdsstats' => 142] as $view =
             'dsmonMatrixSourceAddress',
             'dsmonMatrixDestAddress',
         ],
-        fields: [
+        row: [
             'status' => ['i32', 0],
             'dsmonMatrixCtlIndex' => ['i32', -1001],
             'dsmonMatrixTimeMark' => ['u32', 4000000002],
@@ -108,6 +110,8 @@ foreach (['dsmon_matrixsdstats' => 141, 'dsmon_matrixdsstats' => 142] as $view =
             'dsmonMatrixSourceAddress',
             'dsmonMatrixDestAddress',
         ],
+        label: null,
+        failed: FAILED_READ,
     );
 }
 

@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $pdist_control = [
     'status' => ['i32', 0],
@@ -21,12 +21,10 @@ $pdist_control = [
     'dsmonPdistCtlDeletes' => ['u32', 4000000005],
     'dsmonPdistCtlStatus' => ['i32', -4],
 ];
-check_readers(
-    name: 'dsmon_pdistctl',
+check_row_readers(
+    table: 'dsmon_pdistctl',
     procedure: 133,
-    key: ['index' => ['i32', 3]],
-    names: ['index'],
-    fields: $pdist_control,
+    row: $pdist_control,
     keys: [
         'dsmonPdistCtlIndex',
         'dsmonPdistCtlDataSource_ifIndex',
@@ -38,12 +36,14 @@ check_readers(
         'dsmonPdistCtlStatus',
         'dsmonPdistCtlMaxDesiredEntries',
     ],
+    label: null,
+    failed: FAILED_READ,
 );
 // The table's size comes last.
 check_writer(
     function: 'dsmon_pdistctl_set',
     procedure: 134,
-    fields: array_replace($pdist_control, [
+    sent: array_replace($pdist_control, [
         'dsmonPdistDroppedFrames' => ['u32', 0],
         'dsmonPdistCtlInserts' => ['u32', 0],
         'dsmonPdistCtlDeletes' => ['u32', 0],
@@ -56,19 +56,21 @@ check_writer(
         'dsmonPdistCtlStatus',
         'dsmonPdistCtlMaxDesiredEntries',
     ],
+    label: null,
 );
 
-check_readers(
-    name: 'dsmon_pdstats',
+check_row_readers(
+    table: 'dsmon_pdstats',
     procedure: 137,
     key: [
         'dsmonPdistCtlIndex' => ['i32', -11],
         'dsmonPdistTimeMark' => ['u32', 4100000001],
         'dsmonAggGroupIndex' => ['u32', 4100000002],
         'protocolDirLocalIndex' => ['i32', -12],
+        'getType' => ['i32', 1],
     ],
     names: ['dsmonPdistCtlIndex', 'dsmonPdistTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex'],
-    fields: [
+    row: [
         'status' => ['i32', 0],
         'dsmonPdistCtlIndex' => ['u32', 4000000001],
         'dsmonPdistTimeMark' => ['u32', 4000000002],
@@ -85,6 +87,8 @@ check_readers(
         'dsmonPdistStatsHCPkts',
         'dsmonPdistStatsHCOctets',
     ],
+    label: null,
+    failed: FAILED_READ,
 );
 
 $host_control = [
@@ -102,12 +106,10 @@ $host_control = [
     'dsmonHostCtlStatus' => ['i32', -4],
 ];
 // The prefix lengths are never shown.
-check_readers(
-    name: 'dsmon_hostctl',
+check_row_readers(
+    table: 'dsmon_hostctl',
     procedure: 135,
-    key: ['index' => ['i32', 3]],
-    names: ['index'],
-    fields: $host_control,
+    row: $host_control,
     keys: [
         'dsmonHostCtlIndex',
         'dsmonHostCtlDataSource_ifIndex',
@@ -119,12 +121,14 @@ check_readers(
         'dsmonHostCtlStatus',
         'dsmonHostCtlMaxDesiredEntries',
     ],
+    label: null,
+    failed: FAILED_READ,
 );
 // They are sent as those of whole addresses; the table's size comes last.
 check_writer(
     function: 'dsmon_hostctl_set',
     procedure: 136,
-    fields: array_replace($host_control, [
+    sent: array_replace($host_control, [
         'dsmonHostCtlIPv4PrefixLen' => ['i32', 32],
         'dsmonHostCtlIPv6PrefixLen' => ['i32', 128],
         'dsmonHostDroppedFrames' => ['u32', 0],
@@ -139,10 +143,11 @@ check_writer(
         'dsmonHostCtlStatus',
         'dsmonHostCtlMaxDesiredEntries',
     ],
+    label: null,
 );
 
-check_readers(
-    name: 'dsmon_hoststats',
+check_row_readers(
+    table: 'dsmon_hoststats',
     procedure: 138,
     key: [
         'dsmonHostCtlIndex' => ['i32', -11],
@@ -151,9 +156,10 @@ check_readers(
         'protocolDirLocalIndex' => ['i32', -12],
         'dsmonHostAddress' => ['address', [10, 200, 0, 255]],
         'dsmonHostAddressLength' => ['i32', 4],
+        'getType' => ['i32', 1],
     ],
     names: ['dsmonHostCtlIndex', 'dsmonHostTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex', 'dsmonHostAddress'],
-    fields: [
+    row: [
         'status' => ['i32', 0],
         'dsmonHostCtlIndex' => ['i32', -1001],
         'dsmonHostTimeMark' => ['u32', 4000000002],
@@ -177,6 +183,8 @@ check_readers(
         'dsmonHostOutHCOctets',
         'dsmonHostAddress',
     ],
+    label: null,
+    failed: FAILED_READ,
 );
 
 done();

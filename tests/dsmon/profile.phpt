@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 /** The answer about a DSCP value: its group, and nothing else that a row might show. */
 function profile_row(int $dscp, int $group, int $status = 0): Step
@@ -90,7 +90,7 @@ unset($profile[0]);
 expect_same(array_fill(0, 64, 1), $copy);
 expect_same([63 => 1, 64 => 2, 'best effort' => 3], array_slice($profile, 62, null, true));
 
-check_refusals(function: 'dsmon_aggprofs_get', fields: ['ctlIndex' => ['i32', 9]], names: ['ctlIndex']);
+check_refusals(function: 'dsmon_aggprofs_get', sent: ['ctlIndex' => ['i32', 9]]);
 
 done();
 ?>

@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $control = [
     'status' => ['i32', 0],
@@ -18,12 +18,10 @@ $control = [
     'dsmonStatsControlOwner' => ['text', 'ops', 255],
     'dsmonStatsControlDataSource_ifIndex' => ['i32', -7],
 ];
-check_readers(
-    name: 'dsmon_statsctl',
+check_row_readers(
+    table: 'dsmon_statsctl',
     procedure: 72,
-    key: ['index' => ['i32', 3]],
-    names: ['index'],
-    fields: $control,
+    row: $control,
     keys: [
         'dsmonStatsControlIndex',
         'dsmonStatsControlDataSource_ifIndex',
@@ -32,11 +30,13 @@ check_readers(
         'dsmonStatsControlOwner',
         'dsmonStatsControlStatus',
     ],
+    label: null,
+    failed: FAILED_READ,
 );
 check_writer(
     function: 'dsmon_statsctl_set',
     procedure: 109,
-    fields: array_replace($control, ['dsmonStatsControlDroppedFrames' => ['u32', 0]]),
+    sent: array_replace($control, ['dsmonStatsControlDroppedFrames' => ['u32', 0]]),
     names: [
         'dsmonStatsControlIndex',
         'dsmonStatsControlDataSource_ifIndex',
@@ -44,9 +44,9 @@ check_writer(
         'dsmonStatsControlOwner',
         'dsmonStatsControlStatus',
     ],
+    label: null,
 );
 
-$key = ['index1' => ['i32', 3], 'index2' => ['i32', 4]];
 $stats = [
     'status' => ['i32', 0],
     'dsmonAggGroupIndex' => ['u32', 4000000004],
@@ -64,7 +64,15 @@ $keys = [
     'dsmonStatsOutHCPkts',
     'dsmonStatsOutHCOctets',
 ];
-check_readers(name: 'dsmon_stats', procedure: 74, key: $key, names: ['index1', 'index2'], fields: $stats, keys: $keys);
+check_row_readers(
+    table: 'dsmon_stats',
+    procedure: 74,
+    key: TWO_INDEXES,
+    row: $stats,
+    keys: $keys,
+    label: null,
+    failed: FAILED_READ,
+);
 
 // Counters above 2^63, as the nearest floats: all bits set shows 2^64.
 expect_exchange(
@@ -72,11 +80,13 @@ expect_exchange(
     arguments: [3, 4],
     procedure: 74,
     request: record(index1: i32(3), index2: i32(4), getType: i32(1)),
-    step: reply(bytes_of($stats, dsmonStatsInHCPkts: '0x8000000000000005', dsmonStatsInHCOctets: '0xffffffffffffffff')),
-    value: array_replace(row_of($stats, $keys), [
-        'dsmonStatsInHCPkts' => 9223372036854775808.0,
-        'dsmonStatsInHCOctets' => 18446744073709551616.0,
-    ]),
+    step: reply(wire($stats, dsmonStatsInHCPkts: '0x8000000000000005', dsmonStatsInHCOctets: '0xffffffffffffffff')),
+    value: shown(
+        $stats,
+        $keys,
+        dsmonStatsInHCPkts: 9223372036854775808.0,
+        dsmonStatsInHCOctets: 18446744073709551616.0,
+    ),
 );
 
 done();

@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $sets = [
     'dsmon_aggctl_set' => [3, 'OWNER', 'gold', 1],
@@ -19,15 +19,15 @@ $sets = [
 ];
 
 foreach ($sets as $function => $arguments) {
-    $with = fn(Owner $owner) => array_map(fn($argument) => $argument === 'OWNER' ? $owner : $argument, $arguments);
+    $with = fn(TextWithCode $owner) => array_map(fn($argument) => $argument === 'OWNER' ? $owner : $argument, $arguments);
 
     check_closed_by_text($function, $with);
 
     of("$function, called again meanwhile", function () use ($function, $with): void {
         the_agent()->add(reply(i32(5)), reply(i32(6)));
         $inner = null;
-        $owner = new Owner(function () use (&$inner, $function, $with): void {
-            $inner = $function(the_link(), ...$with(new Owner(fn() => null)));
+        $owner = new TextWithCode(function () use (&$inner, $function, $with): void {
+            $inner = $function(the_link(), ...$with(new TextWithCode(fn() => null)));
         });
         expect_result(fn() => $function(the_link(), ...$with($owner)), 6);
         expect_same(5, $inner);
@@ -35,7 +35,7 @@ foreach ($sets as $function => $arguments) {
 
     of("$function, ended by an exception", function () use ($function, $with): void {
         $earlier = count(the_agent()->calls());
-        $owner = new Owner(fn() => throw new DomainException('no owner'));
+        $owner = new TextWithCode(fn() => throw new DomainException('no owner'));
         expect_thrown(fn() => $function(the_link(), ...$with($owner)), DomainException::class, 'no owner');
         expect_same($earlier, count(the_agent()->calls()), 'number of calls');
     });

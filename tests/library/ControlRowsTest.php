@@ -157,10 +157,7 @@ final class ControlRowsTest extends AgentTestCase
             $table->set(hlHostControlIndex: $index, hlHostControlDataSource: 1, hlHostControlOwner: $owner);
         }
         // The second is to be over: the clock goes on in whole seconds.
-        $limit = microtime(true) + \PATIENCE;
-        while ($this->probe->uptime() < 100 && microtime(true) < $limit) {
-            usleep(20000);
-        }
+        \wait_until(fn() => $this->probe->uptime() >= 100);
         self::assertSame(2, (new ControlRows($this->probe, 'noc'))->sweep());
         self::assertSame([1, 3, 5, 6], array_keys($this->owners()));
     }
@@ -365,12 +362,10 @@ final class ControlRowsTest extends AgentTestCase
         $rows = new ControlRows($this->probe, 'noc');
         $report = $rows->macTopHosts(1, 'hostTopNOutPkts', 1, 3);
         $this->read($this->agent);
-        $limit = microtime(true) + \PATIENCE;
-        $places = [];
-        while (count($places) < 3 && microtime(true) < $limit) {
-            usleep(20000);
+        \wait_until(function () use ($report, &$places): bool {
             $places = self::listOf($this->probe->table('hostTopNTable', control: $report->index));
-        }
+            return count($places) === 3;
+        });
         self::assertSame([1, 2, 3], array_column($places, 'hostTopNIndex'));
         $rows->release();
     }

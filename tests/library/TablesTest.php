@@ -115,11 +115,8 @@ final class TablesTest extends AgentTestCase
     /** The agent's clock has to have gone on for a sample, a report and an alarm. */
     private static function waitFor(Probe $probe): void
     {
-        $limit = microtime(true) + \PATIENCE;
         foreach (['etherHistoryTable', 'hostTopNTable', 'logTable', 'sccpCallTable', 'h323CallTable'] as $table) {
-            while ($probe->table($table)->first() === null && microtime(true) < $limit) {
-                usleep(20000);
-            }
+            \wait_until(static fn() => $probe->table($table)->first() !== null);
         }
     }
 

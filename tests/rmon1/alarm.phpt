@@ -5,62 +5,63 @@ Alarms: rows, and creating or changing one
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
-$fields = [
-    'status' => 'int',
-    'alarmIndex' => 'unsigned',
-    'alarmInterval' => 'unsigned',
-    'alarmVariable' => 'text',
-    'alarmSampleType' => 'int',
-    'alarmValue' => 'unsigned',
-    'alarmStartupAlarm' => 'int',
-    'alarmRisingThreshold' => 'unsigned',
-    'alarmFallingThreshold' => 'unsigned',
-    'alarmRisingEventIndex' => 'unsigned',
-    'alarmFallingEventIndex' => 'unsigned',
-    'alarmOwner' => 'text',
-    'alarmStatus' => 'int',
-];
-check_row_readers('rmon_alarm', 38, 'host_ctl_get', $fields, unbounded: ['alarmVariable']);
+check_row_readers(
+    table: 'rmon_alarm',
+    procedure: 38,
+    row: sample([
+        'status' => 'i32',
+        'alarmIndex' => 'u32',
+        'alarmInterval' => 'u32',
+        'alarmVariable' => ['text', 'of any length', UNBOUNDED],
+        'alarmSampleType' => 'i32',
+        'alarmValue' => 'u32',
+        'alarmStartupAlarm' => 'i32',
+        'alarmRisingThreshold' => 'u32',
+        'alarmFallingThreshold' => 'u32',
+        'alarmRisingEventIndex' => 'u32',
+        'alarmFallingEventIndex' => 'u32',
+        'alarmOwner' => 'text',
+        'alarmStatus' => 'i32',
+    ]),
+    label: 'host_ctl_get',
+);
 
 // The value is the agent's; the variable may have any length.
-$request = fn(
-    int $index,
-    int $interval,
-    string $variable,
-    int $sampleType,
-    int $startup,
-    int $rising,
-    int $falling,
-    int $risingEvent,
-    int $fallingEvent,
-    string $owner,
-    int $status,
-) => record(
-    status: i32(0),
-    alarmIndex: u32($index),
-    alarmInterval: u32($interval),
-    alarmVariable: text($variable),
-    alarmSampleType: i32($sampleType),
-    alarmValue: u32(0),
-    alarmStartupAlarm: i32($startup),
-    alarmRisingThreshold: u32($rising),
-    alarmFallingThreshold: u32($falling),
-    alarmRisingEventIndex: u32($risingEvent),
-    alarmFallingEventIndex: u32($fallingEvent),
-    alarmOwner: text($owner),
-    alarmStatus: i32($status),
-);
-$arguments = [21, 22, '1.3.6.1.2.1.2.2.1.10.3', 24, 25, 4294967295, 27, 28, 29, 'an owner', 31];
 check_writer(
     function: 'rmon_alarm_set',
     procedure: 39,
+    sent: [
+        'status' => ['i32', 0],
+        'alarmIndex' => ['u32', 21],
+        'alarmInterval' => ['u32', 22],
+        'alarmVariable' => ['text', '1.3.6.1.2.1.2.2.1.10.3', UNBOUNDED],
+        'alarmSampleType' => ['i32', 24],
+        'alarmValue' => ['u32', 0],
+        'alarmStartupAlarm' => ['i32', 25],
+        'alarmRisingThreshold' => ['u32', 4294967295],
+        'alarmFallingThreshold' => ['u32', 27],
+        'alarmRisingEventIndex' => ['u32', 28],
+        'alarmFallingEventIndex' => ['u32', 29],
+        'alarmOwner' => ['text', 'an owner'],
+        'alarmStatus' => ['i32', 31],
+    ],
+    names: [
+        'alarmIndex',
+        'alarmInterval',
+        'alarmVariable',
+        'alarmSampleType',
+        'alarmStartupAlarm',
+        'alarmRisingThreshold',
+        'alarmFallingThreshold',
+        'alarmRisingEventIndex',
+        'alarmFallingEventIndex',
+        'alarmOwner',
+        'alarmStatus',
+    ],
     label: 'rmon_host_ctl_set',
-    arguments: $arguments,
-    request: $request,
-    linkedFirst: true,
-    unbounded: [2],
+    order: ['Link'],
 );
 
 done();

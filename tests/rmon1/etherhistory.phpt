@@ -5,29 +5,28 @@ Ethernet history: samples, one and many
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $fields = [
-    'status' => 'int',
-    'etherHistoryIndex' => 'int',
-    'etherHistorySampleIndex' => 'int',
-    'etherHistoryIntervalStart' => 'unsigned',
-    'etherHistoryDropEvents' => 'counter',
-    'etherHistoryOctets' => 'counter',
-    'etherHistoryPkts' => 'counter',
-    'etherHistoryBroadcastPkts' => 'counter',
-    'etherHistoryMulticastPkts' => 'counter',
-    'etherHistoryCRCAlignErrors' => 'counter',
-    'etherHistoryUndersizePkts' => 'counter',
-    'etherHistoryOversizePkts' => 'counter',
-    'etherHistoryFragments' => 'counter',
-    'etherHistoryJabbers' => 'counter',
-    'etherHistoryCollisions' => 'counter',
-    'etherHistoryUtilization' => 'int',
+    'status' => 'i32',
+    'etherHistoryIndex' => 'i32',
+    'etherHistorySampleIndex' => 'i32',
+    'etherHistoryIntervalStart' => 'u32',
+    'etherHistoryDropEvents' => 'u64',
+    'etherHistoryOctets' => 'u64',
+    'etherHistoryPkts' => 'u64',
+    'etherHistoryBroadcastPkts' => 'u64',
+    'etherHistoryMulticastPkts' => 'u64',
+    'etherHistoryCRCAlignErrors' => 'u64',
+    'etherHistoryUndersizePkts' => 'u64',
+    'etherHistoryOversizePkts' => 'u64',
+    'etherHistoryFragments' => 'u64',
+    'etherHistoryJabbers' => 'u64',
+    'etherHistoryCollisions' => 'u64',
+    'etherHistoryUtilization' => 'i32',
 ];
 // Scripts see jabbers before fragments.
-$order = [
-    'status',
+$keys = [
     'etherHistoryIndex',
     'etherHistorySampleIndex',
     'etherHistoryIntervalStart',
@@ -44,18 +43,19 @@ $order = [
     'etherHistoryCollisions',
     'etherHistoryUtilization',
 ];
-check_indexed_rows_readers(
+check_rows_readers(
     table: 'rmon_etherhistory',
     procedure: 8,
+    key: TWO_INDEXES_AND_COUNT,
+    row: fn(int $n) => sample($fields, $n),
     label: 'rmon_etherhistory_getbulk',
-    fields: $fields,
-    order: $order,
+    keys: $keys,
 );
 
 // Counters above the signed range stay positive.
 $row = array_replace(sample($fields), [
-    'etherHistoryOctets' => [u64('0xffffffffffffffff'), 1.8446744073709552e19],
-    'etherHistoryPkts' => [u64('0x8000000000000000'), 9.223372036854775808e18],
+    'etherHistoryOctets' => ['u64', '0xffffffffffffffff', 'shown' => 1.8446744073709552e19],
+    'etherHistoryPkts' => ['u64', '0x8000000000000000', 'shown' => 9.223372036854775808e18],
 ]);
 $key = record(index: i32(3), sampleIndex: i32(9), getType: i32(1), count: i32(1));
 expect_exchange(
@@ -64,18 +64,17 @@ expect_exchange(
     procedure: 8,
     request: $key,
     step: reply(rows(wire($row))),
-    value: shown($row, $order),
+    value: shown($row, $keys),
 );
 
 // A failed row isn't a failed call.
-$row['status'] = [i32(-1), -1];
 expect_exchange(
     function: 'rmon_etherhistory_get',
     arguments: [3, 9],
     procedure: 8,
     request: $key,
-    step: reply(rows(wire($row))),
-    value: shown($row, $order),
+    step: reply(rows(wire($row, status: -1))),
+    value: shown($row, $keys, status: -1),
 );
 
 done();

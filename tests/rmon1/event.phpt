@@ -5,43 +5,41 @@ Events: rows, and creating or changing one
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 check_row_readers(
     table: 'rmon_event',
     procedure: 40,
     label: 'host_ctl_get',
-    fields: [
-        'status' => 'int',
-        'eventIndex' => 'unsigned',
+    row: sample([
+        'status' => 'i32',
+        'eventIndex' => 'u32',
         'eventDescription' => 'text',
-        'eventType' => 'int',
+        'eventType' => 'i32',
         'eventCommunity' => 'text',
-        'eventLastTimeSent' => 'unsigned',
+        'eventLastTimeSent' => 'u32',
         'eventOwner' => 'text',
-        'eventStatus' => 'int',
-    ],
+        'eventStatus' => 'i32',
+    ]),
 );
 
 // The time at which it was last sent is the agent's.
-$request = fn(int $index, string $description, int $type, string $community, string $owner, int $status) => record(
-    status: i32(0),
-    eventIndex: u32($index),
-    eventDescription: text($description),
-    eventType: i32($type),
-    eventCommunity: text($community),
-    eventLastTimeSent: u32(0),
-    eventOwner: text($owner),
-    eventStatus: i32($status),
-);
-$arguments = [21, 'link down', 23, 'private', 'an owner', 26];
 check_writer(
     function: 'rmon_event_set',
     procedure: 41,
+    sent: [
+        'status' => ['i32', 0],
+        'eventIndex' => ['u32', 21],
+        'eventDescription' => ['text', 'link down'],
+        'eventType' => ['i32', 23],
+        'eventCommunity' => ['text', 'private'],
+        'eventLastTimeSent' => ['u32', 0],
+        'eventOwner' => ['text', 'an owner'],
+        'eventStatus' => ['i32', 26],
+    ],
+    names: ['eventIndex', 'eventDescription', 'eventType', 'eventCommunity', 'eventOwner', 'eventStatus'],
     label: 'rmon_host_ctl_set',
-    arguments: $arguments,
-    request: $request,
-    linkedFirst: true,
+    order: ['Link'],
 );
 
 done();

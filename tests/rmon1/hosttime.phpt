@@ -5,25 +5,31 @@ Hosts by the order in which they were first seen
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $fields = [
-    'status' => 'int',
-    'hostTimeAddress' => 'bytes',
-    'hostTimeCreationOrder' => 'int',
-    'hostTimeIndex' => 'int',
-    'hostTimeInPkts' => 'counter',
-    'hostTimeOutPkts' => 'counter',
-    'hostTimeInOctets' => 'counter',
-    'hostTimeOutOctets' => 'counter',
-    'hostTimeOutErrors' => 'counter',
-    'hostTimeOutBroadcastPkts' => 'counter',
-    'hostTimeOutMulticastPkts' => 'counter',
+    'status' => 'i32',
+    'hostTimeAddress' => 'byte_list',
+    'hostTimeCreationOrder' => 'i32',
+    'hostTimeIndex' => 'i32',
+    'hostTimeInPkts' => 'u64',
+    'hostTimeOutPkts' => 'u64',
+    'hostTimeInOctets' => 'u64',
+    'hostTimeOutOctets' => 'u64',
+    'hostTimeOutErrors' => 'u64',
+    'hostTimeOutBroadcastPkts' => 'u64',
+    'hostTimeOutMulticastPkts' => 'u64',
 ];
-check_indexed_rows_readers(table: 'rmon_hosttime', procedure: 12, label: 'rmon_hosttime_getbulk', fields: $fields);
+check_rows_readers(
+    table: 'rmon_hosttime',
+    procedure: 12,
+    key: TWO_INDEXES_AND_COUNT,
+    row: fn(int $n) => sample($fields, $n),
+    label: 'rmon_hosttime_getbulk',
+);
 
 // An empty address is an empty array, unlike in the hosts by address.
-$row = array_replace(sample($fields), ['hostTimeAddress' => [byte_list(''), []]]);
+$row = with(sample($fields), hostTimeAddress: []);
 $key = record(index: i32(3), creationOrder: i32(9), getType: i32(2), count: i32(1));
 expect_exchange(
     function: 'rmon_hosttime_getnext',

@@ -5,19 +5,25 @@ Top-N reports
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $fields = [
-    'status' => 'int',
-    'hostTopNReport' => 'int',
-    'hostTopNIndex' => 'int',
-    'hostTopNAddress' => 'bytes',
-    'hostTopNRate' => 'counter',
+    'status' => 'i32',
+    'hostTopNReport' => 'i32',
+    'hostTopNIndex' => 'i32',
+    'hostTopNAddress' => 'byte_list',
+    'hostTopNRate' => 'u64',
 ];
-check_indexed_rows_readers(table: 'rmon_hosttopn', procedure: 15, label: 'rmon_hosttopn_getbulk', fields: $fields);
+check_rows_readers(
+    table: 'rmon_hosttopn',
+    procedure: 15,
+    key: TWO_INDEXES_AND_COUNT,
+    row: fn(int $n) => sample($fields, $n),
+    label: 'rmon_hosttopn_getbulk',
+);
 
 // An empty address is an empty array.
-$row = array_replace(sample($fields), ['hostTopNAddress' => [byte_list(''), []]]);
+$row = with(sample($fields), hostTopNAddress: []);
 $key = record(report: i32(3), index: i32(9), getType: i32(2), count: i32(1));
 expect_exchange(
     function: 'rmon_hosttopn_getnext',

@@ -5,43 +5,43 @@ The interface table: a row and its data source
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $sample = sample([
-    'status' => 'int',
-    'ifIndex' => 'int',
+    'status' => 'i32',
+    'ifIndex' => 'i32',
     'ifDescr' => 'text',
-    'ifType' => 'int',
-    'ifMtu' => 'int',
-    'ifSpeed' => 'unsigned',
-    'ifPhysAddress' => 'bytes',
-    'ifAdminStatus' => 'int',
-    'ifOperStatus' => 'int',
-    'ifLastChange' => 'unsigned',
-    'ifInOctets' => 'unsigned',
-    'ifInUcastPkts' => 'unsigned',
-    'ifInNUcastPkts' => 'unsigned',
-    'ifInDiscards' => 'unsigned',
-    'ifInErrors' => 'unsigned',
-    'ifInUnknownProtos' => 'unsigned',
-    'ifOutOctets' => 'unsigned',
-    'ifOutUcastPkts' => 'unsigned',
-    'ifOutNUcastPkts' => 'unsigned',
-    'ifOutDiscards' => 'unsigned',
-    'ifOutErrors' => 'unsigned',
-    'ifOutQLen' => 'unsigned',
-    'dsrcType' => 'unsigned',
-    'dsrcSlot' => 'unsigned',
-    'dsrcPort' => 'unsigned',
-    'dsrcVlan' => 'unsigned',
-    'dsrcChGrp' => 'int',
-    'dsrcSpanMode' => 'int',
-    'dsrcSpanDest' => 'int',
+    'ifType' => 'i32',
+    'ifMtu' => 'i32',
+    'ifSpeed' => 'u32',
+    'ifPhysAddress' => 'byte_list',
+    'ifAdminStatus' => 'i32',
+    'ifOperStatus' => 'i32',
+    'ifLastChange' => 'u32',
+    'ifInOctets' => 'u32',
+    'ifInUcastPkts' => 'u32',
+    'ifInNUcastPkts' => 'u32',
+    'ifInDiscards' => 'u32',
+    'ifInErrors' => 'u32',
+    'ifInUnknownProtos' => 'u32',
+    'ifOutOctets' => 'u32',
+    'ifOutUcastPkts' => 'u32',
+    'ifOutNUcastPkts' => 'u32',
+    'ifOutDiscards' => 'u32',
+    'ifOutErrors' => 'u32',
+    'ifOutQLen' => 'u32',
+    'dsrcType' => 'u32',
+    'dsrcSlot' => 'u32',
+    'dsrcPort' => 'u32',
+    'dsrcVlan' => 'u32',
+    'dsrcChGrp' => 'i32',
+    'dsrcSpanMode' => 'i32',
+    'dsrcSpanDest' => 'i32',
 ]);
 $ethernet = array_replace($sample, [
-    'ifPhysAddress' => [byte_list([0, 0x1a, 0x2b, 0x3c, 0xde, 0xff]), '00:1A:2B:3C:DE:FF'],
-    'dsrcType' => [u32(1), 'ETH'],
-    'dsrcSpanMode' => [i32(3), 'BOTH'],
+    'ifPhysAddress' => ['byte_list', [0, 0x1a, 0x2b, 0x3c, 0xde, 0xff], 'shown' => '00:1A:2B:3C:DE:FF'],
+    'dsrcType' => ['u32', 1, 'shown' => 'ETH'],
+    'dsrcSpanMode' => ['i32', 3, 'shown' => 'BOTH'],
 ]);
 
 $call = fn(array $row, array $shown) => expect_exchange(
@@ -54,35 +54,29 @@ $call = fn(array $row, array $shown) => expect_exchange(
 );
 
 foreach (['rmon_ifentry_get' => 1, 'rmon_ifentry_getnext' => 2] as $function => $getType) {
-    $request = record(ifIndex: i32(3), getType: i32($getType));
-    check_common(
+    check_function(
         function: $function,
-        arguments: [3],
         procedure: 3,
-        request: $request,
-        label: 'rmon_ifentry_get',
+        sent: ['ifIndex' => ['i32', 3], 'getType' => ['i32', $getType]],
         reply: wire($ethernet),
-        result: shown($ethernet),
+        value: shown($ethernet),
+        label: 'rmon_ifentry_get',
     );
-    check_conversions($function, ['int', 'int']);
 }
 
 // The words of the data source; only Ethernet has a slot and a port.
 $words = [0 => 'OTHER', 2 => 'VLAN', 3 => 'OTHER', 4 => 'NETFLOW', 9 => 'FEC', 10 => 'OTHER', 0xffffffff => 'OTHER'];
 foreach ($words as $type => $word) {
-    $row = array_replace($ethernet, ['dsrcType' => [u32($type), $word]]);
-    $shown = shown($row);
+    $shown = shown($ethernet, dsrcType: $word);
     unset($shown['dsrcSlot'], $shown['dsrcPort']);
-    $call($row, $shown);
+    $call(with($ethernet, dsrcType: $type), $shown);
 }
 foreach ([-1 => 'NONE', 0 => 'NONE', 1 => 'TX', 2 => 'RX', 3 => 'BOTH', 4 => 'NONE'] as $mode => $word) {
-    $row = array_replace($ethernet, ['dsrcSpanMode' => [i32($mode), $word]]);
-    $call($row, shown($row));
+    $call(with($ethernet, dsrcSpanMode: $mode), shown($ethernet, dsrcSpanMode: $word));
 }
 
 // A row without slot and port is an array like any other.
-$row = array_replace($ethernet, ['dsrcType' => [u32(2), 'VLAN']]);
-the_agent()->add(reply(wire($row)));
+the_agent()->add(reply(wire($ethernet, dsrcType: 2)));
 $got = rmon_ifentry_get(the_link(), 1);
 expect_same(28, count($got));
 expect_same(false, isset($got['dsrcSlot']) || array_key_exists('dsrcPort', $got));
@@ -92,18 +86,16 @@ expect_same(['dsrcSpanDest', 'dsrcSlot', 1], array_slice(array_keys($got), -3));
 
 // An address that doesn't have six bytes is no MAC address.
 foreach ([0, 1, 5, 7, 8, 16, 17, 300] as $length) {
-    $row = array_replace($ethernet, ['ifPhysAddress' => [byte_list(str_repeat("\xab", $length)), '']]);
-    $call($row, shown($row));
+    $call(with($ethernet, ifPhysAddress: str_repeat("\xab", $length)), shown($ethernet, ifPhysAddress: ''));
 }
 
 check_reply_text(
     function: 'rmon_ifentry_get',
-    index: [1],
     procedure: 3,
-    request: key_of(1, 1),
+    sent: ONE_INDEX,
+    row: $ethernet,
+    text: 'ifDescr',
     label: 'rmon_ifentry_get',
-    sample: $ethernet,
-    name: 'ifDescr',
 );
 
 done();

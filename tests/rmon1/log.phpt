@@ -5,19 +5,24 @@ The log of events
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
-$fields = [
-    'status' => 'int',
-    'logEventIndex' => 'unsigned',
-    'logIndex' => 'unsigned',
-    'logTime' => 'unsigned',
+$row = sample([
+    'status' => 'i32',
+    'logEventIndex' => 'u32',
+    'logIndex' => 'u32',
+    'logTime' => 'u32',
     'logDescription' => 'text',
-];
-check_row_readers('rmon_log', 42, 'host_ctl_get', $fields, indexes: 2);
+]);
+check_row_readers(
+    table: 'rmon_log',
+    procedure: 42,
+    row: $row,
+    label: 'host_ctl_get',
+    key: TWO_INDEXES,
+);
 
 $key = record(eventIndex: i32(3), logIndex: i32(9), getType: i32(2));
-$row = sample($fields);
 expect_exchange(
     function: 'rmon_log_getnext',
     arguments: [3, 9],

@@ -5,87 +5,78 @@ Matrix: conversations in both views
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 foreach (['SD' => 0, 'DS' => 1] as $view => $direction) {
     $table = 'rmon_matrix_' . strtolower($view);
     $fields = [
-        'status' => 'int',
-        "matrix{$view}SourceAddress" => 'bytes',
-        "matrix{$view}DestAddress" => 'bytes',
-        "matrix{$view}Index" => 'int',
-        "matrix{$view}Pkts" => 'counter',
-        "matrix{$view}Octets" => 'counter',
-        "matrix{$view}Errors" => 'counter',
+        'status' => 'i32',
+        "matrix{$view}SourceAddress" => 'byte_list',
+        "matrix{$view}DestAddress" => 'byte_list',
+        "matrix{$view}Index" => 'i32',
+        "matrix{$view}Pkts" => 'u64',
+        "matrix{$view}Octets" => 'u64',
+        "matrix{$view}Errors" => 'u64',
     ];
     // The count stands before the getType. The source is the first address in both views.
-    $key = fn(array|string $source, array|string $dest, int $getType = 1, int $count = 1) => record(
-        index: i32(71),
-        sourceAddress: byte_list($source),
-        destAddress: byte_list($dest),
-        count: i32($count),
-        getType: i32($getType),
-        direction: i32($direction),
-    );
-    $source = [10, 0, 255, 7];
-    $dest = [0, 26, 43, 60, 77, 94];
+    $key = [
+        'index' => ['i32', 71],
+        'sourceAddress' => ['byte_list', [10, 0, 255, 7]],
+        'destAddress' => ['byte_list', [0, 26, 43, 60, 77, 94]],
+        'count' => ['i32', 1],
+        'getType' => ['i32', 1],
+        'direction' => ['i32', $direction],
+    ];
+    $names = ['index', 'sourceAddress', 'destAddress'];
     check_rows_readers(
         table: $table,
         procedure: 18,
+        key: $key,
+        names: $names,
+        row: fn(int $n) => sample($fields, $n),
         label: 'matrix_getbulk',
-        fields: $fields,
-        order: null,
-        index: [71, $source, $dest],
-        key: fn(int $getType, int $count) => $key($source, $dest, $getType, $count),
-        kinds: ['int', 'int', 'address', 'address'],
     );
 
     // Four arguments are too few for the bulk form.
     expect_no_call(
         "{$table}_getbulk",
-        [the_link(), 71, $source, $dest],
+        [the_link(), ...arguments_of($key, $names)],
         null,
         ["Wrong parameter count for {$table}_getbulk()"],
     );
 
-    $row = sample($fields);
-    $exchange = fn(array $addresses, string $key, array $messages = []) =>
-        expect_exchange(
+    foreach (['sourceAddress', 'destAddress'] as $address) {
+        check_address(
             function: "{$table}_get",
-            arguments: [71, ...$addresses],
             procedure: 18,
-            request: $key,
-            step: reply(rows(wire($row))),
-            value: shown($row),
-            messages: $messages,
+            sent: $key,
+            address: $address,
+            reply: rows(wire(sample($fields))),
+            value: shown(sample($fields)),
+            names: $names,
         );
-    $asSource = fn(mixed $address, array|string $bytes, array $messages = []) =>
-        $exchange([$address, $dest], $key($bytes, $dest), $messages);
-    check_address_argument($asSource, "{$table}_get", [71], [$dest]);
-    $asDest = fn(mixed $address, array|string $bytes, array $messages = []) =>
-        $exchange([$source, $address], $key($source, $bytes), $messages);
-    check_address_argument($asDest, "{$table}_get", [71, $source]);
-
-    // Anything but an array isn't looked at, be it an object.
-    $asSource(new ArrayObject([1]), '');
-    $asDest(new ArrayObject([1]), '');
+    }
 
     // The source is converted before the destination.
-    $exchange(
-        [[observed('Source'), 1], [2, observed('Dest')]],
-        $key([1, 1], [2, 1]),
-        [number_message('Source'), number_message('Dest')],
+    expect_exchange(
+        function: "{$table}_get",
+        arguments: [71, [observed('Source'), 1], [2, observed('Dest')]],
+        procedure: 18,
+        request: wire($key, sourceAddress: [1, 1], destAddress: [2, 1]),
+        step: reply(rows(wire(sample($fields)))),
+        value: shown(sample($fields)),
+        messages: [number_message('Source'), number_message('Dest')],
     );
 
     // An empty address in a row is the integer 0.
     $names = ["matrix{$view}SourceAddress", "matrix{$view}DestAddress"];
     foreach ([[$names[0]], [$names[1]], $names] as $empty) {
-        $row = array_replace(sample($fields), array_fill_keys($empty, [byte_list(''), 0]));
+        $row = array_replace(sample($fields), array_fill_keys($empty, ['byte_list', [], 'shown' => 0]));
         expect_exchange(
             function: "{$table}_get",
             arguments: [71, '', ''],
             procedure: 18,
-            request: $key('', ''),
+            request: wire($key, sourceAddress: [], destAddress: []),
             step: reply(rows(wire($row))),
             value: shown($row),
         );

@@ -5,40 +5,38 @@ Matrix control: rows, and creating or changing one
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 check_row_readers(
     table: 'rmon_matrix_ctl',
     procedure: 16,
     label: 'matrix_ctl_get',
-    fields: [
-        'status' => 'int',
-        'matrixControlIndex' => 'int',
-        'matrixControlDataSource' => 'int',
-        'matrixControlTableSize' => 'int',
-        'matrixControlLastDeleteTime' => 'unsigned',
+    row: sample([
+        'status' => 'i32',
+        'matrixControlIndex' => 'i32',
+        'matrixControlDataSource' => 'i32',
+        'matrixControlTableSize' => 'i32',
+        'matrixControlLastDeleteTime' => 'u32',
         'matrixControlOwner' => 'text',
-        'matrixControlStatus' => 'int',
-    ],
+        'matrixControlStatus' => 'i32',
+    ]),
 );
 
 // The table's size and the time of the last deletion are the agent's.
-$request = fn(int $index, int $source, string $owner, int $status) => record(
-    status: i32(0),
-    matrixControlIndex: i32($index),
-    matrixControlDataSource: i32($source),
-    matrixControlTableSize: i32(0),
-    matrixControlLastDeleteTime: u32(0),
-    matrixControlOwner: text($owner),
-    matrixControlStatus: i32($status),
-);
 check_writer(
     function: 'rmon_matrix_ctl_set',
     procedure: 17,
+    sent: [
+        'status' => ['i32', 0],
+        'matrixControlIndex' => ['i32', 21],
+        'matrixControlDataSource' => ['i32', 22],
+        'matrixControlTableSize' => ['i32', 0],
+        'matrixControlLastDeleteTime' => ['u32', 0],
+        'matrixControlOwner' => ['text', 'an owner'],
+        'matrixControlStatus' => ['i32', 24],
+    ],
+    names: ['matrixControlIndex', 'matrixControlDataSource', 'matrixControlOwner', 'matrixControlStatus'],
     label: 'rmon_matrix_ctl_set',
-    arguments: [21, 22, 'an owner', 24],
-    request: $request,
-    linkedFirst: false,
 );
 
 done();

@@ -5,29 +5,26 @@ The system group: read, and its three texts that can be set
 
 declare(strict_types=1);
 
-require __DIR__ . '/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 // Read: no status, no key.
-$fields = [
+$row = sample([
     'sysDescr' => 'text',
-    'sysUpTime' => 'unsigned',
+    'sysUpTime' => 'u32',
     'sysContact' => 'text',
     'sysName' => 'text',
     'sysLocation' => 'text',
     'sysObjectID' => 'text',
-    'sysServices' => 'int',
-];
-$sample = sample($fields);
-check_common(
+    'sysServices' => 'i32',
+]);
+check_function(
     function: 'rmon_system_get',
-    arguments: [],
     procedure: 1,
-    request: '',
+    sent: [],
+    reply: wire($row),
+    value: shown($row),
     label: 'rmon_system_get',
-    reply: wire($sample),
-    result: shown($sample),
 );
-check_conversions('rmon_system_get', ['int']);
 
 $reply = record(
     sysDescr: text('probe'),
@@ -38,7 +35,7 @@ $reply = record(
     sysObjectID: text('1.3.6.1.4.1.9'),
     sysServices: i32(72),
 );
-$row = [
+$value = [
     'sysDescr' => 'probe',
     'sysUpTime' => 4294967295,
     'sysContact' => '',
@@ -53,38 +50,35 @@ expect_exchange(
     procedure: 1,
     request: '',
     step: reply($reply),
-    value: $row,
+    value: $value,
 );
 
-foreach (array_keys($fields, 'text') as $name) {
+foreach (array_keys(fields_with($row, 'text')) as $text) {
     check_reply_text(
         function: 'rmon_system_get',
-        index: [],
         procedure: 1,
-        request: '',
+        sent: [],
+        row: $row,
+        text: $text,
         label: 'rmon_system_get',
-        sample: $sample,
-        name: $name,
     );
 }
 
 // Set: what an operator may not set travels empty.
-$request = fn(string $sysContact, string $sysName, string $sysLocation) => record(
-    sysDescr: text(''),
-    sysUpTime: u32(0),
-    sysContact: text($sysContact),
-    sysName: text($sysName),
-    sysLocation: text($sysLocation),
-    sysObjectID: text(''),
-    sysServices: i32(0),
-);
 check_writer(
     function: 'rmon_system_set',
     procedure: 2,
+    sent: [
+        'sysDescr' => ['text', ''],
+        'sysUpTime' => ['u32', 0],
+        'sysContact' => ['text', 'ops@example.net'],
+        'sysName' => ['text', 'probe-7'],
+        'sysLocation' => ['text', 'rack 4'],
+        'sysObjectID' => ['text', ''],
+        'sysServices' => ['i32', 0],
+    ],
+    names: ['sysContact', 'sysName', 'sysLocation'],
     label: 'rmon_system_set',
-    arguments: ['ops@example.net', 'probe-7', 'rack 4'],
-    request: $request,
-    linkedFirst: false,
 );
 
 done();

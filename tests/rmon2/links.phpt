@@ -2,7 +2,7 @@
 Scripts that close the link, or call the module again, while an argument is converted
 --FILE--
 <?php
-require __DIR__ . '/calls.inc';
+require __DIR__ . '/../tables.inc';
 
 /** Does something when it is made a text or, through the error handler, an integer. */
 final class Intruder

@@ -2,41 +2,69 @@
 Protocol directory, by identifier
 --FILE--
 <?php
+
+declare(strict_types=1);
+
 require __DIR__ . '/pdir.inc';
 
 const LABEL = 'addrmap_entry_get';
 
-check_integer(['rmon_pdir_lastchange_get', [], 23, ''], null);
+foreach ([0, 13, -1, -0x80000000, 0x7fffffff] as $answer) {
+    check_reply(
+        function: 'rmon_pdir_lastchange_get',
+        arguments: [],
+        procedure: 23,
+        request: '',
+        reply: i32($answer),
+        value: $answer,
+    );
+}
+check_function(
+    function: 'rmon_pdir_lastchange_get',
+    procedure: 23,
+    sent: [],
+    reply: i32(13),
+    value: 13,
+    label: null,
+);
 
-$id = [0, 0, 0, 1, 0, 0, 8, 0];
-$parameters = [0, 3];
 $long = range(1, 255);
-$get = ['rmon_pdir_get', [$id, $parameters], 19, pdir_key($id, $parameters, 1)];
-$getnext = ['rmon_pdir_getnext', [$long, []], 19, pdir_key($long, [], 2)];
-$getbulk = ['rmon_pdir_getbulk', [[], $long, 5], 19, pdir_key([], $long, 3, 5)];
-check_first_row(function: $get, bytes: pdir_bytes(...), row: pdir_row(...), label: LABEL);
-check_first_row(function: $getnext, bytes: pdir_bytes(...), row: pdir_row(...), label: LABEL);
-check_all_rows(function: $getbulk, bytes: pdir_bytes(...), row: pdir_row(...), label: LABEL);
-
-check_refused_reply($get, rows(pdir_bytes(0, description: str_repeat('m', 256))), LABEL);
-check_refused_reply($get, rows(pdir_bytes(0, owner: str_repeat('m', 256))), LABEL);
-
-// Byte lists longer than any address.
-$bytes = array_map(fn(int $i) => $i % 256, range(0, 9999));
-check_reply(
-    $get,
-    rows(str_replace(byte_list(identifier(0)), byte_list($bytes), pdir_bytes(0))),
-    array_replace(pdir_row(0), ['protocolDirID' => $bytes]),
+$common = [
+    'procedure' => 19,
+    'row' => protocol(...),
+    'label' => LABEL,
+    'lists' => ['protocolDirID', 'protocolDirParameters'],
+];
+check_first_row(...$common, function: 'rmon_pdir_get', key: PDIR_KEY);
+check_first_row(
+    ...$common,
+    function: 'rmon_pdir_getnext',
+    key: with(PDIR_KEY, protocolDirID: $long, protocolDirParameters: [], getType: 2),
+);
+check_all_rows(
+    ...$common,
+    function: 'rmon_pdir_getbulk',
+    key: with(PDIR_KEY, protocolDirID: [], protocolDirParameters: $long, getType: 3),
 );
 
-check_order(
-    function: ['rmon_pdir_getbulk', [], 19, pdir_key([], [], 3)],
-    kinds: ['int', 'list', 'list', 'int'],
-    before: [4, 1],
-    after: [],
-    label: LABEL,
-);
+// A reply with a text of more than 255 bytes is a failed call; byte lists may be longer than any address.
+$get = fn(array $row, mixed $value, array $messages = []) =>
+    expect_exchange(
+        function: 'rmon_pdir_get',
+        arguments: arguments_of(PDIR_KEY, argument_names(PDIR_KEY)),
+        procedure: 19,
+        request: wire(PDIR_KEY),
+        step: reply(rows(wire($row))),
+        value: $value,
+        messages: $messages,
+    );
+foreach (['protocolDirDescr', 'protocolDirOwner'] as $text) {
+    $undecoded = failure_report(LABEL, "Can't decode result");
+    $get(with(protocol(0), ...[$text => str_repeat('m', 256)]), false, $undecoded);
+}
+$row = with(protocol(0), protocolDirID: array_map(fn(int $i) => $i % 256, range(0, 9999)));
+$get($row, shown($row));
+
 done();
-?>
 --EXPECT--
 OK

@@ -13,14 +13,14 @@ function expect_sent(mixed $id, mixed $parameters, array $idBytes, array $parame
         function: 'rmon_pdir_get',
         arguments: [$id, $parameters],
         procedure: 19,
-        request: pdir_key($idBytes, $parameterBytes, 1),
+        request: wire(PDIR_KEY, protocolDirID: $idBytes, protocolDirParameters: $parameterBytes),
         step: reply(rows()),
         value: false,
     );
 }
 
 // Anything but an array is an empty list; objects are not asked for an integer.
-foreach (['10', 10, 1.5, true, null, new Argument1] as $other) {
+foreach (['10', 10, 1.5, true, null, observed('Argument1')] as $other) {
     expect_sent($other, [7], [], [7]);
     expect_sent([7], $other, [7], []);
 }
@@ -37,7 +37,7 @@ expect_sent($mixed, $packed, [26, 50, 1, 2], [7, 6]);
 
 // The numbers of the types.
 $types = [
-    [null, 0], [2.0, 2], ['3', 3], [[4], 4], [new Argument5, 5], [false, 6], [true, 6], [fopen(__FILE__, 'r'), 7],
+    [null, 0], [2.0, 2], ['3', 3], [[4], 4], [observed('Argument5'), 5], [false, 6], [true, 6], [fopen(__FILE__, 'r'), 7],
 ];
 foreach ($types as [$element, $number]) {
     $message = "addr element not a LONG ($number)!";
@@ -77,8 +77,7 @@ expect_no_call($set(987654, [], $many), [], false, ['too many (256) elements in 
 expect_no_call($set(987654, ['x'], $many), [], false, ['addr element not a LONG (3)!']);
 expect_no_call(
     fn() => rmon_pdir_set(
-        new Argument1, [], ['x'], new Argument4, new Argument5, new Argument6, new Argument7, new Argument8,
-        new Argument9, new Argument10,
+        observed('Argument1'), [], ['x'], ...array_map(fn(int $n) => observed("Argument$n"), range(4, 10)),
     ),
     [],
     false,

@@ -2,68 +2,47 @@
 Writing the protocol directory
 --FILE--
 <?php
+
+declare(strict_types=1);
+
 require __DIR__ . '/pdir.inc';
 
-const LABEL = 'rmon_pdir_set';
-
-/** The record has another order than the arguments. */
-function written(
-    array $id,
-    array $parameters,
-    string $description,
-    int $addressMap,
-    int $host,
-    int $matrix,
-    int $art,
-    string $owner,
-    int $rowStatus,
-): string {
-    return record(
-        status: i32(0),
-        protocolDirID: byte_list($id),
-        protocolDirParameters: byte_list($parameters),
-        protocolDirLocalIndex: i32(0),
-        protocolDirDescr: text($description),
-        protocolDirType: i32(0),
-        protocolDirAddressMapConfig: i32($addressMap),
-        protocolDirHostConfig: i32($host),
-        protocolDirMatrixConfig: i32($matrix),
-        protocolDirOwner: text($owner),
-        protocolDirStatus: i32($rowStatus),
-        protocolDirArtConfig: i32($art),
-        is_leaf: i32(0),
-        is_network: i32(0),
-        flags: i32(0),
-    );
-}
-
-$id = [0, 0, 0, 1, 0, 0, 8, 0, 0, 0, 0, 17, 0, 0, 0, 161, 200];
-$parameters = [0, 1, 2, 3];
-$arguments = [$id, $parameters, 'a description', -25, 26, 27, 28, 'an owner', 30];
-$set = [LABEL, $arguments, 22, written(...$arguments)];
-check_integer($set, LABEL);
-check_text(
-    function: $set,
-    position: 2,
-    request: fn(string $text) => written(...array_replace($arguments, [2 => $text])),
-    label: LABEL,
-);
-check_text(
-    function: $set,
-    position: 7,
-    request: fn(string $text) => written(...array_replace($arguments, [7 => $text])),
-    label: LABEL,
+// The record has another order than the arguments.
+check_writer(
+    function: 'rmon_pdir_set',
+    procedure: 22,
+    sent: [
+        'status' => ['i32', 0],
+        'protocolDirID' => ['byte_list', [0, 0, 0, 1, 0, 0, 8, 0, 0, 0, 0, 17, 0, 0, 0, 161, 200]],
+        'protocolDirParameters' => ['byte_list', [0, 1, 2, 3]],
+        'protocolDirLocalIndex' => ['i32', 0],
+        'protocolDirDescr' => ['text', 'a description'],
+        'protocolDirType' => ['i32', 0],
+        'protocolDirAddressMapConfig' => ['i32', -25],
+        'protocolDirHostConfig' => ['i32', 26],
+        'protocolDirMatrixConfig' => ['i32', 27],
+        'protocolDirOwner' => ['text', 'an owner'],
+        'protocolDirStatus' => ['i32', 30],
+        'protocolDirArtConfig' => ['i32', 28],
+        'is_leaf' => ['i32', 0],
+        'is_network' => ['i32', 0],
+        'flags' => ['i32', 0],
+    ],
+    names: [
+        'protocolDirID',
+        'protocolDirParameters',
+        'protocolDirDescr',
+        'protocolDirAddressMapConfig',
+        'protocolDirHostConfig',
+        'protocolDirMatrixConfig',
+        'protocolDirArtConfig',
+        'protocolDirOwner',
+        'protocolDirStatus',
+    ],
+    label: 'rmon_pdir_set',
+    lists: ['protocolDirID', 'protocolDirParameters'],
 );
 
-$ones = written([], [], 'Argument4', 1, 1, 1, 1, 'Argument9', 1);
-check_order(
-    function: [LABEL, [], 22, $ones],
-    kinds: ['int', 'list', 'list', 'text', 'int', 'int', 'int', 'int', 'text', 'int'],
-    before: [1, 4, 5, 6, 7, 8, 9, 10],
-    after: [],
-    label: LABEL,
-);
 done();
-?>
 --EXPECT--
 OK

@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/../dsmon/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $control = [
     'status' => ['i32', 0],
@@ -31,12 +31,10 @@ $control = [
     'artControlStatus' => ['i32', -4],
 ];
 $keys = array_slice(array_keys($control), 1); // shown in wire order
-check_readers(
-    name: 'rmon_art_ctl',
+check_row_readers(
+    table: 'rmon_art_ctl',
     procedure: 99,
-    key: ['index' => ['i32', 3]],
-    names: ['index'],
-    fields: $control,
+    row: $control,
     keys: $keys,
     label: 'art_ctl_get',
 );
@@ -45,7 +43,7 @@ check_readers(
 check_writer(
     function: 'rmon_art_ctl_set',
     procedure: 100,
-    fields: array_replace($control, [
+    sent: array_replace($control, [
         'artControlDuration' => ['i32', 0],
         'artControlRptStartTime' => ['u32', 0],
         'artControlGrantedSize' => ['i32', 0],
@@ -71,7 +69,7 @@ check_writer(
     order: ['Link'], // looked at before anything else is converted
 );
 
-check_closed_by_text('rmon_art_ctl_set', fn(Owner $owner) => [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, $owner, 13]);
+check_closed_by_text('rmon_art_ctl_set', fn(TextWithCode $owner) => [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, $owner, 13]);
 
 done();
 ?>

@@ -7,9 +7,9 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/../dsmon/tables.inc';
+require __DIR__ . '/../tables.inc';
 
-/** Both tables: key, row (as tables.inc has them) and label. Rows are shown in wire order. */
+/** Both tables: key, row (as records.inc has them) and label. Rows are shown in wire order. */
 $tables = [
     'rmon_art_rpt' => [
         101,
@@ -76,60 +76,47 @@ $tables = [
     ],
 ];
 
-/** Addresses that a script passes, the bytes that travel, and what the script holds then. */
-$texts = array_map(strval(...), range(1, 255));
-$passed = [
-    [[], [], []],
-    [$texts, range(1, 255), range(1, 255)],
-    [
-        ['10', 300, -1, 1.9, true, null, 'x', '7 apples', ['a']],
-        [10, 44, 255, 1, 1, 0, 0, 7, 1],
-        [10, 300, -1, 1, 1, 0, 0, 7, 1],
-    ],
-    [[3 => '1', 1 => '2', 'a' => '3'], [1, 2, 3], [3 => 1, 1 => 2, 'a' => 3]],
-    ['10', [], '10'],
-    [null, [], null],
-];
-
 foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
     $names = array_keys($key); // the functions take the key's fields in wire order
-    $keys = array_slice(array_keys($fields), 1);
-    $octets = current(preg_grep('/ServerOctets$/', $keys));
+    $key += ['getType' => ['i32', 1], 'count' => ['i32', 1]];
+    $first = array_keys($fields)[1];
+    $octets = current(preg_grep('/ServerOctets$/', array_keys($fields)));
 
     /** The row with this number, which differs from the others in its status, an address and a counter. */
-    $of_row = fn(int $number) => [
+    $row = fn(int $number) => with($fields, ...[
         'status' => 100 + $number,
-        $keys[0] => array_fill(0, $number, 200 + $number % 50),
+        $first => array_fill(0, $number, 200 + $number % 50),
         $octets => $number,
-    ];
-    $rows = fn(int $count) => many_rows($count, fn(int $number) => bytes_of($fields, ...$of_row($number)));
-    $row = fn(int $number) => row_of($fields, $keys, ...$of_row($number));
+    ]);
+    // The number of rows is converted first, then the link, which is looked at before the rest. No rows are no
+    // failure, but an empty array.
+    check_rows_readers(
+        table: $name,
+        procedure: $procedure,
+        key: $key,
+        row: $row,
+        label: $label,
+        order: ['Link'],
+        none: [],
+    );
 
     foreach (['_get' => 1, '_getnext' => 2, '_getbulk' => 3] as $ending => $getType) {
         $function = $name . $ending;
         $bulk = $getType === 3;
-        $more = fn(int|string $count) => $bulk ? [$count] : [];
-        $request = fn(int $count, mixed ...$values) =>
-            bytes_of($key, ...$values) . record(getType: i32($getType), count: i32($bulk ? $count : 1));
-        $arguments = [...arguments_of($key, $names), ...$more(40)];
-        $check = fn(string $bytes, mixed $result, array $messages = []) =>
+        $sent = with($key, getType: $getType, count: $bulk ? 40 : 1);
+        $arguments = arguments_of($sent, $bulk ? [...$names, 'count'] : $names);
+        $check = fn(string $bytes, mixed $value, array $messages = []) =>
             expect_exchange(
                 function: $function,
                 arguments: $arguments,
                 procedure: $procedure,
-                request: $request(40),
+                request: wire($sent),
                 step: reply($bytes),
-                value: $result,
+                value: $value,
                 messages: $messages,
             );
 
-        $plain = row_of($fields, $keys);
-        $check(rows(bytes_of($fields)), $bulk ? [$plain] : $plain);
-        foreach ([1, 3, 40] as $count) {
-            $check($rows($count), $bulk ? array_map($row, range(0, $count - 1)) : $row(0));
-        }
-        // No rows are no failure, but an empty array, which is a script's own.
-        $check(rows(), []);
+        // The empty array is a script's own.
         the_agent()->add(reply(rows()), reply(rows()));
         for ($round = 0; $round < 2; $round++) {
             $got = $function(the_link(), ...$arguments);
@@ -138,86 +125,46 @@ foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
         }
 
         // Counters above 2^63 are the nearest floats, never negative.
-        $highest = row_of($fields, $keys, ...[$octets => 18446744073709551616.0]);
-        $check(rows(bytes_of($fields, ...[$octets => '0xffffffffffffffff'])), $bulk ? [$highest] : $highest);
+        $highest = array_replace($fields, [$octets => ['u64', '0xffffffffffffffff', 'shown' => 18446744073709551616.0]]);
+        $check(rows(wire($highest)), $bulk ? [shown($highest)] : shown($highest));
 
         // An address of any length; an empty one is an empty array.
         foreach ([0, 1, 16, 17, 300] as $length) {
             $bytes = array_fill_keys(array_keys(fields_with($fields, 'byte_list')), array_fill(0, $length, 255));
-            $shown = row_of($fields, $keys, ...$bytes);
-            $check(rows(bytes_of($fields, ...$bytes)), $bulk ? [$shown] : $shown);
+            $shown = shown($fields, ...$bytes);
+            $check(rows(wire($fields, ...$bytes)), $bulk ? [$shown] : $shown);
         }
 
         // Counts that promise more than there is.
         $undecoded = ["$label: RPC: Can't decode result"];
-        $check(u32(4) . substr($rows(3), 4), false, $undecoded);
-        $check(u32(0xffffffff) . substr($rows(3), 4), false, $undecoded);
-        $check(rows(bytes_of($fields), substr(bytes_of($fields), 0, 4) . u32(0xffffffff)), false, $undecoded);
+        $three = many_rows(3, fn(int $number) => wire($row($number)));
+        $check(u32(4) . substr($three, 4), false, $undecoded);
+        $check(u32(0xffffffff) . substr($three, 4), false, $undecoded);
+        $check(rows(wire($fields), substr(wire($fields), 0, 4) . u32(0xffffffff)), false, $undecoded);
 
-        check_failures(
-            function: $function,
-            arguments: $arguments,
-            procedure: $procedure,
-            request: $request(40),
-            bytes: $rows(3),
-            result: false,
-            label: $label,
-        );
-        // The number of rows is converted first, then the link, which is looked at before the rest.
-        $count = ['count' => ['i32', 40]];
-        check_refusals(
-            function: $function,
-            fields: $key + $count,
-            names: [...$names, ...$more('count')],
-            order: [...$more('count'), 'Link'],
-        );
         if ($bulk) {
-            foreach (['7' => 7, '-1' => -1, '4294967299' => 3, '0' => 0] as $count => $sent) {
-                $asked = [...arguments_of($key, $names), (string) $count];
+            foreach (['7' => 7, '-1' => -1, '4294967299' => 3, '0' => 0] as $count => $travels) {
                 expect_exchange(
                     function: $function,
-                    arguments: $asked,
+                    arguments: arguments_of($sent, [...$names, 'count'], count: (string) $count),
                     procedure: $procedure,
-                    request: $request($sent),
+                    request: wire($sent, count: $travels),
                     step: reply(rows()),
                     value: [],
                 );
             }
         }
 
-        foreach (fields_with($key, 'byte_list') as $field => [, $usual]) {
-            $place = array_search($field, $names, true);
-            foreach ($passed as [$given, $bytes, $held]) {
-                $arguments[$place] = &$given;
-                $record = $request(40, ...[$field => $bytes]);
-                expect_exchange(
-                    function: $function,
-                    arguments: $arguments,
-                    procedure: $procedure,
-                    request: $record,
-                    step: reply(rows()),
-                    value: [],
-                );
-                expect_same($held, $given, "what the script holds of $field");
-                unset($given);
-            }
-
-            // One element too many is refused, and leaves the array as it was.
-            $many = $before = array_map(strval(...), range(1, 256));
-            $arguments[$place] = &$many;
-            expect_no_call($function, [the_link(), ...$arguments], false, ['too many (256) elements in addr!']);
-            expect_same($before, $many, "what the script holds of $field");
-            // So does a bad link, which is looked at first.
-            foreach ([$before, ['1']] as $given) {
-                $many = $given;
-                expect_no_call($function, [NO_LINK, ...$arguments], false, [NO_LINK . ' is not a RMON/RPC conn id!']);
-                expect_same($given, $many, "what the script holds of $field");
-            }
-            unset($many, $given);
-
-            $arguments[$place] = [new stdClass()];
-            check_closed_by_handler($function, $arguments);
-            $arguments[$place] = $usual;
+        foreach (array_keys(fields_with($key, 'byte_list')) as $address) {
+            check_address(
+                function: $function,
+                procedure: $procedure,
+                sent: $sent,
+                address: $address,
+                reply: rows(),
+                value: [],
+                names: $bulk ? [...$names, 'count'] : $names,
+            );
         }
     }
 }

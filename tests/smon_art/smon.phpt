@@ -7,7 +7,7 @@ rmon
 
 declare(strict_types=1);
 
-require __DIR__ . '/../dsmon/tables.inc';
+require __DIR__ . '/../tables.inc';
 
 $vlan_control = [
     'status' => ['i32', 0],
@@ -17,12 +17,10 @@ $vlan_control = [
     'smonVlanStatsControlOwner' => ['text', 'ops', 255],
     'smonVlanStatsControlStatus' => ['i32', -4],
 ];
-check_readers(
-    name: 'rmon_vlan_ctl',
+check_row_readers(
+    table: 'rmon_vlan_ctl',
     procedure: 76,
-    key: ['index' => ['i32', 3]],
-    names: ['index'],
-    fields: $vlan_control,
+    row: $vlan_control,
     keys: [
         'smonVlanStatsControlIndex',
         'smonVlanStatsControlDataSource',
@@ -35,7 +33,7 @@ check_readers(
 check_writer(
     function: 'rmon_vlan_ctl_set',
     procedure: 77,
-    fields: array_replace($vlan_control, ['smonVlanStatsControlCreateTime' => ['u32', 0]]),
+    sent: array_replace($vlan_control, ['smonVlanStatsControlCreateTime' => ['u32', 0]]),
     names: [
         'smonVlanStatsControlIndex',
         'smonVlanStatsControlDataSource',
@@ -45,7 +43,6 @@ check_writer(
     label: 'rmon_vlan_ctl_set',
 );
 
-$key = ['index1' => ['i32', 3], 'index2' => ['i32', 4]];
 $vlan = [
     'status' => ['i32', 0],
     'smonVlanIdStatsId' => ['i32', -1002],
@@ -57,12 +54,11 @@ $vlan = [
     'smonVlanStatsControlIndex' => ['i32', -1003],
 ];
 $vlan_keys = array_slice(array_keys($vlan), 1); // shown in wire order, the control row's index last
-check_readers(
-    name: 'rmon_vlan',
+check_row_readers(
+    table: 'rmon_vlan',
     procedure: 78,
-    key: $key,
-    names: ['index1', 'index2'],
-    fields: $vlan,
+    key: TWO_INDEXES,
+    row: $vlan,
     keys: $vlan_keys,
     label: 'vlan_get',
 );
@@ -73,15 +69,17 @@ expect_exchange(
     arguments: [3, 4],
     procedure: 78,
     request: record(index1: i32(3), index2: i32(4), getType: i32(1)),
-    step: reply(bytes_of(
+    step: reply(wire(
         $vlan,
         smonVlanIdStatsTotalOctets: '0x8000000000000005',
         smonVlanIdStatsNUcastOctets: '0xffffffffffffffff',
     )),
-    value: array_replace(row_of($vlan, $vlan_keys), [
-        'smonVlanIdStatsTotalOctets' => 9223372036854775808.0,
-        'smonVlanIdStatsNUcastOctets' => 18446744073709551616.0,
-    ]),
+    value: shown(
+        $vlan,
+        $vlan_keys,
+        smonVlanIdStatsTotalOctets: 9223372036854775808.0,
+        smonVlanIdStatsNUcastOctets: 18446744073709551616.0,
+    ),
 );
 
 $prio_control = [
@@ -92,12 +90,10 @@ $prio_control = [
     'smonPrioStatsControlOwner' => ['text', 'me', 255],
     'smonPrioStatsControlStatus' => ['i32', 6],
 ];
-check_readers(
-    name: 'rmon_prio_ctl',
+check_row_readers(
+    table: 'rmon_prio_ctl',
     procedure: 79,
-    key: ['index' => ['i32', 3]],
-    names: ['index'],
-    fields: $prio_control,
+    row: $prio_control,
     keys: [
         'smonPrioStatsControlIndex',
         'smonPrioStatsControlDataSource',
@@ -110,7 +106,7 @@ check_readers(
 check_writer(
     function: 'rmon_prio_ctl_set',
     procedure: 80,
-    fields: array_replace($prio_control, ['smonPrioStatsControlCreateTime' => ['u32', 0]]),
+    sent: array_replace($prio_control, ['smonPrioStatsControlCreateTime' => ['u32', 0]]),
     names: [
         'smonPrioStatsControlIndex',
         'smonPrioStatsControlDataSource',
@@ -120,12 +116,11 @@ check_writer(
     label: 'rmon_prio_ctl_set',
 );
 
-check_readers(
-    name: 'rmon_prio',
+check_row_readers(
+    table: 'rmon_prio',
     procedure: 81,
-    key: $key,
-    names: ['index1', 'index2'],
-    fields: [
+    key: TWO_INDEXES,
+    row: [
         'status' => ['i32', 0],
         'smonPrioStatsId' => ['i32', -1005],
         'smonPrioStatsPkts' => ['u64', 0x10000000a],
