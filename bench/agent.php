@@ -67,7 +67,10 @@ $rate = $parts[1] / max(used($pid) - $before, 0.01);
 preg_match('/VmHWM:\s+(\d+) kB/', file_get_contents("/proc/$pid/status"), $memory);
 
 check((int)$parts[1] === $frames, "$parts[1] frames read");
-check($rate >= LEAST_RATE, sprintf('%.0f frames a second of processor time, at least %d (%s s by the clock)', $rate, LEAST_RATE, $parts[2]));
+check(
+    $rate >= LEAST_RATE,
+    sprintf('%.0f frames a second of processor time, at least %d (%s s by the clock)', $rate, LEAST_RATE, $parts[2]),
+);
 check((int)$memory[1] <= MOST_MEMORY, sprintf('%d KiB at most in use, at most %d', $memory[1], MOST_MEMORY));
 $row = rmon_etherstats_get($link, 1);
 check($row['etherStatsPkts'] == $frames && $row['etherStatsPkts64Octets'] == $frames, 'Ethernet statistics count each');
@@ -87,7 +90,10 @@ $counted = [
         'ether src 02:00:00:00:00:07 and ether dst 02:00:00:00:00:08',
         rmon_matrix_sd_get($link, 1, $mac(7), $mac(8))['matrixSDPkts']],
     'VLAN 103' => ['vlan 103', rmon_vlan_get($link, 1, 103)['smonVlanIdStatsTotalPkts']],
-    'priority 3' => ['ether[12:2] = 0x8100 and ether[14] & 0xe0 = 0x60', rmon_prio_get($link, 1, 3)['smonPrioStatsPkts']],
+    'priority 3' => [
+        'ether[12:2] = 0x8100 and ether[14] & 0xe0 = 0x60',
+        rmon_prio_get($link, 1, 3)['smonPrioStatsPkts'],
+    ],
     'IPv4' => [tagged('ip'), $distribution('ip')],
     'TCP' => [tagged('tcp'), $distribution('ip.tcp')],
     'UDP port 53' => [tagged('udp port 53'), $distribution('ip.udp.domain')],

@@ -58,7 +58,7 @@ function check(bool $same, string $what): void
     }
 }
 
-/** A ratio beside its target. What the bytes alone take is no client's to save: a target below that counts for nobody. */
+/** A ratio beside its target. What the bytes alone take no client can save: a target below that counts for nobody. */
 function verdict(string $what, float $ratio, float $most, float $floor, array &$missed): string
 {
     if ($floor > $most) {

@@ -82,7 +82,11 @@ function bare(mixed $link, mixed $out): void
 }
 
 $file = capture();
-$agent = proc_open([$argv[1], '--port', '0', '--read', $file, '--hold'], [['null'], ['pipe', 'w'], ['pipe', 'w']], $pipes);
+$agent = proc_open(
+    [$argv[1], '--port', '0', '--read', $file, '--hold'],
+    [['null'], ['pipe', 'w'], ['pipe', 'w']],
+    $pipes,
+);
 preg_match('/:(\d+)$/', trim(fgets($pipes[1])), $found);
 $probe = Probe::connect('127.0.0.1', (int) $found[1]);
 $probe->table('hlHostControlTable')->set(
@@ -108,7 +112,14 @@ foreach (['' => 'a table', '--json' => '--json', '--csv' => '--csv'] as $form =>
         ->show($probe->table('nlHostTable'), [], null));
     $grown = memory_get_peak_usage() - $peak;
     $missed = $missed || $took / $bare > TARGET;
-    printf("rmon nlHost, %d rows, %-8s %5.2f times the bare calls and printing (%.1f ms), %d kB more memory\n", HOSTS, $name, $took / $bare, $took, $grown / 1000);
+    printf(
+        "rmon nlHost, %d rows, %-8s %5.2f times the bare calls and printing (%.1f ms), %d kB more memory\n",
+        HOSTS,
+        $name,
+        $took / $bare,
+        $took,
+        $grown / 1000,
+    );
 }
 proc_terminate($agent);
 unlink($file);

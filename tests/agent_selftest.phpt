@@ -1,5 +1,5 @@
 --TEST--
-The scripted agent and the checks, seen by a client that is nothing but a socket
+The scripted agent and the checks, tested by a plain socket client
 --FILE--
 <?php
 
@@ -211,7 +211,7 @@ expect_same(6, count($agent->calls(6)));
 fclose($slow);
 expect_same($accepted . ' 00000000 00000009', answer($quick));
 
-// Nothing that follows a scripted end counts any more.
+// What follows a scripted end is ignored.
 $agent = scripted_agent(late(0.05, hang_up()), reply(i32(1)));
 $socket = client($agent);
 fwrite($socket, call(1, 4) . call(2, 5));
@@ -253,7 +253,7 @@ $calls = $agent->calls();
 expect_same([0xfffffff0, 2, 3, 4, 5], array_column($calls, 'xid'));
 expect_same([1, null, false], [$calls[0]->connection, $calls[0]->malformed, $calls[0]->unexpected]);
 
-// A client that does not read what it asked for keeps nobody from being served.
+// A client that does not read its answer does not keep others from being served.
 $agent = scripted_agent(reply(str_repeat(i32(1), 5000000)), reply(i32(2)));
 $lazy = client($agent);
 fwrite($lazy, call(1, 4));
@@ -294,7 +294,7 @@ expect_same(
     printed(fn() => $agent->wait_open_connections(2, 0.01)),
 );
 
-// A dead agent, an agent that came back, one that takes nobody new.
+// A dead agent, an agent that came back, one that takes no new connections.
 $agent = scripted_agent(reply(i32(1)), reply(i32(2)));
 $socket = client($agent);
 answer($socket);

@@ -1,5 +1,5 @@
 --TEST--
-Every function: its place, its parameters, its page, its refusal of wrong counts
+Every function: its place in the list, its parameters, its page, and that it refuses wrong counts
 --FILE--
 <?php
 require __DIR__ . '/agent.inc';
@@ -181,14 +181,18 @@ foreach (get_extension_funcs('rmon') as $name) {
     foreach ($wrong as $count) {
         $arguments = array_fill(0, $count, "no argument of $name");
         $outcome = warnings(fn() => $name(...$arguments));
-        expect_same([null, [[E_WARNING, "Wrong parameter count for $name()"]]], $outcome, "$name with $count arguments");
+        expect_same(
+            [null, [[E_WARNING, "Wrong parameter count for $name()"]]],
+            $outcome,
+            "$name with $count arguments",
+        );
     }
 }
 foreach (INDIFFERENT as $name) {
     foreach ([[], [1], [1, [], 'x']] as $arguments) {
         [$value, $messages] = warnings(fn() => $name(...$arguments));
         expect_same(true, is_string($value) || is_int($value), "$name");
-        // The settings file may be missing here; that is another matter.
+        // The settings file may be missing here, which other tests are about.
         expect_same([], preg_grep('/count/', array_column($messages, 1)), "$name");
     }
 }
@@ -196,7 +200,12 @@ foreach (INDIFFERENT as $name) {
 // ---- pages: what a function does, a line for each of its parameters, what it returns
 
 $stub = file_get_contents(dirname(__DIR__) . '/rmon/rmon.stub.php');
-preg_match_all('~(?:^/\*\*\n((?: \*[^\n]*\n)+?) \*/\n)?^function (\w+)\(([^)]*)\)\s*\{\s*\}$~m', $stub, $pages, PREG_SET_ORDER);
+preg_match_all(
+    '~(?:^/\*\*\n((?: \*[^\n]*\n)+?) \*/\n)?^function (\w+)\(([^)]*)\)\s*\{\s*\}$~m',
+    $stub,
+    $pages,
+    PREG_SET_ORDER,
+);
 expect_same(array_keys($counts), array_column($pages, 2), 'list of pages');
 expect_same(substr_count($stub, "\nfunction "), count($pages));
 foreach ($pages as [, $page, $name, $declared]) {

@@ -1,5 +1,5 @@
 --TEST--
-What the page shows of speeds: the largest value that the agent can state is no speed
+Speeds on the page: the largest value that an agent can state means that the speed is unknown
 --FILE--
 <?php
 require __DIR__ . '/agent.inc';

@@ -118,7 +118,10 @@ function shape_mismatches(ArrayShapeNode $type, mixed $value, string $path): arr
         }
     }
     $got = array_map(strval(...), array_keys($value));
-    return $got === $expected ? $found : ["$path has the keys " . implode(', ', $got) . ', not ' . implode(', ', $expected)];
+    return $got === $expected ? $found : ["$path has the keys " . implode(', ', $got) . ', not ' . implode(
+        ', ',
+        $expected,
+    )];
 }
 
 $stub = file_get_contents(dirname(__DIR__) . '/rmon/rmon.stub.php');

@@ -15,7 +15,7 @@ use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 
-/** Rows that are measured again and again: a picture that changes on a terminal, lists one after the other elsewhere. */
+/** Rows that are measured again and again: a picture that changes on a terminal, one list after the other elsewhere. */
 final class Refreshing
 {
     private function __construct(

@@ -73,8 +73,24 @@ function word(array $words, int $value): string
 
 function interface_columns(): array
 {
-    $types = [1 => 'other', 6 => 'Ethernet', 24 => 'loopback', 71 => 'wireless', 131 => 'tunnel', 135 => 'VLAN', 209 => 'bridge'];
-    $states = [1 => 'up', 2 => 'down', 3 => 'testing', 4 => 'unknown', 5 => 'dormant', 6 => 'absent', 7 => 'lower layer down'];
+    $types = [
+        1 => 'other',
+        6 => 'Ethernet',
+        24 => 'loopback',
+        71 => 'wireless',
+        131 => 'tunnel',
+        135 => 'VLAN',
+        209 => 'bridge',
+    ];
+    $states = [
+        1 => 'up',
+        2 => 'down',
+        3 => 'testing',
+        4 => 'unknown',
+        5 => 'dormant',
+        6 => 'absent',
+        7 => 'lower layer down',
+    ];
     return [
         '#' => fn (array $row) => (string) $row['ifIndex'],
         'Interface' => fn (array $row) => $row['ifDescr'],

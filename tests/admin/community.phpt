@@ -41,7 +41,9 @@ foreach (['get' => 1, 'getnext' => 2, 'getbulk' => 3] as $form => $getType) {
         value: $count ? array_map($shown, [0, 1, 2]) : $shown(0),
     );
 
-    foreach ([['', ''], ["a\0b", 'a'], [17, '17'], [null, ''], [str_repeat('c', 255), str_repeat('c', 255)]] as [$text, $sent]) {
+    foreach ([
+        ['', ''], ["a\0b", 'a'], [17, '17'], [null, ''], [str_repeat('c', 255), str_repeat('c', 255)],
+    ] as [$text, $sent]) {
         $bytes_of_text = $key($sent, $getType, $count[0] ?? 1);
         expect_exchange(
             function: $function,
@@ -144,7 +146,7 @@ expect_exchange(
     step: reply(i32(0)),
     value: 0,
 );
-// Other rights are refused without a word, before anything else is looked at.
+// Other rights are refused without a warning, before anything else is looked at.
 foreach ([0, 3, -1, 4294967297, 'COMM_RW', null, [], 0.5] as $privs) {
     expect_no_call('rmon_community_set', [the_link(), 'public', $privs], false);
     expect_no_call('rmon_community_set', [NO_LINK, observed('Community'), $privs], false);

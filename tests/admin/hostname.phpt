@@ -21,7 +21,9 @@ expect_answers(
     request: $request('probe-1'),
     label: $function,
 );
-foreach ([['', ''], ["ab\0cd", 'ab'], [17, '17'], [null, ''], [str_repeat('h', 255), str_repeat('h', 255)]] as [$name, $sent]) {
+foreach ([
+    ['', ''], ["ab\0cd", 'ab'], [17, '17'], [null, ''], [str_repeat('h', 255), str_repeat('h', 255)],
+] as [$name, $sent]) {
     expect_exchange(
         function: $function,
         arguments: [$name],

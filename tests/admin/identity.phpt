@@ -35,7 +35,9 @@ expect_settings('', -1);
 foreach (['=5' => 5, '= 6' => 6, '=4junk' => 4, '=+3' => 3, '=007' => 7, '=-3' => -3] as $code => $target) {
     expect_settings("NORV_TARGET_ID$code\n", $target);
 }
-foreach ([' NORV_TARGET_ID=5', 'NORV_TARGET_ID =5', 'NORV_TARGET_ID="5"', 'norv_target_id=5', 'NORV_TARGET_ID='] as $line) {
+foreach ([
+    ' NORV_TARGET_ID=5', 'NORV_TARGET_ID =5', 'NORV_TARGET_ID="5"', 'norv_target_id=5', 'NORV_TARGET_ID=',
+] as $line) {
     expect_settings("$line\n", -1);
 }
 expect_settings('NORV_TARGET_ID=6', 6);
@@ -90,7 +92,7 @@ expect_settings(str_repeat('.', 254) . "NORV_TARGET_ID=2\n" . str_repeat('.', 50
 expect_settings(str_repeat('.', 253) . "NORV_TARGET_ID=2\n", -1);
 expect_settings('NORV_PROD_NO="' . str_repeat('a', 240) . "NORV_TARGET_ID=6\n", 6, str_repeat('a', 240));
 
-// Without a file: told at each call.
+// Without a file: reported at each call.
 clear_appliance();
 $unreadable = 'unable to read norv_settings file!';
 expect_in_new_process(READ, [-1, '', ''], array_fill(0, 3, $unreadable));

@@ -89,7 +89,9 @@ put_file(SETTINGS, "NORV_TARGET_ID=7\n");
 $got = changes(ALL, proc_unavail(), proc_unavail(), proc_unavail());
 expect_same([false, false, false], $got[0]);
 expect_same([], taken()[0]);
-$got = changes("rmon_set_ipconfig(\$link, 'x', 'x', 'x', 'x'), rmon_set_resolvers(\$link, [1]), rmon_set_hostname(1, 'a')");
+$got = changes(
+    "rmon_set_ipconfig(\$link, 'x', 'x', 'x', 'x'), rmon_set_resolvers(\$link, [1]), rmon_set_hostname(1, 'a')",
+);
 expect_same([false, false, false], $got[0]);
 expect_same([], taken()[0]);
 
@@ -134,7 +136,7 @@ put_file(SETTINGS, "NORV_TARGET_ID=3\n");
 put_file(NET_CONF_INIT, null);
 expect_same([[0, -7, 41], []], changes(ALL, reply(i32(0)), reply(i32(-7)), reply(i32(41))));
 
-// The settings are read once: what the file says later is of no account.
+// The settings are read once: later changes of the file are ignored.
 put_file(SETTINGS, "NORV_TARGET_ID=7\n");
 $file = var_export(appliance(SETTINGS), true);
 $got = changes(

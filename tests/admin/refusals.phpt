@@ -1,5 +1,5 @@
 --TEST--
-Names and addresses that the system doesn't tell
+Names and addresses that the system refuses to give
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';

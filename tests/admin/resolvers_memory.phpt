@@ -12,7 +12,7 @@ require __DIR__ . '/../exchange.inc';
 require __DIR__ . '/../process.inc';
 
 // The list takes 64 MB, in a process that may not grow by so much any more. A sanitizer would end the process there
-// unless told otherwise; its word about it is no finding.
+// unless told otherwise; its report of that is expected.
 $port = the_agent()->port;
 $code = <<<CODE
     ini_set('rmon.default_port', '$port');

@@ -155,7 +155,14 @@ expect_same(['4', '5'], $address);
 $conversion = fn(string $class) => "Object of class $class could not be converted to int";
 expect_exchange(
     function: $function,
-    arguments: [observed('Index'), observed('Community'), observed('Protocol'), [observed('Byte')], observed('Owner'), observed('State')],
+    arguments: [
+        observed('Index'),
+        observed('Community'),
+        observed('Protocol'),
+        [observed('Byte')],
+        observed('Owner'),
+        observed('State'),
+    ],
     procedure: 69,
     request: trapdest(0, 1, 'Community', 1, "\1", 'Owner', 1),
     step: reply(i32(0)),

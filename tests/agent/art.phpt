@@ -99,7 +99,7 @@ at(2430, '10.0.0.53', '10.0.0.1', 17, udp(53, 5000, domain(7, true)));   // 30 m
 at(2431, '10.0.0.53', '10.0.0.1', 17, udp(53, 5000, domain(7, true)));   // again: nothing
 at(2440, '10.0.0.1', '10.0.0.53', 17, udp(5000, 53, "\0"));              // no DNS message
 at(2441, '10.0.0.1', '10.0.0.9', 17, udp(5000, 5001, domain(7, false))); // another protocol
-// Frames cut off everywhere.
+// Frames cut off at every length.
 $whole = end($frames)[1];
 for ($size = 0; $size < strlen($whole); $size++) {
     $frames[] = [102.5, substr($whole, 0, $size), strlen($whole)];
@@ -115,7 +115,14 @@ $limits = [10, 20, 50, 100, 200, 500];
 function set(int $status, int $index = 4, int $source = 1, int $interval = 0, ?array $limits = null, int $timeout = 1000, int $size = 100, string $owner = 'me'): int
 {
     global $link;
-    return rmon_art_ctl_set($link, $index, $source, $interval, ...($limits ?? $GLOBALS['limits']), ...[$timeout, $size, $owner, $status]);
+    return rmon_art_ctl_set(
+        $link,
+        $index,
+        $source,
+        $interval,
+        ...($limits ?? $GLOBALS['limits']),
+        ...[$timeout, $size, $owner, $status],
+    );
 }
 
 // The life of a row.
@@ -139,7 +146,14 @@ expect_same(BAD_VALUE, set(VALID, timeout: 2000), 'another timeout while valid')
 expect_same(BAD_VALUE, set(VALID, limits: [1, 2, 3, 4, 5, 6]), 'other limits while valid');
 expect_same(NO_ERROR, set(VALID, owner: 'you'), 'another owner while valid');
 $row = rmon_art_ctl_get($link, 4);
-$expected = [0 => 0, 'status' => 0, 'artControlIndex' => 4, 'artControlDataSource' => 1, 'artControlTimeRemaining' => 0, 'artControlDuration' => 0];
+$expected = [
+    0 => 0,
+    'status' => 0,
+    'artControlIndex' => 4,
+    'artControlDataSource' => 1,
+    'artControlTimeRemaining' => 0,
+    'artControlDuration' => 0,
+];
 foreach ($limits as $i => $limit) {
     $expected['artControlRspTime' . ($i + 1)] = $limit;
 }
@@ -205,25 +219,54 @@ for ($at = [0, 0, [], []]; ($row = rmon_art_rpt_getnext($link, ...$at)) !== [] &
     $at = [$row['artControlIndex'], $row['protocolDirLocalIndex'], $row['artServerAddress'], $row['artClientAddress']];
 }
 expect_same($rows, $walked, 'the walk');
-$order = array_map(fn($row) => [$row['protocolDirLocalIndex'], count($row['artServerAddress']), $row['artServerAddress'], $row['artClientAddress']], $rows);
+$order = array_map(
+    fn($row) => [
+        $row['protocolDirLocalIndex'],
+        count($row['artServerAddress']),
+        $row['artServerAddress'],
+        $row['artClientAddress'],
+    ],
+    $rows,
+);
 $sorted = $order;
 sort($sorted);
 expect_same($sorted, $order, 'the order');
-expect_same(array_slice($rows, 1, 2), rmon_art_rpt_getbulk($link, 4, $rows[0]['protocolDirLocalIndex'], $rows[0]['artServerAddress'], $rows[0]['artClientAddress'], 2), 'two rows');
+expect_same(
+    array_slice($rows, 1, 2),
+    rmon_art_rpt_getbulk(
+        $link,
+        4,
+        $rows[0]['protocolDirLocalIndex'],
+        $rows[0]['artServerAddress'],
+        $rows[0]['artClientAddress'],
+        2,
+    ),
+    'two rows',
+);
 foreach ([0, -1, PHP_INT_MIN] as $count) {
     expect_same([], rmon_art_rpt_getbulk($link, 4, 0, [], [], $count), "$count rows");
 }
 expect_same(6, count(rmon_art_rpt_getbulk($link, 0, 0, [], [], 0x7fffffff)), 'all rows of all reports');
 expect_same(3, rmon_art_rpt_get($link, 4, $http, $quad('10.0.0.2'), $quad('10.0.0.1'))['artTotalResponses'], 'one row');
-foreach ([[4, $http, [], []], [4, $http, $quad('10.0.0.2'), []], [4, $dns, $quad('10.0.0.2'), $quad('10.0.0.1')], [5, $http, $quad('10.0.0.2'), $quad('10.0.0.1')], [4, $http, array_fill(0, 255, 9), array_fill(0, 255, 9)]] as $none) {
+foreach ([
+    [4, $http, [], []], [4, $http, $quad('10.0.0.2'), []], [4, $dns, $quad('10.0.0.2'), $quad('10.0.0.1')],
+    [5, $http, $quad('10.0.0.2'), $quad('10.0.0.1')], [4, $http, array_fill(0, 255, 9), array_fill(0, 255, 9)],
+] as $none) {
     expect_same([], rmon_art_rpt_get($link, ...$none), 'no row');
 }
-expect_same([], rmon_art_rpt_getnext($link, 6, 0x7fffffff, array_fill(0, 255, 255), array_fill(0, 255, 255)), 'after the last row');
+expect_same(
+    [],
+    rmon_art_rpt_getnext($link, 6, 0x7fffffff, array_fill(0, 255, 255), array_fill(0, 255, 255)),
+    'after the last row',
+);
 
 // ---- Summaries
 $sums = rmon_art_sum_getbulk($link, 4, 0, [], 3);
 foreach ($sums as $row) {
-    $summed[inet_ntop(implode('', array_map(chr(...), $row['artSummaryServerAddress'])))] = [$row['artSummaryClients'], numbers($row, 'artSummary')];
+    $summed[inet_ntop(implode('', array_map(chr(...), $row['artSummaryServerAddress'])))] = [
+        $row['artSummaryClients'],
+        numbers($row, 'artSummary'),
+    ];
 }
 ksort($summed);
 $total = fn(string $end) => $sent[$one][$end] + $sent[$three][$end] + $sent[$four][$end];
@@ -233,26 +276,46 @@ expect_same([
     'fd00::2' => [1, $expected['fd00::2 fd00::1']],
 ], $summed, 'summaries');
 expect_same($sums[0], rmon_art_sum_getnext($link, 0, 0, []), 'the first summary');
-expect_same($sums[1], rmon_art_sum_getnext($link, 4, $sums[0]['protocolDirLocalIndex'], $sums[0]['artSummaryServerAddress']), 'the second summary');
-expect_same($sums[2], rmon_art_sum_get($link, 4, $sums[2]['protocolDirLocalIndex'], $sums[2]['artSummaryServerAddress']), 'the third summary');
+expect_same(
+    $sums[1],
+    rmon_art_sum_getnext($link, 4, $sums[0]['protocolDirLocalIndex'], $sums[0]['artSummaryServerAddress']),
+    'the second summary',
+);
+expect_same(
+    $sums[2],
+    rmon_art_sum_get($link, 4, $sums[2]['protocolDirLocalIndex'], $sums[2]['artSummaryServerAddress']),
+    'the third summary',
+);
 expect_same([], rmon_art_sum_get($link, 4, $http, $quad('10.0.0.3')), 'no such server');
 expect_same([], rmon_art_sum_getnext($link, 6, 0x7fffffff, []), 'after the last summary');
 
 // A report of one row has the pair that spoke last.
-expect_same([$quad('10.0.0.53')], array_column(rmon_art_rpt_getbulk($link, 6, 0, [], [], 9), 'artServerAddress'), 'a report of one row');
+expect_same(
+    [$quad('10.0.0.53')],
+    array_column(rmon_art_rpt_getbulk($link, 6, 0, [], [], 9), 'artServerAddress'),
+    'a report of one row',
+);
 
 // A report with an interval can be read when it is over.
 expect_soon(5, function () use ($link, &$report) {
     return count($report = rmon_art_rpt_getbulk($link, 7, 0, [], [], 9));
 }, 'rows of the report of a second');
 expect_same(true, rmon_art_ctl_get($link, 7)['artControlGeneratedRpts'] >= 1, 'reports');
-expect_same($rows, array_map(fn($row) => array_replace($row, ['artControlIndex' => 4]), $report), 'the report of a second');
+expect_same(
+    $rows,
+    array_map(fn($row) => array_replace($row, ['artControlIndex' => 4]), $report),
+    'the report of a second',
+);
 $ctl = rmon_art_ctl_get($link, 7);
 expect_same([true, 1], [$ctl['artControlTimeRemaining'] <= 1, $ctl['artControlDuration']], 'the interval');
 
 // Setting a row begins its report anew; invalid ends it.
 expect_same(NO_ERROR, set(VALID), 'valid again');
-expect_same([], rmon_art_rpt_getbulk($link, 4, 0, [], [], 9) === [] ? [] : array_filter(rmon_art_rpt_getbulk($link, 4, 0, [], [], 9), fn($row) => $row['artControlIndex'] === 4), 'a report that began anew');
+expect_same(
+    [],
+    array_filter(rmon_art_rpt_getbulk($link, 4, 0, [], [], 9), fn($row) => $row['artControlIndex'] === 4),
+    'a report that began anew',
+);
 foreach ([4, 6, 7] as $index) {
     expect_same(NO_ERROR, set(INVALID, index: $index), "invalid of row $index");
 }

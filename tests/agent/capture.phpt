@@ -42,7 +42,20 @@ function filter(int $index, int $channel, int $offset = 0, string $data = '', st
     global $link;
     $bytes = fn(string $list) => array_values(unpack('C*', $list));
     foreach ([CREATE_REQUEST, VALID] as $wanted) {
-        expect_same(NO_ERROR, rmon_filter_set($link, $index, $channel, $offset, $bytes($data), $bytes($mask), $bytes($not), ...[...$status, 'me', $wanted, $at, $protocol]), "filter $index");
+        expect_same(
+            NO_ERROR,
+            rmon_filter_set(
+                $link,
+                $index,
+                $channel,
+                $offset,
+                $bytes($data),
+                $bytes($mask),
+                $bytes($not),
+                ...[...$status, 'me', $wanted, $at, $protocol],
+            ),
+            "filter $index",
+        );
     }
 }
 
@@ -51,7 +64,24 @@ function channel(int $index, int $accept = 1, int $control = 1, int $on = 0, int
 {
     global $link;
     foreach ([CREATE_REQUEST, VALID] as $wanted) {
-        expect_same(NO_ERROR, rmon_channel_set($link, $index, 1, $accept, $control, $on, $off, $event, $ready, "channel $index", 'me', $wanted), "channel $index");
+        expect_same(
+            NO_ERROR,
+            rmon_channel_set(
+                $link,
+                $index,
+                1,
+                $accept,
+                $control,
+                $on,
+                $off,
+                $event,
+                $ready,
+                "channel $index",
+                'me',
+                $wanted,
+            ),
+            "channel $index",
+        );
     }
 }
 
@@ -59,12 +89,20 @@ function buffer(int $index, int $channel, int $action = 1, int $slice = 0, int $
 {
     global $link;
     foreach ([CREATE_REQUEST, VALID] as $wanted) {
-        expect_same(NO_ERROR, rmon_buffer_ctl_set($link, $index, $channel, $action, $slice, $shown, $offset, $size, 'me', $wanted), "buffer $index");
+        expect_same(
+            NO_ERROR,
+            rmon_buffer_ctl_set($link, $index, $channel, $action, $slice, $shown, $offset, $size, 'me', $wanted),
+            "buffer $index",
+        );
     }
 }
 
 foreach ([1 => 2, 2 => 1, 3 => 3, 4 => 4] as $event => $type) {
-    expect_same(NO_ERROR, rmon_event_set($link, $event, "event $event", $type, 'public', 'me', CREATE_REQUEST), 'event');
+    expect_same(
+        NO_ERROR,
+        rmon_event_set($link, $event, "event $event", $type, 'public', 'me', CREATE_REQUEST),
+        'event',
+    );
     expect_same(NO_ERROR, rmon_event_set($link, $event, "event $event", $type, 'public', 'me', VALID), 'event');
 }
 expect_same(BAD_VALUE, rmon_event_set($link, 9, '', 5, '', 'me', CREATE_REQUEST), 'event of no type');
@@ -107,16 +145,38 @@ buffer(6, 10);
 buffer(7, 3, size: 10);                                         // room for nothing
 expect_same(NO_ERROR, rmon_buffer_ctl_set($link, 8, 99, 1, 0, 0, 0, 1000, '', CREATE_REQUEST), 'createRequest');
 expect_same(BAD_VALUE, rmon_buffer_ctl_set($link, 8, 99, 1, 0, 0, 0, 1000, '', VALID), 'valid without a channel');
-foreach ([[0, 0, 0, 0, 1000], [3, 0, 0, 0, 1000], [1, -1, 0, 0, 1000], [1, 0, -1, 0, 1000], [1, 0, 0, -1, 1000], [1, 0, 0, 0, 0], [1, 0, 0, 0, -2]] as $nonsense) {
-    expect_same(BAD_VALUE, rmon_buffer_ctl_set($link, 9, 1, ...[...$nonsense, '', CREATE_REQUEST]), 'nonsense: ' . implode(' ', $nonsense));
+foreach ([
+    [0, 0, 0, 0, 1000], [3, 0, 0, 0, 1000], [1, -1, 0, 0, 1000], [1, 0, -1, 0, 1000], [1, 0, 0, -1, 1000],
+    [1, 0, 0, 0, 0], [1, 0, 0, 0, -2],
+] as $nonsense) {
+    expect_same(
+        BAD_VALUE,
+        rmon_buffer_ctl_set($link, 9, 1, ...[...$nonsense, '', CREATE_REQUEST]),
+        'nonsense: ' . implode(' ', $nonsense),
+    );
 }
 expect_same(NO_SUCH_NAME, rmon_capture_buf_getnext($link, 0, 0)['status'], 'no packet yet');
 
-// What was set is what is shown.
+// Reads show what was set.
 $shown = rmon_filter_get($link, 4);
-expect_same([5, 42, [111, 111, 111], [255, 0], [0, 0, 255], 1], array_map(fn($name) => $shown["filter$name"], ['ChannelIndex', 'PktDataOffset', 'PktData', 'PktDataMask', 'PktDataNotMask', 'Status']), 'a filter');
-expect_same(BAD_VALUE, rmon_filter_set($link, 4, 5, 43, [1], [], [], 0, 0, 0, 'me', VALID, 0, 0), 'another offset while valid');
-expect_same(BAD_VALUE, rmon_channel_set($link, 1, 2, 1, 1, 0, 0, 0, 1, '', '', VALID), 'another data source while valid');
+expect_same(
+    [5, 42, [111, 111, 111], [255, 0], [0, 0, 255], 1],
+    array_map(
+        fn($name) => $shown["filter$name"],
+        ['ChannelIndex', 'PktDataOffset', 'PktData', 'PktDataMask', 'PktDataNotMask', 'Status'],
+    ),
+    'a filter',
+);
+expect_same(
+    BAD_VALUE,
+    rmon_filter_set($link, 4, 5, 43, [1], [], [], 0, 0, 0, 'me', VALID, 0, 0),
+    'another offset while valid',
+);
+expect_same(
+    BAD_VALUE,
+    rmon_channel_set($link, 1, 2, 1, 1, 0, 0, 0, 1, '', '', VALID),
+    'another data source while valid',
+);
 expect_same(NO_SUCH_NAME, rmon_filter_getnext($link, 12)['status'], 'behind the last filter');
 expect_same(13, rmon_channel_getnext($link, 12)['channelIndex'], 'the row after channel 12');
 
@@ -127,8 +187,16 @@ for ($at = 0; ($row = rmon_channel_getnext($link, $at))['status'] === NO_ERROR; 
     $matches[$at = $row['channelIndex']] = $row['channelMatches'];
 }
 expect_same([1 => 0, 7, 6, 2, 1, 1, 1, 2, 6, 6, 5, 1, 0], $matches, 'matches by channel');
-expect_same([2, 3], [rmon_channel_get($link, 3)['channelEventStatus'], rmon_channel_get($link, 4)['channelEventStatus']], 'fired, and always ready');
-expect_same([1, 2], [rmon_channel_get($link, 9)['channelDataControl'], rmon_channel_get($link, 10)['channelDataControl']], 'turned on, turned off');
+expect_same(
+    [2, 3],
+    [rmon_channel_get($link, 3)['channelEventStatus'], rmon_channel_get($link, 4)['channelEventStatus']],
+    'fired, and always ready',
+);
+expect_same(
+    [1, 2],
+    [rmon_channel_get($link, 9)['channelDataControl'], rmon_channel_get($link, 10)['channelDataControl']],
+    'turned on, turned off',
+);
 
 /** The rows that a walk meets. */
 function met(callable $getnext, string $major, string $minor): array
@@ -158,33 +226,66 @@ expect_same(0, rmon_event_get($link, 2)['eventLastTimeSent'], 'an event that did
 // The packets, with their bytes.
 $packets = [];
 foreach (met(fn(int $at, int $of) => rmon_capture_buf_getnext($link, $at, $of), 'captureBufferControlIndex', 'captureBufferIndex') as $row) {
-    expect_same($row, rmon_capture_buf_get($link, $row['captureBufferControlIndex'], $row['captureBufferIndex']), 'get and getnext');
+    expect_same(
+        $row,
+        rmon_capture_buf_get($link, $row['captureBufferControlIndex'], $row['captureBufferIndex']),
+        'get and getnext',
+    );
     $packets[$row['captureBufferControlIndex']][$row['captureBufferIndex']] = [
-        pack('C*', ...$row['captureBufferPacketData']), $row['captureBufferPacketLength'], $row['captureBufferPacketStatus'],
-        $row['captureBufferPacketID'], $row['captureBufferPacketTime'], $row['captureBufferPacketHighCapacityTime'],
+        pack('C*', ...$row['captureBufferPacketData']),
+        $row['captureBufferPacketLength'],
+        $row['captureBufferPacketStatus'],
+        $row['captureBufferPacketID'],
+        $row['captureBufferPacketTime'],
+        $row['captureBufferPacketHighCapacityTime'],
     ];
 }
 $lengths = [64, 64, 64, 1553, 64, 64, 44];
 $states = [0, 0, 0, 1, 0, 0, 2];
 $times = [[0, 0], [0, 499000], [1, 999000], [2, 999000], [499, 999000], [999, 999000], [999, 999000]];
-$packet = fn(int $i, int $slice = 65535, int $offset = 0) => [substr($frames[$i][1], $offset, $slice), $lengths[$i], $states[$i], $i + 1, ...$times[$i]];
+$packet = fn(int $i, int $slice = 65535, int $offset = 0) => [
+    substr($frames[$i][1], $offset, $slice),
+    $lengths[$i],
+    $states[$i],
+    $i + 1,
+    ...$times[$i],
+];
 expect_same(array_combine(range(1, 7), array_map($packet, range(0, 6))), $packets[1], 'whole packets');
-expect_same(array_combine(range(1, 7), array_map(fn(int $i) => $packet($i, 8, 4), range(0, 6))), $packets[2], 'a part of each');
+expect_same(
+    array_combine(range(1, 7), array_map(fn(int $i) => $packet($i, 8, 4), range(0, 6))),
+    $packets[2],
+    'a part of each',
+);
 expect_same([1 => $packet(0, 68), $packet(1, 68), $packet(2, 68)], $packets[3], 'the first ones');
 expect_same([5 => $packet(4, 68), $packet(5, 68), $packet(6, 68)], $packets[4], 'the last ones');
 expect_same(6, count($packets[5] ?? []), 'packets of the channel that was turned on');
-expect_same([], array_intersect_key($packets, [6 => 0, 7 => 0]), 'packets of the channel that was turned off, and of the buffer without room');
-$states = fn(string $name) => array_map(fn(int $index) => rmon_buffer_ctl_get($link, $index)["bufferControl$name"], range(1, 7));
+expect_same(
+    [],
+    array_intersect_key($packets, [6 => 0, 7 => 0]),
+    'packets of the channel that was turned off, and of the buffer without room',
+);
+$states = fn(string $name) => array_map(
+    fn(int $index) => rmon_buffer_ctl_get($link, $index)["bufferControl$name"],
+    range(1, 7),
+);
 expect_same([1, 1, 2, 2, 1, 1, 2], $states('FullStatus'), 'full buffers');
 expect_same([7, 7, 3, 3, 6, 0, 0], $states('CapturedPackets'), 'packets by buffer');
 expect_same([4194304, 4194304, 300, 300, 4194304, 4194304, 10], $states('MaxOctetsGranted'), 'octets granted');
 
 // Saved packets are a capture file, in the one directory only.
-$save = fn(string $name, int ...$values) => array_values(array_slice(rmon_capture_save_file($link, $name, ...$values), 0, 4, false));
+$save = fn(string $name, int ...$values) => array_values(array_slice(
+    rmon_capture_save_file($link, $name, ...$values),
+    0,
+    4,
+    false,
+));
 expect_same([7, 7, 7, 7], $save('whole', 1, 0, 0, 0), 'all of buffer 1');
 expect_same([2, 2, 4, 4], $save('../../etc/x y.pcap', 1, 3, 4, 0), 'two of them');
 expect_same([3, 3, 7, 7], $save('.hidden', 4, 1, 100, 0), 'what is left');
-foreach ([['', 1, 0, 0, 0], ['a/', 1, 0, 0, 0], ['x', 99, 0, 0, 0], ['x', 6, 0, 0, 0], ['x', 1, 8, 0, 0], ['x', 1, 3, 2, 0], ['x', 1, 0, 0, 1], ['x', 4, 0, 4, 0]] as $refused) {
+foreach ([
+    ['', 1, 0, 0, 0], ['a/', 1, 0, 0, 0], ['x', 99, 0, 0, 0], ['x', 6, 0, 0, 0], ['x', 1, 8, 0, 0], ['x', 1, 3, 2, 0],
+    ['x', 1, 0, 0, 1], ['x', 4, 0, 4, 0],
+] as $refused) {
     expect_same([0, 0, 0, 0], $save(...$refused), 'refused: ' . implode(' ', $refused));
 }
 $files = array_values(array_diff(scandir($captures), ['.', '..']));
@@ -200,7 +301,7 @@ expect_same(file_get_contents("$captures/whole.pcap"), file_get_contents("$captu
 for ($i = 0; $save("file$i", 2, 1, 1, 0)[0] === 1 && $i < 200; $i++);
 expect_same(97, $i, 'files that find room');
 
-// Rows that go take the rest with them.
+// Rows that are removed take what depends on them along.
 expect_same(NO_ERROR, rmon_buffer_ctl_set($link, 1, 2, 1, 0, 0, 0, -1, '', INVALID), 'invalid');
 expect_same(NO_SUCH_NAME, rmon_capture_buf_get($link, 1, 1)['status'], 'its packets');
 expect_same(NO_ERROR, rmon_event_set($link, 1, '', 1, '', '', INVALID), 'invalid');

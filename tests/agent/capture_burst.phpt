@@ -1,17 +1,9 @@
 --TEST--
-The bundled agent's capture has room for a burst, and what is lost is told at the packet behind the gap
+The bundled agent's capture has room for a burst; lost frames are reported with the packet after the gap
 --SKIPIF--
 <?php
-
-declare(strict_types=1);
-
 require __DIR__ . '/../needs.inc';
-needs_agent();
-require __DIR__ . '/client.inc';
-
-if (own_network() === null) {
-    echo 'skip needs a network namespace of its own';
-}
+needs_own_network();
 --FILE--
 <?php
 
@@ -40,7 +32,7 @@ function send_numbers(int $first, int $last): void
     }
 }
 
-/** While the agent stands still. */
+/** While the agent is stopped. */
 function behind_its_back(BundledAgent $agent, callable $do): void
 {
     proc_terminate($agent->process, 19); // SIGSTOP
@@ -64,7 +56,11 @@ $row = rmon_etherstats_get($link, $e1);
 expect_same([0, 0], [(int) $row['etherStatsPkts'], (int) $row['etherStatsDropEvents']], 'before the burst');
 behind_its_back($agent, fn() => send_numbers(1, BURST));
 $row = rmon_etherstats_get($link, $e1);
-expect_same([BURST, 0], [(int) $row['etherStatsPkts'], (int) $row['etherStatsDropEvents']], 'frames of a burst, and lost ones');
+expect_same(
+    [BURST, 0],
+    [(int) $row['etherStatsPkts'], (int) $row['etherStatsDropEvents']],
+    'frames of a burst, and lost ones',
+);
 rmon_close($link);
 rmon_close($link);
 expect_same(0, end_agent($agent), "the agent's exit code");
@@ -109,10 +105,14 @@ expect_same($gaps, $told, 'packets that tell of a gap');
 $row = rmon_etherstats_get($link, $e1);
 expect_same(12015, (int) ($row['etherStatsPkts'] + $row['etherStatsDropEvents']), 'frames that came or were lost');
 
-// A size of the ring has bounds.
+// The size of the ring has limits.
 foreach (['0', '2048', 'x', ''] as $size) {
     [$code, , $errors] = run(agent_program(), '--ring', $size);
-    expect_same([2, "rmon-agent: no size of a ring (1 to 2047): $size (--help lists the options)\n"], [$code, $errors], "--ring $size");
+    expect_same(
+        [2, "rmon-agent: no size of a ring (1 to 2047): $size (--help lists the options)\n"],
+        [$code, $errors],
+        "--ring $size",
+    );
 }
 agent_done($agent);
 --EXPECT--

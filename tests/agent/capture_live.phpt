@@ -2,16 +2,8 @@
 The bundled agent captures whole frames of a live interface, and counts its hosts and conversations to the frame
 --SKIPIF--
 <?php
-
-declare(strict_types=1);
-
 require __DIR__ . '/../needs.inc';
-needs_agent();
-require __DIR__ . '/client.inc';
-
-if (own_network() === null) {
-    echo 'skip needs a network namespace of its own';
-}
+needs_own_network();
 --FILE--
 <?php
 
@@ -58,21 +50,27 @@ $row = rmon_matrix_sd_get($link, 1, [2, 0, 0, 0, 0, 1], [2, 0, 0, 0, 0, 3]);
 expect_same([40.0, 40.0 * 1446], [$row['matrixSDPkts'], $row['matrixSDOctets']], 'a conversation');
 expect_same([11, 56], [$matches, rmon_channel_get($link, 1)['channelMatches']], 'frames on the channel');
 
-// Whole frames, though live capture keeps only their beginning where nobody wants more.
+// Whole frames, though live capture keeps only their beginning unless somebody wants more.
 expect_same(45, rmon_buffer_ctl_get($link, 1)['bufferControlCapturedPackets'], 'packets of the buffer');
 for ($index = 1; $index <= 45; $index++) {
     $packet = rmon_capture_buf_get($link, 1, $index);
     $size = $index <= 40 ? 1446 : ($index <= 43 ? 64 : 146);
-    expect_same([$size, $size - 4], [$packet['captureBufferPacketLength'], count($packet['captureBufferPacketData'])], "packet $index");
+    expect_same(
+        [$size, $size - 4],
+        [$packet['captureBufferPacketLength'], count($packet['captureBufferPacketData'])],
+        "packet $index",
+    );
     expect_same([2, 0, 0, 0, 0, 1], array_slice($packet['captureBufferPacketData'], 6, 6), "sender of packet $index");
 }
 expect_same(true, $packet['captureBufferPacketTime'] < 1000 * PATIENCE, 'milliseconds since the buffer began');
 
-// The interface goes, and what counted on it.
+// The interface is removed, and so are the rows that counted on it.
 ip('link del e0');
 expect_soon(false, fn() => rmon_host_getnext($link, 0, []), 'hosts');
 expect_same([NO_SUCH_NAME, NO_SUCH_NAME, NO_SUCH_NAME], [
-    rmon_host_ctl_get($link, 1)['status'], rmon_matrix_ctl_get($link, 1)['status'], rmon_channel_get($link, 1)['status'],
+    rmon_host_ctl_get($link, 1)['status'],
+    rmon_matrix_ctl_get($link, 1)['status'],
+    rmon_channel_get($link, 1)['status'],
 ], 'control rows');
 expect_same(45, rmon_buffer_ctl_get($link, 1)['bufferControlCapturedPackets'], 'what was captured stays');
 

@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent saves packets above 65535 octets in a file that says how long its packets are
+The bundled agent saves packets of more than 65535 octets in a file whose header allows them
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -33,7 +33,11 @@ expect_same(3, array_values(rmon_capture_save_file($link, 'short', 1, 3, 0, 0))[
 $saved = file_get_contents("$directory/long.pcap");
 expect_same([1 => 100000, 1], unpack('V2', substr($saved, 16, 8)), 'the opening');
 expect_same(true, substr($saved, 24) === captured(1, $small) . captured(2, $long) . captured(3, $small), 'the packets');
-expect_same([1 => 65535, 1], unpack('V2', substr(file_get_contents("$directory/short.pcap"), 16, 8)), 'the opening without long ones');
+expect_same(
+    [1 => 65535, 1],
+    unpack('V2', substr(file_get_contents("$directory/short.pcap"), 16, 8)),
+    'the opening without long ones',
+);
 agent_done($agent);
 ?>
 --EXPECT--

@@ -2,16 +2,8 @@
 The bundled agent measures the interfaces that were chosen, and no others
 --SKIPIF--
 <?php
-
-declare(strict_types=1);
-
 require __DIR__ . '/../needs.inc';
-needs_agent();
-require __DIR__ . '/client.inc';
-
-if (own_network() === null) {
-    echo 'skip needs a network namespace of its own';
-}
+needs_own_network();
 --FILE--
 <?php
 
@@ -35,16 +27,30 @@ foreach ([
     $link = module_link($agent);
     // The kernel's own list of this network is not under /sys.
     $indexes = array_column(walk(fn(int $at) => rmon_ifentry_getnext($link, $at), 'ifIndex'), 'ifIndex', 'ifDescr');
-    expect_same([], array_diff(['lo', 'one', 'two', 'three', 'four'], array_keys($indexes)), "interface table with $what");
+    expect_same(
+        [],
+        array_diff(['lo', 'one', 'two', 'three', 'four'], array_keys($indexes)),
+        "interface table with $what",
+    );
     $expected = array_map(fn(string $name) => $indexes[$name], $chosen);
     sort($expected);
-    $measured = array_column(walk(fn(int $at) => rmon_etherstats_getnext($link, $at), 'etherStatsIndex'), 'etherStatsDataSource');
+    $measured = array_column(
+        walk(fn(int $at) => rmon_etherstats_getnext($link, $at), 'etherStatsIndex'),
+        'etherStatsDataSource',
+    );
     expect_same($expected, $measured, "statistics with $what");
-    $sampled = array_column(walk(fn(int $at) => rmon_history_ctl_getnext($link, $at), 'historyControlIndex'), 'historyControlDataSource');
+    $sampled = array_column(
+        walk(fn(int $at) => rmon_history_ctl_getnext($link, $at), 'historyControlIndex'),
+        'historyControlDataSource',
+    );
     expect_same($expected, array_values(array_unique($sampled)), "history with $what");
     foreach ($indexes as $name => $index) {
         $answer = in_array($index, $expected, true) ? NO_ERROR : BAD_VALUE;
-        expect_same($answer, start_row(fn(int $status) => rmon_host_ctl_set($link, $index, $index, '', $status)), "hosts on $name with $what");
+        expect_same(
+            $answer,
+            start_row(fn(int $status) => rmon_host_ctl_set($link, $index, $index, '', $status)),
+            "hosts on $name with $what",
+        );
     }
     rmon_close($link);
     rmon_close($link); // the second one ends it: the link to the next agent is another one
@@ -62,7 +68,11 @@ foreach ([
     [2, '--interface and --read exclude each other (--help lists the options)', '-i', 'one', '--read', capture_file([])],
 ] as $case) {
     [$code, $output, $errors] = run(agent_program(), '--port', '0', ...array_slice($case, 2));
-    expect_same([$case[0], '', "rmon-agent: $case[1]\n"], [$code, $output, $errors], implode(' ', array_slice($case, 2)));
+    expect_same(
+        [$case[0], '', "rmon-agent: $case[1]\n"],
+        [$code, $output, $errors],
+        implode(' ', array_slice($case, 2)),
+    );
 }
 done();
 --EXPECT--

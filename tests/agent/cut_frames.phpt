@@ -38,7 +38,8 @@ foreach ([CREATE_REQUEST, VALID] as $status) {
     expect_same(NO_ERROR, rmon_pdist_ctl_set($link, 1, 1, '', $status), 'protocol distribution');
 }
 read_files($agent);
-$packets = fn(string $name): int => (int) (rmon_pdist_stats_get($link, 1, $indexes[$name])['protocolDistStatsPkts'] ?? 0);
+$packets = fn(string $name): int =>
+    (int) (rmon_pdist_stats_get($link, 1, $indexes[$name])['protocolDistStatsPkts'] ?? 0);
 foreach (array_keys($whole) as $name) {
     $transport = strtok($name, '.');
     // One frame of each transport has no ports, and the one of TCP has no header.

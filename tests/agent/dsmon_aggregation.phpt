@@ -92,7 +92,11 @@ foreach ([[65535, 7, 'late'], [3, 63, 'last'], [3, 0, 'rest'], [3, 2, 'voice']] 
 expect_same(['3.0' => 'rest', '3.2' => 'voice', '3.63' => 'last', '65535.7' => 'late'], groups(), 'the groups');
 expect_same(NONE, dsmon_aggrp_get($link, 3, 1), 'a group without a name');
 expect_same(NO_ERROR, dsmon_aggrp_set($link, 3, 2, 'calls', VALID), 'another name');
-expect_same(['dsmonAggControlIndex' => 3, 'dsmonAggGroupIndex' => 2, 'dsmonAggGroupDescr' => 'calls'], array_slice(dsmon_aggrp_get($link, 3, 2), 2), 'group 3.2');
+expect_same(
+    ['dsmonAggControlIndex' => 3, 'dsmonAggGroupIndex' => 2, 'dsmonAggGroupDescr' => 'calls'],
+    array_slice(dsmon_aggrp_get($link, 3, 2), 2),
+    'group 3.2',
+);
 expect_same(NO_ERROR, dsmon_aggrp_set($link, 3, 63, '', INVALID), 'a group goes');
 expect_same(NO_SUCH_NAME, dsmon_aggrp_set($link, 3, 63, '', INVALID), 'a group goes again');
 

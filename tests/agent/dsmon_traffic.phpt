@@ -26,7 +26,11 @@ $answer = ethernet(mac(1), mac(2), 0x0800, ip4('10.0.0.2', '10.0.0.1', 17, udp(5
 $echo = ethernet(mac(1), mac(3), 0x0800, ip4('10.0.0.3', '10.0.0.1', 1, "\x08\0\0\0\0\1\0\1", 10));
 $six = ethernet(mac(1), mac(3), 0x86dd, ip6('fd00::1', 'fd00::2', 17, udp(1000, 53, str_repeat('6', 20)), 46));
 $arp = ethernet(str_repeat("\xff", 6), mac(1), 0x0806, arp(1, mac(1), '10.0.0.1', mac(0), '10.0.0.2'));
-expect_same([68, 146, 246, 64, 86, 64], array_map(octets(...), [$web, $question, $answer, $echo, $six, $arp]), 'octets');
+expect_same(
+    [68, 146, 246, 64, 86, 64],
+    array_map(octets(...), [$web, $question, $answer, $echo, $six, $arp]),
+    'octets',
+);
 $frames = [];
 foreach ([[5, $web], [3, $question], [2, $answer], [4, $echo], [1, $six], [7, $arp]] as [$count, $frame]) {
     array_push($frames, ...array_fill(0, $count, [1.0 + count($frames) / 1000, $frame]));
@@ -106,8 +110,22 @@ function address(array|int $octets): string
 }
 
 // ---- Statistics: all groups of the profile, also those without traffic.
-$read = fn(array $row) => dsmon_stats_getnext($link, $row['dsmonStatsControlIndex'] ?? 0, $row['dsmonAggGroupIndex'] ?? 0);
-$rows = array_map(fn($row) => numbers($row, 'dsmonAggGroupIndex', 'dsmonStatsInHCPkts', 'dsmonStatsInHCOctets', 'dsmonStatsOutHCPkts', 'dsmonStatsOutHCOctets'), walked($read, [], 'dsmonStatsControlIndex', 4));
+$read = fn(array $row) => dsmon_stats_getnext(
+    $link,
+    $row['dsmonStatsControlIndex'] ?? 0,
+    $row['dsmonAggGroupIndex'] ?? 0,
+);
+$rows = array_map(
+    fn($row) => numbers(
+        $row,
+        'dsmonAggGroupIndex',
+        'dsmonStatsInHCPkts',
+        'dsmonStatsInHCOctets',
+        'dsmonStatsOutHCPkts',
+        'dsmonStatsOutHCOctets',
+    ),
+    walked($read, [], 'dsmonStatsControlIndex', 4),
+);
 expect_same([[0, 4, 4 * 64, 0, 0], [1, 5, 5 * 68, 0, 0], [2, 6, 3 * 146 + 2 * 246 + 86, 0, 0]], $rows, 'statistics');
 expect_same(NONE, dsmon_stats_get($link, 4, 3), 'a group that the profile has not');
 expect_same(NONE, dsmon_stats_get($link, 4, -1), 'no group');
@@ -116,21 +134,52 @@ $other = numbers(dsmon_stats_get($link, 6, 0), 'dsmonStatsInHCPkts')[0] + number
 expect_same(true, $other > 0 && $other <= strlen($six) + 1, 'frames that were cut');
 
 // ---- Protocols: each frame once.
-$read = fn(array $row) => dsmon_pdstats_getnext($link, $row['dsmonPdistCtlIndex'] ?? 0, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0);
+$read = fn(array $row) => dsmon_pdstats_getnext(
+    $link,
+    $row['dsmonPdistCtlIndex'] ?? 0,
+    0,
+    $row['dsmonAggGroupIndex'] ?? 0,
+    $row['protocolDirLocalIndex'] ?? 0,
+);
 $rows = walked($read, [], 'dsmonPdistCtlIndex', 4);
-expect_same([[0, 4, 256], [1, 5, 340]], array_map(fn($row) => numbers($row, 'dsmonAggGroupIndex', 'dsmonPdistStatsHCPkts', 'dsmonPdistStatsHCOctets'), array_slice($rows, 0, 2)), 'protocols of groups 0 and 1');
+expect_same(
+    [[0, 4, 256], [1, 5, 340]],
+    array_map(
+        fn($row) => numbers($row, 'dsmonAggGroupIndex', 'dsmonPdistStatsHCPkts', 'dsmonPdistStatsHCOctets'),
+        array_slice($rows, 0, 2),
+    ),
+    'protocols of groups 0 and 1',
+);
 $protocols = $rows;
 $domain = array_slice($rows, 2);
 usort($domain, fn($one, $other) => $one['dsmonPdistStatsHCPkts'] <=> $other['dsmonPdistStatsHCPkts']);
-expect_same([[2, 1, 86], [2, 5, 930]], array_map(fn($row) => numbers($row, 'dsmonAggGroupIndex', 'dsmonPdistStatsHCPkts', 'dsmonPdistStatsHCOctets'), $domain), 'protocols of group 2');
+expect_same(
+    [[2, 1, 86], [2, 5, 930]],
+    array_map(
+        fn($row) => numbers($row, 'dsmonAggGroupIndex', 'dsmonPdistStatsHCPkts', 'dsmonPdistStatsHCOctets'),
+        $domain,
+    ),
+    'protocols of group 2',
+);
 expect_same(4, count(array_unique(array_column($rows, 'protocolDirLocalIndex'))), 'protocols');
 $dns = $domain[1]['protocolDirLocalIndex'];
 expect_same([5.0, 930.0], array_slice(array_values(dsmon_pdstats_get($link, 4, 0, 2, $dns)), -2), 'one protocol');
 expect_same(NONE, dsmon_pdstats_get($link, 4, 0, 1, $dns), 'a protocol in another group');
-expect_same([4, 0], numbers(dsmon_pdistctl_get($link, 4), 'dsmonPdistCtlInserts', 'dsmonPdistCtlDeletes'), 'inserts and deletes');
+expect_same(
+    [4, 0],
+    numbers(dsmon_pdistctl_get($link, 4), 'dsmonPdistCtlInserts', 'dsmonPdistCtlDeletes'),
+    'inserts and deletes',
+);
 
 // ---- Hosts, in both directions.
-$read = fn(array $row) => dsmon_hoststats_getnext($link, $row['dsmonHostCtlIndex'] ?? 0, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0, $row['dsmonHostAddress'] ?? []);
+$read = fn(array $row) => dsmon_hoststats_getnext(
+    $link,
+    $row['dsmonHostCtlIndex'] ?? 0,
+    0,
+    $row['dsmonAggGroupIndex'] ?? 0,
+    $row['protocolDirLocalIndex'] ?? 0,
+    $row['dsmonHostAddress'] ?? [],
+);
 $rows = walked($read, [], 'dsmonHostCtlIndex', 4);
 $found = array_map(fn($row) => [
     $row['dsmonAggGroupIndex'], address($row['dsmonHostAddress']),
@@ -157,7 +206,16 @@ expect_same(6, dsmon_hoststats_getnext($link, 5, 0, 255, $ip, [])['dsmonHostCtlI
 
 // ---- Pairs, in both orders.
 foreach (['dsmon_matrixsdstats_getnext', 'dsmon_matrixdsstats_getnext'] as $function) {
-    $read = fn(array $row) => $function($link, $row['dsmonMatrixCtlIndex'] ?? 0, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['dsmonMatrixNLIndex'] ?? 0, $row['dsmonMatrixALIndex'] ?? 0, $row['dsmonMatrixSourceAddress'] ?? [], $row['dsmonMatrixDestAddress'] ?? []);
+    $read = fn(array $row) => $function(
+        $link,
+        $row['dsmonMatrixCtlIndex'] ?? 0,
+        0,
+        $row['dsmonAggGroupIndex'] ?? 0,
+        $row['dsmonMatrixNLIndex'] ?? 0,
+        $row['dsmonMatrixALIndex'] ?? 0,
+        $row['dsmonMatrixSourceAddress'] ?? [],
+        $row['dsmonMatrixDestAddress'] ?? [],
+    );
     $pairs[] = walked($read, [], 'dsmonMatrixCtlIndex', 4);
 }
 $show = fn($row) => [
@@ -179,25 +237,100 @@ expect_same([
     [2, 'fd00::1', 'fd00::2', 1, 86],
 ], array_map($show, $pairs[1]), 'pairs by destination');
 expect_same([$ip, $dns], numbers($pairs[0][2], 'dsmonMatrixNLIndex', 'dsmonMatrixALIndex'), "a pair's protocols");
-expect_same(3.0, dsmon_matrixsdstats_get($link, 4, 0, 2, $ip, $dns, [10, 0, 0, 1], [10, 0, 0, 2])['dsmonMatrixSDHCPkts'], 'one pair');
-expect_same(3.0, dsmon_matrixdsstats_get($link, 4, 0, 2, $ip, $dns, [10, 0, 0, 1], [10, 0, 0, 2])['dsmonMatrixSDHCPkts'], 'one pair from the other side');
+expect_same(
+    3.0,
+    dsmon_matrixsdstats_get($link, 4, 0, 2, $ip, $dns, [10, 0, 0, 1], [10, 0, 0, 2])['dsmonMatrixSDHCPkts'],
+    'one pair',
+);
+expect_same(
+    3.0,
+    dsmon_matrixdsstats_get($link, 4, 0, 2, $ip, $dns, [10, 0, 0, 1], [10, 0, 0, 2])['dsmonMatrixSDHCPkts'],
+    'one pair from the other side',
+);
 expect_same(NONE, dsmon_matrixsdstats_get($link, 4, 0, 2, $ip, $dns, [10, 0, 0, 1], [10, 0, 0, 9]), 'no such pair');
 
 // ---- Time marks: what changed since.
 $now = rmon_system_get($link)['sysUpTime'] + 1000;
 expect_same(NONE, dsmon_hoststats_getnext($link, 0, $now, 0, 0, []), 'hosts that changed since a time to come');
 expect_same(NONE, dsmon_pdstats_get($link, 4, $now, 2, $dns), 'a protocol that changed since a time to come');
-expect_same([4, 1], numbers(dsmon_pdstats_getnext($link, 0, 1, 0, 0), 'dsmonPdistCtlIndex', 'dsmonPdistTimeMark'), 'protocols that changed since the start');
+expect_same(
+    [4, 1],
+    numbers(dsmon_pdstats_getnext($link, 0, 1, 0, 0), 'dsmonPdistCtlIndex', 'dsmonPdistTimeMark'),
+    'protocols that changed since the start',
+);
 
 // ---- A small table keeps what was used last; what is persistent stays.
-expect_same([2, 4, 2], [count(walked(fn(array $row) => dsmon_pdstats_getnext($link, $row['dsmonPdistCtlIndex'] ?? 0, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0), [], 'dsmonPdistCtlIndex', 5)), ...numbers(dsmon_pdistctl_get($link, 5), 'dsmonPdistCtlInserts', 'dsmonPdistCtlDeletes')], 'a small table');
+expect_same(
+    [2, 4, 2],
+    [
+        count(walked(
+            fn(array $row) => dsmon_pdstats_getnext(
+                $link,
+                $row['dsmonPdistCtlIndex'] ?? 0,
+                0,
+                $row['dsmonAggGroupIndex'] ?? 0,
+                $row['protocolDirLocalIndex'] ?? 0,
+            ),
+            [],
+            'dsmonPdistCtlIndex',
+            5,
+        )),
+        ...numbers(dsmon_pdistctl_get($link, 5), 'dsmonPdistCtlInserts', 'dsmonPdistCtlDeletes'),
+    ],
+    'a small table',
+);
 // Read were five, three, two, four frames and one: of hosts the last two pairs are counted, in two rows.
-$small = array_map(fn($row) => address($row['dsmonHostAddress']), walked(fn(array $row) => dsmon_hoststats_getnext($link, $row['dsmonHostCtlIndex'] ?? 5, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0, $row['dsmonHostAddress'] ?? []), [], 'dsmonHostCtlIndex', 5));
+$small = array_map(
+    fn($row) => address($row['dsmonHostAddress']),
+    walked(
+        fn(array $row) => dsmon_hoststats_getnext(
+            $link,
+            $row['dsmonHostCtlIndex'] ?? 5,
+            0,
+            $row['dsmonAggGroupIndex'] ?? 0,
+            $row['protocolDirLocalIndex'] ?? 0,
+            $row['dsmonHostAddress'] ?? [],
+        ),
+        [],
+        'dsmonHostCtlIndex',
+        5,
+    ),
+);
 expect_same(['fd00::1', 'fd00::2'], $small, 'a small table of hosts');
-expect_same([0, 8, 6], numbers(dsmon_hostctl_get($link, 5), 'dsmonHostDroppedFrames', 'dsmonHostCtlInserts', 'dsmonHostCtlDeletes'), 'its inserts and deletes');
-$small = array_map($show, walked(fn(array $row) => dsmon_matrixsdstats_getnext($link, $row['dsmonMatrixCtlIndex'] ?? 5, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['dsmonMatrixNLIndex'] ?? 0, $row['dsmonMatrixALIndex'] ?? 0, $row['dsmonMatrixSourceAddress'] ?? [], $row['dsmonMatrixDestAddress'] ?? []), [], 'dsmonMatrixCtlIndex', 5));
+expect_same(
+    [0, 8, 6],
+    numbers(dsmon_hostctl_get($link, 5), 'dsmonHostDroppedFrames', 'dsmonHostCtlInserts', 'dsmonHostCtlDeletes'),
+    'its inserts and deletes',
+);
+$small = array_map(
+    $show,
+    walked(
+        fn(array $row) => dsmon_matrixsdstats_getnext(
+            $link,
+            $row['dsmonMatrixCtlIndex'] ?? 5,
+            0,
+            $row['dsmonAggGroupIndex'] ?? 0,
+            $row['dsmonMatrixNLIndex'] ?? 0,
+            $row['dsmonMatrixALIndex'] ?? 0,
+            $row['dsmonMatrixSourceAddress'] ?? [],
+            $row['dsmonMatrixDestAddress'] ?? [],
+        ),
+        [],
+        'dsmonMatrixCtlIndex',
+        5,
+    ),
+);
 expect_same([[0, '10.0.0.3', '10.0.0.1', 4, 256], [2, 'fd00::1', 'fd00::2', 1, 86]], $small, 'a small table of pairs');
-expect_same([0, 5, 3], numbers(dsmon_matrixctl_get($link, 5), 'dsmonMatrixDroppedFrames', 'dsmonMatrixCtlInserts', 'dsmonMatrixCtlDeletes'), 'its inserts and deletes');
+expect_same(
+    [0, 5, 3],
+    numbers(
+        dsmon_matrixctl_get($link, 5),
+        'dsmonMatrixDroppedFrames',
+        'dsmonMatrixCtlInserts',
+        'dsmonMatrixCtlDeletes',
+    ),
+    'its inserts and deletes',
+);
 $key = fn(int $group, int $protocol) => i32(5) . u32(0) . u32($group) . i32($protocol) . i32(GET);
 $client = client($agent);
 [$first, $last] = [$protocols[0]['protocolDirLocalIndex'], $domain[0]['protocolDirLocalIndex']];
@@ -214,7 +347,11 @@ expect_same(NONE, dsmon_stats_getnext($link, 0, 0), 'statistics without the lock
 expect_same(NONE, dsmon_pdstats_getnext($link, 0, 0, 0, 0), 'protocols without the lock');
 expect_same(NONE, dsmon_hoststats_getnext($link, 0, 0, 0, 0, []), 'hosts without the lock');
 expect_same(NONE, dsmon_matrixsdstats_getnext($link, 0, 0, 0, 0, 0, [], []), 'pairs without the lock');
-expect_same([8, 8], numbers(dsmon_hostctl_get($link, 4), 'dsmonHostCtlInserts', 'dsmonHostCtlDeletes'), 'inserts and deletes of hosts');
+expect_same(
+    [8, 8],
+    numbers(dsmon_hostctl_get($link, 4), 'dsmonHostCtlInserts', 'dsmonHostCtlDeletes'),
+    'inserts and deletes of hosts',
+);
 expect_same(NO_ERROR, dsmon_aggctl_set($link, 9, '', '', INVALID), 'the profile goes');
 expect_same(NO_ERROR, dsmon_aggctl_set_lock($link, 1), 'the lock goes on again');
 expect_same(NONE, dsmon_stats_getnext($link, 0, 0), 'statistics without their profile');

@@ -2,16 +2,8 @@
 The bundled agent's counts are exact to the frame, in a network where nobody else sends
 --SKIPIF--
 <?php
-
-declare(strict_types=1);
-
 require __DIR__ . '/../needs.inc';
-needs_agent();
-require __DIR__ . '/client.inc';
-
-if (own_network() === null) {
-    echo 'skip needs a network namespace of its own';
-}
+needs_own_network();
 --FILE--
 <?php
 
@@ -100,7 +92,11 @@ foreach ([[], ['--no-capture']] as $options) {
     send_datagrams('10.9.0.2', 4, 100);
     expect_same(NO_ERROR, set_ether($client, 700, $e1, 'second', VALID), 'valid');
     send_datagrams('10.9.0.2', 6, 100);
-    expect_same([6, 6 * 146], [ether_row($client, 700)['Pkts'], ether_row($client, 700)['Octets']], "the second row $how");
+    expect_same(
+        [6, 6 * 146],
+        [ether_row($client, 700)['Pkts'], ether_row($client, 700)['Octets']],
+        "the second row $how",
+    );
     expect_same(10, ether_growth($now[1], ether_row($client, $e1))['Pkts'], "the first row $how");
     expect_same(NO_ERROR, set_ether($client, $e1, $e1, '', INVALID), 'the first row goes');
     send_datagrams('10.9.0.2', 5, 100);
@@ -124,7 +120,7 @@ foreach ([[], ['--no-capture']] as $options) {
     expect_same(0, end_agent($agent), "the agent's exit code");
 }
 
-// An interface goes down and comes up again: its row goes on, its last change is told.
+// An interface goes down and comes up again: its row goes on, its last change is shown.
 $agent = bundled_agent();
 $client = client($agent);
 $status = fn(int $index, string $which) => interface_row($client, $index, GET)["if{$which}Status"];
@@ -162,7 +158,11 @@ ip('address add 10.10.0.1/24 broadcast 10.10.0.255 dev br0');
 ip('link set br0 up');
 expect_soon(1, fn() => $status($br0, 'Admin'), 'ifAdminStatus of the bridge');
 send_datagrams('10.10.0.255', 9, 100);
-expect_same([9, 9], [ether_row($client, 800)['Pkts'], ether_row($client, 800)['BroadcastPkts']], 'frames on the bridge');
+expect_same(
+    [9, 9],
+    [ether_row($client, 800)['Pkts'], ether_row($client, 800)['BroadcastPkts']],
+    'frames on the bridge',
+);
 
 // An interface goes away, and its rows with it; those under creation stay.
 expect_same(NO_ERROR, set_ether($client, 801, $br0, 'bridge', CREATE_REQUEST), 'createRequest');

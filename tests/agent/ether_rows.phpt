@@ -35,7 +35,11 @@ foreach (glob('/sys/class/net/*/type') as $file) {
 }
 ksort($expected);
 $first = walk($row, 'Index');
-expect_same($expected, array_map(fn($row) => [$row['DataSource'], $row['Owner'], $row['Status']], $first), 'first rows');
+expect_same(
+    $expected,
+    array_map(fn($row) => [$row['DataSource'], $row['Owner'], $row['Status']], $first),
+    'first rows',
+);
 expect_same(array_keys($expected), array_keys($first), 'indexes of the first rows');
 
 // A row that isn't there: a row of zeros and a status.
@@ -61,7 +65,7 @@ expect_same([NO_ERROR, $lo, 'me', UNDER_CREATION], settings(40000), 'the new row
 $new = ether_row($client, 40000);
 expect_same(array_fill_keys(ETHER_COUNTERS, 0), array_intersect_key($new, array_flip(ETHER_COUNTERS)), 'counters');
 
-// Indexes go from 1 to 65535; negative data sources and owners that can't be printed are nonsense.
+// Indexes go from 1 to 65535; negative data sources and owners that can't be printed are refused.
 foreach ([0, -1, 65536] as $index) {
     expect_same(BAD_VALUE, set_ether($client, $index, $lo, 'me', CREATE_REQUEST), "index $index");
 }
@@ -69,7 +73,7 @@ expect_same(BAD_VALUE, set_ether($client, 40001, -1, 'me', CREATE_REQUEST), 'neg
 expect_same(BAD_VALUE, set_ether($client, 40001, $lo, "me\n", CREATE_REQUEST), 'owner of two lines');
 expect_same(NO_SUCH_NAME, ether_row($client, 40001)['status'], 'the refused row');
 
-// Under creation a row may be changed, and be inconsistent; valid it becomes with a data source only.
+// Under creation a row may be changed, and be inconsistent; only a row with a data source can become valid.
 expect_same(NO_ERROR, set_ether($client, 40000, 0, 'you', UNDER_CREATION), 'underCreation');
 expect_same([NO_ERROR, 0, 'you', UNDER_CREATION], settings(40000), 'the changed row');
 expect_same(BAD_VALUE, set_ether($client, 40000, 123456789, 'me', VALID), 'valid without a data source');
@@ -88,7 +92,11 @@ $counted = ether_row($client, 40000);
 expect_same(true, $counted['Pkts'] >= 5, 'a valid row counts');
 expect_same(NO_ERROR, set_ether($client, 40000, $lo, 'me again', VALID), 'valid again');
 $again = ether_row($client, 40000);
-expect_same([true, 'me again', $created], [$again['Pkts'] >= $counted['Pkts'], $again['Owner'], $again['CreateTime']], 'the row goes on');
+expect_same(
+    [true, 'me again', $created],
+    [$again['Pkts'] >= $counted['Pkts'], $again['Owner'], $again['CreateTime']],
+    'the row goes on',
+);
 expect_same(BAD_VALUE, set_ether($client, 40000, $lo + 1, 'me', VALID), 'another data source while valid');
 expect_same(BAD_VALUE, set_ether($client, 40000, $lo, 'you', CREATE_REQUEST), 'createRequest of a valid row');
 expect_same([NO_ERROR, $lo, 'me again', VALID], settings(40000), 'the row after that');
@@ -101,7 +109,7 @@ expect_same(NO_ERROR, set_ether($client, 40000, $lo, 'me', VALID), 'valid once m
 $anew = ether_row($client, 40000);
 expect_same([true, true], [$anew['CreateTime'] > $created, $anew['Pkts'] < $again['Pkts']], 'the row begins anew');
 
-// Rows are walked in the order of their indexes, and go when they are invalid.
+// A walk meets rows in the order of their indexes; invalid removes them.
 expect_same(NO_ERROR, set_ether($client, 30000, 0, '', CREATE_REQUEST), 'createRequest of a row before it');
 expect_same([...array_keys($first), 30000, 40000], array_keys(walk($row, 'Index')), 'indexes');
 expect_same(40000, ether_row($client, 30000, GETNEXT)['Index'], 'the row after 30000');

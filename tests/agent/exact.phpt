@@ -14,6 +14,7 @@ require __DIR__ . '/captures.inc';
 require __DIR__ . '/rmon2.inc';
 require __DIR__ . '/groups.inc';
 require __DIR__ . '/tcpdump.inc';
+require __DIR__ . '/random_capture.inc'; // $frames
 
 /*
  * Where the agent counts otherwise than tcpdump, by RFC 2819 and README:
@@ -23,147 +24,6 @@ require __DIR__ . '/tcpdump.inc';
  */
 const CHECK_SEQUENCE = 4;
 
-// ---- The capture: everything at random, but always the same -------------------------
-
-mt_srand(20);
-
-/** Ports of applications that the agent knows, by transport. */
-const KNOWN_PORTS = [6 => [22, 25, 53, 80, 161, 443, 3868, 5060, 8080], 17 => [53, 123, 161, 443, 5060], 132 => [3868, 5060]];
-
-/** One of the values. */
-function any(array $values): mixed
-{
-    return $values[mt_rand(0, count($values) - 1)];
-}
-
-function host4(int $host): string
-{
-    return "10.0.0.$host";
-}
-
-function host6(int $host): string
-{
-    return "fd00::$host";
-}
-
-/** A transport header and some payload. */
-function some_transport(int $protocol): string
-{
-    // Known ones of any transport: some of them are unknown to this one.
-    $known = array_merge(...KNOWN_PORTS);
-    $ports = match (mt_rand(1, 8)) {
-        1, 2, 3 => [any($known), mt_rand(40000, 40009)],
-        4, 5, 6 => [mt_rand(40000, 40009), any($known)],
-        7 => [any($known), any($known)],
-        8 => [40000, 40001],
-    };
-    $payload = str_repeat('p', any([0, 1, 18, mt_rand(0, 200), mt_rand(0, 1400)]));
-    return match ($protocol) {
-        6 => tcp($ports[0], $ports[1], any([0x10, 0x18, 0x02, 0x12, 0x11, 0x04]), $payload, mt_rand(0, 0x7fffffff)),
-        17 => udp($ports[0], $ports[1], $payload),
-        132 => pack('nnNN', $ports[0], $ports[1], 1, 0) . $payload,
-        default => chr(8) . "\0\0\0" . $payload . '1234',
-    };
-}
-
-/** An IPv4 packet: options, fragments, any DSCP. */
-function some_ip4(int $from, int $to, int $protocol): string
-{
-    $options = str_repeat("\x01", 4 * any([0, 0, 0, 1, 10]));
-    // 0x2000: more fragments follow; from 1 on: a later one.
-    $fragment = any([0, 0, 0, 0x4000, 0x2000, 0x2001, 0x00b9]);
-    $payload = some_transport($protocol);
-    $to = match (mt_rand(1, 20)) { 1 => '224.0.0.251', 2 => '10.0.0.255', default => host4($to) };
-    $header = fn(int $sum) => pack(
-        'CCnnnCCn', 0x45 + strlen($options) / 4, mt_rand(0, 63) << 2 | 1, 20 + strlen($options) + strlen($payload), 7,
-        $fragment, 64, $protocol, $sum,
-    ) . inet_pton(host4($from)) . inet_pton($to) . $options;
-    return $header(0) . $payload;
-}
-
-/** An IPv6 packet: up to two extension headers of 8 octets each. */
-function some_ip6(int $from, int $to, int $protocol): string
-{
-    $chain = [];
-    for ($i = any([0, 0, 0, 1, 2]); $i > 0; $i--) {
-        $chain[] = any([0, 43, 44, 60]);
-    }
-    $payload = some_transport($protocol);
-    $next = $protocol;
-    foreach (array_reverse($chain) as $header) {
-        $payload = match ($header) {
-            44 => pack('CCnN', $next, 0, any([0, 1, 0x0b90 | 1, 0x0008]), 99),
-            43 => pack('CCCCN', $next, 0, 4, 0, 0),
-            default => pack('CCCCN', $next, 0, 1, 4, 0),
-        } . $payload;
-        $next = $header;
-    }
-    $to = match (mt_rand(1, 20)) { 1 => 'ff02::fb', default => host6($to) };
-    return ip6(host6($from), $to, $next, $payload, mt_rand(0, 63));
-}
-
-function some_frame(): string
-{
-    [$from, $to] = [mt_rand(1, 15), mt_rand(1, 15)];
-    $tags = match (mt_rand(1, 8)) {
-        1, 2 => [mt_rand(0, 7) << 13 | any([0, 1, 100, 101, 4094])],
-        3 => [mt_rand(0, 7) << 13 | any([7, 4095]), mt_rand(0, 7) << 13 | any([1, 100])],
-        default => [],
-    };
-    $target = match (mt_rand(1, 12)) {
-        1 => str_repeat("\xff", 6),
-        2 => any(["\x01\0\x5e\0\0\xfb", "\x33\x33\0\0\0\xfb"]),
-        default => mac($to),
-    };
-    $plain = fn(int $type, string $payload) => ethernet($target, mac($from), $type, $payload, ...$tags);
-    $llc = fn(string $payload) => ethernet($target, mac($from), strlen($payload), $payload);
-    return match (mt_rand(1, 16)) {
-        1, 2, 3, 4, 5 => $plain(0x0800, some_ip4($from, $to, any([6, 6, 17, 17, 1, 132, 47]))),
-        6, 7, 8, 9 => $plain(0x86dd, some_ip6($from, $to, any([6, 6, 17, 17, 58, 132, 47]))),
-        10 => $plain(0x0806, arp(any([1, 2]), mac($from), host4($from), mac($to), host4($to))),
-        11 => $plain(any([0x88cc, 0x8847, 0x1234, 0x9000, 0x0600]), str_repeat('?', mt_rand(0, 300))),
-        12 => $llc(any(["\x42\x42\x03", "\xe0\xe0\x03", "\xf0\xf0\x03", "\x04\x04\x03"]) . str_repeat('l', mt_rand(4, 200))),
-        13 => $llc("\xaa\xaa\x03\0\0\0\x08\0" . some_ip4($from, $to, any([17, 1]))),
-        14 => $llc(any(["\xaa\xaa\x03\0\0\0\x05\xff", "\xaa\xaa\x03\0\x80\xc2\0\x07"]) . str_repeat('b', mt_rand(4, 200))),
-        15 => substr($plain(0x1234, ''), 0, any([59, 40, 24])), // too short
-        16 => $plain(any([0x0800, 0x86dd]) === 0x0800 ? 0x0800 : 0x9000, some_ip4($from, $to, 17) . str_repeat('#', any([1000, 1400, 1600]))),
-    };
-}
-
-/** Whole exchanges between hosts 20 to 24 and servers 30 to 32, for the response times. */
-function exchange(int $client, int $server, int $port): array
-{
-    $own = mt_rand(41000, 60000);
-    $there = fn(int $protocol, string $payload) =>
-        ethernet(mac($server), mac($client), 0x0800, ip4(host4($client), host4($server), $protocol, $payload));
-    $back = fn(int $protocol, string $payload) =>
-        ethernet(mac($client), mac($server), 0x0800, ip4(host4($server), host4($client), $protocol, $payload));
-    if ($port === 53) {
-        $query = pack('n', $own);
-        return [$there(17, udp($own, 53, "$query\x01\0rest")), $back(17, udp(53, $own, "$query\x81\0rest"))];
-    }
-    $frames = [
-        $there(6, tcp($own, $port, 0x02, '', 100)), $back(6, tcp($port, $own, 0x12, '', 500, 101)),
-        $there(6, tcp($own, $port, 0x10, '', 101, 501)),
-    ];
-    for ($i = mt_rand(1, 3), $at = 101, $answered = 501; $i > 0; $i--, $at += 10, $answered += 20) {
-        $frames[] = $there(6, tcp($own, $port, 0x18, str_repeat('q', 10), $at, $answered));
-        $frames[] = $back(6, tcp($port, $own, 0x18, str_repeat('a', 20), $answered, $at + 10));
-    }
-    $frames[] = $there(6, tcp($own, $port, 0x11, '', $at, $answered));
-    return $frames;
-}
-
-$bytes = [];
-for ($i = 0; $i < 1500; $i++) {
-    array_push($bytes, ...($i % 10 ? [some_frame()] : exchange(mt_rand(20, 24), mt_rand(30, 32), any([53, 80, 443, 8080]))));
-}
-$frames = [];
-foreach ($bytes as $i => $frame) {
-    // Of some frames only the beginning was captured, with all headers.
-    $captured = $i % 7 || strlen($frame) < 160 ? $frame : substr($frame, 0, 160);
-    $frames[] = [1.0 + $i / 1000, $captured, strlen($frame)];
-}
 $file = capture_file($frames);
 
 // ---- What tcpdump finds in it ------------------------------------------------------
@@ -327,7 +187,10 @@ $expected = [
     'UndersizePkts' => tcpdump_count($file, 'len < 60'),
     'OversizePkts' => tcpdump_count($file, 'len > 1514'),
 ];
-foreach (['64' => [60, 60], '65to127' => [61, 123], '128to255' => [124, 251], '256to511' => [252, 507], '512to1023' => [508, 1019], '1024to1518' => [1020, 1514]] as $name => [$least, $most]) {
+foreach ([
+    '64' => [60, 60], '65to127' => [61, 123], '128to255' => [124, 251], '256to511' => [252, 507],
+    '512to1023' => [508, 1019], '1024to1518' => [1020, 1514],
+] as $name => [$least, $most]) {
     $expected["Pkts{$name}Octets"] = tcpdump_count($file, "len >= $least and len <= $most");
 }
 foreach ($expected as $name => $count) {
@@ -346,22 +209,38 @@ expect_soon([$packets, $octets, $expected['BroadcastPkts'], $expected['OversizeP
     return $sums;
 }, 'history');
 
-// Hosts and pairs by MAC address: what was bad counts from the first good frame on.
+// Hosts and pairs by MAC address: bad frames count from the first good one on.
 $hosts = $pairs = [];
 foreach ($seen as $frame) {
     $pair = "$frame->from $frame->to";
     if (!$good($frame)) {
         if (isset($hosts[$frame->from])) {
-            $hosts[$frame->from] = array_map(fn($a, $b) => $a + $b, $hosts[$frame->from], [0, 1, 0, $frame->octets, 1, 0, 0]);
+            $hosts[$frame->from] = array_map(
+                fn($a, $b) => $a + $b,
+                $hosts[$frame->from],
+                [0, 1, 0, $frame->octets, 1, 0, 0],
+            );
         }
         if (isset($pairs[$pair])) {
             $pairs[$pair] = array_map(fn($a, $b) => $a + $b, $pairs[$pair], [1, $frame->octets, 1]);
         }
         continue;
     }
-    $sent = [0, 1, 0, $frame->octets, 0, (int) ($frame->to === EVERYBODY), (int) ($group($frame->to) && $frame->to !== EVERYBODY)];
+    $sent = [
+        0,
+        1,
+        0,
+        $frame->octets,
+        0,
+        (int) ($frame->to === EVERYBODY),
+        (int) ($group($frame->to) && $frame->to !== EVERYBODY),
+    ];
     $hosts[$frame->from] = array_map(fn($a, $b) => $a + $b, $hosts[$frame->from] ?? array_fill(0, 7, 0), $sent);
-    $hosts[$frame->to] = array_map(fn($a, $b) => $a + $b, $hosts[$frame->to] ?? array_fill(0, 7, 0), [1, 0, $frame->octets, 0, 0, 0, 0]);
+    $hosts[$frame->to] = array_map(
+        fn($a, $b) => $a + $b,
+        $hosts[$frame->to] ?? array_fill(0, 7, 0),
+        [1, 0, $frame->octets, 0, 0, 0, 0],
+    );
     $pairs[$pair] = array_map(fn($a, $b) => $a + $b, $pairs[$pair] ?? [0, 0, 0], [1, $frame->octets, 0]);
 }
 ksort($hosts);
@@ -402,7 +281,11 @@ for ($id = -1; ($row = rmon_prio_getnext($link, 1, $id))['status'] === 0; $id = 
 expect_same(sums_by(fn(Seen $frame) => $frame->priority), $got, 'priorities');
 
 // The channel has a filter on the first octet.
-expect_same(tcpdump_count($file, 'ether[0] = 2'), (int) rmon_channel_get($link, 1)['channelMatches'], 'matches of the channel');
+expect_same(
+    tcpdump_count($file, 'ether[0] = 2'),
+    (int) rmon_channel_get($link, 1)['channelMatches'],
+    'matches of the channel',
+);
 
 // Which frames each protocol has: of those that the agent knows, by filters made of their identifiers.
 /** @var array<int, array<string, mixed>> $frames_of by local index, then by time */
@@ -418,16 +301,22 @@ foreach (protocols($link) as $name => $row) {
 }
 $frames_of = array_filter($frames_of);
 ksort($frames_of);
-foreach (['llc', 'ether2.ip.udp.snmp', 'ether2.ip.tcp.www-http', 'ether2.ip6.tcp.https', 'ether2.ip6.sctp.sip', 'ether2.ip6.icmp6', 'ether2.lldp'] as $name) {
+foreach ([
+    'llc', 'ether2.ip.udp.snmp', 'ether2.ip.tcp.www-http', 'ether2.ip6.tcp.https', 'ether2.ip6.sctp.sip',
+    'ether2.ip6.icmp6', 'ether2.lldp',
+] as $name) {
     expect_same(true, in_array(array_search($name, $names, true), array_keys($frames_of), true), "frames of $name");
 }
 
-// Distribution, and what no protocol above the base layers is known of.
+// Distribution, and frames of which no protocol above the base layers is known.
 $got = [];
 foreach (rmon_pdist_stats_getbulk($link, 1, 0, 10000) as $row) {
     $got[$row['protocolDirLocalIndex']] = numbers($row, 'protocolDistStatsPkts', 'protocolDistStatsOctets');
 }
-$named = fn(array $rows) => array_combine(array_map(fn(int $index) => "$index $names[$index]", array_keys($rows)), $rows);
+$named = fn(array $rows) => array_combine(
+    array_map(fn(int $index) => "$index $names[$index]", array_keys($rows)),
+    $rows,
+);
 expect_same($named(array_map(sum(...), $frames_of)), $named($got), 'distribution');
 $above_base = array_filter($frames_of, fn(int $index) => count($layers_of[$index]) > 1, ARRAY_FILTER_USE_KEY);
 $others = rmon_pdist_stats_getothers($link, 1);
@@ -442,7 +331,9 @@ for ($group_index = -1; ($row = dsmon_stats_getnext($link, 1, $group_index))['st
 }
 expect_same(sums_by($dscp), $got, 'by DSCP');
 foreach ([0, 46, 63] as $value) {
-    $filter = tagged('(ip and ip[1] & 0xfc = ' . ($value << 2) . ') or (ip6 and ip6[0:2] & 0x0fc0 = ' . ($value << 6) . ')')
+    $filter = tagged(
+        '(ip and ip[1] & 0xfc = ' . ($value << 2) . ') or (ip6 and ip6[0:2] & 0x0fc0 = ' . ($value << 6) . ')',
+    )
         . ' or (' . SNAP . ' and ether[20:2] = 0x0800 and ether[23] & 0xfc = ' . ($value << 2) . ')';
     expect_same(tcpdump_count($file, $filter), $got[$value][0], "packets of DSCP $value");
 }
@@ -488,7 +379,11 @@ function sorted(array $rows): array
 $got = [];
 foreach (rows_of(fn(?array $row) => dsmon_pdstats_getnext(
     $link, 1, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0)) as $row) {
-    $got["$row[dsmonAggGroupIndex] $row[protocolDirLocalIndex]"] = numbers($row, 'dsmonPdistStatsHCPkts', 'dsmonPdistStatsHCOctets');
+    $got["$row[dsmonAggGroupIndex] $row[protocolDirLocalIndex]"] = numbers(
+        $row,
+        'dsmonPdistStatsHCPkts',
+        'dsmonPdistStatsHCOctets',
+    );
 }
 expect_same(sums_by_dscp(fn(Seen $frame, string $time) => $highest[$time]), sorted($got), 'protocols by DSCP');
 
@@ -496,7 +391,14 @@ $network = fn(string $address) => array_search(str_contains($address, ':') ? 'et
 $got = ['in' => [], 'out' => []];
 foreach (rows_of(function (?array $row) use ($link) {
     $address = $row['dsmonHostAddress'] ?? [];
-    return dsmon_hoststats_getnext($link, 1, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0, $address);
+    return dsmon_hoststats_getnext(
+        $link,
+        1,
+        0,
+        $row['dsmonAggGroupIndex'] ?? 0,
+        $row['protocolDirLocalIndex'] ?? 0,
+        $address,
+    );
 }) as $row) {
     $at = "$row[dsmonAggGroupIndex] $row[protocolDirLocalIndex] " . address_text($row['dsmonHostAddress']);
     $got['in'][$at] = numbers($row, 'dsmonHostInHCPkts', 'dsmonHostInHCOctets');
@@ -515,11 +417,24 @@ foreach (['sd', 'ds'] as $way) {
     $got = [];
     foreach (rows_of(function (?array $row) use ($link, $way) {
         [$from, $to] = [$row['dsmonMatrixSourceAddress'] ?? [], $row['dsmonMatrixDestAddress'] ?? []];
-        return "dsmon_matrix{$way}stats_getnext"($link, 1, 0, $row['dsmonAggGroupIndex'] ?? 0, $row['dsmonMatrixNLIndex'] ?? 0, $row['dsmonMatrixALIndex'] ?? 0, $from, $to);
+        return "dsmon_matrix{$way}stats_getnext"(
+            $link,
+            1,
+            0,
+            $row['dsmonAggGroupIndex'] ?? 0,
+            $row['dsmonMatrixNLIndex'] ?? 0,
+            $row['dsmonMatrixALIndex'] ?? 0,
+            $from,
+            $to,
+        );
     }) as $row) {
         $from = address_text($row['dsmonMatrixSourceAddress']);
         $to = address_text($row['dsmonMatrixDestAddress']);
-        $got["$row[dsmonAggGroupIndex] $from $to $row[dsmonMatrixALIndex]"] = numbers($row, 'dsmonMatrixSDHCPkts', 'dsmonMatrixSDHCOctets');
+        $got["$row[dsmonAggGroupIndex] $from $to $row[dsmonMatrixALIndex]"] = numbers(
+            $row,
+            'dsmonMatrixSDHCPkts',
+            'dsmonMatrixSDHCOctets',
+        );
     }
     expect_same(
         sums_by_dscp(fn(Seen $frame, string $time) => "$frame->ip_from $frame->ip_to $highest[$time]"), sorted($got),
@@ -528,7 +443,13 @@ foreach (['sd', 'ds'] as $way) {
 }
 
 // Higher-layer hosts and pairs: of the network layer, and of each protocol above it.
-$layers = ['nl' => array_filter($frames_of, fn(int $index) => in_array($names[$index], ['ether2.ip', 'ether2.ip6'], true), ARRAY_FILTER_USE_KEY)];
+$layers = [
+    'nl' => array_filter(
+        $frames_of,
+        fn(int $index) => in_array($names[$index], ['ether2.ip', 'ether2.ip6'], true),
+        ARRAY_FILTER_USE_KEY,
+    ),
+];
 $layers['al'] = array_filter(
     $frames_of, fn(int $index) => count($layers_of[$index]) > 2 && str_starts_with($names[$index], 'ether2.ip'), ARRAY_FILTER_USE_KEY);
 foreach ($layers as $layer => $protocols) {
@@ -547,7 +468,9 @@ foreach ($layers as $layer => $protocols) {
     $expected = array_map(sorted(...), $expected);
 
     $address = [];
-    $rows = $layer === 'nl' ? rmon_nlhost_getbulk($link, 1, 0, 0, $address, 10000) : rmon_alhost_getbulk($link, 1, 0, 0, $address, 0, 10000);
+    $rows = $layer === 'nl'
+        ? rmon_nlhost_getbulk($link, 1, 0, 0, $address, 10000)
+        : rmon_alhost_getbulk($link, 1, 0, 0, $address, 0, 10000);
     $got = ['in' => [], 'out' => []];
     foreach ($rows as $row) {
         $at = ($row['protocolDirLocalIndex2'] ?? $row['protocolDirLocalIndex']) . ' ' . address_text($row['nlHostAddress']);
@@ -579,7 +502,7 @@ foreach ($layers as $layer => $protocols) {
     }
 }
 
-// The address map: whoever sent IP or ARP, by the address that he had last.
+// The address map: each sender of IP or ARP, with the address that it had last.
 $expected = [];
 foreach ($seen as $frame) {
     if ($frame->is_ip) {
@@ -595,7 +518,7 @@ foreach (rmon_addrmap_entry_getbulk($link, 0, 0, $address, 0, 10000) as $row) {
 }
 expect_same(sorted($expected), sorted($got), 'address map');
 
-// Response times: each request of the exchanges has one answer; all frames count from the opening on.
+// Response times: each request of the exchanges has one answer; all frames of a connection count from its opening on.
 $responses = $client_octets = $server_octets = 0;
 [$from, $to] = [[], []];
 foreach (rmon_art_rpt_getbulk($link, 1, 0, $from, $to, 10000) as $row) {

@@ -24,7 +24,9 @@ $frames = [];
 for ($i = 0; $i < 2000; $i++) {
     [$from, $to] = [mt_rand(1, 40), mt_rand(1, 40)];
     [$source, $destination] = mt_rand(0, 1) ? [mt_rand(40000, 40020), 80] : [80, mt_rand(40000, 40020)];
-    $transport = mt_rand(0, 1) ? [6, tcp($source, $destination, 0x18, 'payload', $i)] : [17, udp($source, 53, "\0\1\1\0")];
+    $transport = mt_rand(0, 1)
+        ? [6, tcp($source, $destination, 0x18, 'payload', $i)]
+        : [17, udp($source, 53, "\0\1\1\0")];
     $frame = mt_rand(0, 1)
         ? ethernet(mac($to), mac($from), 0x0800, ip4("10.0.0.$from", "10.0.0.$to", ...$transport), mt_rand(1, 20))
         : ethernet(mac($to), mac($from), 0x86dd, ip6("fd00::$from", "fd00::$to", ...[...$transport, mt_rand(0, 63)]));
@@ -134,7 +136,11 @@ foreach ($rows as $name => $count) {
 expect_same(0, $bad, 'rows that were not there');
 expect_same(true, (int) rmon_etherstats_get($link, 1)['etherStatsPkts'] > $before, 'frames were read meanwhile');
 for ($round = 0; $round < ROUNDS; $round++) {
-    expect_same("round $round", rmon_prio_ctl_get($link, 2 + $round)['smonPrioStatsControlOwner'], 'a row that was set');
+    expect_same(
+        "round $round",
+        rmon_prio_ctl_get($link, 2 + $round)['smonPrioStatsControlOwner'],
+        'a row that was set',
+    );
 }
 agent_done($agent);
 ?>

@@ -18,7 +18,7 @@ const FRAMES = 200000;
 const ROWS = 10000;      // of a learned table of which no size is asked for
 const MOST_KB = 262144;
 
-/** The most memory that the agent had so far, in kilobytes; 0 in a build with sanitizers, whose own is no measure. */
+/** The most memory that the agent had so far, in kilobytes; 0 in a build with sanitizers, which need memory too. */
 function most_memory(BundledAgent $agent): int
 {
     $text = file_get_contents('/proc/' . $agent->pid() . '/status');
@@ -70,22 +70,39 @@ expect_same(ROWS, count(rmon_addrmap_entry_getbulk($link, 0, 0, $address, 0, 2 *
 // Above the network layer, a frame counts as udp and as domain.
 foreach (['Host' => 2 * FRAMES, 'Matrix' => FRAMES] as $table => $inserts) {
     $row = "rmon_hl{$table}_ctl_get"($link, 1);
-    $got = array_map(fn(string $name) => $row["hl{$table}Control$name"], ['NlInserts', 'NlDeletes', 'NlDroppedFrames', 'AlInserts', 'AlDeletes', 'AlDroppedFrames']);
+    $got = array_map(
+        fn(string $name) => $row["hl{$table}Control$name"],
+        ['NlInserts', 'NlDeletes', 'NlDroppedFrames', 'AlInserts', 'AlDeletes', 'AlDroppedFrames'],
+    );
     expect_same([$inserts, $inserts - ROWS, 0, 2 * $inserts, 2 * $inserts - ROWS, 0], $got, "hl$table");
 }
 $row = dsmon_pdistctl_get($link, 1);
-expect_same([1, 0, 0], [$row['dsmonPdistCtlInserts'], $row['dsmonPdistCtlDeletes'], $row['dsmonPdistDroppedFrames']], 'protocols by DSCP');
+expect_same(
+    [1, 0, 0],
+    [$row['dsmonPdistCtlInserts'], $row['dsmonPdistCtlDeletes'], $row['dsmonPdistDroppedFrames']],
+    'protocols by DSCP',
+);
 $row = dsmon_hostctl_get($link, 1);
-expect_same([2 * FRAMES, 2 * FRAMES - ROWS, 0], [$row['dsmonHostCtlInserts'], $row['dsmonHostCtlDeletes'], $row['dsmonHostDroppedFrames']], 'hosts by DSCP');
+expect_same(
+    [2 * FRAMES, 2 * FRAMES - ROWS, 0],
+    [$row['dsmonHostCtlInserts'], $row['dsmonHostCtlDeletes'], $row['dsmonHostDroppedFrames']],
+    'hosts by DSCP',
+);
 $row = dsmon_matrixctl_get($link, 1);
-expect_same([FRAMES, FRAMES - ROWS, 0], [$row['dsmonMatrixCtlInserts'], $row['dsmonMatrixCtlDeletes'], $row['dsmonMatrixDroppedFrames']], 'pairs by DSCP');
+expect_same(
+    [FRAMES, FRAMES - ROWS, 0],
+    [$row['dsmonMatrixCtlInserts'], $row['dsmonMatrixCtlDeletes'], $row['dsmonMatrixDroppedFrames']],
+    'pairs by DSCP',
+);
 [$from, $to] = [[], []];
 expect_same(ROWS, count(rmon_art_rpt_getbulk($link, 1, 0, $from, $to, 2 * ROWS)), 'pairs that wait for answers');
 
 // Clients that ask for whole tables, many times, and read nothing of them.
 $key = record(
     hlMatrixControlIndex: i32(1), timeMark: u32(0), protocolDirLocalIndex: i32(0), protocolDirLocalIndex2: i32(0),
-    sourceAddress: byte_list(''), destAddress: byte_list(''), getType: i32(3), applicationLayer: i32(1), direction: i32(0),
+    sourceAddress: byte_list(''), destAddress: byte_list(''), getType: i32(3), applicationLayer: i32(1), direction: i32(
+        0,
+    ),
     count: i32(ROWS),
 );
 $calls = str_repeat(marked(call(37, $key)), 6);

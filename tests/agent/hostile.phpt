@@ -62,8 +62,10 @@ foreach ([1, 3, 4, 5, 43] as $size) {
 }
 expect_prompt('with unfinished messages');
 
-// A length beyond all sense is not waited for, in one fragment or summed up.
-foreach ([u32(0xffffffff), u32(0x7fffffff), u32(0x80000000 | 1 << 20), u32(200000) . str_repeat('x', 200000) . u32(200000)] as $i => $claim) {
+// The agent does not wait for an absurd length, in one fragment or summed up.
+foreach ([
+    u32(0xffffffff), u32(0x7fffffff), u32(0x80000000 | 1 << 20), u32(200000) . str_repeat('x', 200000) . u32(200000),
+] as $i => $claim) {
     $other = client($agent);
     fwrite($other, $claim);
     expect_same(true, hung_up($other), "hung up on length $i");
@@ -92,7 +94,7 @@ if (memory($agent) > $memory_before + 20000) {
     fail('clients that do not read make the agent grow to ' . memory($agent) . ' KB');
 }
 
-// It waits, it does not turn: once the calls that it took are answered, the process uses no time.
+// It waits without a busy loop: once the calls that it took are answered, the process uses no time.
 $ticks = fn() => array_sum(array_slice(explode(' ', file_get_contents('/proc/' . $agent->pid() . '/stat')), 13, 2));
 expect_soon(0, function () use ($ticks): int {
     $before = $ticks();
@@ -139,7 +141,7 @@ for ($i = 0; $i < 300; $i++) {
 }
 expect_prompt('after bytes at random');
 
-// More clients than it keeps: the quietest give way, and the steady one is none of them.
+// More clients than it keeps: the quietest are dropped, and the steady one is not among them.
 $crowd = [];
 for ($i = 0; $i < 700; $i++) {
     $crowd[] = client($agent);
@@ -153,7 +155,7 @@ if (descriptors($agent) > 600) {
 }
 expect_same(0, status_of(ask(end($crowd), 0)), 'answer to the last of the crowd');
 
-// All that goes away is given back.
+// When clients are gone, what they held is released.
 $crowd = $waiting = $deaf = [];
 $other = $long = $gone = null;
 expect_soon($descriptors_before, fn() => descriptors($agent), 'descriptors at the end');

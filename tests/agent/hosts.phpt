@@ -27,7 +27,7 @@ $kinds = [
     [4, $all, mac(3), 100],
     [5, $group, mac(1), 200],
     [1, mac(2), mac(3), 500],
-    // Too short, too long: they are their sender's errors and make nobody known.
+    // Too short, too long: they count as their sender's errors and add no host.
     [6, mac(2), mac(1), 63],
     [1, mac(2), mac(3), 1519],
     [7, mac(9), mac(8), 2000],
@@ -73,7 +73,7 @@ foreach (['host', 'matrix'] as $name) {
 }
 expect_same(false, rmon_host_getnext($link, 0, []), 'no host yet');
 
-// Reports: the busiest senders by octets, and by errors; rows of hosts that are not there don't start.
+// Reports: the busiest senders by octets, and by errors; rows whose hosts are not there don't start.
 $topn = fn(int $index, int $status, int $base = 4, int $time = 5, int $size = 2, int $host = 5) =>
     rmon_hosttopn_ctl_set($link, $index, $host, $base, $time, $size, 'me', $status);
 expect_same(BAD_VALUE, $topn(1, CREATE_REQUEST, base: 0), 'rate base 0');
@@ -100,7 +100,7 @@ $hosts = [
     [$group, 5, 5, 0, 1000, 0, 0, 0, 0],
     [$all, 4, 4, 0, 400, 0, 0, 0, 0],
 ];
-// Of a frame the sender is found first.
+// A frame's sender is discovered before its receiver.
 $hosts[0][1] = 1;
 $hosts[1][1] = 2;
 usort($hosts, fn($a, $b) => strcmp($a[0], $b[0]));
@@ -144,7 +144,11 @@ foreach ([0, -1] as $count) {
 expect_same(5, rmon_host_ctl_get($link, 5)['hostControlTableSize'], 'hostControlTableSize');
 
 // The same by creation order.
-$ordered = met(fn(?array $last) => rmon_hosttime_getnext($link, $last['hostTimeIndex'] ?? 0, $last['hostTimeCreationOrder'] ?? 0));
+$ordered = met(fn(?array $last) => rmon_hosttime_getnext(
+    $link,
+    $last['hostTimeIndex'] ?? 0,
+    $last['hostTimeCreationOrder'] ?? 0,
+));
 usort($expected, fn($a, $b) => [$a[0], $a[2]] <=> [$b[0], $b[2]]);
 expect_same($expected, array_map(fn(array $row) => host_values($row, 'hostTime'), $ordered), 'hosts in order');
 expect_same($ordered, rmon_hosttime_getbulk($link, 0, 0, 1000), 'hosts in order by getbulk');
@@ -171,9 +175,17 @@ foreach (['sd' => [0, 1], 'ds' => [1, 0]] as $view => [$major, $minor]) {
         }
     }
     $getnext = "rmon_matrix_{$view}_getnext";
-    $walked = met(fn(?array $last) => $getnext($link, $last["{$prefix}Index"] ?? 0, $last["{$prefix}SourceAddress"] ?? [], $last["{$prefix}DestAddress"] ?? []));
+    $walked = met(fn(?array $last) => $getnext(
+        $link,
+        $last["{$prefix}Index"] ?? 0,
+        $last["{$prefix}SourceAddress"] ?? [],
+        $last["{$prefix}DestAddress"] ?? [],
+    ));
     $values = fn(array $row) => [
-        $row["{$prefix}Index"], pack('C*', ...$row["{$prefix}SourceAddress"]), pack('C*', ...$row["{$prefix}DestAddress"]),
+        $row["{$prefix}Index"], pack('C*', ...$row["{$prefix}SourceAddress"]), pack(
+            'C*',
+            ...$row["{$prefix}DestAddress"],
+        ),
         (int) $row["{$prefix}Pkts"], (int) $row["{$prefix}Octets"], (int) $row["{$prefix}Errors"],
     ];
     expect_same($expected, array_map($values, $walked), "conversations $view");
@@ -181,7 +193,11 @@ foreach (['sd' => [0, 1], 'ds' => [1, 0]] as $view => [$major, $minor]) {
     $one = $walked[6];
     $get = "rmon_matrix_{$view}_get";
     expect_same($one, $get($link, 12, $one["{$prefix}SourceAddress"], $one["{$prefix}DestAddress"]), "one of $view");
-    expect_same(false, $get($link, 9, $one["{$prefix}SourceAddress"], $one["{$prefix}DestAddress"]), 'of a row under creation');
+    expect_same(
+        false,
+        $get($link, 9, $one["{$prefix}SourceAddress"], $one["{$prefix}DestAddress"]),
+        'of a row under creation',
+    );
     expect_same(false, $get($link, 12, $one["{$prefix}SourceAddress"], []), 'without the other address');
 }
 expect_same(5, rmon_matrix_ctl_get($link, 5)['matrixControlTableSize'], 'matrixControlTableSize');
@@ -192,7 +208,11 @@ expect_soon(0, fn() => rmon_hosttopn_ctl_get($link, 1)['hostTopNTimeRemaining'],
 $report = fn(array $rows) => array_map(fn($row) => [
     $row['hostTopNReport'], $row['hostTopNIndex'], pack('C*', ...$row['hostTopNAddress']), (int) $row['hostTopNRate'],
 ], $rows);
-$walked = met(fn(?array $last) => rmon_hosttopn_getnext($link, $last['hostTopNReport'] ?? 0, $last['hostTopNIndex'] ?? 0));
+$walked = met(fn(?array $last) => rmon_hosttopn_getnext(
+    $link,
+    $last['hostTopNReport'] ?? 0,
+    $last['hostTopNIndex'] ?? 0,
+));
 expect_same([
     [1, 1, mac(2), 3036], [1, 2, mac(3), 2419],
     [3, 1, mac(1), 6], [3, 2, mac(3), 1],
@@ -213,7 +233,7 @@ expect_same(1, rmon_hosttopn_ctl_get($link, 1)['hostTopNTimeRemaining'], 'its ti
 expect_soon(0, fn() => rmon_hosttopn_ctl_get($link, 1)['hostTopNTimeRemaining'], 'the end of the interval');
 expect_same(false, rmon_hosttopn_get($link, 1, 1), 'the new report');
 
-// Rows that go take what they learned with them.
+// Rows that are removed take what they learned along.
 expect_same(NO_ERROR, rmon_host_ctl_set($link, 5, 1, '', INVALID), 'invalid');
 expect_same(12, rmon_host_getnext($link, 0, [])['hostIndex'], 'hosts that are left');
 expect_same(NO_ERROR, rmon_host_ctl_set($link, 12, 1, '', UNDER_CREATION), 'underCreation');

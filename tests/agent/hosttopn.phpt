@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent's reports of the busiest hosts, when the hosts begin anew meanwhile
+The bundled agent's reports of the busiest hosts when the host table is restarted meanwhile
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -22,7 +22,8 @@ expect_same(NO_ERROR, start_row($hosts), 'hosts');
 proc_terminate($agent->process, 10); // SIGUSR1: begin to read
 
 /** What a host sent or received since its table began. */
-$counted = fn(string $host, string $what) => (int) (rmon_host_get($link, 1, array_values(unpack('C*', $host)))["host$what"] ?? 0);
+$counted = fn(string $host, string $what) =>
+    (int) (rmon_host_get($link, 1, array_values(unpack('C*', $host)))["host$what"] ?? 0);
 
 /** Takes the hosts away and brings them back. */
 $anew = [
@@ -33,24 +34,41 @@ foreach ($anew as $how => $change) {
     // The bases are larger than what is counted afterwards.
     expect_soon(true, fn() => $counted(mac(1), 'OutPkts') > 3000, 'frames');
     foreach ([1 => [2, mac(1)], 2 => [1, mac(2)]] as $report => [$base, $host]) {
-        expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hosttopn_ctl_set($link, $report, 1, $base, 1, 5, '', $status)), "report $report");
+        expect_same(
+            NO_ERROR,
+            start_row(fn(int $status) => rmon_hosttopn_ctl_set($link, $report, 1, $base, 1, 5, '', $status)),
+            "report $report",
+        );
     }
     expect_same([0], array_values(array_unique($change())), $how);
-    expect_soon(0, fn() => rmon_hosttopn_ctl_get($link, 1)['hostTopNTimeRemaining'] + rmon_hosttopn_ctl_get($link, 2)['hostTopNTimeRemaining'], 'reports');
+    expect_soon(
+        0,
+        fn() => rmon_hosttopn_ctl_get($link, 1)['hostTopNTimeRemaining']
+            + rmon_hosttopn_ctl_get($link, 2)['hostTopNTimeRemaining'],
+        'reports',
+    );
     foreach ([1 => ['OutPkts', mac(1)], 2 => ['InPkts', mac(2)]] as $report => [$what, $host]) {
         $first = rmon_hosttopn_get($link, $report, 1);
         expect_same(array_values(unpack('C*', $host)), $first['hostTopNAddress'], "$how: the busiest host");
         $most = $counted($host, $what);
-        expect_same(true, $first['hostTopNRate'] > 0 && $first['hostTopNRate'] <= $most, "$how: a rate of {$first['hostTopNRate']}, of $most since the table began");
+        expect_same(
+            true,
+            $first['hostTopNRate'] > 0 && $first['hostTopNRate'] <= $most,
+            "$how: a rate of {$first['hostTopNRate']}, of $most since the table began",
+        );
         expect_same(NO_ERROR, rmon_hosttopn_ctl_set($link, $report, 1, 1, 1, 5, '', INVALID), "report $report goes");
     }
 }
 
-// Hosts that go and stay away leave an empty report; those that stay are told by how much they grew.
+// Hosts that are gone for good leave an empty report; those that stay are listed by their growth.
 foreach ([true, false] as $goes) {
     expect_soon(true, fn() => $counted(mac(1), 'OutPkts') > 100, 'frames');
     $before = $counted(mac(1), 'OutPkts');
-    expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hosttopn_ctl_set($link, 3, 1, 2, 1, 5, '', $status)), 'report 3');
+    expect_same(
+        NO_ERROR,
+        start_row(fn(int $status) => rmon_hosttopn_ctl_set($link, 3, 1, 2, 1, 5, '', $status)),
+        'report 3',
+    );
     if ($goes) {
         expect_same(NO_ERROR, $hosts(INVALID), 'the hosts go');
     }
@@ -61,7 +79,11 @@ foreach ([true, false] as $goes) {
         expect_same(NO_ERROR, start_row($hosts), 'the hosts come back');
     } else {
         $most = $counted(mac(1), 'OutPkts') - $before;
-        expect_same(true, $first['hostTopNRate'] > 0 && $first['hostTopNRate'] <= $most, "a rate of {$first['hostTopNRate']}, of $most since it began");
+        expect_same(
+            true,
+            $first['hostTopNRate'] > 0 && $first['hostTopNRate'] <= $most,
+            "a rate of {$first['hostTopNRate']}, of $most since it began",
+        );
     }
     expect_same(NO_ERROR, rmon_hosttopn_ctl_set($link, 3, 1, 2, 1, 5, '', INVALID), 'report 3 goes');
 }

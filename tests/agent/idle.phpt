@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent does not turn while it waits: recordings, clients that hold something up, no descriptor for a client
+The bundled agent stays idle while it waits: for a recording, for slow clients, for a free descriptor
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -29,7 +29,7 @@ $descriptors = fn() => count(scandir('/proc/' . $agent->pid() . '/fd'));
 $before = $descriptors();
 expect_idle($agent, 'without clients');
 
-// Half a message; a client that reads nothing of much; one that will say nothing more and reads nothing.
+// Half a message; a client that never reads its many answers; one that shut down its side and reads nothing.
 $half = client($agent);
 fwrite($half, substr(marked(call(0)), 0, 20));
 $deaf = [client($agent), client($agent)];
@@ -44,7 +44,7 @@ stream_socket_shutdown($deaf[1], STREAM_SHUT_WR);
 expect_idle($agent, 'with clients that hold something up');
 $half = $deaf = $client = null;
 
-// No descriptor is left for a client, and there is nobody to send away for it.
+// No descriptor is left for a client, and there is no other client to drop for it.
 expect_soon($before, $descriptors, 'descriptors once the clients are gone');
 allow_clients($agent, 0);
 $waiting = client($agent);

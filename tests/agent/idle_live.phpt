@@ -1,12 +1,9 @@
 --TEST--
-The bundled agent does not turn while no frames come, while an interface is down, and when it went away
+The bundled agent stays idle without frames, while an interface is down, and after it has gone
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
-needs_agent();
-require __DIR__ . '/client.inc';
-if (!own_network()) echo 'skip needs a network namespace of its own';
-?>
+needs_own_network();
 --FILE--
 <?php
 
@@ -20,7 +17,7 @@ ip('link add e0 type veth peer name e1');
 foreach (['e0', 'e1'] as $name) {
     ip("link set $name up addrgenmode none");
 }
-// What the kernel says of itself when an interface comes up is over.
+// Wait until the frames that the kernel itself sends when an interface comes up are over.
 $agent = bundled_agent();
 expect_soon(true, function () use ($agent) {
     $before = wake_ups($agent);

@@ -61,9 +61,13 @@ foreach ($rows as $index => $row) {
     }
 }
 
-// The loopback is up wherever this test runs: it carries it.
+// The loopback is up wherever this test runs, which needs it.
 $lo = interface_row($client, if_index('lo'), GET);
-expect_same([NO_ERROR, 'lo', 24, 1, 1], [$lo['status'], $lo['ifDescr'], $lo['ifType'], $lo['ifAdminStatus'], $lo['ifOperStatus']], 'lo');
+expect_same(
+    [NO_ERROR, 'lo', 24, 1, 1],
+    [$lo['status'], $lo['ifDescr'], $lo['ifType'], $lo['ifAdminStatus'], $lo['ifOperStatus']],
+    'lo',
+);
 
 // Counters are the kernel's of that moment, modulo 2^32: they lie between what it says before and after.
 $counters = [
@@ -89,7 +93,9 @@ $last = array_key_last($rows);
 $none = array_fill_keys(array_keys($lo), 0);
 $none = ['status' => NO_SUCH_NAME, 'ifDescr' => '', 'ifPhysAddress' => ''] + $none;
 $same = fn(array $row) => array_replace($none, $row);
-foreach ([[0, GET], [$last + 1000, GET], [-1, GET], [$last, GETNEXT], [0x7fffffff, GETNEXT], [1, 0], [1, 4], [1, -1]] as [$index, $mode]) {
+foreach ([
+    [0, GET], [$last + 1000, GET], [-1, GET], [$last, GETNEXT], [0x7fffffff, GETNEXT], [1, 0], [1, 4], [1, -1],
+] as [$index, $mode]) {
     expect_same($same([]), $same(interface_row($client, $index, $mode)), "row $index by mode $mode");
     expect_same(NO_SUCH_NAME, interface_row($client, $index, $mode)['status'], "status of row $index by mode $mode");
 }

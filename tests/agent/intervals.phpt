@@ -23,14 +23,50 @@ expect_soon(true, fn() => rmon_etherstats_get($link, 1)['etherStatsPkts'] > 0, '
 expect_same(NO_ERROR, start_row(fn(int $status) => rmon_event_set($link, 1, '', 2, '', '', $status)), 'event');
 expect_same(NO_ERROR, start_row(fn(int $status) => rmon_host_ctl_set($link, 1, 1, '', $status)), 'hosts');
 $history = fn(int $index, int $status) => rmon_history_ctl_set($link, $index, 1, 3600, 1, '', $status);
-$alarm = fn(int $index, int $status) => rmon_alarm_set($link, $index, 1, 'etherStatsPkts.1', 2, 1, 170, 0, 1, 0, '', $status);
-$art = fn(int $index, int $status) => rmon_art_ctl_set($link, $index, 1, 1, 10, 20, 50, 100, 200, 500, 1000, -1, '', $status);
+$alarm = fn(int $index, int $status) => rmon_alarm_set(
+    $link,
+    $index,
+    1,
+    'etherStatsPkts.1',
+    2,
+    1,
+    170,
+    0,
+    1,
+    0,
+    '',
+    $status,
+);
+$art = fn(int $index, int $status) => rmon_art_ctl_set(
+    $link,
+    $index,
+    1,
+    1,
+    10,
+    20,
+    50,
+    100,
+    200,
+    500,
+    1000,
+    -1,
+    '',
+    $status,
+);
 
 // Rows that become valid at ten different moments of a second.
 $rows = range(11, 20);
 $begun = [];
 foreach ($rows as $row) {
-    expect_same([NO_ERROR, NO_ERROR, NO_ERROR], [start_row(fn(int $status) => $history($row, $status)), start_row(fn(int $status) => $alarm($row, $status)), start_row(fn(int $status) => $art($row, $status))], "rows $row");
+    expect_same(
+        [NO_ERROR, NO_ERROR, NO_ERROR],
+        [
+            start_row(fn(int $status) => $history($row, $status)),
+            start_row(fn(int $status) => $alarm($row, $status)),
+            start_row(fn(int $status) => $art($row, $status)),
+        ],
+        "rows $row",
+    );
     $begun[$row] = rmon_art_ctl_get($link, $row)['artControlRptStartTime'];
     usleep(100000); // the next tenth of a second
 }
@@ -41,7 +77,11 @@ $samples = function (int $row) use ($link): array {
     $read = array_values(array_filter($read, fn(array $sample) => $sample['etherHistoryIndex'] === $row));
     $found = [];
     foreach (array_slice($read, 1) as $i => $next) {
-        $found[] = [$read[$i]['etherHistoryIntervalStart'], $next['etherHistoryIntervalStart'] - $read[$i]['etherHistoryIntervalStart'], (int) $read[$i]['etherHistoryPkts']];
+        $found[] = [
+            $read[$i]['etherHistoryIntervalStart'],
+            $next['etherHistoryIntervalStart'] - $read[$i]['etherHistoryIntervalStart'],
+            (int) $read[$i]['etherHistoryPkts'],
+        ];
     }
     return $found;
 };
@@ -68,7 +108,14 @@ expect_soon(true, function () use ($link, $rows) {
         expect_same(NO_ERROR, start_row(fn(int $status) => $set($row, $status)), "report $row");
         usleep(100000); // the next tenth of a second
     }
-    expect_soon(0, fn() => array_sum(array_map(fn(int $row) => rmon_hosttopn_ctl_get($link, $row)['hostTopNTimeRemaining'], $rows)), 'reports');
+    expect_soon(
+        0,
+        fn() => array_sum(array_map(
+            fn(int $row) => rmon_hosttopn_ctl_get($link, $row)['hostTopNTimeRemaining'],
+            $rows,
+        )),
+        'reports',
+    );
     $rates = array_map(fn(int $row) => (int) rmon_hosttopn_get($link, $row, 1)['hostTopNRate'], $rows);
     foreach ($rows as $row) {
         expect_same(NO_ERROR, $set($row, INVALID), "report $row goes");
@@ -76,7 +123,7 @@ expect_soon(true, function () use ($link, $rows) {
     return max($rates) < 125 && min($rates) > 75;
 }, 'reports of a second');
 
-/** Keeps the agent from its work for so many milliseconds. */
+/** Stops the agent for so many milliseconds. */
 $pause = function (int $milliseconds) use ($agent): void {
     proc_terminate($agent->process, 19); // SIGSTOP
     usleep($milliseconds * 1000); // how late it is then is what is tested
@@ -97,7 +144,7 @@ expect_soon(true, function () use ($pause, $samples) {
     return false;
 }, 'a late sample and a short one behind it');
 
-// A long pause is one long sample, and no growth that an alarm takes for one of a second.
+// A long pause is one long sample, and an alarm does not take its growth for that of a second.
 $pause(3300);
 expect_soon(true, fn() => array_filter($samples(11), fn(array $sample) => $sample[1] >= 300) !== [], 'a long sample');
 expect_soon(true, fn() => array_slice($samples(11), -1)[0][1] < 150, 'the one behind it');

@@ -17,7 +17,11 @@ $system = rmon_system_get($link);
 expect_same(php_uname('n'), $system['sysName'], 'the name');
 expect_same(0, rmon_system_set($link, 'operator', 'probe', 'rack 4'), 'set');
 $changed = rmon_system_get($link);
-expect_same(['operator', 'probe', 'rack 4'], [$changed['sysContact'], $changed['sysName'], $changed['sysLocation']], 'texts');
+expect_same(
+    ['operator', 'probe', 'rack 4'],
+    [$changed['sysContact'], $changed['sysName'], $changed['sysLocation']],
+    'texts',
+);
 expect_same($system['sysDescr'], $changed['sysDescr'], 'what no set gives stays');
 
 $walked = [];
@@ -42,7 +46,11 @@ expect_same(3, rmon_etherstats_get($link, 4000)['etherStatsStatus'], 'underCreat
 expect_same(false, $set(2) === 0, 'createRequest again');
 expect_same(0, $set(1), 'valid');
 $before = rmon_etherstats_get($link, 4000);
-expect_same(['the test', $lo, 1], [$before['etherStatsOwner'], $before['etherStatsDataSource'], $before['etherStatsStatus']], 'the row');
+expect_same(
+    ['the test', $lo, 1],
+    [$before['etherStatsOwner'], $before['etherStatsDataSource'], $before['etherStatsStatus']],
+    'the row',
+);
 for ($i = 0; $i < 50; $i++) {
     rmon_system_get($link); // over the loopback itself
 }

@@ -65,9 +65,16 @@ function template(int $id, array ...$fields): string
 $client = client($agent);
 $devices = function () use (&$link): array {
     $rows = rmon_nde_learned_dev_getbulk($link, [], 1000)['devices'];
-    return array_map(fn($row) => $row['numNdePkts'], array_combine(array_map(fn($row) => implode('.', $row['address']), $rows), $rows));
+    return array_map(
+        fn($row) => $row['numNdePkts'],
+        array_combine(array_map(fn($row) => implode('.', $row['address']), $rows), $rows),
+    );
 };
-$interfaces = fn(array $address) => array_column(rmon_nde_learned_dev_intf_getbulk($link, $address, -1, 2000)['interfaces'], 'dirFlag', 'ifIndex');
+$interfaces = fn(array $address) => array_column(
+    rmon_nde_learned_dev_intf_getbulk($link, $address, -1, 2000)['interfaces'],
+    'dirFlag',
+    'ifIndex',
+);
 
 // Version 5: packets are counted, interfaces noted with the directions of flows.
 $status = rmon_nde_learned_dev_status($link);
@@ -81,26 +88,54 @@ expect_same([0 => 2, 65535 => 1], $interfaces([127, 0, 0, 3]), 'interfaces of th
 expect_same([], $interfaces([127, 0, 0, 4]), 'interfaces of nobody');
 $row = rmon_nde_learned_dev_get($link, [127, 0, 0, 9])['devices'][0];
 $now = system_group($client)['sysUpTime'];
-expect_same(true, $row['timeLastNdePkt'] >= $status['startTime'] && $row['timeLastNdePkt'] <= $now, 'time of the last packet');
-expect_same([[127, 0, 0, 9]], array_column(rmon_nde_learned_dev_getnext($link, [127, 0, 0, 3])['devices'], 'address'), 'getnext');
+expect_same(
+    true,
+    $row['timeLastNdePkt'] >= $status['startTime'] && $row['timeLastNdePkt'] <= $now,
+    'time of the last packet',
+);
+expect_same(
+    [[127, 0, 0, 9]],
+    array_column(rmon_nde_learned_dev_getnext($link, [127, 0, 0, 3])['devices'], 'address'),
+    'getnext',
+);
 expect_same([], rmon_nde_learned_dev_getnext($link, [127, 0, 0, 9])['devices'], 'getnext at the end');
-expect_same([[127, 0, 0, 3]], array_column(rmon_nde_learned_dev_getnext($link, [255])['devices'], 'address'), 'a shorter address is before');
+expect_same(
+    [[127, 0, 0, 3]],
+    array_column(rmon_nde_learned_dev_getnext($link, [255])['devices'], 'address'),
+    'a shorter address is before',
+);
 expect_same([], rmon_nde_learned_dev_getnext($link, [0, 0, 0, 0, 0])['devices'], 'a longer address is behind');
-expect_same([['ifIndex' => 3, 'dirFlag' => 2]], rmon_nde_learned_dev_intf_getnext($link, [127, 0, 0, 9], 2)['interfaces'], 'the next interface');
+expect_same(
+    [['ifIndex' => 3, 'dirFlag' => 2]],
+    rmon_nde_learned_dev_intf_getnext($link, [127, 0, 0, 9], 2)['interfaces'],
+    'the next interface',
+);
 expect_same([], rmon_nde_learned_dev_intf_get($link, [127, 0, 0, 9], 4)['interfaces'], 'no such interface');
 
 // Version 9: data is read by the templates of its device and source.
 $template = template(256, [8, 4], [10, 2], [14, 4], [1, 3]);
-$data = flowset(256, "\1\1\1\1" . pack('nN', 11, 70000) . "\0\0\1" . "\1\1\1\1" . pack('nN', 12, 0xffffffff) . "\0\0\1\0\0");
+$data = flowset(
+    256,
+    "\1\1\1\1" . pack('nN', 11, 70000) . "\0\0\1" . "\1\1\1\1" . pack('nN', 12, 0xffffffff) . "\0\0\1\0\0",
+);
 export('127.0.0.4', version9(1, $data));
 expect_soon(1, fn() => $devices()['127.0.0.4'] ?? 0, 'data before its template');
-export('127.0.0.4', version9(1, flowset(0, $template . template(300, [10, 1], [8, 4]) . "\0\0\0\0")), version9(2, $data), version9(1, $data));
+export(
+    '127.0.0.4',
+    version9(1, flowset(0, $template . template(300, [10, 1], [8, 4]) . "\0\0\0\0")),
+    version9(2, $data),
+    version9(1, $data),
+);
 expect_soon(4, fn() => $devices()['127.0.0.4'], 'packets of version 9');
 expect_same([11 => 1, 12 => 1, 70000 => 2], $interfaces([127, 0, 0, 4]), 'interfaces of version 9');
 export('127.0.0.4', version9(1, flowset(1, 'options'), flowset(300, "\5abcd\6abcd")));
-expect_soon([5 => 1, 6 => 1, 11 => 1, 12 => 1, 70000 => 2], fn() => $interfaces([127, 0, 0, 4]), 'interfaces by another template');
+expect_soon(
+    [5 => 1, 6 => 1, 11 => 1, 12 => 1, 70000 => 2],
+    fn() => $interfaces([127, 0, 0, 4]),
+    'interfaces by another template',
+);
 
-// What is no packet counts for nothing; the last is good and tells that the others were taken.
+// What is not a packet counts for nothing; the last one is good and shows that the others were read.
 $before = $devices();
 $bad = ['', "\5", pack('n', 5), pack('n', 7) . str_repeat("\0", 70), substr(version5([1, 1]), 0, -1), version5(),
     version5(...array_fill(0, 31, [1, 1])), pack('nn', 5, 30) . str_repeat("\0", 100), substr(version9(1), 0, 19),
@@ -108,19 +143,26 @@ $bad = ['', "\5", pack('n', 5), pack('n', 7) . str_repeat("\0", 70), substr(vers
     version9(1, flowset(0, template(256, [1, 1], [2, 2]) . pack('nn', 257, 9))), version9(1, flowset(0, pack('nn', 255, 0)))];
 export('127.0.0.5', ...$bad);
 export('127.0.0.6', version9(1, flowset(0, template(256, [8, 0], [10, 0])), flowset(256, str_repeat('x', 1000))));
-export('127.0.0.6', version9(1, flowset(0, template(257, [10, 65535], [14, 65535], [14, 65535])), flowset(257, str_repeat('x', 1000))));
+export(
+    '127.0.0.6',
+    version9(1, flowset(0, template(257, [10, 65535], [14, 65535], [14, 65535])), flowset(257, str_repeat('x', 1000))),
+);
 $expected = $before + ['127.0.0.6' => 2];
 ksort($expected);
 expect_soon($expected, $devices, 'devices after bad packets');
 expect_same([], $interfaces([127, 0, 0, 6]), 'interfaces from senseless templates');
 
-// Tables have an end: who was not heard of for longest gives way.
+// Tables are bounded: the device that was silent for longest is dropped.
 for ($i = 0; $i < 20; $i++) {
     export('127.0.0.7', version5(...array_map(fn($n) => [$i * 60 + 2 * $n + 1, $i * 60 + 2 * $n + 2], range(0, 29))));
 }
 expect_soon(20, fn() => $devices()['127.0.0.7'] ?? 0, 'packets of a large device');
 $rows = $interfaces([127, 0, 0, 7]);
-expect_same([1000, 1200, false, true], [count($rows), array_key_last($rows), isset($rows[1]), isset($rows[1140])], 'its interfaces');
+expect_same(
+    [1000, 1200, false, true],
+    [count($rows), array_key_last($rows), isset($rows[1]), isset($rows[1140])],
+    'its interfaces',
+);
 for ($i = 0; $i < 1010; $i++) {
     export('127.0.' . (1 + $i % 250) . '.' . (1 + intdiv($i, 250)), version5([1, 2]));
     if ($i % 100 === 0) {
@@ -150,7 +192,13 @@ foreach ([[], [1, 2, 3], range(1, 15)] as $address) {
 expect_same(BAD_VALUE, rmon_nde_device_set($link, $a, "\n", 'x'), 'a community that can not be printed');
 expect_same(NO_SUCH_NAME, rmon_nde_device_del($link, [10, 1, 1, 6]), 'no device');
 $row = fn(array $address, string $name, string $community, int $flag)
-    => ['address' => $address, 'addressLength' => 4, 'deviceName' => $name, 'commString' => $community, 'flag' => $flag];
+    => [
+        'address' => $address,
+        'addressLength' => 4,
+        'deviceName' => $name,
+        'commString' => $community,
+        'flag' => $flag,
+    ];
 $configured = [$row($a, str_repeat('n', 80), str_repeat('p', 80), 0), $row([127, 0, 10, 5], 'router b', 'c', 1)];
 expect_same($configured, rmon_nde_device_getbulk($link, [], 10)['devices'], 'devices');
 expect_same([$configured[1]], rmon_nde_device_getnext($link, $a)['devices'], 'getnext');
@@ -174,9 +222,18 @@ $sources = function () use (&$link): array {
     );
 };
 $n = str_repeat('n', 80);
-$expected = [['10.1.1.5', 1, 'one', $n], ['10.1.1.5', 2, 'second', $n], ['10.1.1.5', 3, 'third', $n], ['127.0.10.5', 1, 'other', 'router b']];
+$expected = [
+    ['10.1.1.5', 1, 'one', $n],
+    ['10.1.1.5', 2, 'second', $n],
+    ['10.1.1.5', 3, 'third', $n],
+    ['127.0.10.5', 1, 'other', 'router b'],
+];
 expect_same($expected, $sources(), 'sources');
-expect_same(1, rmon_nde_datasrc_getnext($link, $a, 3)['datasrcs'][0]['datasrcIndex'], 'getnext goes on with the next device');
+expect_same(
+    1,
+    rmon_nde_datasrc_getnext($link, $a, 3)['datasrcs'][0]['datasrcIndex'],
+    'getnext goes on with the next device',
+);
 
 // Flow paths.
 foreach ([[2, 7, 1], [1, 5, 6], [1, 5, 2], [3, 0, 0]] as [$source, $in, $out]) {
@@ -197,19 +254,27 @@ expect_same(0, rmon_nde_flow_path_del($link, $a, 1, 5, 2), 'delete');
 expect_same(0, rmon_nde_datasrc_del($link, $a, 3), 'a source goes with its paths');
 expect_same([[1, 5, 6], [2, 7, 1]], $paths(), 'paths after that');
 
-// Addresses that claim too much, and operations that are none.
+// Addresses whose length is too large, and unknown operations.
 $head = fn(int $getType, int $count, int $operation, int $length) => i32($getType) . i32($count) . i32($operation) . str_repeat(u32(10), 16) . u32($length);
 $texts = str_repeat(u32(0), 160);
 foreach ([17, 0xffffffff] as $length) {
     expect_same(0, result_of(ask($client, 159, $head(GETNEXT, 1, 0, $length) . $texts . u32(0)))->u32(), 'devices');
-    expect_same(0, result_of(ask($client, 165, $head(GETNEXT, 1, 0, $length) . u32(0) . u32(0)))->u32(), 'learned devices');
+    expect_same(
+        0,
+        result_of(ask($client, 165, $head(GETNEXT, 1, 0, $length) . u32(0) . u32(0)))->u32(),
+        'learned devices',
+    );
     expect_same(BAD_VALUE, status_of(ask($client, 160, $head(0, 0, 1, $length) . $texts . u32(0))), 'set');
 }
 foreach ([0, 3, -1] as $operation) {
-    expect_same(BAD_VALUE, status_of(ask($client, 160, $head(0, 0, $operation, 4) . $texts . u32(0))), "operation $operation");
+    expect_same(
+        BAD_VALUE,
+        status_of(ask($client, 160, $head(0, 0, $operation, 4) . $texts . u32(0))),
+        "operation $operation",
+    );
 }
 
-// All that was set is there after a kill, the switch too.
+// All that was set is there after a kill, the switch included.
 end_agent($agent, 9);
 [$agent, $link] = started('127.0.1', $port);
 $configured[1]['flag'] = 0;
@@ -225,7 +290,11 @@ expect_same([[$expected[3]], []], [$sources(), $paths()], 'what is left');
 
 // A port in use; and without the option nothing can be learned.
 [$code, , $errors] = run(agent_program(), '--port', '0', '--netflow', (string) $port);
-expect_same([1, true], [$code, str_contains($errors, "cannot listen for NetFlow on 127.0.0.1 port $port: Address already in use\n")], 'a port in use');
+expect_same(
+    [1, true],
+    [$code, str_contains($errors, "cannot listen for NetFlow on 127.0.0.1 port $port: Address already in use\n")],
+    'a port in use',
+);
 $other = bundled_agent();
 
 expect_same(5, status_of(ask(client($other), 166)), 'enable without a port');

@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent reads captures with times beyond all clocks, headers that are cut, and types that are none
+The bundled agent reads captures with absurd times, truncated headers and unknown types
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -27,7 +27,10 @@ function new_capture_file(array $frames): string
 {
     $bytes = block(0x0a0d0d0a, pack('VvvP', 0x1a2b3c4d, 1, 0, -1)) . block(1, pack('vvVvvVV', 1, 0, 262144, 9, 1, 0, 0));
     foreach ($frames as [$time, $frame]) {
-        $bytes .= block(6, pack('VVVVV', 0, $time >> 32 & 0xffffffff, $time & 0xffffffff, strlen($frame), strlen($frame)) . $frame);
+        $bytes .= block(
+            6,
+            pack('VVVVV', 0, $time >> 32 & 0xffffffff, $time & 0xffffffff, strlen($frame), strlen($frame)) . $frame,
+        );
     }
     return file_of($bytes);
 }
@@ -69,7 +72,11 @@ foreach ([$far, $odd] as $file) {
             // Ethernet: the whole header, and the two types. 802.3: what is no type. The others count as neither.
             $packets = fn(int $index) => (int) (rmon_pdist_stats_get($link, 1, $index)['protocolDistStatsPkts'] ?? 0);
             $local = protocol_indexes($link);
-            expect_same([3, 1, 1, 0], array_map($packets, [1, 2, $local['arp'], $local['llc.bpdu']]), 'ether2, llc, arp, bpdu');
+            expect_same(
+                [3, 1, 1, 0],
+                array_map($packets, [1, 2, $local['arp'], $local['llc.bpdu']]),
+                'ether2, llc, arp, bpdu',
+            );
             expect_same(16, (int) rmon_pdist_stats_getothers($link, 1)['packets'], 'others');
             expect_same(18, (int) rmon_etherstats_get($link, 1)['etherStatsPkts'], 'frames');
         }

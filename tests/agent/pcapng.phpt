@@ -33,7 +33,7 @@ final class Blocks
         return $this->number($type, 32) . $length . $body . $length;
     }
 
-    /** Version 1.0, of a length that is not told. */
+    /** Version 1.0, of a length that is not given. */
     public function section(): string
     {
         return $this->block(
@@ -78,7 +78,11 @@ final class Blocks
 $directory = sys_get_temp_dir() . '/rmon-pcapng-' . getmypid();
 register_shutdown_function(fn() => [array_map(unlink(...), glob("$directory/*")), @rmdir($directory)]);
 
-$frame = fn(int $size): string => str_pad(ethernet(mac(1), mac(2), 0x0800, ip4('10.0.0.2', '10.0.0.1', 17, udp(1, 2))), $size, 'x');
+$frame = fn(int $size): string => str_pad(
+    ethernet(mac(1), mac(2), 0x0800, ip4('10.0.0.2', '10.0.0.1', 17, udp(1, 2))),
+    $size,
+    'x',
+);
 [$little, $big] = [new Blocks('little'), new Blocks('big')];
 $second = 1000000;
 $file = file_of(
@@ -102,7 +106,10 @@ for ($index = 0; ($row = rmon_ifentry_getnext($link, $index)) && $row['status'] 
     $names[$row['ifIndex']] = [$row['ifDescr'], $row['ifType']];
 }
 expect_same([
-    1 => ["$file#1 eth0", 6], 2 => ["$file#2", 6], 3 => ["$file#3", 1], 4 => ["$file#4", 6], 5 => ["$file#5", 6], 6 => [$plain, 6],
+    1 => ["$file#1 eth0", 6], 2 => ["$file#2", 6], 3 => ["$file#3", 1], 4 => ["$file#4", 6], 5 => ["$file#5", 6], 6 => [
+        $plain,
+        6,
+    ],
 ], $names, 'interfaces and their types');
 foreach ([1, 2, 4, 5] as $index) {
     foreach ([CREATE_REQUEST, VALID] as $status) {
@@ -111,14 +118,24 @@ foreach ([1, 2, 4, 5] as $index) {
     }
 }
 read_files($agent, 2);
-$counted = fn(int $index): array => array_map('intval', [rmon_etherstats_get($link, $index)['etherStatsPkts'], rmon_etherstats_get($link, $index)['etherStatsOctets']]);
+$counted = fn(int $index): array => array_map(
+    'intval',
+    [rmon_etherstats_get($link, $index)['etherStatsPkts'], rmon_etherstats_get($link, $index)['etherStatsOctets']],
+);
 expect_same(
     [[2, 504 + 204], [2, 1004 + 84], [1, 64], [2, 65 + 66], [1, 64]],
     array_map($counted, [1, 2, 4, 5, 6]),
     'frames and octets of the interfaces',
 );
 expect_same(NO_SUCH_NAME, rmon_etherstats_get($link, 3)['status'], 'a row of what is not Ethernet');
-expect_same(1, preg_match("#^rmon-agent: $file ended: 7 frames in \\d+\\.\\d{3} s, 1 skipped that are not Ethernet's\n#m", $agent->said()), $agent->said());
+expect_same(
+    1,
+    preg_match(
+        "#^rmon-agent: $file ended: 7 frames in \\d+\\.\\d{3} s, 1 skipped that are not Ethernet's\n#m",
+        $agent->said(),
+    ),
+    $agent->said(),
+);
 
 // Octets and times as they were recorded.
 $kept = function (int $index) use ($link, $directory): string {
@@ -127,7 +144,11 @@ $kept = function (int $index) use ($link, $directory): string {
 };
 $saved = fn(int $seconds, int $microseconds, string $bytes, ?int $length = null): string =>
     pack('VVVV', $seconds, $microseconds, strlen($bytes), $length ?? strlen($bytes)) . $bytes;
-expect_same(bin2hex($saved(1000, 0, $frame(64), 500) . $saved(0, 0, substr($frame(200), 0, 64), 200)), bin2hex($kept(1)), 'packets 1');
+expect_same(
+    bin2hex($saved(1000, 0, $frame(64), 500) . $saved(0, 0, substr($frame(200), 0, 64), 200)),
+    bin2hex($kept(1)),
+    'packets 1',
+);
 expect_same(bin2hex($saved(1001, 0, $frame(1000)) . $saved(1003, 7, $frame(80))), bin2hex($kept(2)), 'packets 2');
 expect_same(bin2hex($saved(5600, 123456, $frame(60))), bin2hex($kept(4)), 'packets 4');
 expect_same(bin2hex($saved(3000, 500000, $frame(61)) . $saved(3001, 0, $frame(62))), bin2hex($kept(5)), 'packets 5');
@@ -142,7 +163,7 @@ $client = client($agent);
 expect_soon(true, fn() => ether_row($client, 1)['Pkts'] >= 100, 'frames of a file that begins again');
 end_agent($agent);
 
-// Damage behind the first frame: it counts, the damage is told in a line, and it is the end.
+// Damage behind the first frame: the frame counts, one line reports the damage, and reading ends.
 $next = $little->frame(0, $second, $frame(60));
 $damaged = [
     'a header that is cut' => "\6\0\0",

@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent starts, says what is wrong in one line, and ends when it is told to
+The bundled agent starts, reports errors in one line, and ends when it is told to
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -15,7 +15,10 @@ $program = agent_program();
 
 [$code, $help, $errors] = run($program, '--help');
 expect_same([0, ''], [$code, $errors], 'help');
-foreach (['--listen', '--port', '--no-capture', '--read', '--speed', '--loop', '--hold', '--state', '--netflow', '--voice', '--interface', '--help', '9911', '127.0.0.1'] as $word) {
+foreach ([
+    '--listen', '--port', '--no-capture', '--read', '--speed', '--loop', '--hold', '--state', '--netflow', '--voice',
+    '--interface', '--help', '9911', '127.0.0.1',
+] as $word) {
     expect_same(true, str_contains($help, $word), "help names $word");
 }
 
@@ -33,7 +36,11 @@ $wrong = [
 ];
 foreach ($wrong as $case) {
     $message = array_shift($case);
-    expect_same([2, '', "rmon-agent: $message (--help lists the options)\n"], run($program, ...$case), implode(' ', $case));
+    expect_same(
+        [2, '', "rmon-agent: $message (--help lists the options)\n"],
+        run($program, ...$case),
+        implode(' ', $case),
+    );
 }
 
 // A port in use, and an address that is not this machine's.
@@ -47,7 +54,11 @@ expect_same([1, ''], [$code, $output], 'no address');
 expect_same(1, substr_count($errors, "\n"), 'lines about no address');
 
 // Only the loopback is listened on, unless another address is asked for.
-expect_same(true, @stream_socket_client("tcp://127.0.0.2:$agent->port", $code, $reason, 2) === false, 'another address');
+expect_same(
+    true,
+    @stream_socket_client("tcp://127.0.0.2:$agent->port", $code, $reason, 2) === false,
+    'another address',
+);
 
 // One line says where the statistics come from.
 expect_same(1, preg_match('/^rmon-agent: .*Ethernet statistics come from .*\n$/D', $agent->said()), 'what it says');
@@ -65,12 +76,16 @@ foreach ([15, 2] as $signal) {
     expect_same(0, end_agent($again), 'exit code of the next one');
 }
 
-// A terminal that closes ends nothing, and no setting changes.
+// A terminal that closes does not end the agent, and no setting changes.
 $agent = bundled_agent();
 $client = client($agent);
 expect_same(NO_ERROR, status_of(set_system($client, 'c', 'n', 'l')), 'set');
 proc_terminate($agent->process, 1);
-expect_soon(1, fn() => substr_count($agent->said(), "rmon-agent: SIGHUP: the settings stay as they are\n"), 'said of SIGHUP');
+expect_soon(
+    1,
+    fn() => substr_count($agent->said(), "rmon-agent: SIGHUP: the settings stay as they are\n"),
+    'said of SIGHUP',
+);
 expect_same('n', system_group($client)['sysName'], 'sysName after SIGHUP');
 expect_same(0, end_agent($agent), 'exit code after SIGHUP');
 

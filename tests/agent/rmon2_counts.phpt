@@ -25,7 +25,7 @@ $advertisement = fn(string $target, string $mac) => "\x88\0\0\0\x60\0\0\0" . ine
 $long = ip4(A, B, 17, udp(53, 40000, str_repeat('r', 1000)));
 $later = substr_replace($long, pack('n', 100), 6, 2); // a later fragment: no ports
 
-// The frames, how many of each; lengths with the check sequence are worked out at the side.
+// The frames, how many of each; lengths with the check sequence stand beside them.
 $frames = [
     [10, ethernet(mac(2), mac(1), 0x0800, ip4(A, B, 17, $query(58)))],                  // 104, domain, from A to B
     [7, ethernet(mac(1), mac(2), 0x0800, ip4(B, A, 17, udp(53, 40000, str_repeat('r', 158))))], // 204, domain, back
@@ -58,7 +58,11 @@ $name = array_flip($index);
 expect_same(NO_ERROR, start_row(fn(int $status) => rmon_pdist_ctl_set($link, 5, 1, 'me', $status)), 'distribution');
 expect_same(NO_ERROR, start_row(fn(int $status) => rmon_addrmap_ctl_set($link, 5, 1, 'me', $status)), 'address map');
 expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hlhost_ctl_set($link, 5, 1, -1, -1, 'me', $status)), 'hosts');
-expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hlmatrix_ctl_set($link, 5, 1, -1, -1, 'me', $status)), 'matrix');
+expect_same(
+    NO_ERROR,
+    start_row(fn(int $status) => rmon_hlmatrix_ctl_set($link, 5, 1, -1, -1, 'me', $status)),
+    'matrix',
+);
 foreach ([
     rmon_pdist_stats_getnext($link, 0, 0), rmon_addrmap_entry_getnext($link, 0, 0, [], 0),
     rmon_nlhost_getnext($link, 0, 0, 0, []), rmon_alhost_getnext($link, 0, 0, 0, [], 0),
@@ -83,7 +87,10 @@ $expected = [
 $rows = rmon_pdist_stats_getbulk($link, 0, 0, 1000);
 $got = [];
 foreach ($rows as $row) {
-    $got[$name[$row['protocolDirLocalIndex']]] = [(int) $row['protocolDistStatsPkts'], (int) $row['protocolDistStatsOctets']];
+    $got[$name[$row['protocolDirLocalIndex']]] = [
+        (int) $row['protocolDistStatsPkts'],
+        (int) $row['protocolDistStatsOctets'],
+    ];
     expect_same(rmon_pdir_byidx_get($link, $row['protocolDirLocalIndex'])['flags'], $row['pd_flags'], 'flags');
     expect_same($row, rmon_pdist_stats_get($link, 5, $row['protocolDirLocalIndex']), 'get');
 }
@@ -104,13 +111,25 @@ expect_same(false, rmon_pdist_stats_get($link, 5, $index['ip.tcp.telnet']), 'a p
 expect_same(false, rmon_pdist_stats_get($link, 6, $index['ip']), 'a row of no control row');
 
 // Of no known protocol: an unknown type, an unknown access point, and frames without a header.
-expect_same([0 => 0, 'status' => 0, 'packets' => 7.0, 'octets' => 5.0 * 64 + 2 * 12], rmon_pdist_stats_getothers($link, 5), 'others');
+expect_same(
+    [0 => 0, 'status' => 0, 'packets' => 7.0, 'octets' => 5.0 * 64 + 2 * 12],
+    rmon_pdist_stats_getothers($link, 5),
+    'others',
+);
 
-// A row that is made persistent shows without traffic, until it is no more.
-$persistent = fn(int $procedure, string $which) => status_of(ask($client, $procedure, i32(5) . i32($index[$which] ?? 0x7fffffff) . i32(1) . i32(1)));
+// A row that is made persistent is shown without traffic, for as long as it is persistent.
+$persistent = fn(int $procedure, string $which) => status_of(ask(
+    $client,
+    $procedure,
+    i32(5) . i32($index[$which] ?? 0x7fffffff) . i32(1) . i32(1),
+));
 expect_same(NO_SUCH_NAME, $persistent(176, 'ip.tcp.telnet'), 'not persistent yet');
 expect_same(NO_ERROR, $persistent(175, 'ip.tcp.telnet'), 'make persistent');
-expect_same(0.0, rmon_pdist_stats_get($link, 5, $index['ip.tcp.telnet'])['protocolDistStatsPkts'], 'a row without traffic');
+expect_same(
+    0.0,
+    rmon_pdist_stats_get($link, 5, $index['ip.tcp.telnet'])['protocolDistStatsPkts'],
+    'a row without traffic',
+);
 expect_same(NO_ERROR, $persistent(176, 'ip.tcp.telnet'), 'make nonpersistent');
 expect_same(false, rmon_pdist_stats_get($link, 5, $index['ip.tcp.telnet']), 'the row is gone');
 expect_same(NO_SUCH_NAME, $persistent(175, 'no protocol'), 'make no protocol persistent');
@@ -122,18 +141,37 @@ $expected = [
     [A6, 'ip6', mac(1)], [B6, 'ip6', mac(2)], ['fe80::77', 'ip6', mac(77)],
 ];
 $rows = rmon_addrmap_entry_getbulk($link, 0, 0, [], 0, 1000);
-$got = array_map(fn($row) => [address_text($row['addressMapNetworkAddress']), $name[$row['protocolDirLocalIndex']], pack('C*', ...$row['addressMapPhysicalAddress'])], $rows);
+$got = array_map(
+    fn($row) => [
+        address_text($row['addressMapNetworkAddress']),
+        $name[$row['protocolDirLocalIndex']],
+        pack('C*', ...$row['addressMapPhysicalAddress']),
+    ],
+    $rows,
+);
 expect_same($expected, $got, 'address map');
 $up_time = rmon_system_get($link)['sysUpTime'];
 for ($walked = [], $at = [0, [], 0]; $row = rmon_addrmap_entry_getnext($link, 0, ...$at);) {
     $walked[] = $row;
     $at = [$row['protocolDirLocalIndex'], $row['addressMapNetworkAddress'], $row['addressMapSource']];
     expect_same($row, rmon_addrmap_entry_get($link, 0, ...$at), 'get');
-    expect_same([1, true], [$row['addressMapSource'], $row['addressMapLastChange'] <= $up_time], 'source and last change');
+    expect_same(
+        [1, true],
+        [$row['addressMapSource'], $row['addressMapLastChange'] <= $up_time],
+        'source and last change',
+    );
 }
 expect_same($rows, $walked, 'walk of the address map');
-expect_same(false, rmon_addrmap_entry_get($link, 0, $index['ip'], address(GROUP), 1), 'a group has no physical address');
-expect_same(['status' => 0, 'addressMapInserts' => 7, 'addressMapDeletes' => 0, 'addressMapMaxDesiredEntries' => -1], array_slice(rmon_addrmap_scalars_get($link), 1), 'scalars');
+expect_same(
+    false,
+    rmon_addrmap_entry_get($link, 0, $index['ip'], address(GROUP), 1),
+    'a group has no physical address',
+);
+expect_same(
+    ['status' => 0, 'addressMapInserts' => 7, 'addressMapDeletes' => 0, 'addressMapMaxDesiredEntries' => -1],
+    array_slice(rmon_addrmap_scalars_get($link), 1),
+    'scalars',
+);
 
 // ---- Hosts ---------------------------------------------------------------------------------------
 
@@ -144,11 +182,18 @@ function host_counts(array $rows, string $layer): array
     $got = [];
     foreach ($rows as $row) {
         $key = address_text($row['nlHostAddress']) . ' ' . $name[$row['protocolDirLocalIndex2'] ?? $row['protocolDirLocalIndex']];
-        $got[$key] = array_map(fn($counter) => (int) $row[$layer . $counter], ['HostInPkts', 'HostOutPkts', 'HostInOctets', 'HostOutOctets']);
+        $got[$key] = array_map(
+            fn($counter) => (int) $row[$layer . $counter],
+            ['HostInPkts', 'HostOutPkts', 'HostInOctets', 'HostOutOctets'],
+        );
         if ($layer === 'nl') {
             $got[$key][] = (int) $row['nlHostOutMacNonUnicastPkts'];
         }
-        expect_same([0, true], [$row[$layer . 'HostTimeMark'], $row[$layer . 'HostCreateTime'] <= $up_time], "times of $key");
+        expect_same(
+            [0, true],
+            [$row[$layer . 'HostTimeMark'], $row[$layer . 'HostCreateTime'] <= $up_time],
+            "times of $key",
+        );
     }
     return $got;
 }
@@ -189,12 +234,25 @@ $rows = rmon_alhost_getbulk($link, 0, 0, 0, [], 0, 1000);
 expect_same($expected, host_counts($rows, 'al'), 'hosts of the application layer');
 for ($walked = [], $at = [0, 0, 0, [], 0]; $row = rmon_alhost_getnext($link, ...$at);) {
     $walked[] = $row;
-    $at = [$row['hlHostControlIndex'], 0, $row['protocolDirLocalIndex'], $row['nlHostAddress'], $row['protocolDirLocalIndex2']];
+    $at = [
+        $row['hlHostControlIndex'],
+        0,
+        $row['protocolDirLocalIndex'],
+        $row['nlHostAddress'],
+        $row['protocolDirLocalIndex2'],
+    ];
     expect_same($row, rmon_alhost_get($link, ...$at), 'get');
 }
 expect_same($rows, $walked, 'walk of the hosts by application');
 $control = rmon_hlhost_ctl_get($link, 5);
-expect_same([0, 6, 0, 0, 22, 0], array_map(fn($field) => $control["hlHostControl$field"], ['NlDroppedFrames', 'NlInserts', 'NlDeletes', 'AlDroppedFrames', 'AlInserts', 'AlDeletes']), 'counts of the hosts');
+expect_same(
+    [0, 6, 0, 0, 22, 0],
+    array_map(
+        fn($field) => $control["hlHostControl$field"],
+        ['NlDroppedFrames', 'NlInserts', 'NlDeletes', 'AlDroppedFrames', 'AlInserts', 'AlDeletes'],
+    ),
+    'counts of the hosts',
+);
 
 // ---- Matrix --------------------------------------------------------------------------------------
 
@@ -218,7 +276,13 @@ function walk_pairs(string $function, string $view, bool $applications): array
     $walked = [];
     for ($at = [0, 0, 0, [], [], ...($applications ? [0] : [])]; $row = ("{$function}_getnext")($link, ...$at);) {
         $walked[] = $row;
-        $at = [$row['hlMatrixControlIndex'], 0, $row['protocolDirLocalIndex'], $row["nlMatrix{$view}SourceAddress"], $row["nlMatrix{$view}DestAddress"]];
+        $at = [
+            $row['hlMatrixControlIndex'],
+            0,
+            $row['protocolDirLocalIndex'],
+            $row["nlMatrix{$view}SourceAddress"],
+            $row["nlMatrix{$view}DestAddress"],
+        ];
         if ($applications) {
             $at[] = $row['protocolDirLocalIndex2'];
         }
@@ -266,9 +330,21 @@ expect_same($expected, $got, 'pairs by application and destination');
 expect_same($rows, walk_pairs('rmon_almatrix_ds', 'DS', true), 'walk by application and destination');
 
 // An index need not be one of a row: the shorter address stands first, then the smaller one.
-expect_same(A, address_text(rmon_nlhost_getnext($link, 5, 0, $index['ip'], [255, 255, 255])['nlHostAddress']), 'behind a shorter address');
-expect_same(C, address_text(rmon_nlhost_getnext($link, 5, 0, $index['ip'], [10, 0, 0, 255])['nlHostAddress']), 'between addresses');
-expect_same(A6, address_text(rmon_nlhost_getnext($link, 5, 0, $index['ip'], array_fill(0, 255, 0))['nlHostAddress']), 'behind all addresses of a protocol');
+expect_same(
+    A,
+    address_text(rmon_nlhost_getnext($link, 5, 0, $index['ip'], [255, 255, 255])['nlHostAddress']),
+    'behind a shorter address',
+);
+expect_same(
+    C,
+    address_text(rmon_nlhost_getnext($link, 5, 0, $index['ip'], [10, 0, 0, 255])['nlHostAddress']),
+    'between addresses',
+);
+expect_same(
+    A6,
+    address_text(rmon_nlhost_getnext($link, 5, 0, $index['ip'], array_fill(0, 255, 0))['nlHostAddress']),
+    'behind all addresses of a protocol',
+);
 expect_same(false, rmon_nlhost_getnext($link, 5, 0, 0x7fffffff, []), 'behind all protocols');
 expect_same(false, rmon_nlhost_get($link, 5, 0, $index['ip'], [...address(A), 0]), 'an address that is longer');
 
@@ -276,14 +352,21 @@ expect_same(false, rmon_nlhost_get($link, 5, 0, $index['ip'], [...address(A), 0]
 $later = rmon_system_get($link)['sysUpTime'] + 1;
 expect_same(6, count(rmon_nlhost_getbulk($link, 0, 0, 0, [], 1000)), 'rows of any time');
 expect_same(false, rmon_nlhost_getbulk($link, 0, $later, 0, [], 1000), 'rows that changed later');
-expect_same(false, rmon_almatrix_ds_get($link, 5, $later, $index['ip'], address(A), address(B), $index['ip.tcp']), 'a row that changed later');
+expect_same(
+    false,
+    rmon_almatrix_ds_get($link, 5, $later, $index['ip'], address(A), address(B), $index['ip.tcp']),
+    'a row that changed later',
+);
 expect_same(false, rmon_addrmap_entry_getnext($link, $later, 0, [], 0), 'addresses that changed later');
 $created = rmon_nlhost_getnext($link, 0, 0, 0, [])['nlHostCreateTime'];
 $row = rmon_nlhost_getnext($link, 0, $created, 0, []);
 expect_same([$created, A], [$row['nlHostTimeMark'], address_text($row['nlHostAddress'])], 'rows that changed since');
 
-// A protocol that is not counted any more takes its rows along; one that goes counts as the one below.
-$off = fn(int $host, int $matrix, int $status) => rmon_pdir_set($link, ...[...protocol_key(1, 0x800, 17, 53), 'dns', 1, $host, $matrix, 3, '', $status]);
+// A protocol that is not counted any more loses its rows; one that is removed counts as the one below.
+$off = fn(int $host, int $matrix, int $status) => rmon_pdir_set(
+    $link,
+    ...[...protocol_key(1, 0x800, 17, 53), 'dns', 1, $host, $matrix, 3, '', $status],
+);
 expect_same(NO_ERROR, $off(2, 3, VALID), 'hosts of domain off');
 expect_same(20, count(rmon_alhost_getbulk($link, 0, 0, 0, [], 0, 1000)), 'hosts without domain');
 expect_same(14, count(rmon_almatrix_sd_getbulk($link, 0, 0, 0, [], [], 0, 1000)), 'the matrix is as it was');
@@ -291,7 +374,11 @@ expect_same(2, rmon_hlhost_ctl_get($link, 5)['hlHostControlAlDeletes'], 'deletes
 expect_same(NO_ERROR, $off(2, 2, INVALID), 'domain goes');
 expect_same(12, count(rmon_almatrix_sd_getbulk($link, 0, 0, 0, [], [], 0, 1000)), 'the matrix without domain');
 expect_same(false, rmon_pdist_stats_get($link, 5, $index['ip.udp.domain']), 'the distribution without domain');
-expect_same((float) $udp[0], rmon_pdist_stats_get($link, 5, $index['ip.udp'])['protocolDistStatsPkts'], 'packets of udp');
+expect_same(
+    (float) $udp[0],
+    rmon_pdist_stats_get($link, 5, $index['ip.udp'])['protocolDistStatsPkts'],
+    'packets of udp',
+);
 
 rmon_close($link);
 agent_done($agent);

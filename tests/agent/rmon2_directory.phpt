@@ -40,11 +40,18 @@ for ([$id, $parameters] = [[], []]; $row = rmon_pdir_getnext($link, $id, $parame
     $walked[$row['protocolDirDescr']] = $row;
 }
 expect_same($known, $walked, 'walk and getbulk');
-$ids = array_map(fn($row) => pack('n', count($row['protocolDirID'])) . pack('C*', ...$row['protocolDirID']), array_values($walked));
+$ids = array_map(
+    fn($row) => pack('n', count($row['protocolDirID'])) . pack('C*', ...$row['protocolDirID']),
+    array_values($walked),
+);
 $sorted = $ids;
 sort($sorted, SORT_STRING);
 expect_same($sorted, $ids, 'the order');
-expect_same(array_slice(array_values($known), 1, 5), rmon_pdir_getbulk($link, ...protocol_key(1), count: 5), 'five rows');
+expect_same(
+    array_slice(array_values($known), 1, 5),
+    rmon_pdir_getbulk($link, ...protocol_key(1), count: 5),
+    'five rows',
+);
 foreach ([0, -1] as $count) {
     expect_same(false, rmon_pdir_getbulk($link, [], [], $count), "$count rows");
 }
@@ -148,26 +155,50 @@ expect_same(BAD_VALUE, set_application($key, 'mine', CREATE_REQUEST), 'createReq
 expect_soon(true, fn() => rmon_system_get($link)['sysUpTime'] > $changed, 'a later time');
 expect_same(NO_ERROR, set_application($key, 'yours', UNDER_CREATION, owner: 'you'), 'underCreation');
 $row = rmon_pdir_get($link, ...$key);
-expect_same(['yours', 'you', UNDER_CREATION], [$row['protocolDirDescr'], $row['protocolDirOwner'], $row['protocolDirStatus']], 'the changed row');
+expect_same(
+    ['yours', 'you', UNDER_CREATION],
+    [$row['protocolDirDescr'], $row['protocolDirOwner'], $row['protocolDirStatus']],
+    'the changed row',
+);
 expect_same(true, rmon_pdir_lastchange_get($link) > $changed, 'last change, later');
 expect_same(NO_ERROR, set_application($key, 'yours', INVALID), 'invalid');
 expect_same(false, rmon_pdir_get($link, ...$key), 'the row that is gone');
 expect_same(NO_SUCH_NAME, rmon_pdir_byidx_get($link, $last)['status'], 'the row that is gone, by index');
 expect_same(NO_ERROR, set_application($key, 'mine', CREATE_REQUEST), 'createRequest again');
 $row = rmon_pdir_get($link, ...$key);
-expect_same([$last + 1, UNDER_CREATION], [$row['protocolDirLocalIndex'], $row['protocolDirStatus']], 'a new row has a new index');
+expect_same(
+    [$last + 1, UNDER_CREATION],
+    [$row['protocolDirLocalIndex'], $row['protocolDirStatus']],
+    'a new row has a new index',
+);
 
 // A whole stack of layers is made from below and removed from above.
 $type = protocol_key(1, 0x88b5);
-expect_same(NO_ERROR, start_row(fn(int $status) => rmon_pdir_set($link, ...[...$type, 'experiment', 1, 1, 1, 1, '', $status])), 'a network layer');
-expect_same(PDIR_FLAG_NETWORK | PDIR_FLAG_LEAF | PDIR_FLAG_EXTENSION, rmon_pdir_get($link, ...$type)['flags'], 'its flags');
-expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1, 0x800, 6), '', 1, 3, 3, 1, '', INVALID]), 'a protocol with others above it');
+expect_same(
+    NO_ERROR,
+    start_row(fn(int $status) => rmon_pdir_set($link, ...[...$type, 'experiment', 1, 1, 1, 1, '', $status])),
+    'a network layer',
+);
+expect_same(
+    PDIR_FLAG_NETWORK | PDIR_FLAG_LEAF | PDIR_FLAG_EXTENSION,
+    rmon_pdir_get($link, ...$type)['flags'],
+    'its flags',
+);
+expect_same(
+    BAD_VALUE,
+    rmon_pdir_set($link, ...[...protocol_key(1, 0x800, 6), '', 1, 3, 3, 1, '', INVALID]),
+    'a protocol with others above it',
+);
 expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1), '', 1, 1, 1, 1, '', INVALID]), 'a base layer');
-expect_same(BAD_VALUE, rmon_pdir_set($link, ...[...protocol_key(1), '', 1, 1, 1, 1, '', UNDER_CREATION]), 'a base layer under creation');
+expect_same(
+    BAD_VALUE,
+    rmon_pdir_set($link, ...[...protocol_key(1), '', 1, 1, 1, 1, '', UNDER_CREATION]),
+    'a base layer under creation',
+);
 expect_same(NO_ERROR, rmon_pdir_set($link, ...[...$type, '', 1, 1, 1, 1, '', INVALID]), 'the network layer goes');
 expect_same('ether2.arp', $known['ether2.arp']['protocolDirDescr'], 'the others stay');
 
-// Nothing is learned, so nothing of it goes.
+// Nothing is learned, so nothing is removed.
 $rows = rmon_pdir_getbulk($link, [], [], 10000);
 expect_same(NO_ERROR, status_of(ask($client, 169)), 'no learned rows');
 expect_same($rows, rmon_pdir_getbulk($link, [], [], 10000), 'all rows stay');

@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent counts a frame once that found no room, in the tables of hosts, pairs and addresses
+The bundled agent counts a frame as dropped once when the tables of hosts, pairs or addresses have no room for it
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -35,12 +35,28 @@ $link = module_link($agent);
 $sizes = [1 => [0, 0], 2 => [-1, 0], 3 => [0, -1], 4 => [-1, -1], 5 => [1, 1]];
 foreach ($sizes as $row => [$network, $application]) {
     foreach (['host', 'matrix'] as $table) {
-        expect_same(NO_ERROR, start_row(fn(int $status) => "rmon_hl{$table}_ctl_set"($link, $row, 1, $network, $application, '', $status)), "$table $row");
+        expect_same(
+            NO_ERROR,
+            start_row(fn(int $status) => "rmon_hl{$table}_ctl_set"(
+                $link,
+                $row,
+                1,
+                $network,
+                $application,
+                '',
+                $status,
+            )),
+            "$table $row",
+        );
     }
 }
 expect_same(NO_ERROR, rmon_addrmap_scalars_set($link, 0), 'no addresses');
 foreach ([1, 2] as $row) {
-    expect_same(NO_ERROR, start_row(fn(int $status) => rmon_addrmap_ctl_set($link, $row, 1, '', $status)), "addresses $row");
+    expect_same(
+        NO_ERROR,
+        start_row(fn(int $status) => rmon_addrmap_ctl_set($link, $row, 1, '', $status)),
+        "addresses $row",
+    );
 }
 
 read_files($agent);
@@ -50,13 +66,21 @@ $dropped = [1 => [$ip, $ip], 2 => [0, $ip], 3 => [$ip, 0], 4 => [0, 0], 5 => [0,
 foreach ($dropped as $row => $expected) {
     foreach (['hlhost' => 'hlHost', 'hlmatrix' => 'hlMatrix'] as $table => $prefix) {
         $control = "rmon_{$table}_ctl_get"($link, $row);
-        expect_same($expected, [$control["{$prefix}ControlNlDroppedFrames"], $control["{$prefix}ControlAlDroppedFrames"]], "$table $row");
+        expect_same(
+            $expected,
+            [$control["{$prefix}ControlNlDroppedFrames"], $control["{$prefix}ControlAlDroppedFrames"]],
+            "$table $row",
+        );
     }
 }
 foreach ([1, 2] as $row) {
     expect_same(5 + 3 + 1 + 2, rmon_addrmap_ctl_get($link, $row)['addressMapControlDroppedFrames'], "addresses $row");
 }
-expect_same([0, 0], array_slice(array_values(rmon_addrmap_scalars_get($link)), 2, 2), 'inserts and deletes of addresses');
+expect_same(
+    [0, 0],
+    array_slice(array_values(rmon_addrmap_scalars_get($link)), 2, 2),
+    'inserts and deletes of addresses',
+);
 
 agent_done($agent);
 --EXPECT--

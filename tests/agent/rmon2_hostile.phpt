@@ -13,7 +13,7 @@ require __DIR__ . '/client.inc';
 require __DIR__ . '/captures.inc';
 require __DIR__ . '/rmon2.inc';
 
-// Frames cut at every length, and bytes that make no sense.
+// Frames cut at every length, and random bytes.
 mt_srand(7);
 $option = "\x88\0\0\0\0\0\0\0" . inet_pton('fe80::9') . "\2\0" . str_repeat("\xff", 30);
 $models = [
@@ -51,7 +51,14 @@ foreach (rmon_pdist_stats_getbulk($link, 1, 0, 1000) as $row) {
 expect_same((float) count($list), $networks + rmon_pdist_stats_getothers($link, 1)['packets'], 'hostile frames');
 $walk = 0;
 for ($at = [0, 0, 0, [], [], 0]; $row = rmon_almatrix_sd_getnext($link, ...$at); $walk++) {
-    $at = [$row['hlMatrixControlIndex'], 0, $row['protocolDirLocalIndex'], $row['nlMatrixSDSourceAddress'], $row['nlMatrixSDDestAddress'], $row['protocolDirLocalIndex2']];
+    $at = [
+        $row['hlMatrixControlIndex'],
+        0,
+        $row['protocolDirLocalIndex'],
+        $row['nlMatrixSDSourceAddress'],
+        $row['nlMatrixSDDestAddress'],
+        $row['protocolDirLocalIndex2'],
+    ];
 }
 expect_same(count(rmon_almatrix_ds_getbulk($link, 0, 0, 0, [], [], 0, 10000)), $walk, 'pairs of hostile frames');
 

@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent says which rows count nothing where it does not capture
+The bundled agent names the rows that count nothing because it does not capture
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -34,13 +34,19 @@ function counting_rows(mixed $link, int $source): array
     ];
 }
 
-foreach (['--no-capture' => bundled_agent('--no-capture'), 'a file' => reading_agent([capture_file([])], '--no-capture')] as $how => $agent) {
+foreach ([
+    '--no-capture' => bundled_agent('--no-capture'), 'a file' => reading_agent([capture_file([])], '--no-capture'),
+] as $how => $agent) {
     $link = module_link($agent);
     $counts = $how === 'a file';
     expect_same(NO_ERROR, start_row(fn(int $status) => dsmon_aggctl_set($link, 3, '', '', $status)), 'profile');
-    // What the kernel counts is no reason to complain.
+    // Rows that the kernel counts for are not reported.
     expect_same(NO_ERROR, start_row(fn(int $status) => rmon_etherstats_set($link, 9, 1, '', $status)), 'statistics');
-    expect_same(NO_ERROR, start_row(fn(int $status) => rmon_history_ctl_set($link, 9, 1, 5, 5, '', $status)), 'history');
+    expect_same(
+        NO_ERROR,
+        start_row(fn(int $status) => rmon_history_ctl_set($link, 9, 1, 5, 5, '', $status)),
+        'history',
+    );
     expect_same(false, str_contains($agent->said(), 'counts nothing'), "$how: said at the start");
     $said = [];
     foreach (counting_rows($link, 1) as $table => $set) {

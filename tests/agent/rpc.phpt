@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent answers calls, good and bad, as RPC says
+The bundled agent answers calls, good and bad, as RPC requires
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -26,8 +26,8 @@ function exchange(string $record): string
 expect_same(answer(ACCEPTED, i32(0)), ask($client, 0), 'procedure 0');
 expect_same(answer(ACCEPTED, i32(0), 0xfedcba98), exchange(marked(call(0, xid: 0xfedcba98))), 'high transaction');
 
-// Served is each procedure of which there is a stub, and nothing else. Calls without arguments change
-// nothing of note, and those that want some refuse them.
+// Each procedure of which there is a stub is served, and nothing else. Calls without arguments change nothing
+// that matters, and procedures that need arguments refuse them.
 preg_match_all('/ procedure<\s*(\d+),/', file_get_contents(__DIR__ . '/../../rmon/rpc/rmonrpc_clnt.h'), $stubs);
 $stubs = array_map(intval(...), $stubs[1]);
 $status = fn(string $reply) => unpack('N', $reply, 20)[1];
@@ -55,7 +55,7 @@ expect_same(answer(GARBAGE_ARGS), ask($client, 3), 'no key');
 expect_same(answer(GARBAGE_ARGS), ask($client, 2, text('') . u32(0) . text(str_repeat('x', 256))), 'a text of 256');
 expect_same(answer(GARBAGE_ARGS), ask($client, 2, u32(0xffffffff)), 'a text of 4 GiB');
 expect_same(answer(GARBAGE_ARGS), ask($client, 2, u32(255) . 'short'), 'a text that ends early');
-// What comes behind the arguments is passed over.
+// What follows the arguments is ignored.
 expect_same(answer(ACCEPTED, i32(0)), ask($client, 0, text('more than asked for')), 'bytes behind the arguments');
 
 // Credentials of the common kind, with a verifier, are accepted; others are not.
@@ -102,8 +102,10 @@ stream_socket_shutdown($half, STREAM_SHUT_WR);
 expect_same(answer(ACCEPTED, i32(0)), message_from($half), 'answer after a half close');
 expect_same(true, hung_up($half), 'the connection is closed after that');
 
-// What is no call has no answer; its sender is hung up on.
-foreach (['', 'abc', u32(1) . u32(1), answer(ACCEPTED), call(0, auth: ''), call(0, auth: u32(0) . u32(8))] as $i => $junk) {
+// What is not a call has no answer; the agent closes the connection.
+foreach ([
+    '', 'abc', u32(1) . u32(1), answer(ACCEPTED), call(0, auth: ''), call(0, auth: u32(0) . u32(8)),
+] as $i => $junk) {
     $other = client($agent);
     fwrite($other, marked($junk));
     expect_same(true, hung_up($other), "hung up on message $i");

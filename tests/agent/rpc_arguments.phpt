@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent answers every procedure as RPC says, whatever its arguments are
+The bundled agent answers every procedure as RPC requires, whatever its arguments are
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -16,7 +16,14 @@ require __DIR__ . '/captures.inc';
 const LAST_PROCEDURE = 210;
 
 $frame = ethernet(mac(2), mac(1), 0x0800, ip4('10.0.0.1', '10.0.0.2', 17, udp(1000, 53, "\0\1\1\0")));
-$agent = bundled_agent('--read', capture_file([[1.0, $frame]]), '--netflow', '0', '--voice', __DIR__ . '/../../agent/voice.ini');
+$agent = bundled_agent(
+    '--read',
+    capture_file([[1.0, $frame]]),
+    '--netflow',
+    '0',
+    '--voice',
+    __DIR__ . '/../../agent/voice.ini',
+);
 $client = client($agent);
 
 /** Kilobytes that the agent has at most so far; 0 in a build with sanitizers, whose own memory is no measure. */
@@ -29,7 +36,13 @@ $most_memory = function () use ($agent): int {
 $memory = $most_memory();
 
 mt_srand(5531);
-$arguments = ['', u32(0xffffffff), str_repeat(u32(0xffffffff), 200), str_repeat(u32(0x80000000), 200), str_repeat("\0", 800)];
+$arguments = [
+    '',
+    u32(0xffffffff),
+    str_repeat(u32(0xffffffff), 200),
+    str_repeat(u32(0x80000000), 200),
+    str_repeat("\0", 800),
+];
 foreach ([1, 2, 3, 4, 5, 6, 16, 255, 256, 65535] as $unit) {
     $arguments[] = str_repeat(u32($unit), 200);
 }

@@ -32,7 +32,11 @@ function told(callable $set, mixed ...$arguments): mixed
 $config = rmon_get_ipconfig($link);
 expect_same([0, 0], [$config['status'], $config['ipInterface']], 'the main interface');
 $fields = result_of(ask($client = client($agent), 62, i32($lo)));
-expect_same([0, ip2long('127.0.0.1'), ip2long('255.0.0.0')], [$fields->i32(), swapped($fields->u32()), swapped($fields->u32())], 'the loopback');
+expect_same(
+    [0, ip2long('127.0.0.1'), ip2long('255.0.0.0')],
+    [$fields->i32(), swapped($fields->u32()), swapped($fields->u32())],
+    'the loopback',
+);
 expect_same(2, result_of(ask($client, 62, i32(123456)))->i32(), 'no interface');
 expect_same(2, result_of(ask($client, 62, i32(-1)))->i32(), 'no interface either');
 $fields = result_of(ask($client, 64));
@@ -47,7 +51,11 @@ function swapped(int $word): int
 
 // Addresses.
 expect_same(0, told(rmon_set_ipconfig(...), '10.1.2.3', '255.255.255.0', '10.1.2.255', '10.1.2.1'), 'addresses');
-expect_same(0, told(rmon_set_ipconfig(...), '10.9.2.3', '255.255.255.255', '0.0.0.0', '0.0.0.0', $lo), "an interface's addresses");
+expect_same(
+    0,
+    told(rmon_set_ipconfig(...), '10.9.2.3', '255.255.255.255', '0.0.0.0', '0.0.0.0', $lo),
+    "an interface's addresses",
+);
 $nonsense = [
     ['0.0.0.0', '255.255.255.0', '10.1.2.255', '10.1.2.1'], ['224.0.0.1', '255.255.255.0', '10.1.2.255', '10.1.2.1'],
     ['255.255.255.255', '0.0.0.0', '0.0.0.0', '0.0.0.0'], ['10.1.2.3', '255.0.255.0', '10.1.2.255', '10.1.2.1'],
@@ -56,14 +64,27 @@ $nonsense = [
 foreach ($nonsense as $words) {
     expect_same(BAD_VALUE, told(rmon_set_ipconfig(...), ...$words), implode(' ', $words));
 }
-expect_same(NO_SUCH_NAME, told(rmon_set_ipconfig(...), '10.1.2.3', '255.255.255.0', '10.1.2.255', '10.1.2.1', 99999), 'no interface');
+expect_same(
+    NO_SUCH_NAME,
+    told(rmon_set_ipconfig(...), '10.1.2.3', '255.255.255.0', '10.1.2.255', '10.1.2.1', 99999),
+    'no interface',
+);
 $config = rmon_get_ipconfig($link);
 unset($config[0]);
-$expected = ['status' => 0, 'ipAddress' => '10.1.2.3', 'ipNetmask' => '255.255.255.0', 'ipBroadcast' => '10.1.2.255', 'ipGateway' => '10.1.2.1', 'ipInterface' => 0];
+$expected = [
+    'status' => 0,
+    'ipAddress' => '10.1.2.3',
+    'ipNetmask' => '255.255.255.0',
+    'ipBroadcast' => '10.1.2.255',
+    'ipGateway' => '10.1.2.1',
+    'ipInterface' => 0,
+];
 expect_same($expected, $config, 'the addresses');
 
 // Host name and resolvers.
-foreach (['', '-a', 'a-', 'a..b', '.a', 'a.', 'a b', "a\n", 'ä', str_repeat('a', 64), implode('.', array_fill(0, 85, 'ab'))] as $name) {
+foreach ([
+    '', '-a', 'a-', 'a..b', '.a', 'a.', 'a b', "a\n", 'ä', str_repeat('a', 64), implode('.', array_fill(0, 85, 'ab')),
+] as $name) {
     expect_same(BAD_VALUE, told(rmon_set_hostname(...), $name), "host name '$name'");
 }
 foreach (['a', '1', 'a-b.c1.example', str_repeat('a', 63), 'probe.example'] as $name) {
@@ -114,14 +135,28 @@ $rows = walk(fn($at) => rmon_trapdest_getnext($link, $at), 'trapDestIndex');
 foreach ([0, 5, 6, -1] as $status) {
     expect_same(BAD_VALUE, $set(7, 'public', 1, [10, 0, 0, 5, 0, 162], 'me', $status), "status $status");
 }
-expect_same(BAD_VALUE, $set(7, 'public', 1, [10, 0, 0, 5, 0, 162], 'me', CREATE_REQUEST), 'createRequest for a row that is there');
+expect_same(
+    BAD_VALUE,
+    $set(7, 'public', 1, [10, 0, 0, 5, 0, 162], 'me', CREATE_REQUEST),
+    'createRequest for a row that is there',
+);
 expect_same(0, start_row(fn(int $status) => $set(9, 'public', 1, [10, 0, 0, 6, 0, 162], 'me', $status)), 'a third');
 expect_same(0, $set(9, '', 0, [], '', INVALID), 'invalid');
 expect_same(NO_SUCH_NAME, $set(9, '', 0, [], '', INVALID), 'invalid again');
 $rows = walk(fn($at) => rmon_trapdest_getnext($link, $at), 'trapDestIndex');
 expect_same(UNDER_CREATION, $rows[3]['trapDestStatus'], 'the status of one that waits');
 expect_same([3, 7], array_keys($rows), 'destinations');
-expect_same([[10, 0, 0, 5, 0, 162], 'public', 1, 'me', VALID], [$rows[7]['trapDestAddress'], $rows[7]['trapDestCommunity'], $rows[7]['trapDestProtocol'], $rows[7]['trapDestOwner'], $rows[7]['trapDestStatus']], 'a destination');
+expect_same(
+    [[10, 0, 0, 5, 0, 162], 'public', 1, 'me', VALID],
+    [
+        $rows[7]['trapDestAddress'],
+        $rows[7]['trapDestCommunity'],
+        $rows[7]['trapDestProtocol'],
+        $rows[7]['trapDestOwner'],
+        $rows[7]['trapDestStatus'],
+    ],
+    'a destination',
+);
 
 // Variables.
 expect_same(1, rmon_get_mib_var($link, "etherStatsIndex.1") ?: 1, 'a variable');
@@ -131,7 +166,10 @@ expect_same(24, rmon_get_mib_var($link, ".1.3.6.1.2.1.2.2.1.3.$lo"), 'a variable
 expect_same(true, rmon_get_mib_var($link, 'sysUpTime.0') >= 0, 'a scalar');
 $pkts = rmon_get_mib_var($link, "etherStatsPkts.$lo");
 expect_same(true, $pkts > 0 && rmon_get_mib_var($link, "etherStatsPkts.$lo") > $pkts, 'a counter');
-foreach (['', '.', 'sysUpTime', 'sysUpTime.1', 'sysUpTime.', 'sysUpTime.-1', 'ifIndex.99999', 'ifIndex', "ifIndex.$lo.1", 'ifindex.1', "ifIndex. $lo", '1.3.6.1', '1.3.6.1.2.1.2.2.1.3', str_repeat('1.', 5000), 'ifIndex.4294967297'] as $name) {
+foreach ([
+    '', '.', 'sysUpTime', 'sysUpTime.1', 'sysUpTime.', 'sysUpTime.-1', 'ifIndex.99999', 'ifIndex', "ifIndex.$lo.1",
+    'ifindex.1', "ifIndex. $lo", '1.3.6.1', '1.3.6.1.2.1.2.2.1.3', str_repeat('1.', 5000), 'ifIndex.4294967297',
+] as $name) {
     expect_same(false, rmon_get_mib_var($link, $name), "variable '$name'");
 }
 
@@ -143,13 +181,24 @@ $agent = bundled_agent('--state', $directory);
 ini_set('rmon.default_port', (string) $agent->port);
 $link = rmon_connect('127.0.1');
 $rows = walk(fn($at) => rmon_trapdest_getnext($link, $at), 'trapDestIndex');
-expect_same($before, [rmon_get_ipconfig($link), rmon_get_resolvers($link), rmon_community_getbulk($link, '', 2000), $rows], 'all after a kill');
+expect_same(
+    $before,
+    [rmon_get_ipconfig($link), rmon_get_resolvers($link), rmon_community_getbulk($link, '', 2000), $rows],
+    'all after a kill',
+);
 $fields = result_of(ask(client($agent), 64));
 expect_same([0, 'probe.example'], [$fields->i32(), $fields->text()], 'the host name after a kill');
-expect_same(ip2long('10.9.2.3'), swapped(unpack('N2', (string) substr(ask(client($agent), 62, i32($lo)), 24))[2]), "the interface's address after a kill");
+expect_same(
+    ip2long('10.9.2.3'),
+    swapped(unpack('N2', (string) substr(ask(client($agent), 62, i32($lo)), 24))[2]),
+    "the interface's address after a kill",
+);
 
 // The other machines of an appliance: none is here. What was set is kept, unless the directory is gone.
-$rest = fn() => array_map(fn(int $procedure) => status_of(ask(client($agent), $procedure, $procedure === 158 ? key2($lo, GET) : '')), [158, 183, 203, 204]);
+$rest = fn() => array_map(
+    fn(int $procedure) => status_of(ask(client($agent), $procedure, $procedure === 158 ? key2($lo, GET) : '')),
+    [158, 183, 203, 204],
+);
 expect_same([NO_SUCH_NAME, 0, 5, 5], $rest(), 'data port, data sync, new address, time');
 array_map(unlink(...), glob("$directory/*"));
 rmdir($directory);

@@ -99,7 +99,19 @@ foreach ([5, 12] as $control) {
         $expected[] = [$control, ...$vlan];
     }
 }
-expect_same($expected, met(fn(int $at, int $of) => rmon_vlan_getnext($link, $at, $of), 'smonVlanStatsControlIndex', 'smonVlanIdStatsId', 'smonVlanIdStatsTotalPkts', 'smonVlanIdStatsTotalOctets', 'smonVlanIdStatsNUcastPkts', 'smonVlanIdStatsNUcastOctets'), 'VLANs');
+expect_same(
+    $expected,
+    met(
+        fn(int $at, int $of) => rmon_vlan_getnext($link, $at, $of),
+        'smonVlanStatsControlIndex',
+        'smonVlanIdStatsId',
+        'smonVlanIdStatsTotalPkts',
+        'smonVlanIdStatsTotalOctets',
+        'smonVlanIdStatsNUcastPkts',
+        'smonVlanIdStatsNUcastOctets',
+    ),
+    'VLANs',
+);
 $created = rmon_vlan_get($link, 5, 100)['smonVlanIdStatsCreateTime'];
 expect_same(true, $created >= $before && $created <= $after, "time of the first frame: $created of $before to $after");
 foreach ([[5, 1], [5, -1], [5, 4095], [5, 70000], [9, 100], [6, 100]] as [$control, $vlan]) {
@@ -115,15 +127,33 @@ foreach ([5, 12] as $control) {
         $expected[] = [$control, ...$priority];
     }
 }
-expect_same($expected, met(fn(int $at, int $of) => rmon_prio_getnext($link, $at, $of), 'smonPrioStatsControlIndex', 'smonPrioStatsId', 'smonPrioStatsPkts', 'smonPrioStatsOctets'), 'priorities');
+expect_same(
+    $expected,
+    met(
+        fn(int $at, int $of) => rmon_prio_getnext($link, $at, $of),
+        'smonPrioStatsControlIndex',
+        'smonPrioStatsId',
+        'smonPrioStatsPkts',
+        'smonPrioStatsOctets',
+    ),
+    'priorities',
+);
 foreach ([[5, 2], [5, -1], [5, 8], [9, 5]] as [$control, $priority]) {
-    expect_same(NO_SUCH_NAME, rmon_prio_get($link, $control, $priority)['status'], "priority $priority of row $control");
+    expect_same(
+        NO_SUCH_NAME,
+        rmon_prio_get($link, $control, $priority)['status'],
+        "priority $priority of row $control",
+    );
 }
 
 // A row that begins anew has counted nothing; one that is removed is gone.
 expect_same(NO_ERROR, rmon_vlan_ctl_set($link, 5, 1, 'me', UNDER_CREATION), 'underCreation');
 expect_same(NO_ERROR, rmon_vlan_ctl_set($link, 5, 1, 'me', VALID), 'valid once more');
-expect_same([12, 0], [rmon_vlan_getnext($link, 0, 0)['smonVlanStatsControlIndex'], rmon_vlan_getnext($link, 0, 0)['smonVlanIdStatsId']], 'the first VLAN');
+expect_same(
+    [12, 0],
+    [rmon_vlan_getnext($link, 0, 0)['smonVlanStatsControlIndex'], rmon_vlan_getnext($link, 0, 0)['smonVlanIdStatsId']],
+    'the first VLAN',
+);
 expect_same(NO_ERROR, rmon_prio_ctl_set($link, 12, 1, '', INVALID), 'invalid');
 expect_same(NO_SUCH_NAME, rmon_prio_get($link, 12, 5)['status'], 'a priority of a removed row');
 

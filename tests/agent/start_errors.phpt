@@ -47,8 +47,11 @@ foreach ($wrong as $case) {
     [$code, $output, $errors] = run(agent_program(), '--port', '0', ...$options);
     $what = implode(' ', $options);
     expect_same([$expected, ''], [$code, $output], "exit code and output of $what");
-    // Where the statistics come from may be told before.
-    $lines = preg_grep('/^rmon-agent: (?!(no right to capture|Ethernet statistics come from))/', explode("\n", $errors));
+    // A line about where the statistics come from may stand before.
+    $lines = preg_grep(
+        '/^rmon-agent: (?!(no right to capture|Ethernet statistics come from))/',
+        explode("\n", $errors),
+    );
     $pattern = '/^rmon-agent: ' . str_replace('%', '.+', preg_quote($message, '/')) . '$/D';
     if (count($lines) !== 1 || !preg_match($pattern, end($lines)) || substr_count($errors, "\n") > 2) {
         fail("said of $what, not \"$message\":", $errors);
@@ -63,8 +66,16 @@ foreach (array_unique($options[1]) as $option) {
     expect_same(1, preg_match("/^  $option /m", $help), "help on $option");
 }
 
-// A capture file is no reason to need the right to capture; without both, the kernel counts.
-$start = fn(string ...$options) => ['setpriv', '--bounding-set=-net_raw', '--inh-caps=-net_raw', agent_program(), '--port', '0', ...$options];
+// A capture file needs no right to capture; without both, the kernel's counters are used.
+$start = fn(string ...$options) => [
+    'setpriv',
+    '--bounding-set=-net_raw',
+    '--inh-caps=-net_raw',
+    agent_program(),
+    '--port',
+    '0',
+    ...$options,
+];
 foreach ([
     'no right to capture (CAP_NET_RAW): Ethernet statistics come from the kernel\'s counters' => [],
     'Ethernet statistics come from the kernel\'s counters' => ['--no-capture'],

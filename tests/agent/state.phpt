@@ -1,5 +1,5 @@
 --TEST--
-What is set in the bundled agent survives a restart and a kill at any moment
+Settings of the bundled agent survive a restart, and a kill at any moment
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -50,7 +50,11 @@ foreach ([15, 9] as $signal) {
     $agent = started();
     $client = client($agent);
     $texts = system_group($client);
-    expect_same(['contact', 'name', 'location'], [$texts['sysContact'], $texts['sysName'], $texts['sysLocation']], 'texts');
+    expect_same(
+        ['contact', 'name', 'location'],
+        [$texts['sysContact'], $texts['sysName'], $texts['sysLocation']],
+        'texts',
+    );
     $rows = array_map(
         fn($row) => [$row['DataSource'], $row['Owner'], $row['Status']],
         walk(fn($at) => ether_row($client, $at, GETNEXT), 'Index'),
@@ -60,7 +64,7 @@ foreach ([15, 9] as $signal) {
     expect_same([...array_diff($own, [$lo]), 40000, 40001], array_keys($rows), 'the rows');
 }
 
-// Killed in the midst of sets: what was answered is there, and nothing that was not sent.
+// Killed in the middle of sets: what was answered is there, and nothing that was not sent.
 for ($round = 0; $round < 8; $round++) {
     $sent = 0;
     $answered = 0;
@@ -68,7 +72,15 @@ for ($round = 0; $round < 8; $round++) {
     $limit = microtime(true) + PATIENCE;
     while (microtime(true) < $limit) {
         $sent++;
-        $request = record(u: text(''), t: u32(0), c: text("c$sent"), n: text("n$round"), l: text(''), o: text(''), s: i32(0));
+        $request = record(
+            u: text(''),
+            t: u32(0),
+            c: text("c$sent"),
+            n: text("n$round"),
+            l: text(''),
+            o: text(''),
+            s: i32(0),
+        );
         if (@fwrite($client, marked(call(2, $request))) === false || message_from($client) === '') {
             break;
         }
@@ -87,7 +99,7 @@ for ($round = 0; $round < 8; $round++) {
     }
 }
 
-// A new file that was not finished is nobody's; a damaged one ends the start, and stays as it is.
+// A new file that was not finished is ignored; a damaged one keeps the agent from starting, and stays as it is.
 end_agent($agent, 9);
 file_put_contents("$directory/settings.new", 'half');
 $agent = started();
@@ -123,7 +135,7 @@ foreach ($damaged as [$line, $text]) {
 }
 file_put_contents("$directory/settings", $file);
 
-// A directory that can't be.
+// A directory that can't be used.
 [$code, , $errors] = run(agent_program(), '--port', '0', '--state', "$directory/settings/x");
 expect_same([1, 1], [$code, substr_count($errors, 'Not a directory')], 'no directory');
 

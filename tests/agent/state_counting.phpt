@@ -14,7 +14,13 @@ require __DIR__ . '/captures.inc';
 
 $directory = sys_get_temp_dir() . '/rmon-agent-state-' . getmypid();
 register_shutdown_function(fn() => [array_map(unlink(...), glob("$directory/*")), @rmdir($directory)]);
-$frame = ethernet(mac(2), mac(1), 0x0800, ip4('10.0.0.1', '10.0.0.2', 17, udp(1, 2, str_repeat('x', 100)), 46), 5 << 13 | 7);
+$frame = ethernet(
+    mac(2),
+    mac(1),
+    0x0800,
+    ip4('10.0.0.1', '10.0.0.2', 17, udp(1, 2, str_repeat('x', 100)), 46),
+    5 << 13 | 7,
+);
 $file = capture_file([[1.0, $frame], [1.1, $frame], [1.2, $frame]]);
 
 $agent = reading_agent([$file], '--state', $directory);
@@ -48,10 +54,18 @@ function settings(mixed $link): array
         dsmon_aggctl_locked($link), dsmon_aggprofs_get($link, 3), dsmon_aggprofs_get($link, 4),
         dsmon_aggrp_get($link, 3, 0), dsmon_aggrp_get($link, 3, 2),
     ];
-    foreach (['dsmon_aggctl' => [3, 4, 5], 'dsmon_statsctl' => [7, 8], 'dsmon_pdistctl' => [7, 8], 'dsmon_hostctl' => [7, 8], 'dsmon_matrixctl' => [7, 8], 'rmon_vlan_ctl' => [7, 8], 'rmon_prio_ctl' => [7, 8], 'rmon_art_ctl' => [7, 8]] as $table => $indexes) {
+    foreach ([
+        'dsmon_aggctl' => [3, 4, 5], 'dsmon_statsctl' => [7, 8], 'dsmon_pdistctl' => [7, 8],
+        'dsmon_hostctl' => [7, 8], 'dsmon_matrixctl' => [7, 8], 'rmon_vlan_ctl' => [7, 8], 'rmon_prio_ctl' => [7, 8],
+        'rmon_art_ctl' => [7, 8],
+    ] as $table => $indexes) {
         foreach ($indexes as $index) {
             $row = "{$table}_get"($link, $index);
-            $settings[] = array_filter($row, fn($name) => !preg_match('/Time$|Remaining$/', (string) $name), ARRAY_FILTER_USE_KEY);
+            $settings[] = array_filter(
+                $row,
+                fn($name) => !preg_match('/Time$|Remaining$/', (string) $name),
+                ARRAY_FILTER_USE_KEY,
+            );
         }
     }
     return $settings;

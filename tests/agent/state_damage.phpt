@@ -49,7 +49,15 @@ $row = fn(int $index, int $source, string $owner, int $status): string => bin2he
     status: u32(0), index: u32($index), source: u32($source), counters: str_repeat("\0", 17 * 8), owner: text($owner),
     rowStatus: u32($status), droppedFrames: str_repeat("\0", 8), createTime: u32(0),
 ));
-$texts = bin2hex(record(u: text(''), t: u32(0), c: text('me'), n: text('probe'), l: text('here'), o: text(''), s: u32(0)));
+$texts = bin2hex(record(
+    u: text(''),
+    t: u32(0),
+    c: text('me'),
+    n: text('probe'),
+    l: text('here'),
+    o: text(''),
+    s: u32(0),
+));
 
 // What an older agent wrote, without check values; the next set writes the form of today.
 $old = "rmon-agent settings 1\nsystem\nsystem $texts\netherStats\netherStats {$row(7, $lo, 'old', VALID)}\n"
@@ -64,7 +72,11 @@ end_agent($agent);
 $file = file_get_contents($settings);
 expect_same("rmon-agent settings 2\n", substr($file, 0, 22), 'the opening of the file of today');
 $agent = started();
-expect_same([7 => [$lo, 'old', VALID], 8 => [0, 'older', UNDER_CREATION], 9 => [$lo, 'new', UNDER_CREATION]], ether_rows($agent), 'rows');
+expect_same(
+    [7 => [$lo, 'old', VALID], 8 => [0, 'older', UNDER_CREATION], 9 => [$lo, 'new', UNDER_CREATION]],
+    ether_rows($agent),
+    'rows',
+);
 end_agent($agent);
 
 // Each line has its check value, the last one that of the whole text. The value is worked out here bit by bit.
@@ -85,7 +97,7 @@ foreach (array_slice($lines, 1, -1) as $line) {
 }
 expect_same('end ' . $crc(substr($file, 0, strrpos($file, ' '))), end($lines), 'the last line');
 
-// One flipped bit anywhere, a line less, a line twice, two lines changed over: each ends the start.
+// One flipped bit anywhere, a line less, a line twice, two lines changed over: each keeps the agent from starting.
 for ($i = 0; $i < 40; $i++) {
     $bit = intdiv($i * strlen($file) * 8, 40) + $i % 8;
     $damaged = $file;
@@ -102,7 +114,7 @@ foreach ([1, 2, 20, count($lines) - 2] as $at) {
     }
 }
 
-// What can be read but not be set is not dropped either.
+// A record that can be read but not be set is not dropped either.
 foreach ([
     [3, "rmon-agent settings 1\netherStats\netherStats {$row(0, $lo, '', VALID)}\nend\n"],
     [4, "rmon-agent settings 1\netherStats\netherStats {$row(5, $lo, '', VALID)}\netherStats {$row(5, 0, '', VALID)}\nend\n"],

@@ -48,7 +48,13 @@ $things = [
     'buffer' => [fn($link, $n, $status) => rmon_buffer_ctl_set($link, 9, 9, 1, 0, 0, 0, 1000, "n$n", $status), fn($link) => rmon_buffer_ctl_get($link, 9)['bufferControlOwner']],
     'alarm' => [fn($link, $n, $status) => rmon_alarm_set($link, 9, 10, 'ifMtu.1', 1, 1, 100000, 1, 9, 9, "n$n", $status), fn($link) => rmon_alarm_get($link, 9)['alarmOwner']],
     'addresses' => [
-        fn($link, $n) => @rmon_set_ipconfig($link, '10.' . ($n >> 16 & 255) . '.' . ($n >> 8 & 255) . '.' . ($n & 255), '255.0.0.0', '10.255.255.255', '10.0.0.1'),
+        fn($link, $n) => @rmon_set_ipconfig(
+            $link,
+            '10.' . ($n >> 16 & 255) . '.' . ($n >> 8 & 255) . '.' . ($n & 255),
+            '255.0.0.0',
+            '10.255.255.255',
+            '10.0.0.1',
+        ),
         fn($link) => 'n' . (ip2long(rmon_get_ipconfig($link)['ipAddress']) & 0xffffff),
     ],
     'hostName' => [fn($link, $n) => @rmon_set_hostname($link, "n$n"), fn() => host_name()],
@@ -83,7 +89,12 @@ $things = [
     'mgcp' => [fn($link, $n) => [error_clear_last(), @mgcp_voice_coll_thresholds_set($link, $n, 5), error_get_last()] === [null, 0, null] ? 0 : false, fn($link) => 'n' . mgcp_config_params_get($link)['jitter_threshold']],
 ];
 // What has few values: the number as it is read.
-$shown = ['communities' => fn(int $n) => $n % 2, 'dsmonAggProfile' => fn(int $n) => 1 + $n % 63, 'ndeFlowPath' => fn() => 1, 'ndeLearning' => fn(int $n) => $n % 2];
+$shown = [
+    'communities' => fn(int $n) => $n % 2,
+    'dsmonAggProfile' => fn(int $n) => 1 + $n % 63,
+    'ndeFlowPath' => fn() => 1,
+    'ndeLearning' => fn(int $n) => $n % 2,
+];
 $shown = fn(string $thing, int $n) => 'n' . ($shown[$thing] ?? fn(int $n) => $n)($n);
 
 /** No function of the module asks for it. */
@@ -105,11 +116,15 @@ expect_same(0, rmon_nde_datasrc_set($link, $device, 'n0'), 'a data source');
 foreach ($things as $thing => [$set]) {
     $n++;
     $has_status = (new ReflectionFunction($set))->getNumberOfParameters() === 3;
-    expect_same(0, $has_status ? start_row(fn(int $status) => $set($link, $n, $status)) : $set($link, $n), "$thing for the first time");
+    expect_same(
+        0,
+        $has_status ? start_row(fn(int $status) => $set($link, $n, $status)) : $set($link, $n),
+        "$thing for the first time",
+    );
     $answered[$thing] = $n;
 }
 
-// Killed in the midst of sets.
+// Killed in the middle of sets.
 for (; $round <= 10; $round++) {
     [$agent, $link] = $round === 1 ? [$agent, $link] : started($round);
     foreach ($things as $thing => [, $read]) {

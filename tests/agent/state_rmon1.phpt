@@ -30,7 +30,11 @@ foreach ([CREATE_REQUEST, VALID] as $status) {
     expect_same(NO_ERROR, rmon_channel_set($link, 7, 1, 1, 1, 6, 0, 6, 3, 'channel', 'me', $status), 'channel');
     expect_same(NO_ERROR, rmon_filter_set($link, 8, 7, 6, [2, 0], [255], [], 0, 0, 0, 'me', $status, 0, 0), 'filter');
     expect_same(NO_ERROR, rmon_buffer_ctl_set($link, 9, 7, 2, 64, 32, 1, 5000, 'me', $status), 'buffer');
-    expect_same(NO_ERROR, rmon_alarm_set($link, 10, 3600, 'channelMatches.7', 1, 1, 5, 0, 6, 6, 'me', $status), 'alarm');
+    expect_same(
+        NO_ERROR,
+        rmon_alarm_set($link, 10, 3600, 'channelMatches.7', 1, 1, 5, 0, 6, 6, 'me', $status),
+        'alarm',
+    );
 }
 expect_same(NO_ERROR, rmon_matrix_ctl_set($link, 15, 99, 'later', CREATE_REQUEST), 'a row under creation');
 expect_same(NO_ERROR, rmon_history_ctl_set($link, 2, 1, 50, 1800, '', INVALID), 'a row of the start');
@@ -44,7 +48,12 @@ function control_rows(mixed $link): array
         'matrix_ctl' => 'matrixControlIndex', 'event' => 'eventIndex', 'channel' => 'channelIndex', 'filter' => 'filterIndex',
         'buffer_ctl' => 'bufferControlIndex', 'alarm' => 'alarmIndex',
     ];
-    $anew = ['hostTopNStartTime' => 0, 'hostTopNTimeRemaining' => 0, 'channelCreateTime' => 0, 'bufferControlTurnOnTime' => 0];
+    $anew = [
+        'hostTopNStartTime' => 0,
+        'hostTopNTimeRemaining' => 0,
+        'channelCreateTime' => 0,
+        'bufferControlTurnOnTime' => 0,
+    ];
     foreach ($tables as $table => $index) {
         for ($at = 0; ($row = "rmon_{$table}_getnext"($link, $at))['status'] === NO_ERROR; $at = $row[$index]) {
             $all[$table][] = array_diff_key($row, $anew);
@@ -64,8 +73,16 @@ expect_same($before, control_rows($link), 'rows after a kill');
 
 // They work.
 read_files($agent);
-expect_same([2, 2.0], [count(rmon_host_getbulk($link, 3, [], 9)), 2.0 * rmon_matrix_sd_getnext($link, 5, [], [])['matrixSDPkts']], 'what is learned');
-expect_same([1, 1], [rmon_channel_get($link, 7)['channelMatches'], rmon_buffer_ctl_get($link, 9)['bufferControlCapturedPackets']], 'what is captured');
+expect_same(
+    [2, 2.0],
+    [count(rmon_host_getbulk($link, 3, [], 9)), 2.0 * rmon_matrix_sd_getnext($link, 5, [], [])['matrixSDPkts']],
+    'what is learned',
+);
+expect_same(
+    [1, 1],
+    [rmon_channel_get($link, 7)['channelMatches'], rmon_buffer_ctl_get($link, 9)['bufferControlCapturedPackets']],
+    'what is captured',
+);
 expect_same(true, rmon_hosttopn_ctl_get($link, 4)['hostTopNTimeRemaining'] > 900, 'the interval of the report');
 
 agent_done($agent);

@@ -58,9 +58,13 @@ $changed = system_group($client);
 expect_same($descr, $changed['sysDescr'], 'sysDescr is read only');
 expect_same('0.0', $changed['sysObjectID'], 'sysObjectID is read only');
 expect_same($system['sysServices'], $changed['sysServices'], 'sysServices is read only');
-expect_same(['', '', str_repeat('x', 255)], [$changed['sysContact'], $changed['sysName'], $changed['sysLocation']], 'texts');
+expect_same(
+    ['', '', str_repeat('x', 255)],
+    [$changed['sysContact'], $changed['sysName'], $changed['sysLocation']],
+    'texts',
+);
 
-// Nonsense is refused, and changes nothing.
+// Invalid requests are refused, and change nothing.
 foreach (["a\nb", "\x7f", "\x1b[2J", "caf\xe9", "\t"] as $bad) {
     expect_same(BAD_VALUE, status_of(set_system($client, $bad, 'n', 'l')), 'set of contact ' . quoted($bad));
     expect_same(BAD_VALUE, status_of(set_system($client, 'c', $bad, 'l')), 'set of name ' . quoted($bad));

@@ -149,9 +149,24 @@ function conversation(int $client, string $from, int $server, string $to, int $p
     $ip = str_contains($from, ':') ? ip6(...) : ip4(...);
     $type = str_contains($from, ':') ? 0x86dd : 0x0800;
     $frame = fn(bool $asks, int $flags, string $data, int $sequence) => $asks
-        ? ethernet(mac($server), mac($client), $type, $ip($from, $to, 6, tcp(4000, $port, $flags, $data, $sequence), 10))
-        : ethernet(mac($client), mac($server), $type, $ip($to, $from, 6, tcp($port, 4000, $flags, $data, $sequence), 46));
-    return [$frame(true, 2, '', 10), $frame(false, 0x12, '', 20), $frame(true, 0x18, 'ask', 11), $frame(false, 0x18, 'told', 21)];
+        ? ethernet(
+            mac($server),
+            mac($client),
+            $type,
+            $ip($from, $to, 6, tcp(4000, $port, $flags, $data, $sequence), 10),
+        )
+        : ethernet(
+            mac($client),
+            mac($server),
+            $type,
+            $ip($to, $from, 6, tcp($port, 4000, $flags, $data, $sequence), 46),
+        );
+    return [
+        $frame(true, 2, '', 10),
+        $frame(false, 0x12, '', 20),
+        $frame(true, 0x18, 'ask', 11),
+        $frame(false, 0x18, 'told', 21),
+    ];
 }
 
 $hosts = [1 => '10.0.0.1', '10.0.0.200', '9.255.255.254', '10.0.1.0', '172.16.0.1'];
@@ -162,7 +177,13 @@ foreach ($hosts as $number => $host) {
     array_push(
         $frames,
         ethernet(str_repeat("\xff", 6), mac($number), 0x0806, arp(1, mac($number), $host, mac(0), '10.0.0.53')),
-        ethernet(mac(53), mac($number), 0x0800, ip4($host, '10.0.0.53', 17, udp(5000, 53, $question), 4 * $number), 100 * $number),
+        ethernet(
+            mac(53),
+            mac($number),
+            0x0800,
+            ip4($host, '10.0.0.53', 17, udp(5000, 53, $question), 4 * $number),
+            100 * $number,
+        ),
         ethernet(mac($number), mac(53), 0x0800, ip4('10.0.0.53', $host, 17, udp(53, 5000, $told)), $number << 13 | 7),
         ethernet(mac(90), mac($number), 0x0800, ip4($host, '10.0.0.53', 1, "\x08\0\0\0\0\1\0\1")),
         ...conversation($number, $host, 80, '10.0.0.80', 80),
@@ -177,7 +198,11 @@ foreach (['sccp', 'h323', 'mgcp'] as $protocol) {
         $scenario .= "[$protocol phone p$i]\nnumber=20$i\n";
     }
     foreach ([1, 2, 3] as $i) {
-        $figures = $protocol === 'sccp' ? "jitter=$i\npkt_lost=$i\nlatency=$i\n" : ($protocol === 'mgcp' ? "jitter_1=$i\npkt_loss_1=$i\n" : '');
+        $figures = match ($protocol) {
+            'sccp' => "jitter=$i\npkt_lost=$i\nlatency=$i\n",
+            'mgcp' => "jitter_1=$i\npkt_loss_1=$i\n",
+            default => '',
+        };
         $scenario .= "[$protocol call]\ncaller=p$i\ncallee=p4\n$figures";
     }
 }
@@ -225,8 +250,16 @@ foreach ($sets as $table => $set) {
             foreach ([10, 46, 20] as $dscp) {
                 expect_same(NO_ERROR, dsmon_aggprof_set($link, $index, $dscp, $dscp), "$table, DSCP $dscp");
             }
-            expect_same(NO_ERROR, start_row(fn(int $status) => dsmon_aggrp_set($link, $index, 46, 'voice', $status)), 'a group');
-            expect_same(NO_ERROR, start_row(fn(int $status) => dsmon_aggrp_set($link, $index, 10, 'data', $status)), 'another group');
+            expect_same(
+                NO_ERROR,
+                start_row(fn(int $status) => dsmon_aggrp_set($link, $index, 46, 'voice', $status)),
+                'a group',
+            );
+            expect_same(
+                NO_ERROR,
+                start_row(fn(int $status) => dsmon_aggrp_set($link, $index, 10, 'data', $status)),
+                'another group',
+            );
         }
         expect_same(NO_ERROR, $set($index, $source, VALID), "$table, row $index at work");
     }
@@ -236,7 +269,20 @@ foreach ($sets as $table => $set) {
 foreach ([FIRST => FIRST, FIRST + 1 => SECOND, FIRST + 2 => FIRST, SECOND => FIRST] as $index => $event) {
     expect_same(
         NO_ERROR,
-        start_row(fn(int $status) => rmon_alarm_set($link, $index, 1, 'ifIndex.1', 1, 1, 1, 0, $event, 0, 'me', $status)),
+        start_row(fn(int $status) => rmon_alarm_set(
+            $link,
+            $index,
+            1,
+            'ifIndex.1',
+            1,
+            1,
+            1,
+            0,
+            $event,
+            0,
+            'me',
+            $status,
+        )),
         "alarm $index",
     );
 }
@@ -250,20 +296,44 @@ foreach ($devices as $device) {
     foreach (['one', 'two'] as $number => $name) {
         expect_same(0, rmon_nde_datasrc_set($link, $device, $name), "data source $name");
         foreach ([[2, 3], [1, 300], [1, 4]] as [$input, $output]) {
-            expect_same(0, rmon_nde_flow_path_set($link, $device, $number + 1, $input, $output), "flow path $input $output");
+            expect_same(
+                0,
+                rmon_nde_flow_path_set($link, $device, $number + 1, $input, $output),
+                "flow path $input $output",
+            );
         }
     }
 }
 preg_match('/NetFlow packets are taken on port (\d+)\n/', $agent->said(), $port);
 foreach (['127.0.0.9' => [300, 2, 5], '127.0.0.200' => [1, 1, 1], '127.0.0.10' => [1, 2, 1]] as $from => $interfaces) {
     $context = stream_context_create(['socket' => ['bindto' => "$from:0"]]);
-    $socket = stream_socket_client("udp://127.0.0.1:$port[1]", $code, $reason, PATIENCE, STREAM_CLIENT_CONNECT, $context);
-    $flows = array_map(fn(int $interface) => str_repeat("\0", 12) . pack('nn', $interface, 7) . str_repeat("\0", 32), $interfaces);
+    $socket = stream_socket_client(
+        "udp://127.0.0.1:$port[1]",
+        $code,
+        $reason,
+        PATIENCE,
+        STREAM_CLIENT_CONNECT,
+        $context,
+    );
+    $flows = array_map(
+        fn(int $interface) => str_repeat("\0", 12) . pack('nn', $interface, 7) . str_repeat("\0", 32),
+        $interfaces,
+    );
     fwrite($socket, pack('nnNNNNCCn', 5, 3, 1000, 1700000000, 0, 1, 0, 0, 0) . implode('', $flows));
 }
 read_files($agent, 2);
 expect_soon(3, fn() => count(rmon_nde_learned_dev_getbulk($link, [], 10)['devices']), 'exporters');
-expect_soon([3, 1], fn() => array_map(fn(int $event) => count(array_filter(range(1, 9), fn(int $i) => rmon_log_get($link, $event, $i)['status'] === 0)), [FIRST, SECOND]), 'the log');
+expect_soon(
+    [3, 1],
+    fn() => array_map(
+        fn(int $event) => count(array_filter(
+            range(1, 9),
+            fn(int $i) => rmon_log_get($link, $event, $i)['status'] === 0,
+        )),
+        [FIRST, SECOND],
+    ),
+    'the log',
+);
 expect_soon(true, fn() => count(rmon_etherhistory_getbulk($link, SECOND, 0, 10) ?: []) >= 2, 'samples');
 
 // A report has the hosts that grew in its interval, so it is made where traffic goes on.
@@ -274,8 +344,16 @@ proc_terminate($going->process, 10);
 $links = array_fill_keys(array_keys(TABLES), $link);
 $links['rmon_hosttopn'] = $links['rmon_hosttopn_ctl'] = $other;
 foreach ([SECOND => 2, FIRST => 1] as $index => $source) {
-    expect_same(NO_ERROR, start_row(fn(int $status) => rmon_host_ctl_set($other, $index, $source, 'me', $status)), 'hosts');
-    expect_same(NO_ERROR, start_row(fn(int $status) => rmon_hosttopn_ctl_set($other, $index, $index, 2, 1, 10, 'me', $status)), 'report');
+    expect_same(
+        NO_ERROR,
+        start_row(fn(int $status) => rmon_host_ctl_set($other, $index, $source, 'me', $status)),
+        'hosts',
+    );
+    expect_same(
+        NO_ERROR,
+        start_row(fn(int $status) => rmon_hosttopn_ctl_set($other, $index, $index, 2, 1, 10, 'me', $status)),
+        'report',
+    );
 }
 expect_same(NO_ERROR, rmon_hosttopn_ctl_set($other, WAITS, FIRST, 2, 1, 10, 'me', CREATE_REQUEST), 'report that waits');
 expect_soon(true, fn() => rmon_hosttopn_get($other, FIRST, 3) && rmon_hosttopn_get($other, SECOND, 3), 'reports');
@@ -297,7 +375,10 @@ function rows_in(array $table, mixed $reply, bool $list): array
 /** The arguments that ask for a row. */
 function index_of(array $table, array $row): array
 {
-    return array_map(fn(string $key) => str_contains($key, 'ddress') && $row[$key] === 0 ? [] : $row[$key], $table['index']);
+    return array_map(
+        fn(string $key) => str_contains($key, 'ddress') && $row[$key] === 0 ? [] : $row[$key],
+        $table['index'],
+    );
 }
 
 /** What orders a row among others: numbers, and bytes, of which the shorter ones stand first. */
@@ -333,7 +414,11 @@ foreach (TABLES as $name => $table) {
     }
     expect_same(true, count($walked) >= 2, "$name: rows");
     $controls = array_unique(array_column($walked, $table['index'][0]), SORT_REGULAR);
-    expect_same(true, count($controls) > 1 || $name === 'rmon_addrmap_entry', "$name: rows of more than one control row");
+    expect_same(
+        true,
+        count($controls) > 1 || $name === 'rmon_addrmap_entry',
+        "$name: rows of more than one control row",
+    );
     foreach ($walked as $number => $row) {
         expect_same([$row], $get(index_of($table, $row)), "$name: get of row $number");
     }
@@ -345,11 +430,19 @@ foreach (TABLES as $name => $table) {
     if (!function_exists("{$name}_getbulk")) {
         continue;
     }
-    $bulk = fn(array $index, int $count) => rows_in($table, ("{$name}_getbulk")($links[$name], ...[...$index, $count]), true);
+    $bulk = fn(array $index, int $count) => rows_in(
+        $table,
+        ("{$name}_getbulk")($links[$name], ...[...$index, $count]),
+        true,
+    );
     foreach ([10000, 0x7fffffff] as $count) {
         $rows = $bulk($first, $count);
         if ($table['grows'] ?? false) {
-            $rows = array_values(array_uintersect($rows, $walked, fn(array $a, array $b) => place_of($table, $a) <=> place_of($table, $b)));
+            $rows = array_values(array_uintersect(
+                $rows,
+                $walked,
+                fn(array $a, array $b) => place_of($table, $a) <=> place_of($table, $b),
+            ));
         }
         expect_same($walked, $rows, "$name: $count rows by getbulk");
     }
@@ -364,17 +457,27 @@ foreach (TABLES as $name => $table) {
 $device = [127, 0, 0, 9];
 $walked = [];
 for ($index = -1; $rows = rmon_nde_learned_dev_intf_getnext($link, $device, $index)['interfaces']; $index = $rows[0]['ifIndex']) {
-    expect_same($rows, rmon_nde_learned_dev_intf_get($link, $device, $rows[0]['ifIndex'])['interfaces'], 'get of an interface');
+    expect_same(
+        $rows,
+        rmon_nde_learned_dev_intf_get($link, $device, $rows[0]['ifIndex'])['interfaces'],
+        'get of an interface',
+    );
     $walked[] = $rows[0];
 }
 expect_same([[2, 1], [5, 1], [7, 2], [300, 1]], array_map(array_values(...), $walked), 'interfaces');
-expect_same($walked, rmon_nde_learned_dev_intf_getbulk($link, $device, -1, 0x7fffffff)['interfaces'], 'interfaces by getbulk');
+expect_same(
+    $walked,
+    rmon_nde_learned_dev_intf_getbulk($link, $device, -1, 0x7fffffff)['interfaces'],
+    'interfaces by getbulk',
+);
 foreach ([[$device, 3], [[127, 0, 0, 8], 2]] as $none) {
     expect_same([], rmon_nde_learned_dev_intf_get($link, ...$none)['interfaces'], 'get of no interface');
 }
 
-// Control rows whose tables may grow are few, so that all of them together have an end.
-foreach (['hosts', 'matrix', 'hlhost', 'hlmatrix', 'dsmon pdist', 'dsmon hosts', 'dsmon matrix', 'vlan', 'art'] as $table) {
+// Control rows whose tables may grow are few, so that all tables together stay bounded.
+foreach ([
+    'hosts', 'matrix', 'hlhost', 'hlmatrix', 'dsmon pdist', 'dsmon hosts', 'dsmon matrix', 'vlan', 'art',
+] as $table) {
     for ($index = 1; ($answer = $sets[$table]($index, 1, CREATE_REQUEST)) === NO_ERROR && $index < 200; $index++) {
     }
     expect_same([98, 5], [$index, $answer], "$table: 97 rows more");

@@ -18,7 +18,12 @@ const B = '10.0.0.2';
 const C = '10.0.0.3';
 const D = '10.0.0.4';
 
-$ip = fn(int $number, string $from, string $to, int $protocol, string $payload) => ethernet(mac(9), mac($number), 0x0800, ip4($from, $to, $protocol, $payload));
+$ip = fn(int $number, string $from, string $to, int $protocol, string $payload) => ethernet(
+    mac(9),
+    mac($number),
+    0x0800,
+    ip4($from, $to, $protocol, $payload),
+);
 $question = $ip(1, A, B, 17, udp(5000, 53, 'what'));
 $web = $ip(1, A, C, 6, tcp(5000, 80, 0x18, 'get'));
 $echo = $ip(4, D, B, 1, "\x08\0\0\0\0\1\0\1");
@@ -55,7 +60,7 @@ function seen(mixed $link, string $host): int
     return rmon_nlhost_get($link, 1, 0, $index['ip'], address($host))['nlHostCreateTime'];
 }
 
-// A machine that stood still for so long that no time was between the frames tells nothing.
+// If the machine stood still for so long that no time passed between the frames, this shows nothing.
 for ($try = 0; $try < 5; $try++) {
     [$agent, $link] = read_in_time('127.0.0.' . (1 + $try));
     [$before, $mark] = [seen($link, C), seen($link, D)];
@@ -88,50 +93,106 @@ $pair = fn(string $from, string $to) => fn(array $row) => address_text($row[$fro
 $tables = [
     'nlHost' => [
         'nlHostTimeMark',
-        fn(int $mark, array $row) => rmon_nlhost_getnext($link, 1, $mark, $row['protocolDirLocalIndex'] ?? 0, $row['nlHostAddress'] ?? []),
+        fn(int $mark, array $row) => rmon_nlhost_getnext(
+            $link,
+            1,
+            $mark,
+            $row['protocolDirLocalIndex'] ?? 0,
+            $row['nlHostAddress'] ?? [],
+        ),
         $host, [A, B, C, D], [A, B, D],
     ],
     'alHost' => [
         'alHostTimeMark',
-        fn(int $mark, array $row) => rmon_alhost_getnext($link, 1, $mark, $row['protocolDirLocalIndex'] ?? 0, $row['nlHostAddress'] ?? [], $row['protocolDirLocalIndex2'] ?? 0),
+        fn(int $mark, array $row) => rmon_alhost_getnext(
+            $link,
+            1,
+            $mark,
+            $row['protocolDirLocalIndex'] ?? 0,
+            $row['nlHostAddress'] ?? [],
+            $row['protocolDirLocalIndex2'] ?? 0,
+        ),
         fn(array $row) => $host($row) . ' ' . $protocol[$row['protocolDirLocalIndex2']],
         [A . ' ip.tcp', A . ' ip.tcp.www-http', A . ' ip.udp', A . ' ip.udp.domain', B . ' ip.icmp', B . ' ip.udp', B . ' ip.udp.domain', C . ' ip.tcp', C . ' ip.tcp.www-http', D . ' ip.icmp'],
         [A . ' ip.udp', A . ' ip.udp.domain', B . ' ip.icmp', B . ' ip.udp', B . ' ip.udp.domain', D . ' ip.icmp'],
     ],
     'dsmonHost' => [
         'dsmonHostTimeMark',
-        fn(int $mark, array $row) => dsmon_hoststats_getnext($link, 1, $mark, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0, $row['dsmonHostAddress'] ?? []),
+        fn(int $mark, array $row) => dsmon_hoststats_getnext(
+            $link,
+            1,
+            $mark,
+            $row['dsmonAggGroupIndex'] ?? 0,
+            $row['protocolDirLocalIndex'] ?? 0,
+            $row['dsmonHostAddress'] ?? [],
+        ),
         $host, [A, B, C, D], [A, B, D],
     ],
     'dsmonPdist' => [
         'dsmonPdistTimeMark',
-        fn(int $mark, array $row) => dsmon_pdstats_getnext($link, 1, $mark, $row['dsmonAggGroupIndex'] ?? 0, $row['protocolDirLocalIndex'] ?? 0),
+        fn(int $mark, array $row) => dsmon_pdstats_getnext(
+            $link,
+            1,
+            $mark,
+            $row['dsmonAggGroupIndex'] ?? 0,
+            $row['protocolDirLocalIndex'] ?? 0,
+        ),
         fn(array $row) => $protocol[$row['protocolDirLocalIndex']],
         ['ip.icmp', 'ip.tcp.www-http', 'ip.udp.domain'], ['ip.icmp', 'ip.udp.domain'],
     ],
     'addressMap' => [
         'addressMapTimeMark',
-        fn(int $mark, array $row) => rmon_addrmap_entry_getnext($link, $mark, $row['protocolDirLocalIndex'] ?? 0, $row['addressMapNetworkAddress'] ?? [], $row['addressMapSource'] ?? 0),
+        fn(int $mark, array $row) => rmon_addrmap_entry_getnext(
+            $link,
+            $mark,
+            $row['protocolDirLocalIndex'] ?? 0,
+            $row['addressMapNetworkAddress'] ?? [],
+            $row['addressMapSource'] ?? 0,
+        ),
         fn(array $row) => address_text($row['addressMapNetworkAddress']), [A, D], [D], // A was at its place before
     ],
 ];
 foreach (['sd' => 'SD', 'ds' => 'DS'] as $view => $name) {
     $tables["nlMatrix$name"] = [
         "nlMatrix{$name}TimeMark",
-        fn(int $mark, array $row) => ("rmon_nlmatrix_{$view}_getnext")($link, 1, $mark, $row['protocolDirLocalIndex'] ?? 0, $row["nlMatrix{$name}SourceAddress"] ?? [], $row["nlMatrix{$name}DestAddress"] ?? []),
+        fn(int $mark, array $row) => ("rmon_nlmatrix_{$view}_getnext")(
+            $link,
+            1,
+            $mark,
+            $row['protocolDirLocalIndex'] ?? 0,
+            $row["nlMatrix{$name}SourceAddress"] ?? [],
+            $row["nlMatrix{$name}DestAddress"] ?? [],
+        ),
         $pair("nlMatrix{$name}SourceAddress", "nlMatrix{$name}DestAddress"),
         [A . ' ' . B, A . ' ' . C, D . ' ' . B], [A . ' ' . B, D . ' ' . B],
     ];
     $tables["alMatrix$name"] = [
         "alMatrix{$name}TimeMark",
-        fn(int $mark, array $row) => ("rmon_almatrix_{$view}_getnext")($link, 1, $mark, $row['protocolDirLocalIndex'] ?? 0, $row["nlMatrix{$name}SourceAddress"] ?? [], $row["nlMatrix{$name}DestAddress"] ?? [], $row['protocolDirLocalIndex2'] ?? 0),
+        fn(int $mark, array $row) => ("rmon_almatrix_{$view}_getnext")(
+            $link,
+            1,
+            $mark,
+            $row['protocolDirLocalIndex'] ?? 0,
+            $row["nlMatrix{$name}SourceAddress"] ?? [],
+            $row["nlMatrix{$name}DestAddress"] ?? [],
+            $row['protocolDirLocalIndex2'] ?? 0,
+        ),
         $pair("nlMatrix{$name}SourceAddress", "nlMatrix{$name}DestAddress"),
         [A . ' ' . B . ' ip.udp', A . ' ' . B . ' ip.udp.domain', A . ' ' . C . ' ip.tcp', A . ' ' . C . ' ip.tcp.www-http', D . ' ' . B . ' ip.icmp'],
         [A . ' ' . B . ' ip.udp', A . ' ' . B . ' ip.udp.domain', D . ' ' . B . ' ip.icmp'],
     ];
     $tables["dsmonMatrix$name"] = [
         'dsmonMatrixTimeMark',
-        fn(int $mark, array $row) => ("dsmon_matrix{$view}stats_getnext")($link, 1, $mark, $row['dsmonAggGroupIndex'] ?? 0, $row['dsmonMatrixNLIndex'] ?? 0, $row['dsmonMatrixALIndex'] ?? 0, $row['dsmonMatrixSourceAddress'] ?? [], $row['dsmonMatrixDestAddress'] ?? []),
+        fn(int $mark, array $row) => ("dsmon_matrix{$view}stats_getnext")(
+            $link,
+            1,
+            $mark,
+            $row['dsmonAggGroupIndex'] ?? 0,
+            $row['dsmonMatrixNLIndex'] ?? 0,
+            $row['dsmonMatrixALIndex'] ?? 0,
+            $row['dsmonMatrixSourceAddress'] ?? [],
+            $row['dsmonMatrixDestAddress'] ?? [],
+        ),
         $pair('dsmonMatrixSourceAddress', 'dsmonMatrixDestAddress'),
         [A . ' ' . B . ' ip.udp.domain', A . ' ' . C . ' ip.tcp.www-http', D . ' ' . B . ' ip.icmp'], [A . ' ' . B . ' ip.udp.domain', D . ' ' . B . ' ip.icmp'],
     ];
@@ -145,10 +206,18 @@ foreach ($tables as $name => [$key, $next, $show, $all, $since]) {
 
 // The other reads have the same filter.
 expect_same(false, rmon_nlhost_get($link, 1, $mark, $index['ip'], address(C)), 'get of a host that did not change');
-expect_same($mark, rmon_nlhost_get($link, 1, $mark, $index['ip'], address(A))['nlHostTimeMark'], 'get of one that changed');
+expect_same(
+    $mark,
+    rmon_nlhost_get($link, 1, $mark, $index['ip'], address(A))['nlHostTimeMark'],
+    'get of one that changed',
+);
 expect_same([A, B, D], array_map($host, rmon_nlhost_getbulk($link, 0, $mark, 0, [], 10)), 'getbulk');
 expect_same([A, B], array_map($host, rmon_nlhost_getbulk($link, 0, $mark, 0, [], 2)), 'getbulk of two rows');
-expect_same([0 => -1, 'status' => -1], dsmon_hoststats_get($link, 1, $mark, 0, $index['ip'], address(C)), 'get of a host of a group that did not change');
+expect_same(
+    [0 => -1, 'status' => -1],
+    dsmon_hoststats_get($link, 1, $mark, 0, $index['ip'], address(C)),
+    'get of a host of a group that did not change',
+);
 
 agent_done($agent);
 --EXPECT--

@@ -1,5 +1,5 @@
 --TEST--
-The bundled agent's voice monitors make tables, ranks and sums of a scenario
+The bundled agent's voice monitors build tables, rankings and totals from a scenario
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -43,7 +43,11 @@ expect_same(
 expect_same(
     ['10.20.0.12', '2002', 'Workshop', 2, 12], $shown($phones[0]['history'][0], 'peer_ipAddr', 'peer_num', 'peer_owner', 'call_direction', 'jitter'), 'as the caller has it',
 );
-expect_same(['10.20.0.11', '2001', 'Reception', 1, 7], $shown($phones[1]['history'][0], 'peer_ipAddr', 'peer_num', 'peer_owner', 'call_direction', 'jitter'), 'as the callee has it');
+expect_same(
+    ['10.20.0.11', '2001', 'Reception', 1, 7],
+    $shown($phones[1]['history'][0], 'peer_ipAddr', 'peer_num', 'peer_owner', 'call_direction', 'jitter'),
+    'as the callee has it',
+);
 [$call] = h323_call_rec_getbulk($link, 0, 10)['call_rec'];
 expect_same(
     ['10.30.0.5', '3001', '10.30.0.5', '3001', '10.31.0.5', 'branch', '0a1b 2c3d 4e5f 6071 8293 a4b5 c6d7 e8f9', 'Room system', 3735928559.0, 0, 9, 0, 5],
@@ -51,7 +55,11 @@ expect_same(
         'forward_sr_fraction_lost', 'forward_sr_jitter', 'reverse_sr_fraction_lost', 'reverse_sr_jitter'),
     'an H.323 call',
 );
-expect_same(['3001', '3101'], array_column(h323_phone_rec_getbulk($link, 0, 10)['phone_rec'], 'forward_num'), 'H.323 phones');
+expect_same(
+    ['3001', '3101'],
+    array_column(h323_phone_rec_getbulk($link, 0, 10)['phone_rec'], 'forward_num'),
+    'H.323 phones',
+);
 [$call] = mgcp_call_rec_getbulk($link, 0, 10)['call_rec'];
 expect_same(
     [1, '4001', '4101', 'aaln/1@gw1.example', 'aaln/1@gw2.example', '10.40.0.20', '10.41.0.20', 10, 14, '10.40.0.2', '10.41.0.20', 'PCMU', 7000],
@@ -59,7 +67,11 @@ expect_same(
         'ca_address_2', 'gw_address_2', 'audio_codec', 'pkt_sent_1'),
     'an MGCP call',
 );
-expect_same(['Store', 'Depot'], array_column(mgcp_phone_rec_getbulk($link, 0, 10)['phone_rec'], 'phone_owner'), 'MGCP phones');
+expect_same(
+    ['Store', 'Depot'],
+    array_column(mgcp_phone_rec_getbulk($link, 0, 10)['phone_rec'], 'phone_owner'),
+    'MGCP phones',
+);
 
 // Settings at the start.
 $params = fn(string $protocol) => array_values(("{$protocol}_config_params_get")($link));
@@ -75,8 +87,20 @@ foreach (['sccp', 'h323'] as $protocol) {
     }
     expect_same(0, $set($link, 2, 3, 4, 5), "$protocol sizes");
 }
-expect_same([0, 0, 0], [mgcp_voice_coll_table_sizes_set($link, 2, 3, 4, 5), sccp_voice_coll_thresholds_set($link, 10, 20), h323_voice_coll_thresholds_set($link, 10, 0)], 'sets');
-expect_same([0, 0], [mgcp_voice_coll_thresholds_set($link, 13, 4000000000), mgcp_voice_coll_table_sizes_set($link, 5000, 1, 1, 1)], 'sets');
+expect_same(
+    [0, 0, 0],
+    [
+        mgcp_voice_coll_table_sizes_set($link, 2, 3, 4, 5),
+        sccp_voice_coll_thresholds_set($link, 10, 20),
+        h323_voice_coll_thresholds_set($link, 10, 0),
+    ],
+    'sets',
+);
+expect_same(
+    [0, 0],
+    [mgcp_voice_coll_thresholds_set($link, 13, 4000000000), mgcp_voice_coll_table_sizes_set($link, 5000, 1, 1, 1)],
+    'sets',
+);
 $switches = ['voice_jitter_alarm', 'voice_pkt_lost_alarm'];
 foreach (['sccp', 'h323', 'mgcp'] as $protocol) {
     foreach ($switches as $switch) {
@@ -86,9 +110,17 @@ foreach (['sccp', 'h323', 'mgcp'] as $protocol) {
 expect_same([0, 0], [sccp_voice_latency_alarm_enable($link), h323_voice_pkt_lost_alarm_disable($link)], 'switches');
 expect_same(0, h323_voice_pkt_lost_alarm_enable($link), 'a switch');
 $all = fn() => array_map($params, ['sccp', 'h323', 'mgcp']);
-$settings = [[1, 2, 3, 4, 5, 5, 10, 20, 1000, 1, 1, 1], [1, 2, 3, 4, 5, 10, 0, 1, 1], [1, 2, 3, 4, 5, 13, -294967296, 1, 1]];
+$settings = [
+    [1, 2, 3, 4, 5, 5, 10, 20, 1000, 1, 1, 1],
+    [1, 2, 3, 4, 5, 10, 0, 1, 1],
+    [1, 2, 3, 4, 5, 13, -294967296, 1, 1],
+];
 expect_same($settings, $all(), 'settings');
-expect_same(['2001', '2002'], array_column(sccp_phone_rec_getbulk($link, 0, 10)['phone_rec'], 'phone_num'), 'who was not quiet');
+expect_same(
+    ['2001', '2002'],
+    array_column(sccp_phone_rec_getbulk($link, 0, 10)['phone_rec'], 'phone_num'),
+    'who was not quiet',
+);
 
 // Settings are there after a kill. Ten calls among four phones; each table keeps what it has room for.
 $scenario = '';
@@ -107,9 +139,15 @@ for ($i = 1; $i <= 10; $i++) {
 }
 end_agent($agent, 9);
 [$agent, $link] = started('127.0.1', $scenario);
-$all = fn() => array_map(fn($protocol) => array_values(("{$protocol}_config_params_get")($link)), ['sccp', 'h323', 'mgcp']);
+$all = fn() => array_map(
+    fn($protocol) => array_values(("{$protocol}_config_params_get")($link)),
+    ['sccp', 'h323', 'mgcp'],
+);
 expect_same($settings, $all(), 'settings after a kill');
-$calls = fn(string $function, string $list, string $key) => array_column((("{$function}_getbulk")($link, 0, 100) ?: [$list => []])[$list], $key);
+$calls = fn(string $function, string $list, string $key) => array_column(
+    (("{$function}_getbulk")($link, 0, 100) ?: [$list => []])[$list],
+    $key,
+);
 expect_same([8, 9, 10], $calls('sccp_call_rec', 'call_rec', 'index'), 'the last calls of SCCP');
 expect_same([8, 9, 10], $calls('h323_call_rec', 'call_rec', 'call_reference'), 'of H.323');
 expect_same([8, 9, 10], $calls('mgcp_call_rec', 'call_rec', 'rtp_port_1'), 'of MGCP');
@@ -128,7 +166,11 @@ $rank = fn(string $form, int $index) => (("sccp_top_jitter_rec_$form")($link, $i
 expect_same([0, 4, 2, 0], array_map(fn($i) => $rank('get', $i), [0, 1, 4, 5]), 'get');
 expect_same([4, 4, 6, 0], array_map(fn($i) => $rank('getnext', $i), [-5, 0, 1, 4]), 'getnext');
 expect_same([6, 10], array_column(sccp_top_jitter_rec_getbulk($link, 1, 2)['top_rec'], 'call_reference'), 'getbulk');
-expect_same([false, false], [sccp_top_jitter_rec_getbulk($link, 0, 0), sccp_top_jitter_rec_getbulk($link, 0, -1)], 'getbulk of none');
+expect_same(
+    [false, false],
+    [sccp_top_jitter_rec_getbulk($link, 0, 0), sccp_top_jitter_rec_getbulk($link, 0, -1)],
+    'getbulk of none',
+);
 expect_same(4, count(sccp_top_jitter_rec_getbulk($link, 0, 0x7fffffff)['top_rec']), 'getbulk of all');
 expect_same(9, sccp_call_rec_getnext($link, 8)['call_rec'][0]['index'], 'the next call');
 expect_same([false, false], [sccp_call_rec_get($link, 7), sccp_call_rec_getnext($link, 10)], 'no call');
@@ -140,20 +182,70 @@ expect_same([2, 3, 3], $calls('h323_call_rec', 'call_rec', 'flag'), 'alarms of t
 expect_same([0, 0, 1], $calls('mgcp_call_rec', 'call_rec', 'flag'), 'alarms of the MGCP calls');
 
 // Sums, by hand: jitter of the callers 139 in ten calls, loss 174; the callees' 2 and 1 each.
-expect_same([3, 10, intdiv(184, 20), intdiv(159, 20), 50, 30], array_values(sccp_aggregate_data_get($link)), 'SCCP sums');
-expect_same([1, 10, intdiv(184, 20), intdiv(159, 20), 50, 30], array_values(mgcp_aggregate_data_get($link)), 'MGCP sums');
+expect_same(
+    [3, 10, intdiv(184, 20), intdiv(159, 20), 50, 30],
+    array_values(sccp_aggregate_data_get($link)),
+    'SCCP sums',
+);
+expect_same(
+    [1, 10, intdiv(184, 20), intdiv(159, 20), 50, 30],
+    array_values(mgcp_aggregate_data_get($link)),
+    'MGCP sums',
+);
 $lost = 2 * 174 + 10 + 10 * 3;
 $jitter = 200 * 139 + 1990 + 10 * 900;
-expect_same([3, 10, intdiv($lost, 50), intdiv($jitter, 5000), 50, 30], array_values(h323_aggregate_data_get($link)), 'H.323 sums');
+expect_same(
+    [3, 10, intdiv($lost, 50), intdiv($jitter, 5000), 50, 30],
+    array_values(h323_aggregate_data_get($link)),
+    'H.323 sums',
+);
 [$c, $d] = sccp_phone_rec_getbulk($link, 0, 10)['phone_rec'];
-expect_same([3, 2, 16, 16, 21, 21, 2, [10, 9]], [...$shown($c, 'flag', 'num_call_mon', 'avg_pkt_lost', 'avg_jitter', 'worst_pkt_lost', 'worst_jitter', 'num_hist_row'), array_column($c['history'], 'call_reference')], 'a caller');
-expect_same([0, 2, 1, 2, 1, 2], $shown($d, 'flag', 'num_call_mon', 'avg_pkt_lost', 'avg_jitter', 'worst_pkt_lost', 'worst_jitter'), 'a callee');
+expect_same(
+    [3, 2, 16, 16, 21, 21, 2, [10, 9]],
+    [
+        ...$shown(
+            $c,
+            'flag',
+            'num_call_mon',
+            'avg_pkt_lost',
+            'avg_jitter',
+            'worst_pkt_lost',
+            'worst_jitter',
+            'num_hist_row',
+        ),
+        array_column($c['history'], 'call_reference'),
+    ],
+    'a caller',
+);
+expect_same(
+    [0, 2, 1, 2, 1, 2],
+    $shown($d, 'flag', 'num_call_mon', 'avg_pkt_lost', 'avg_jitter', 'worst_pkt_lost', 'worst_jitter'),
+    'a callee',
+);
 [$c] = mgcp_phone_rec_getbulk($link, 0, 1)['phone_rec'];
-expect_same(['302', 1, 2, 16, 16, 21, 21, 2], $shown($c, 'phone_num', 'flag', 'num_call_mon', 'avg_pkt_lost', 'avg_jitter', 'worst_pkt_lost', 'worst_jitter', 'num_hist_row'), 'an MGCP caller');
+expect_same(
+    ['302', 1, 2, 16, 16, 21, 21, 2],
+    $shown(
+        $c,
+        'phone_num',
+        'flag',
+        'num_call_mon',
+        'avg_pkt_lost',
+        'avg_jitter',
+        'worst_pkt_lost',
+        'worst_jitter',
+        'num_hist_row',
+    ),
+    'an MGCP caller',
+);
 [$c] = h323_phone_rec_getbulk($link, 0, 1)['phone_rec'];
-expect_same(['202', 3, 2, 21, 21, 2], $shown($c, 'forward_num', 'flag', 'num_call_mon', 'worst_pkt_lost', 'worst_jitter', 'num_hist_row'), 'an H.323 caller');
+expect_same(
+    ['202', 3, 2, 21, 21, 2],
+    $shown($c, 'forward_num', 'flag', 'num_call_mon', 'worst_pkt_lost', 'worst_jitter', 'num_hist_row'),
+    'an H.323 caller',
+);
 
-// Clears: one table at a time, down to none.
+// Clears: one table at a time, until none is left.
 $tables = [
     'sccp' => ['phone_table' => 'phone', 'call_table' => 'call', 'top_jitter_table' => 'top_jitter', 'top_pkt_lost_table' => 'top_pkt_lost', 'top_latency_table' => 'top_latency'],
     'h323' => ['phone_table' => 'phone', 'call_table' => 'call', 'top_jitter_table' => 'top_jitter', 'top_pkt_lost_table' => 'top_pkt_lost'],
@@ -176,7 +268,10 @@ end_agent($agent);
 $due = fn(int $after, string $caller) => "[sccp call]\nafter=$after\ncaller=$caller\ncallee=x\ncall_reference=$after\n";
 $scenario = "[sccp phone x]\n[sccp phone y]\n" . $due(3, 'y') . $due(1, 'x') . $due(0, 'y');
 [$agent, $link] = started('127.0.0.2', $scenario);
-$calls = fn() => array_column((@sccp_call_rec_getbulk($link, 0, 100) ?: ['call_rec' => []])['call_rec'], 'call_reference');
+$calls = fn() => array_column(
+    (@sccp_call_rec_getbulk($link, 0, 100) ?: ['call_rec' => []])['call_rec'],
+    'call_reference',
+);
 expect_soon([0, 1], $calls, 'the first two calls');
 expect_same(0, sccp_voice_coll_disable($link), 'disable');
 expect_soon(true, fn() => rmon_system_get($link)['sysUpTime'] > 400, 'a second after the last call was due');
@@ -184,7 +279,7 @@ expect_same([0, 1], $calls(), 'a call that was missed');
 expect_same(0, sccp_voice_coll_enable($link), 'enable');
 end_agent($agent);
 
-// What makes no sense is told with its line.
+// A mistake in the scenario is reported with its line.
 $wrong = [
     "x = 1" => 'line 1: a value before the first section',
     "\n\nnonsense" => 'line 3: neither a section nor KEY = VALUE',

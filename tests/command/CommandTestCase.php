@@ -17,7 +17,7 @@ abstract class CommandTestCase extends AgentTestCase
         return $this->begin($agent, ...$arguments)->end();
     }
 
-    /** Runs the command to its end, which has to be a good one; its results as rows. */
+    /** Runs the command to its end, where it must succeed; its results as rows. */
     protected function rowsOf(BundledAgent|ScriptedAgent $agent, string ...$arguments): array
     {
         $run = $this->rmon($agent, ...[...$arguments, '--json']);

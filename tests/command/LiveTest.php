@@ -14,7 +14,7 @@ final class LiveTest extends CommandTestCase
         return $this->probe($agent)->interfaces()->name(1);
     }
 
-    /** Measures while the frames pass by again and again, some twenty times in a second. */
+    /** Measures while the frames pass by again and again, about twenty times a second. */
     private function measured(string $control, string ...$arguments): array
     {
         $frames = array_map(static fn(array $frame) => [$frame[0] > 1.0 ? 0.05 : 0.0, $frame[1]], self::frames());

@@ -9,7 +9,7 @@ use PHPUnit\Framework\TestCase;
 use Rmon\Command\Output\JsonWriter;
 use Rmon\Command\Output\Text;
 
-/** What becomes of texts that strangers wrote. */
+/** What becomes of texts that come from the network. */
 final class TextTest extends TestCase
 {
     /** @return iterable<string, array{string, string}> */

@@ -16,7 +16,7 @@ use Rmon\Console\Picture\Flows;
 use Rmon\Console\Picture\HeatMap;
 use Rmon\Console\Picture\Svg;
 
-/** Pictures of flows: their geometry, and texts that want to be more than texts. */
+/** Pictures of flows: their geometry, and texts that try to be more than text. */
 final class PictureTest extends TestCase
 {
     private const ATTRIBUTES = [

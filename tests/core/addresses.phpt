@@ -13,7 +13,12 @@ $sent = 0;
 function expect_sent(array|string $bytes): void
 {
     global $agent, $sent;
-    expect_call($agent, ++$sent, 11, record(hostIndex: i32(9), hostAddress: byte_list($bytes), count: i32(1), getType: i32(1)));
+    expect_call(
+        $agent,
+        ++$sent,
+        11,
+        record(hostIndex: i32(9), hostAddress: byte_list($bytes), count: i32(1), getType: i32(1)),
+    );
 }
 
 /** The call sends these bytes and leaves the caller's variable as $after. */

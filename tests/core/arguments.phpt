@@ -50,7 +50,10 @@ expect_same(5, $agent->calls(count($sent) + 1)[count($sent)]->procedure, 'the ca
 expect_result(fn () => rmon_etherstats_set($link, 1, 1, 'o', 1), -5);
 
 // No link.
-foreach ([[99999, 99999], [-1, -1], ['none', 0], [null, 0], [1.5, 1], [[], 0], [[5], 1], [4294967296 + $id, 4294967296 + $id]] as [$value, $number]) {
+foreach ([
+    [99999, 99999], [-1, -1], ['none', 0], [null, 0], [1.5, 1], [[], 0], [[5], 1],
+    [4294967296 + $id, 4294967296 + $id],
+] as [$value, $number]) {
     expect_result(fn () => rmon_system_get($value), false, ["$number is not a RMON/RPC conn id!"]);
 }
 $file = fopen('php://memory', 'r');
@@ -95,7 +98,7 @@ expect_result(fn () => rmon_etherstats_set($link, 1, 1, [1], 1), -5, ['Array to 
 expect_call($agent, $calls + 2, ...$set(1, 1, 'Array', 1));
 expect_same($calls + 2, count($agent->calls()), 'refused texts send nothing');
 
-// A conversion that calls the same function, opens links, closes the link under our feet.
+// A conversion that calls the same function, opens links, closes the link in the middle of the call.
 $inner = null;
 $owner = new Owner(function () use (&$inner, $link): string {
     $inner = rmon_etherstats_set($link, 7, 7, 'inner', 7);
@@ -124,7 +127,11 @@ expect_thrown(fn () => rmon_system_get(-3), ErrorException::class, '-3 is not a 
 expect_thrown(fn () => rmon_etherstats_set($link, 1, 1, [], 1), ErrorException::class, 'Array to string conversion');
 expect_thrown(fn () => rmon_etherstats_set($link, new stdClass, 1, '', 1), ErrorException::class,
     'Object of class stdClass could not be converted to int');
-expect_thrown(fn () => rmon_connect(new stdClass), ErrorException::class, 'Object of class stdClass could not be converted to string');
+expect_thrown(
+    fn () => rmon_connect(new stdClass),
+    ErrorException::class,
+    'Object of class stdClass could not be converted to string',
+);
 restore_error_handler();
 expect_same($calls + 4, count($agent->calls()), 'a conversion that threw sends nothing');
 expect_result(fn () => rmon_etherstats_set($link, 1, 1, 'x', 1), -5);

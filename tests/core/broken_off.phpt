@@ -1,5 +1,5 @@
 --TEST--
-A request that ends in the middle of a conversion: nothing is lost, the next one works
+A request that ends in the middle of a conversion: nothing leaks, the next one works
 --ENV--
 USE_TRACKED_ALLOC=1
 --FILE--
@@ -8,7 +8,9 @@ require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 
 $host = fn (int $i): string => record(
-    status: i32(0), hostAddress: byte_list(str_repeat(chr($i & 255), 40)), hostCreationOrder: i32($i), hostIndex: i32(1),
+    status: i32(0), hostAddress: byte_list(str_repeat(chr($i & 255), 40)), hostCreationOrder: i32($i), hostIndex: i32(
+        1,
+    ),
     counters: str_repeat(u64($i), 7),
 );
 $agent = scripted_agent(always(reply(many_rows(10000, $host))));

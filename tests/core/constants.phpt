@@ -20,7 +20,18 @@ expect_same(false, defined('comm_ro'), 'names are case-sensitive');
 $show = 'echo AF_INET, " ", AF_INET6, " ", COMM_RO, " ", NORV_TARGET_VELDRIN, extension_loaded("sockets") ? "" : " no sockets";';
 expect_same(['2 10 1 7 no sockets', 0], run_php($show), 'alone');
 expect_same(['2 10 1 7', 0], run_php($show, ['extension=sockets']), 'sockets named after it');
-$command = [PHP_BINARY, '-n', '-d', 'display_errors=1', '-d', 'extension=sockets', '-d', 'extension=' . module_file(), '-r', $show];
+$command = [
+    PHP_BINARY,
+    '-n',
+    '-d',
+    'display_errors=1',
+    '-d',
+    'extension=sockets',
+    '-d',
+    'extension=' . module_file(),
+    '-r',
+    $show,
+];
 $process = proc_open($command, [['file', '/dev/null', 'r'], ['pipe', 'w'], ['redirect', 1]], $pipes);
 expect_same('2 10 1 7', stream_get_contents($pipes[1]), 'sockets named before it');
 done();

@@ -6,7 +6,9 @@ require __DIR__ . '/../agent.inc';
 
 $wire = fn (int $i): string => record(
     status: i32($i), hostAddress: byte_list(array_slice([10, 1, 255, $i & 255, 5, 6], 0, $i % 7)), hostCreationOrder: i32(100 + $i),
-    hostIndex: i32(-$i), hostInPkts: u64($i), hostOutPkts: u64('0x8000000000000005'), hostInOctets: u64('0xffffffffffffffff'),
+    hostIndex: i32(-$i), hostInPkts: u64($i), hostOutPkts: u64('0x8000000000000005'), hostInOctets: u64(
+        '0xffffffffffffffff',
+    ),
     hostOutOctets: u64(1 << 53), hostOutErrors: u64('0x7fffffffffffffff'), hostOutBroadcastPkts: u64(0), hostOutMulticastPkts: u64(12),
 );
 $row = fn (int $i): array => [
@@ -22,7 +24,12 @@ foreach ([1, 3, 40, 1000] as $count) {
     expect_result(fn () => rmon_host_get($link, 1, []), $row(0));
     expect_result(fn () => rmon_host_getnext($link, 1, []), $row(0));
     expect_result(fn () => rmon_host_getbulk($link, 1, [], $count), array_map($row, range(0, $count - 1)));
-    expect_call($agent, 3, 11, record(hostIndex: i32(1), hostAddress: byte_list([]), count: i32($count), getType: i32(3)));
+    expect_call(
+        $agent,
+        3,
+        11,
+        record(hostIndex: i32(1), hostAddress: byte_list([]), count: i32($count), getType: i32(3)),
+    );
     rmon_close($link);
     rmon_close($link);
 }

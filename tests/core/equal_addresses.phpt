@@ -1,5 +1,5 @@
 --TEST--
-Rows whose addresses are the same as in the row before: each has its own as far as a script can tell
+Rows that repeat the previous row's addresses: a script still sees an array of its own in each
 --FILE--
 <?php
 require __DIR__ . '/../agent.inc';
@@ -52,7 +52,9 @@ unset($rows[12]['matrixSDDestAddress'][3], $rows[3]);
 expect_same([-10, 0, 0, -1], $rows[$last]['matrixSDSourceAddress'], 'by reference');
 expect_same([10, 0, 0, 1, 5], $rows[$last - 1]['matrixSDSourceAddress'], 'appended');
 expect_same([10, 0, 0], $rows[0]['matrixSDDestAddress'], 'shortened');
-foreach ([[1, 'Dest'], [2, 'Source'], [4, 'Source'], [13, 'Dest'], [$last - 2, 'Source'], [$last, 'Dest']] as [$i, $of]) {
+foreach ([
+    [1, 'Dest'], [2, 'Source'], [4, 'Source'], [13, 'Dest'], [$last - 2, 'Source'], [$last, 'Dest'],
+] as [$i, $of]) {
     expect_same($expected[$i]["matrixSD{$of}Address"], $rows[$i]["matrixSD{$of}Address"], "$of of row $i");
 }
 

@@ -19,12 +19,24 @@ foreach ([
     'garbage arguments' => [garbage_args(), "rmon_system_get: RPC: Server can't decode arguments"],
     'unknown procedure' => [proc_unavail(), 'rmon_system_get: RPC: Procedure unavailable'],
     'unknown program' => [prog_unavail(), 'rmon_system_get: RPC: Program unavailable'],
-    'other versions' => [prog_mismatch(2, 3), 'rmon_system_get: RPC: Program/version mismatch; low version = 2, high version = 3'],
+    'other versions' => [
+        prog_mismatch(2, 3),
+        'rmon_system_get: RPC: Program/version mismatch; low version = 2, high version = 3',
+    ],
     'an error of its own' => [system_err(), 'rmon_system_get: RPC: Remote system error'],
     'denied' => [denied(1), 'rmon_system_get: RPC: Authentication error; why = Invalid client credential'],
-    'other RPC versions' => [rpc_mismatch(3, 4), 'rmon_system_get: RPC: Incompatible versions of RPC; low version = 3, high version = 4'],
-    'denied, nobody knows why' => [message(u32(1) . u32(1) . u32(2) . u32(1)), 'rmon_system_get: RPC: Failed (unspecified error)'],
-    'neither accepted nor denied' => [message(u32(1) . u32(2) . u32(0)), 'rmon_system_get: RPC: Failed (unspecified error)'],
+    'other RPC versions' => [
+        rpc_mismatch(3, 4),
+        'rmon_system_get: RPC: Incompatible versions of RPC; low version = 3, high version = 4',
+    ],
+    'denied, nobody knows why' => [
+        message(u32(1) . u32(1) . u32(2) . u32(1)),
+        'rmon_system_get: RPC: Failed (unspecified error)',
+    ],
+    'neither accepted nor denied' => [
+        message(u32(1) . u32(2) . u32(0)),
+        'rmon_system_get: RPC: Failed (unspecified error)',
+    ],
     'accepted, to no end' => [message(accepted(6)), 'rmon_system_get: RPC: Failed (unspecified error)'],
     'no result' => [truncated($system, 0), $cannot_decode],
     'half a result' => [truncated($system, 30), $cannot_decode],
@@ -65,7 +77,14 @@ foreach ([hang_up(), reset_connection(), cut($system, 20)] as $step) {
         [$result, $messages] = warnings(fn () => rmon_system_get($link));
         expect_same(false, $result, 'a lost connection');
         expect_same(1, count($messages), 'one message');
-        expect_same(1, preg_match('/^rmon_system_get: RPC: (Unable to (send|receive); errno = [\w ]+|Can\'t decode result)$/', $messages[0][1]), $messages[0][1]);
+        expect_same(
+            1,
+            preg_match(
+                '/^rmon_system_get: RPC: (Unable to (send|receive); errno = [\w ]+|Can\'t decode result)$/',
+                $messages[0][1],
+            ),
+            $messages[0][1],
+        );
     }
     expect_same('RMON RPC link', get_resource_type($link), 'it stays registered');
     rmon_close($link);

@@ -75,7 +75,7 @@ expect_same(64 + 64, $agent->connections(), 'connections of both');
 expect_same(64 + 64, count($agent->calls()), 'calls of both');
 $agent->wait_open_connections(0);
 
-// Nothing is said to the agent: every connection of the parent stands when the child has ended.
+// The agent hears nothing of it: every connection of the parent is still open when the child has ended.
 $agent = scripted_agent(always(reply(i32(6))));
 expect_same(['', 0], $run(<<<'PHP'
     $links = [rmon_connect('127.0.0.1'), rmon_pconnect('127.1')];

@@ -18,7 +18,10 @@ function printed(string $code, array $directives): string
 
 expect_same(
     "link\nlink\n\nWarning: RMON:Too many open connections (1)\nfalse\n",
-    printed("show(rmon_connect('127.0.0.1')); show(rmon_connect('127.0.0.1')); show(rmon_connect('127.1'));", ['rmon.max_links' => 1]),
+    printed(
+        "show(rmon_connect('127.0.0.1')); show(rmon_connect('127.0.0.1')); show(rmon_connect('127.1'));",
+        ['rmon.max_links' => 1],
+    ),
     'normal links',
 );
 expect_same(
@@ -28,7 +31,10 @@ expect_same(
 );
 expect_same(
     "link\nlink\n\nWarning: RMON:Too many open connections (1)\nfalse\n",
-    printed("show(rmon_pconnect('127.0.0.1')); show(rmon_pconnect('127.0.0.1')); show(rmon_connect('127.1'));", ['rmon.max_links' => 1]),
+    printed(
+        "show(rmon_pconnect('127.0.0.1')); show(rmon_pconnect('127.0.0.1')); show(rmon_connect('127.1'));",
+        ['rmon.max_links' => 1],
+    ),
     'a persistent one that is reused is not counted twice',
 );
 expect_same(

@@ -91,7 +91,11 @@ final class Model
     /** Connections that the agent that runs now should see. */
     public function seen(): int
     {
-        return count(array_keys([...array_values($this->normal), ...array_values($this->persistent)], $this->agent, true));
+        return count(array_keys(
+            [...array_values($this->normal), ...array_values($this->persistent)],
+            $this->agent,
+            true,
+        ));
     }
 }
 
@@ -193,7 +197,11 @@ final class Sequence
         [$link, $reports] = warnings(fn() => rmon_pconnect($host));
         $lost = $this->model->drop_dead($host);
         $this->expect($lost ? 1 : 0, count($reports), 'number of reports');
-        $this->expect($lost, str_starts_with($reports[0][1] ?? '', 'PHP/RMON link lost (: RPC: Unable to '), 'the report');
+        $this->expect(
+            $lost,
+            str_starts_with($reports[0][1] ?? '', 'PHP/RMON link lost (: RPC: Unable to '),
+            'the report',
+        );
         if ($this->model->agent === 0) {
             $this->expect(false, $link, 'a pconnect without an agent');
         } else {
@@ -263,7 +271,11 @@ final class Sequence
         [$answer, $reports] = warnings(fn() => rmon_etherstats_set($link, 1, 2, 'x', 1));
         $this->expect($open && $this->model->is_alive($id) ? 7 : false, $answer, "use of $id");
         $this->expect($answer === false ? 1 : 0, count($reports), 'number of reports');
-        $this->expect($open || $answer === 7, !str_ends_with($reports[0][1] ?? '', ' is not a RMON/RPC conn id!'), 'the report');
+        $this->expect(
+            $open || $answer === 7,
+            !str_ends_with($reports[0][1] ?? '', ' is not a RMON/RPC conn id!'),
+            'the report',
+        );
     }
 
     private function kill(): void

@@ -34,7 +34,12 @@ expect_same(0, proc_close($process), 'exit code with opcache');
 unlink($page);
 expect_same(str_repeat("12 10.1.1.5\n", 3), $output, 'rows with opcache');
 foreach ([1, 2, 3] as $call) {
-    expect_call($agent, $call, 11, record(hostIndex: i32(1), hostAddress: byte_list([10, 1, 1, 1]), count: i32(1), getType: i32(1)));
+    expect_call(
+        $agent,
+        $call,
+        11,
+        record(hostIndex: i32(1), hostAddress: byte_list([10, 1, 1, 1]), count: i32(1), getType: i32(1)),
+    );
 }
 done();
 ?>

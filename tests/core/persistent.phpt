@@ -29,7 +29,9 @@ $server = new OneProcessServer(<<<'PHP'
     PHP, ['rmon.default_port' => $agent->port]);
 $set = [5, record(
     status: i32(0), etherStatsIndex: i32(1), etherStatsDataSource: i32(2), counters: str_repeat(u64(0), 17),
-    etherStatsOwner: text('me'), etherStatsStatus: i32(1), etherStatsDroppedFrames: u64(0), etherStatsCreateTime: u32(0),
+    etherStatsOwner: text('me'), etherStatsStatus: i32(1), etherStatsDroppedFrames: u64(0), etherStatsCreateTime: u32(
+        0,
+    ),
 )];
 $alive = [0, ''];
 
@@ -42,7 +44,11 @@ expect_calls($agent, [$set, $alive, $set, $alive, $alive, $set]);
 expect_same(1, $agent->connections(), 'one connection for all');
 expect_same('5 persistent 1 links 2', $server->request('normal'), 'a normal link beside it');
 $agent->wait_open_connections(1);
-expect_same('5 [true,true,null] false persistent 1 links 1', $server->request('close'), 'closing ends the resource only');
+expect_same(
+    '5 [true,true,null] false persistent 1 links 1',
+    $server->request('close'),
+    'closing ends the resource only',
+);
 expect_same('5 persistent 1 links 1', $server->request(), 'the connection is still there');
 $output = $server->request('nothing opened');
 expect_same(true, str_ends_with($output, '[null,"rmon_close(): no RMON RPC link resource supplied"]'),

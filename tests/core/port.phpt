@@ -30,7 +30,12 @@ expect_same(true, reaches(18001, ['rmon.default_port' => 18000], [], "ini_set('r
     'changed by the script');
 expect_same(
     true,
-    reaches(17002, [], ['RMONRPC_PORT' => '17002'], "ini_set('rmon.default_port', '18002'); ini_restore('rmon.default_port');"),
+    reaches(
+        17002,
+        [],
+        ['RMONRPC_PORT' => '17002'],
+        "ini_set('rmon.default_port', '18002'); ini_restore('rmon.default_port');",
+    ),
     'taken back by the script: no value is configured again',
 );
 expect_same(true, reaches(17001, [], ['RMONRPC_PORT' => '17001 and more']), 'a number with something behind it');

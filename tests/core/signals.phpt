@@ -13,7 +13,7 @@ $code = <<<'PHP'
     for ($i = 0; $i < 5; $i++) {
         @rmon_system_get($link);
     }
-    // Takes away what is not there: what was blocked is all that is asked.
+    // Removes no signal that is there: only the answer, what was blocked, matters.
     echo pcntl_sigprocmask(SIG_UNBLOCK, [SIGUSR1], $blocked) && $blocked === [] ? 'alive' : 'signals are left blocked';
     pcntl_signal(SIGPIPE, function () { echo ' handled'; });
     pcntl_async_signals(true);

@@ -1,5 +1,5 @@
 --TEST--
-DSMON addresses: 255 elements are taken, 20 bytes travel, and a reply's length is not believed
+DSMON addresses: 255 elements are accepted, 20 bytes are sent, and the length in a reply is not trusted
 --EXTENSIONS--
 rmon
 --FILE--

@@ -80,7 +80,13 @@ check_writer(
 );
 
 check_writer(function: 'dsmon_aggctl_locked', procedure: 107, sent: [], names: [], label: null);
-check_writer(function: 'dsmon_aggctl_set_lock', procedure: 108, sent: ['lock' => ['i32', -5]], names: ['lock'], label: null);
+check_writer(
+    function: 'dsmon_aggctl_set_lock',
+    procedure: 108,
+    sent: ['lock' => ['i32', -5]],
+    names: ['lock'],
+    label: null,
+);
 
 done();
 ?>

@@ -158,7 +158,13 @@ check_row_readers(
         'dsmonHostAddressLength' => ['i32', 4],
         'getType' => ['i32', 1],
     ],
-    names: ['dsmonHostCtlIndex', 'dsmonHostTimeMark', 'dsmonAggGroupIndex', 'protocolDirLocalIndex', 'dsmonHostAddress'],
+    names: [
+        'dsmonHostCtlIndex',
+        'dsmonHostTimeMark',
+        'dsmonAggGroupIndex',
+        'protocolDirLocalIndex',
+        'dsmonHostAddress',
+    ],
     row: [
         'status' => ['i32', 0],
         'dsmonHostCtlIndex' => ['i32', -1001],

@@ -1,5 +1,5 @@
 --TEST--
-DSMON aggregation: a profile is read by a call for each DSCP value, whatever becomes of the others
+DSMON aggregation: a profile is read by a call for each DSCP value, whether the others succeed or not
 --EXTENSIONS--
 rmon
 --FILE--

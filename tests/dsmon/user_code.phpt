@@ -19,7 +19,10 @@ $sets = [
 ];
 
 foreach ($sets as $function => $arguments) {
-    $with = fn(TextWithCode $owner) => array_map(fn($argument) => $argument === 'OWNER' ? $owner : $argument, $arguments);
+    $with = fn(TextWithCode $owner) => array_map(
+        fn($argument) => $argument === 'OWNER' ? $owner : $argument,
+        $arguments,
+    );
 
     check_closed_by_text($function, $with);
 

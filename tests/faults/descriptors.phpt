@@ -20,7 +20,10 @@ $code = <<<'PHP'
     rmon_close($late);
     var_dump(rmon_etherstats_set(rmon_pconnect('127.1'), 1, 2, 'x', 1));
     PHP;
-$command = implode(' ', array_map(escapeshellarg(...), [...php_command(['rmon.default_port' => $agent->port]), '-r', $code]));
+$command = implode(
+    ' ',
+    array_map(escapeshellarg(...), [...php_command(['rmon.default_port' => $agent->port]), '-r', $code]),
+);
 $output = shell_exec("ulimit -n 40; exec $command 2>&1");
 expect_same(<<<'OUTPUT'
 

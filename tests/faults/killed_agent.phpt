@@ -1,5 +1,5 @@
 --TEST--
-An agent is killed before, during and after a reply; late replies are never the next call's
+An agent is killed before, during and after a reply; a late reply is never taken for the next call's
 --FILE--
 <?php
 require __DIR__ . '/../agent.inc';
@@ -16,7 +16,11 @@ $whole = accepted(0, $row(1));
 for ($sent = 0; $sent < 4 + strlen($whole); $sent++) {
     $agent->restart(sequence(message($whole, sent: $sent), hang_up()));
     $link = rmon_connect('127.0.0.1');
-    expect_result(fn() => rmon_system_get($link), false, ['rmon_system_get: RPC: Unable to receive; errno = Connection reset by peer']);
+    expect_result(
+        fn() => rmon_system_get($link),
+        false,
+        ['rmon_system_get: RPC: Unable to receive; errno = Connection reset by peer'],
+    );
     rmon_close($link);
     rmon_close($link);
 }
@@ -32,7 +36,7 @@ rmon_close($link);
 $link = rmon_connect('127.0.0.1');
 expect_same(3, rmon_system_get($link)['sysUpTime'], 'the new agent');
 
-// Replies that nobody waits for any more, in front of each call's own.
+// Replies that came too late for their calls, in front of each call's own.
 $agent->restart(...array_map(
     fn(int $number) => sequence(wrong_xid($row(900 + $number)), reply($row($number)), wrong_xid($row(950 + $number))),
     range(1, 40),

@@ -1,5 +1,5 @@
 --TEST--
-The memory limit is hit while many rows are made, in every table; nothing is lost, the next request works
+The memory limit is reached while many rows are made, in every table; nothing leaks, the next request works
 --ENV--
 USE_TRACKED_ALLOC=1
 --FILE--

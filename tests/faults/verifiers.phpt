@@ -1,5 +1,5 @@
 --TEST--
-Replies with a verifier: taken, refused and skipped alike, and what they brought is released
+Replies with a verifier: accepted, refused and skipped as without one, and their memory is released
 --FILE--
 <?php
 require __DIR__ . '/../agent.inc';
@@ -23,7 +23,7 @@ expect_result($call, 5);
 expect_result($call, false, ['rmon_etherstats_set: RPC: Remote system error']);
 expect_result($call, 7);
 
-// What can't be read as a reply is none: the call goes on waiting, here until the agent is gone.
+// What can't be read as a reply is ignored: the call goes on waiting, here until the agent is gone.
 $gone = ['rmon_etherstats_set: RPC: Unable to receive; errno = Connection reset by peer'];
 $half = u32(1) . u32(0) . u32(0) . u32(400) . 'only the first bytes';
 foreach (['127.1' => $verified(401, 0, i32(5)), '127.0.1' => $half] as $host => $malformed) {

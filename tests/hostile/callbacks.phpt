@@ -60,7 +60,10 @@ hostile_test(function (): void {
                 Link::close();
                 Link::open();
             },
-            'open another' => fn() => [Behaviour::$opened += is_resource(rmon_connect('127.1')) ? 1 : 0, rmon_pconnect('0x7f.1')],
+            'open another' => fn() => [
+                Behaviour::$opened += is_resource(rmon_connect('127.1')) ? 1 : 0,
+                rmon_pconnect('0x7f.1'),
+            ],
             'close others' => function (): void {
                 $link = rmon_connect('127.1');
                 while (is_resource($link)) {

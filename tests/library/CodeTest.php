@@ -79,7 +79,7 @@ final class CodeTest extends TestCase
         );
     }
 
-    /** PHPUnit took providers from comments up to 11, takes them from attributes since 10, and static ones alone since 11. */
+    /** PHPUnit took providers from comments up to 11; since 10 it takes them from attributes, since 11 static ones only. */
     public function testProvidersOfTestsAreKnownToEachPhpUnit(): void
     {
         $methods = 0;

@@ -164,7 +164,10 @@ final class SchemaTest extends TestCase
         };
     }
 
-    /** @return array<string, array<string, array{string, bool}>> the keys of each function's rows: type and whether they can be missing */
+    /**
+     * @return array<string, array<string, array{string, bool}>> the keys of each function's rows: type and whether
+     *                                                           they can be missing
+     */
     private static function shapes(): array
     {
         static $shapes = null;

@@ -21,13 +21,19 @@ function datasrc(
     );
 }
 
-expect_readers(
+check_device_readers(
     table: 'rmon_nde_datasrc',
     procedure: 161,
-    key: 'datasrcs',
+    list: 'datasrcs',
     index: 1,
     request: datasrc(...),
-    row: fn(int $i) => datasrc(head([192, 168, $i], 91, 92, 93), 0xffffff00 + $i, "uplink $i", "router $i", 0x90000000 + $i),
+    record: fn(int $i) => datasrc(
+        head([192, 168, $i], 91, 92, 93),
+        0xffffff00 + $i,
+        "uplink $i",
+        "router $i",
+        0x90000000 + $i,
+    ),
     shown: fn(int $i) => [
         'address' => [192, 168, $i],
         'addressLength' => 3,
@@ -38,7 +44,7 @@ expect_readers(
     ],
 );
 
-expect_writer(
+check_device_writer(
     function: 'rmon_nde_datasrc_set',
     others: ['uplink'],
     order: ['Name as text'],
@@ -48,7 +54,7 @@ expect_writer(
     label: 'rmon_nde_datasrc_set',
 );
 // A change reports its failure as a deletion does.
-expect_writer(
+check_device_writer(
     function: 'rmon_nde_datasrc_mod',
     others: [7, 'uplink'],
     order: ['Index', 'Name as text'],
@@ -57,7 +63,7 @@ expect_writer(
     request: fn(string $head) => datasrc($head, 7, 'uplink'),
     label: 'rmon_nde_datasrc_del',
 );
-expect_writer(
+check_device_writer(
     function: 'rmon_nde_datasrc_del',
     others: [7],
     order: ['Index'],

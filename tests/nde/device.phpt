@@ -21,14 +21,14 @@ function address(int $i): array
     return [10, 1, 200, $i];
 }
 
-expect_readers(
+check_device_readers(
     table: 'rmon_nde_device',
     procedure: 159,
-    key: 'devices',
+    list: 'devices',
     index: 0,
     request: device(...),
     // What a request needs is of no interest in a reply.
-    row: fn(int $i) => device(head(address($i), 91, 92, 93), "router $i", "secret $i", 0x80000000 + $i),
+    record: fn(int $i) => device(head(address($i), 91, 92, 93), "router $i", "secret $i", 0x80000000 + $i),
     shown: fn(int $i) => [
         'address' => address($i),
         'addressLength' => 4,
@@ -99,7 +99,7 @@ expect_exchange(
 
 // ---- writes: the community stands before the name in a call, behind it in the record
 
-expect_writer(
+check_device_writer(
     function: 'rmon_nde_device_set',
     others: ['secret', 'router'],
     order: ['Community as text', 'Name as text'],
@@ -108,7 +108,7 @@ expect_writer(
     request: fn(string $head) => device($head, 'router', 'secret'),
     label: 'rmon_nde_device_set',
 );
-expect_writer(
+check_device_writer(
     function: 'rmon_nde_device_del',
     others: [],
     order: [],
@@ -123,7 +123,9 @@ $text = implode(range('a', 'z')) . implode(range('A', 'Z')) . implode(range('a',
 foreach ([79, 80, 81, 90] as $length) {
     $passed = substr($text, 0, $length);
     $sent = substr($text, 0, min($length, 80));
-    foreach ([[$passed, 'name', 'name', $sent], ['comm', $passed, $sent, 'comm'], [$passed, $passed, $sent, $sent]] as $case) {
+    foreach ([
+        [$passed, 'name', 'name', $sent], ['comm', $passed, $sent, 'comm'], [$passed, $passed, $sent, $sent],
+    ] as $case) {
         [$community, $name, $name_sent, $community_sent] = $case;
         expect_exchange(
             function: 'rmon_nde_device_set',
@@ -135,7 +137,9 @@ foreach ([79, 80, 81, 90] as $length) {
         );
     }
 }
-foreach ([['', ''], ["ab\0cd", 'ab'], [17, '17'], [null, ''], [true, '1'], [2.5, '2.5'], ["\xff\x80", "\xff\x80"]] as [$passed, $sent]) {
+foreach ([
+    ['', ''], ["ab\0cd", 'ab'], [17, '17'], [null, ''], [true, '1'], [2.5, '2.5'], ["\xff\x80", "\xff\x80"],
+] as [$passed, $sent]) {
     expect_exchange(
         function: 'rmon_nde_device_set',
         arguments: [[1], 'c', $passed],

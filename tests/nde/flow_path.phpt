@@ -1,5 +1,5 @@
 --TEST--
-NetFlow flow paths: reads, whose rows hide the flag, and writes
+NetFlow flow paths: reads, whose rows do not show the flag, and writes
 --FILE--
 <?php
 require __DIR__ . '/nde.inc';
@@ -23,13 +23,20 @@ function flow_path(
     );
 }
 
-expect_readers(
+check_device_readers(
     table: 'rmon_nde_flow_path',
     procedure: 163,
-    key: 'flowPaths',
+    list: 'flowPaths',
     index: 3,
     request: flow_path(...),
-    row: fn(int $i) => flow_path(head([172, 16, 0, $i, 5], 91, 92, 93), 0x80000000 + $i, -100 - $i, -200 - $i, "router $i", 77),
+    record: fn(int $i) => flow_path(
+        head([172, 16, 0, $i, 5], 91, 92, 93),
+        0x80000000 + $i,
+        -100 - $i,
+        -200 - $i,
+        "router $i",
+        77,
+    ),
     shown: fn(int $i) => [
         'address' => [172, 16, 0, $i, 5],
         'addressLength' => 5,
@@ -40,9 +47,11 @@ expect_readers(
     ],
 );
 
-foreach (['set' => [1, 'rmon_nde_flow_path_set'], 'del' => [2, 'rmon_nde_datasrc_del']] as $form => [$operation, $label]) {
+foreach ([
+    'set' => [1, 'rmon_nde_flow_path_set'], 'del' => [2, 'rmon_nde_datasrc_del'],
+] as $form => [$operation, $label]) {
     $function = "rmon_nde_flow_path_$form";
-    expect_writer(
+    check_device_writer(
         function: $function,
         others: [7, 8, 9],
         order: ['IndexA', 'IndexB', 'IndexC'],

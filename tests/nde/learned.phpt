@@ -1,5 +1,5 @@
 --TEST--
-NetFlow: learned devices, their interfaces, the switch of the learning
+NetFlow: learned devices, their interfaces, and switching learning on and off
 --FILE--
 <?php
 require __DIR__ . '/nde.inc';
@@ -14,13 +14,13 @@ function learned_dev_intf(string $head, int $ifIndex = 0, int $dirFlag = 0): str
     return record(head: $head, ifIndex: i32($ifIndex), dirFlag: i32($dirFlag));
 }
 
-expect_readers(
+check_device_readers(
     table: 'rmon_nde_learned_dev',
     procedure: 165,
-    key: 'devices',
+    list: 'devices',
     index: 0,
     request: learned_dev(...),
-    row: fn(int $i) => learned_dev(head([10, 2, 3, $i], 91, 92, 93), 0x80000000 + $i, 0xffffff00 + $i),
+    record: fn(int $i) => learned_dev(head([10, 2, 3, $i], 91, 92, 93), 0x80000000 + $i, 0xffffff00 + $i),
     shown: fn(int $i) => [
         'address' => [10, 2, 3, $i],
         'addressLength' => 4,
@@ -28,13 +28,13 @@ expect_readers(
         'numNdePkts' => 0xffffff00 + $i,
     ],
 );
-expect_readers(
+check_device_readers(
     table: 'rmon_nde_learned_dev_intf',
     procedure: 170,
-    key: 'interfaces',
+    list: 'interfaces',
     index: 1,
     request: learned_dev_intf(...),
-    row: fn(int $i) => learned_dev_intf(head([10, 2, 3, 4], 91, 92, 93), -500 - $i, -3 - $i),
+    record: fn(int $i) => learned_dev_intf(head([10, 2, 3, 4], 91, 92, 93), -500 - $i, -3 - $i),
     shown: fn(int $i) => ['ifIndex' => -500 - $i, 'dirFlag' => -3 - $i],
 );
 $bytes = learned_dev_intf(head([1], 1, 1), -1);

@@ -1,5 +1,5 @@
 --TEST--
-Saving captured packets to a file of the agent's
+Saving captured packets to a file on the agent's machine
 --FILE--
 <?php
 

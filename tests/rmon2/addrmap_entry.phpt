@@ -45,13 +45,13 @@ $common = [
     ],
     'order' => ['Link'], // looked up before anything but the number of rows is converted
 ];
-check_first_row(...$common, function: 'rmon_addrmap_entry_get', key: $key);
-check_first_row(
+check_rows_reader(...$common, function: 'rmon_addrmap_entry_get', key: $key);
+check_rows_reader(
     ...$common,
     function: 'rmon_addrmap_entry_getnext',
     key: with($key, getType: 2, addressMapNetworkAddress: range(230, 245)),
 );
-check_all_rows(
+check_rows_reader(
     ...$common,
     function: 'rmon_addrmap_entry_getbulk',
     key: with($key, getType: 3, addressMapNetworkAddress: range(1, 255)),

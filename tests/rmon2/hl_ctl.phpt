@@ -1,5 +1,5 @@
 --TEST--
-Control tables of the higher-layer hosts and of the higher-layer matrix, which differ in nothing but their names
+Control tables of the higher-layer hosts and of the higher-layer matrix, which differ only in their names
 --FILE--
 <?php
 

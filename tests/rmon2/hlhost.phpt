@@ -67,13 +67,17 @@ foreach (['nlHost' => 0, 'alHost' => 1] as $table => $layer) {
             ...($table === 'alHost' ? ['protocolDirLocalIndex2'] : []),
         ],
     ];
-    check_first_row(...$common, function: "{$name}_get", key: $key);
-    check_first_row(
+    check_rows_reader(...$common, function: "{$name}_get", key: $key);
+    check_rows_reader(
         ...$common,
         function: "{$name}_getnext",
         key: with($key, getType: 2, nlHostAddress: range(230, 245)),
     );
-    check_all_rows(...$common, function: "{$name}_getbulk", key: with($key, getType: 3, nlHostAddress: range(1, 255)));
+    check_rows_reader(
+        ...$common,
+        function: "{$name}_getbulk",
+        key: with($key, getType: 3, nlHostAddress: range(1, 255)),
+    );
 
     check_address(
         function: "{$name}_get",

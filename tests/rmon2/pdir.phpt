@@ -35,13 +35,13 @@ $common = [
     'label' => LABEL,
     'lists' => ['protocolDirID', 'protocolDirParameters'],
 ];
-check_first_row(...$common, function: 'rmon_pdir_get', key: PDIR_KEY);
-check_first_row(
+check_rows_reader(...$common, function: 'rmon_pdir_get', key: PDIR_KEY);
+check_rows_reader(
     ...$common,
     function: 'rmon_pdir_getnext',
     key: with(PDIR_KEY, protocolDirID: $long, protocolDirParameters: [], getType: 2),
 );
-check_all_rows(
+check_rows_reader(
     ...$common,
     function: 'rmon_pdir_getbulk',
     key: with(PDIR_KEY, protocolDirID: [], protocolDirParameters: $long, getType: 3),

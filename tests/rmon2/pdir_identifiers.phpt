@@ -1,5 +1,5 @@
 --TEST--
-Identifiers and parameters of the protocol directory: what is taken, what is refused, and when
+Identifiers and parameters of the protocol directory: what is accepted, what is refused, and when
 --FILE--
 <?php
 require __DIR__ . '/pdir.inc';

@@ -1,5 +1,5 @@
 --TEST--
-A call is given up after 25 seconds, saving captured packets after 60, and what comes later is not the next call's
+A call times out after 25 seconds, saving captured packets after 60; a late reply is not taken for the next call's
 --FILE--
 <?php
 require __DIR__ . '/../agent.inc';
@@ -15,7 +15,9 @@ const BEGIN = <<<'PHP'
         $result = $call();
         $seconds = microtime(true) - $started;
         // The bound above is for a machine that is busy with other things.
-        foreach (['at once' => [0, 20], '25 seconds' => [25, 40], '60 seconds' => [60, 90]] as $what => [$least, $most]) {
+        foreach ([
+            'at once' => [0, 20], '25 seconds' => [25, 40], '60 seconds' => [60, 90],
+        ] as $what => [$least, $most]) {
             if ($seconds >= $least && $seconds < $most) {
                 $seconds = $what;
             }

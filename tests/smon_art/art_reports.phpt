@@ -125,7 +125,10 @@ foreach ($tables as $name => [$procedure, $key, $fields, $label]) {
         }
 
         // Counters above 2^63 are the nearest floats, never negative.
-        $highest = array_replace($fields, [$octets => ['u64', '0xffffffffffffffff', 'shown' => 18446744073709551616.0]]);
+        $highest = array_replace(
+            $fields,
+            [$octets => ['u64', '0xffffffffffffffff', 'shown' => 18446744073709551616.0]],
+        );
         $check(rows(wire($highest)), $bulk ? [shown($highest)] : shown($highest));
 
         // An address of any length; an empty one is an empty array.

@@ -9,7 +9,7 @@ require __DIR__ . '/voice.inc';
 /** A function that reads one record of integers: all of them are shown, in the signed view. */
 function expect_reader(string $function, int $procedure, array $fields, array $shown): void
 {
-    expect_refusals($function, []);
+    check_refusals(function: $function, sent: []);
     $record = record(...$fields);
     expect_exchange(
         function: $function,
@@ -209,7 +209,7 @@ foreach ($cases as [$changes, $differences]) {
 function expect_change(string $function, int $procedure, array $arguments = [], string $request = ''): void
 {
     $mgcp = str_starts_with($function, 'mgcp_');
-    expect_refusals($function, $arguments);
+    check_refusals(function: $function, sent: integers($arguments));
     foreach ([0, 1, -1, 2147483647, -2147483648] as $answer) {
         expect_exchange(
             function: $function,
@@ -336,7 +336,7 @@ $idle = [
     'mgcp_voice_top_latency_table_clear',
 ];
 foreach ($idle as $function) {
-    expect_refusals($function, []);
+    check_refusals(function: $function, sent: []);
     expect_no_call($function, [the_link()], 0);
 }
 

@@ -12,7 +12,7 @@ function common(int $n): array
     return [
         'vers' => i32(1000 + $n),
         'index' => u32(2000 + $n),
-        'forward_q931_ipAddr' => units(address(3, $n), 16),
+        'forward_q931_ipAddr' => units(phone_address(3, $n), 16),
         'forward_q931_ipAddr_length' => u32(4000 + $n),
         'forward_q931_port' => u32(5000 + $n),
         'forward_num' => signed_units("forward_num $n", 132),
@@ -38,12 +38,12 @@ function shown_common(int $n): array
 function qual(int $n): array
 {
     return [
-        'f_q931_ipAddr' => units(address(11, $n), 16),
+        'f_q931_ipAddr' => units(phone_address(11, $n), 16),
         'f_q931_ipAddr_length' => u32(12000 + $n),
         'f_q931_port' => u32(13000 + $n),
         'f_num' => signed_units("f_num $n", 132),
         'f_alias' => signed_units("José $n", 81),
-        'reverse_q931_ipAddr' => units(address(16, $n), 16),
+        'reverse_q931_ipAddr' => units(phone_address(16, $n), 16),
         'reverse_q931_ipAddr_length' => u32(17000 + $n),
         'reverse_q931_port' => u32(18000 + $n),
         'reverse_num' => signed_units("reverse_num $n", 132),
@@ -65,30 +65,30 @@ function qual(int $n): array
         'forward_logical_channel_num' => u32(35000 + $n),
         'reverse_session_id' => u32(36000 + $n),
         'reverse_logical_channel_num' => u32(37000 + $n),
-        'forward_h245_ipAddr' => units(address(38, $n), 16),
+        'forward_h245_ipAddr' => units(phone_address(38, $n), 16),
         'forward_h245_ipAddr_length' => u32(39000 + $n),
         'forward_h245_port' => u32(40000 + $n),
-        'forward_rtp_ipAddr' => units(address(41, $n), 16),
+        'forward_rtp_ipAddr' => units(phone_address(41, $n), 16),
         'forward_rtp_ipAddr_length' => u32(42000 + $n),
         'forward_rtp_port' => u32(43000 + $n),
         'forward_codec' => u32(44000 + $n),
-        'forward_rtcp_sr_ipAddr' => units(address(45, $n), 16),
+        'forward_rtcp_sr_ipAddr' => units(phone_address(45, $n), 16),
         'forward_rtcp_sr_ipAddr_length' => u32(46000 + $n),
         'forward_rtcp_sr_port' => u32(47000 + $n),
-        'forward_rtcp_rr_ipAddr' => units(address(48, $n), 16),
+        'forward_rtcp_rr_ipAddr' => units(phone_address(48, $n), 16),
         'forward_rtcp_rr_ipAddr_length' => u32(49000 + $n),
         'forward_rtcp_rr_port' => u32(50000 + $n),
-        'reverse_h245_ipAddr' => units(address(51, $n), 16),
+        'reverse_h245_ipAddr' => units(phone_address(51, $n), 16),
         'reverse_h245_ipAddr_length' => u32(52000 + $n),
         'reverse_h245_port' => u32(53000 + $n),
-        'reverse_rtp_ipAddr' => units(address(54, $n), 16),
+        'reverse_rtp_ipAddr' => units(phone_address(54, $n), 16),
         'reverse_rtp_ipAddr_length' => u32(55000 + $n),
         'reverse_rtp_port' => u32(56000 + $n),
         'reverse_codec' => u32(57000 + $n),
-        'reverse_rtcp_sr_ipAddr' => units(address(58, $n), 16),
+        'reverse_rtcp_sr_ipAddr' => units(phone_address(58, $n), 16),
         'reverse_rtcp_sr_ipAddr_length' => u32(59000 + $n),
         'reverse_rtcp_sr_port' => u32(60000 + $n),
-        'reverse_rtcp_rr_ipAddr' => units(address(61, $n), 16),
+        'reverse_rtcp_rr_ipAddr' => units(phone_address(61, $n), 16),
         'reverse_rtcp_rr_ipAddr_length' => u32(62000 + $n),
         'reverse_rtcp_rr_port' => u32(63000 + $n),
         'start_time' => u32(64000 + $n),
@@ -242,24 +242,42 @@ $call = fn(int $n) => record(...common($n), ...qual($n));
 $shown_call = fn(int $n) => [...shown_common($n), ...shown_qual($n)];
 expect_same([7740, 35004], [strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
 
-expect_readers(table: 'h323_phone_rec', procedure: 116, list: 'phone_rec', row: $phone, shown: shown_phone(...));
-expect_readers(table: 'h323_call_rec', procedure: 115, list: 'call_rec', row: $call, shown: $shown_call);
-expect_readers(table: 'h323_top_jitter_rec', procedure: 117, list: 'call_rec', row: $call, shown: $shown_call);
-expect_readers(table: 'h323_top_pkt_lost_rec', procedure: 118, list: 'call_rec', row: $call, shown: $shown_call);
+check_listed_readers(
+    table: 'h323_phone_rec',
+    procedure: 116,
+    list: 'phone_rec',
+    record: $phone,
+    shown: shown_phone(...),
+);
+check_listed_readers(table: 'h323_call_rec', procedure: 115, list: 'call_rec', record: $call, shown: $shown_call);
+check_listed_readers(table: 'h323_top_jitter_rec', procedure: 117, list: 'call_rec', record: $call, shown: $shown_call);
+check_listed_readers(
+    table: 'h323_top_pkt_lost_rec',
+    procedure: 118,
+    list: 'call_rec',
+    record: $call,
+    shown: $shown_call,
+);
 
 /** A call whose fields differ from call 1 shows these values instead. */
 function expect_call_shown(array $changes, array $shown, array $common = [], array $shown_common = []): void
 {
     $record = record(...but(common(1), $common), ...but(qual(1), $changes));
     $row = [...but(shown_common(1), $shown_common), ...but(shown_qual(1), $shown)];
-    expect_row('h323_call_rec', 115, 'call_rec', $record, $row);
+    expect_listed_row(table: 'h323_call_rec', procedure: 115, list: 'call_rec', record: $record, shown: $row);
 }
 
 /** A phone whose fields differ from phone 4, which shows three calls, shows these values instead. */
 function expect_phone_shown(array $changes, array $shown): void
 {
     $record = record(...but(phone(4), $changes));
-    expect_row('h323_phone_rec', 116, 'phone_rec', $record, but(shown_phone(4), $shown));
+    expect_listed_row(
+        table: 'h323_phone_rec',
+        procedure: 116,
+        list: 'phone_rec',
+        record: $record,
+        shown: but(shown_phone(4), $shown),
+    );
 }
 
 // Without samples there is nothing to divide by, whatever the sums hold.

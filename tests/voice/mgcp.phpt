@@ -49,12 +49,12 @@ function call(int $n): array
         'index' => i32(1000 + $n),
         'ca_address_1_length' => u32(2000 + $n),
         'ca_address_2_length' => u32(3000 + $n),
-        'ca_address_1' => units(address(4, $n), 16),
-        'ca_address_2' => units(address(5, $n), 16),
+        'ca_address_1' => units(phone_address(4, $n), 16),
+        'ca_address_2' => units(phone_address(5, $n), 16),
         'gw_address_1_length' => u32(6000 + $n),
         'gw_address_2_length' => u32(7000 + $n),
-        'gw_address_1' => units(address(8, $n), 16),
-        'gw_address_2' => units(address(9, $n), 16),
+        'gw_address_1' => units(phone_address(8, $n), 16),
+        'gw_address_2' => units(phone_address(9, $n), 16),
         'call_id_1' => signed_units("call_id_1 $n", 33),
         'call_id_2' => signed_units("call_id_2 $n", 33),
         'caller_endpoint_id' => signed_units("caller_endpoint_id $n", 256),
@@ -161,15 +161,37 @@ function shown_phone(int $n): array
 
 $phone = fn(int $n) => record(...phone($n));
 $call = fn(int $n) => record(...call($n));
-expect_same([656, 5500, 29804], [strlen(record(...media(1))), strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
+expect_same(
+    [656, 5500, 29804],
+    [strlen(record(...media(1))), strlen($call(1)), strlen($phone(1))],
+    'sizes on the wire',
+);
 
-expect_readers(table: 'mgcp_phone_rec', procedure: 186, list: 'phone_rec', row: $phone, shown: shown_phone(...));
-expect_readers(table: 'mgcp_call_rec', procedure: 185, list: 'call_rec', row: $call, shown: shown_call(...));
-expect_readers(table: 'mgcp_top_jitter_rec', procedure: 187, list: 'call_rec', row: $call, shown: shown_call(...));
-expect_readers(table: 'mgcp_top_pkt_lost_rec', procedure: 188, list: 'call_rec', row: $call, shown: shown_call(...));
+check_listed_readers(
+    table: 'mgcp_phone_rec',
+    procedure: 186,
+    list: 'phone_rec',
+    record: $phone,
+    shown: shown_phone(...),
+);
+check_listed_readers(table: 'mgcp_call_rec', procedure: 185, list: 'call_rec', record: $call, shown: shown_call(...));
+check_listed_readers(
+    table: 'mgcp_top_jitter_rec',
+    procedure: 187,
+    list: 'call_rec',
+    record: $call,
+    shown: shown_call(...),
+);
+check_listed_readers(
+    table: 'mgcp_top_pkt_lost_rec',
+    procedure: 188,
+    list: 'call_rec',
+    record: $call,
+    shown: shown_call(...),
+);
 
 // The agent has no table of the worst calls by latency.
-expect_reader_refusals('mgcp_top_latency_rec');
+check_reader_refusals('mgcp_top_latency_rec');
 expect_no_call('mgcp_top_latency_rec_get', [the_link(), 1], false);
 expect_no_call('mgcp_top_latency_rec_getnext', [the_link(), 1], false);
 expect_no_call('mgcp_top_latency_rec_getbulk', [the_link(), 1, 10], false);
@@ -179,7 +201,13 @@ function expect_call_shown(array $changes, array $media, array $shown): void
 {
     $fields = but(call(1), ['media' => record(...but(media(1), $media))]);
     $record = record(...but($fields, $changes));
-    expect_row('mgcp_call_rec', 185, 'call_rec', $record, but(shown_call(1), $shown));
+    expect_listed_row(
+        table: 'mgcp_call_rec',
+        procedure: 185,
+        list: 'call_rec',
+        record: $record,
+        shown: but(shown_call(1), $shown),
+    );
 }
 
 // An address without length is a dash; any other length says nothing about how it is shown.
@@ -256,7 +284,13 @@ expect_call_shown(
 function expect_phone_shown(array $changes, array $shown): void
 {
     $record = record(...but(phone(4), $changes));
-    expect_row('mgcp_phone_rec', 186, 'phone_rec', $record, but(shown_phone(4), $shown));
+    expect_listed_row(
+        table: 'mgcp_phone_rec',
+        procedure: 186,
+        list: 'phone_rec',
+        record: $record,
+        shown: but(shown_phone(4), $shown),
+    );
 }
 
 $five = array_map(shown_call(...), history_numbers(4));

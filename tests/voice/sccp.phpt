@@ -13,7 +13,7 @@ function common(int $n): array
         'vers' => i32(1000 + $n),
         'index' => u32(2000 + $n),
         'phone_ipAddr_length' => i32(3000 + $n),
-        'phone_ipAddr' => units(address(4, $n), 16),
+        'phone_ipAddr' => units(phone_address(4, $n), 16),
         'phone_num' => signed_units("phone_num $n", 24),
         'phone_model' => signed_units("phone_model $n", 40),
         'phone_owner' => signed_units("Léa $n", 40),
@@ -43,7 +43,7 @@ function qual(int $n): array
         'call_state' => u32(11000 + $n),
         'call_status' => u32(12000 + $n),
         'call_direction' => u32(13000 + $n),
-        'peer_ipAddr' => signed_units(address(14, $n), 16),
+        'peer_ipAddr' => signed_units(phone_address(14, $n), 16),
         'peer_num' => signed_units("peer_num $n", 24),
         'peer_owner' => signed_units("Noé $n", 40),
         'call_reference' => u32(17000 + $n),
@@ -257,28 +257,64 @@ $top = fn(int $n) => record(...common($n), ...qual($n));
 $call = fn(int $n) => $top($n) . $top($n + 100);
 expect_same([956, 1912, 2680], [strlen($top(1)), strlen($call(1)), strlen($phone(1))], 'sizes on the wire');
 
-expect_readers(table: 'sccp_phone_rec', procedure: 83, list: 'phone_rec', row: $phone, shown: shown_phone(...));
-expect_readers(
+check_listed_readers(
+    table: 'sccp_phone_rec',
+    procedure: 83,
+    list: 'phone_rec',
+    record: $phone,
+    shown: shown_phone(...),
+);
+check_listed_readers(
     table: 'sccp_call_rec',
     procedure: 82,
     list: 'call_rec',
-    row: $call,
+    record: $call,
     shown: fn(int $n) => shown_call($n, $n + 100),
 );
-expect_readers(table: 'sccp_top_jitter_rec', procedure: 84, list: 'top_rec', row: $top, shown: shown_top(...));
-expect_readers(table: 'sccp_top_pkt_lost_rec', procedure: 85, list: 'top_rec', row: $top, shown: shown_top(...));
-expect_readers(table: 'sccp_top_latency_rec', procedure: 86, list: 'top_rec', row: $top, shown: shown_top(...));
+check_listed_readers(table: 'sccp_top_jitter_rec', procedure: 84, list: 'top_rec', record: $top, shown: shown_top(...));
+check_listed_readers(
+    table: 'sccp_top_pkt_lost_rec',
+    procedure: 85,
+    list: 'top_rec',
+    record: $top,
+    shown: shown_top(...),
+);
+check_listed_readers(
+    table: 'sccp_top_latency_rec',
+    procedure: 86,
+    list: 'top_rec',
+    record: $top,
+    shown: shown_top(...),
+);
 
 // Integers are in the signed view.
 $ones = record(...with_all_ones(common(1)), ...with_all_ones(qual(1)));
-expect_row('sccp_top_latency_rec', 86, 'top_rec', $ones, with_minus_ones(shown_top(1)));
-expect_row('sccp_call_rec', 82, 'call_rec', $ones . $ones, with_minus_ones(shown_call(1, 1)));
+expect_listed_row(
+    table: 'sccp_top_latency_rec',
+    procedure: 86,
+    list: 'top_rec',
+    record: $ones,
+    shown: with_minus_ones(shown_top(1)),
+);
+expect_listed_row(
+    table: 'sccp_call_rec',
+    procedure: 82,
+    list: 'call_rec',
+    record: $ones . $ones,
+    shown: with_minus_ones(shown_call(1, 1)),
+);
 
 /** A phone whose fields differ from phone 4, which shows three calls, shows these values instead. */
 function expect_phone_shown(array $changes, array $shown): void
 {
     $record = record(...but(phone(4), $changes));
-    expect_row('sccp_phone_rec', 83, 'phone_rec', $record, but(shown_phone(4), $shown));
+    expect_listed_row(
+        table: 'sccp_phone_rec',
+        procedure: 83,
+        list: 'phone_rec',
+        record: $record,
+        shown: but(shown_phone(4), $shown),
+    );
 }
 
 expect_phone_shown(
@@ -327,21 +363,21 @@ expect_phone_shown(
         ],
     ],
 );
-expect_row(
-    'sccp_call_rec',
-    82,
-    'call_rec',
-    $top(1) . record(...but(common(2), ['if_name' => signed_units('GigEth1/22')]), ...qual(2)),
-    but(shown_call(1, 2), ['callee_if_name' => 'GigEth1/22']),
+expect_listed_row(
+    table: 'sccp_call_rec',
+    procedure: 82,
+    list: 'call_rec',
+    record: $top(1) . record(...but(common(2), ['if_name' => signed_units('GigEth1/22')]), ...qual(2)),
+    shown: but(shown_call(1, 2), ['callee_if_name' => 'GigEth1/22']),
 );
 // Both ports are the caller's.
-expect_row(
-    'sccp_call_rec',
-    82,
-    'call_rec',
-    record(...common(1), ...but(qual(1), ['local_rtp_port' => u32(16384), 'remote_rtp_port' => u32(20000)]))
+expect_listed_row(
+    table: 'sccp_call_rec',
+    procedure: 82,
+    list: 'call_rec',
+    record: record(...common(1), ...but(qual(1), ['local_rtp_port' => u32(16384), 'remote_rtp_port' => u32(20000)]))
         . record(...common(2), ...but(qual(2), ['local_rtp_port' => u32(30000), 'remote_rtp_port' => u32(16386)])),
-    but(shown_call(1, 2), ['rtp_port' => 16384, 'callee_rtp_port' => 20000]),
+    shown: but(shown_call(1, 2), ['rtp_port' => 16384, 'callee_rtp_port' => 20000]),
 );
 
 done();

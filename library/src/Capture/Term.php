@@ -110,7 +110,7 @@ final class Term
         return array_values(array_filter($terms));
     }
 
-    /** The term without bits that would have to differ and are wanted as they are; null when nothing is left to differ. */
+    /** The term without the bits that it wants both as they are and otherwise; null when nothing is left to differ. */
     private static function consistent(?string $network, array $bits, array $except, bool $later): ?self
     {
         if ($except === [] || self::joined($bits, $except) === null) {
