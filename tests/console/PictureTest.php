@@ -158,6 +158,18 @@ final class PictureTest extends TestCase
         self::assertEqualsWithDelta($sides[200][0][0], $begins[0][0], 0.011, 'a stream begins at its source');
     }
 
+    /** @dataProvider pictures */
+    #[DataProvider('pictures')]
+    public function testTheOthersLeadNowhere(string $class): void
+    {
+        $picture = self::drawn($class, Flows::largest(self::flows(), 2), static fn(string $name) => "/host/$name");
+        $links = array_map(
+            static fn(DOMElement $link) => $link->getAttribute('href'),
+            iterator_to_array($picture->query('//a')),
+        );
+        self::assertEqualsCanonicalizing(['/host/a', '/host/b', '/host/x', '/host/y'], $links);
+    }
+
     public function testNothing(): void
     {
         foreach ([HeatMap::class, FlowPicture::class] as $class) {

@@ -42,10 +42,11 @@ final class FlowPicture
         [$left, $leftEnd] = self::stacked($sent, $scale);
         [$right, $rightEnd] = self::stacked($received, $scale);
         $height = (int) ceil(max($leftEnd, $rightEnd));
+        $link = static fn(int $place, string $name): ?string => $place < $flows->named ? $href($name) : null;
         $parts = self::streams($flows, $scale, $left, $right, $text);
         foreach ($flows->sources as $place => $name) {
             $parts[] = self::end($left[$place], $sent[$place] * $scale, self::SIDE, self::colour($place));
-            $parts[] = Label::of($name, "{$text($sent[$place])} sent", $href($name), [
+            $parts[] = Label::of($name, "{$text($sent[$place])} sent", $link($place, $name), [
                 'class' => 'picture-name picture-end',
                 'x' => self::SIDE - 8,
                 'y' => $left[$place] + $sent[$place] * $scale / 2,
@@ -54,7 +55,7 @@ final class FlowPicture
         foreach ($flows->destinations as $place => $name) {
             $x = self::WIDTH - self::SIDE - self::END;
             $parts[] = self::end($right[$place], $received[$place] * $scale, $x, 'flow-end');
-            $parts[] = Label::of($name, "{$text($received[$place])} received", $href($name), [
+            $parts[] = Label::of($name, "{$text($received[$place])} received", $link($place, $name), [
                 'class' => 'picture-name',
                 'x' => $x + self::END + 8,
                 'y' => $right[$place] + $received[$place] * $scale / 2,

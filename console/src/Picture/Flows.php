@@ -12,12 +12,14 @@ final class Flows
      * @param list<string> $destinations
      * @param array<int, array<int, float>> $amounts by the places of source and destination
      * @param float $sum                 of all
+     * @param int $named                 ends of each side before the others
      */
     private function __construct(
         public readonly array $sources,
         public readonly array $destinations,
         public readonly array $amounts,
         public readonly float $sum,
+        public readonly int $named,
     ) {
     }
 
@@ -53,7 +55,7 @@ final class Flows
         foreach ($amounts as &$row) {
             ksort($row);
         }
-        return new self($sourceNames, $destinationNames, $amounts, $sum);
+        return new self($sourceNames, $destinationNames, $amounts, $sum, $most);
     }
 
     /** All that a source sends. */

@@ -34,11 +34,12 @@ final class HeatMap
     {
         $width = self::LEFT + count($flows->destinations) * self::CELL_WIDTH + self::RIGHT;
         $height = self::ABOVE + count($flows->sources) * self::CELL_HEIGHT;
+        $link = static fn(int $place, string $name): ?string => $place < $flows->named ? $href($name) : null;
         $parts = [];
         foreach ($flows->destinations as $place => $name) {
             $x = self::LEFT + ($place + 0.5) * self::CELL_WIDTH;
             $y = self::ABOVE - 8;
-            $parts[] = Label::of($name, "{$text($flows->received($place))} received", $href($name), [
+            $parts[] = Label::of($name, "{$text($flows->received($place))} received", $link($place, $name), [
                 'class' => 'picture-name',
                 'x' => $x,
                 'y' => $y,
@@ -48,7 +49,7 @@ final class HeatMap
         $most = $flows->most();
         foreach ($flows->sources as $source => $name) {
             $y = self::ABOVE + $source * self::CELL_HEIGHT;
-            $parts[] = Label::of($name, "{$text($flows->sent($source))} sent", $href($name), [
+            $parts[] = Label::of($name, "{$text($flows->sent($source))} sent", $link($source, $name), [
                 'class' => 'picture-name picture-end',
                 'x' => self::LEFT - 8,
                 'y' => $y + self::CELL_HEIGHT / 2,
