@@ -115,4 +115,35 @@ export async function draw(within = document, anew = false) {
     }
   }
 }
+
+// A time that is drawn over becomes what the page shows. Links do the same for who has no pointer.
+document.addEventListener('pointerdown', (event) => {
+  const around = event.target.closest('.canvas[data-zoom]');
+  const chart = around && window.Chart?.getChart(around.querySelector('canvas'));
+  if (!chart || event.button !== 0) return;
+  const { left, right } = chart.chartArea;
+  const at = (moved) => Math.min(right, Math.max(left, moved.clientX - around.getBoundingClientRect().left));
+  const start = at(event);
+  const box = document.createElement('div');
+  box.className = 'zoom';
+  around.append(box);
+  const listening = new AbortController();
+  const drag = (moved) => {
+    box.style.left = `${Math.min(start, at(moved))}px`;
+    box.style.width = `${Math.abs(at(moved) - start)}px`;
+  };
+  const over = (moved) => {
+    listening.abort();
+    box.remove();
+    const [from, to] = [start, at(moved)].sort((one, other) => one - other).map((x) => chart.scales.x.getValueForPixel(x));
+    if (moved.type !== 'pointerup' || Math.abs(at(moved) - start) < 8) return;
+    const address = new URL(location.href);
+    address.searchParams.delete('last');
+    address.searchParams.set('from', Math.floor(from));
+    address.searchParams.set('to', Math.ceil(to));
+    location.assign(address);
+  };
+  document.addEventListener('pointermove', drag, { signal: listening.signal });
+  for (const end of ['pointerup', 'pointercancel']) document.addEventListener(end, over, { signal: listening.signal });
+});
 export const redraw = () => draw(document, true);

@@ -23,6 +23,8 @@ final class Chart implements Block
     /** @var (Closure(): string)|null */
     private ?Closure $reason = null;
 
+    private bool $zoom = false;
+
     /**
      * @param string $kind "line", "area" (stacked), "bar", "stacked" bars or "doughnut"
      * @param string $unit of the numbers: "bit/s", "B", "%", "packets/s", ...
@@ -37,6 +39,14 @@ final class Chart implements Block
         private readonly bool $time = false,
         private readonly string $empty = 'There is nothing to draw yet.',
     ) {
+    }
+
+    /** The same, in which a time can be drawn over to see only that: the page takes "from" and "to" in its address. */
+    public function zoomable(): self
+    {
+        $same = clone $this;
+        $same->zoom = true;
+        return $same;
     }
 
     /**
@@ -71,6 +81,7 @@ final class Chart implements Block
             'unit' => $this->unit,
             'empty' => $x === [] ? ($reason === '' ? $this->empty : $reason) : '',
             'time' => $this->time,
+            'zoom' => $this->zoom,
             'rows' => $this->time ? array_map(static fn(int|float $at) => date('H:i:s', (int) $at), $x) : $x,
             'series' => $named,
             'json' => json_encode([

@@ -130,12 +130,12 @@ final class AlarmsPage extends Page
             Field::text('variable', 'Variable', static fn(array $row) => $row['alarm']->variable->name()),
             Field::text('state', 'State', static fn(array $row) =>
                 self::STATES[$row['alarm']->state()] ?? $row['alarm']->state()),
-            Field::text('happened', 'What happened last', static fn(array $row) => $row['alarm']->happened()),
             $amount('value', 'Value', static fn(Alarm $alarm) => $alarm->value),
             $amount('low', 'Low to', static fn(Alarm $alarm) => $alarm->falling),
             $amount('high', 'High from', static fn(Alarm $alarm) => $alarm->rising),
             Field::text('sample', 'Of', static fn(array $row) => ($row['alarm']->variable->column?->unit ?? '')
                 . ($row['alarm']->isDelta ? ' in ' : ' every ') . "{$row['alarm']->interval} s"),
+            Field::text('happened', 'What happened last', static fn(array $row) => $row['alarm']->happened()),
             Field::text('owner', 'Owner', static fn(array $row) => $row['alarm']->owner),
         ], fn(): array => array_map(
             static fn(Alarm $alarm) => ['alarm' => $alarm],

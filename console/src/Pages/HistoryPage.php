@@ -142,7 +142,7 @@ final class HistoryPage extends Page
             return $points;
         };
         $empty = $this->isPart() ? 'No sample was taken in this time.' : 'No sample has been taken yet.';
-        return (new Chart($title, $kind, $unit, $data, true, $empty))->unless($whyNot);
+        return (new Chart($title, $kind, $unit, $data, true, $empty))->unless($whyNot)->zoomable();
     }
 
     private function samples(): DataTable

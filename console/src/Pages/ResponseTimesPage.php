@@ -11,6 +11,7 @@ use Rmon\Console\Block\DataTable;
 use Rmon\Console\Block\Facts;
 use Rmon\Console\Block\Panels;
 use Rmon\Console\Block\Words;
+use Rmon\Console\Links;
 use Rmon\Console\Page;
 use Rmon\Console\Table\Field;
 use Rmon\ControlRows;
@@ -170,7 +171,11 @@ final class ResponseTimesPage extends Page
         return function (array $fields) use ($prefix, $headings): array {
             $changed = [];
             foreach ($headings as $name => $heading) {
-                $changed[$name] = $fields[$name]->titled($heading);
+                $changed[$name] = $fields[$name]->titled($heading)->linked(fn(array $row): string => Links::host(
+                    $this->visit,
+                    $this->visit->interface()->index,
+                    Address::text($row[$name]),
+                ));
             }
             $changed["{$prefix}AvgRspTime"] = $this->time("{$prefix}AvgRspTime", 'Average', $prefix);
             $changed["{$prefix}MinRspTime"] = $this->time("{$prefix}MinRspTime", 'Shortest', $prefix);
