@@ -6,7 +6,7 @@ namespace Rmon\Command;
 
 use RuntimeException;
 
-/** Who read the output wants no more of it. */
+/** The reader of the output has closed it. */
 final class ClosedPipe extends RuntimeException
 {
 }

@@ -7,7 +7,7 @@ namespace Rmon\Command;
 use Rmon\Command\Output\Screen;
 
 /**
- * A work that goes on until somebody ends it: by Ctrl-C or a signal, or on a terminal by the key q. Whoever waits here
+ * Work that goes on until somebody ends it: by Ctrl-C or a signal, or on a terminal by the key q. Whoever waits here
  * is ended by Interrupted, and what was made on the agent is removed on the way out.
  */
 final class Live

@@ -15,7 +15,7 @@ use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 
-/** What all commands that show rows are told the same way: which rows and columns, in what order and form. */
+/** Options that all commands share that show rows: which rows and columns, in what order and form. */
 final class OutputOptions
 {
     /** Rows beyond twice the limit that are kept before the last ones go. */

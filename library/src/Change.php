@@ -13,6 +13,6 @@ enum Change: string
     case Appeared = 'appeared';
     /** It is another row of the same name, which began to count in between. */
     case Replaced = 'replaced';
-    /** The agent began anew in between, and all of its rows with it. */
+    /** The agent was restarted in between, and all of its rows start over. */
     case Restarted = 'restarted';
 }

@@ -274,7 +274,7 @@ final class ControlRows
         }
     }
 
-    /** Makes the lease of all rows begin anew. */
+    /** Renews the lease of all rows. */
     public function renew(): void
     {
         foreach ($this->made() as $row) {

@@ -30,7 +30,7 @@ final class Interfaces
         return $this->names;
     }
 
-    /** The name of an interface; null when there is none of this number. */
+    /** The name of an interface; null when there is no interface of this number. */
     public function name(int $index): ?string
     {
         $name = $this->names()[$index] ?? null;

@@ -45,7 +45,7 @@ final class Machine
         return (string) self::call('rmon_get_hostname');
     }
 
-    /** The kind of appliance, the name of a constant; null when this is none. */
+    /** The kind of appliance, the name of a constant; null when this machine is not an appliance. */
     public static function kind(): ?string
     {
         $id = self::call('norv_target_id');
@@ -69,7 +69,7 @@ final class Machine
         return self::call('norv_prod_no') ?: null;
     }
 
-    /** What a protocol is, in words, from the appliance's file of protocols; null when that has none of this name. */
+    /** What a protocol is, in words, from the appliance's file of protocols; null when the file has no such name. */
     public static function describeProtocol(string $name): ?string
     {
         $text = self::call('rmon_getprotdesc', $name);

@@ -40,7 +40,7 @@ final class Protocols
         return $this->paths;
     }
 
-    /** The path of a protocol; null when the directory has none of this number. */
+    /** The path of a protocol; null when the directory has no such number. */
     public function path(int $localIndex): ?string
     {
         return $this->paths()[$localIndex] ?? null;
@@ -62,7 +62,7 @@ final class Protocols
     }
 
     /**
-     * The directory's row of a protocol; null when there is none.
+     * The directory's row of a protocol; null when there is no such row.
      *
      * @return array<string, mixed>|null
      */
@@ -98,7 +98,7 @@ final class Protocols
     private function keepUp(): void
     {
         $lastChange = $this->probe->table('protocolDirLastChange')->get()['protocolDirLastChange'];
-        // Another agent, or the same one begun anew, has other numbers and may have the same time.
+        // Another agent, or the same one restarted, has other numbers and may have the same time.
         if ($lastChange !== $this->lastChange || $this->link !== $this->probe->link->made) {
             $this->link = $this->probe->link->made;
             $this->lastChange = $lastChange;

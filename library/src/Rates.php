@@ -125,7 +125,7 @@ final class Rates
         return $wrapped < self::TWO_64 / 2 ? $wrapped : null;
     }
 
-    /** Both clocks went on by the same; the agent's wraps after 497 days. Otherwise the agent began anew. */
+    /** Both clocks went on by the same; the agent's wraps after 497 days. Otherwise the agent was restarted. */
     private static function restarted(Reading $before, Reading $after): bool
     {
         $elapsed = $after->time - $before->time;

@@ -536,7 +536,7 @@ final class Table implements IteratorAggregate
         return $this->cursor($values);
     }
 
-    /** The value before one, of the same length; null when there is none. */
+    /** The value before one, of the same length; null for the first one. */
     private function before(mixed $value): mixed
     {
         if (is_int($value)) {

@@ -10,7 +10,7 @@ use Symfony\Component\Console\Terminal;
 /** Where results and remarks go: standard output in large pieces, and standard error. */
 final class Screen
 {
-    /** Octets that wait at most before they are written, and for how long, where nobody looks on. */
+    /** How many octets may wait before they are written, and for how long, where no person looks on. */
     private const PIECE = 65536;
     private const PATIENCE = 0.1;
 

@@ -8,7 +8,7 @@ namespace Rmon\Capture;
  * Frames that have all of some bits, and of which, at choice, one set of bits differs: what a row of the filter table
  * can say.
  *
- * Bits are told by layer: "link" from the frame's start, "net" from the network layer's, "port" from the transport's.
+ * Bits are given by layer: "link" from the frame's start, "net" from the network layer's, "port" from the transport's.
  * Each is a list by offset of the octet and the bits in it that matter.
  */
 final class Term

@@ -4,7 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Exception;
 
-/** A link that was made carries calls no more; the next call makes it anew. */
+/** A link that was up is lost; the next call makes a new one. */
 class ConnectionLost extends ConnectionFailed
 {
 }

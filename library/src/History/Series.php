@@ -22,7 +22,7 @@ final class Series
     /** So many intervals after a sample the next one counts as missing, not as late. */
     private const LATE = 1.5;
 
-    /** A clock that falls back wrapped if not more than so many seconds passed, and began anew otherwise. */
+    /** A clock that falls back wrapped if not more than so many seconds passed, and started over otherwise. */
     private const LONGEST_SAMPLE = 86400.0;
 
     private const START = 'etherHistoryIntervalStart';
@@ -56,7 +56,7 @@ final class Series
         foreach ($table as $row) {
             $rows[] = array_intersect_key($row, $kept);
         }
-        // Asked behind the rows: none of them began later.
+        // Asked after the rows were read: none of them began later.
         return self::of($rows, $interval, $table->probe->uptime());
     }
 
@@ -191,7 +191,7 @@ final class Series
     }
 
     /**
-     * The place of the first sample since the agent's clock began anew.
+     * The place of the first sample since the agent's clock started over.
      *
      * @param list<array<string, int|float>> $rows
      */

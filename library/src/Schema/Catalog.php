@@ -59,7 +59,7 @@ final class Catalog
         throw UnknownName::among('table', $name, array_keys(self::$tables));
     }
 
-    /** Takes in the tables of one more source: most scripts need few of them. False when there is none left. */
+    /** Loads the tables of one more source: most scripts need few of them. False when no source is left. */
     private static function loadNext(): bool
     {
         $source = self::SOURCES[self::$loaded] ?? null;

@@ -4,7 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Schema;
 
-/** What a column's values are. What a row holds for each stands behind it. */
+/** What a column's values are, and what a row holds for each of them. */
 enum Type: string
 {
     /** A number that names something: int. */

@@ -25,7 +25,7 @@ final class EModel
     private const ROOM_NOISE = 35.0;
     private const QUANTIZATION_UNITS = 1.0;
 
-    /** The delay below which nobody notices it, in milliseconds. */
+    /** A delay that nobody notices yet, in milliseconds. */
     private const UNNOTICED = 100.0;
 
     /**
