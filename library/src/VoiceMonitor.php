@@ -19,6 +19,9 @@ final class VoiceMonitor
     /** The monitors that an agent has. */
     public const ALL = ['sccp', 'h323', 'mgcp'];
 
+    /** Calls or phones that are read at a time. */
+    private const PAGE = 40;
+
     /** The functions by what they do; where a monitor lacks one, it has no such alarm or table. */
     private const FUNCTIONS = [
         'sccp' => [
@@ -105,7 +108,7 @@ final class VoiceMonitor
      */
     public function calls(): Generator
     {
-        foreach ($this->probe->table("{$this->monitor}CallTable") as $row) {
+        foreach ($this->rows('CallTable') as $row) {
             yield Call::of($this->monitor, $row);
         }
     }
@@ -117,7 +120,7 @@ final class VoiceMonitor
      */
     public function phones(): Generator
     {
-        foreach ($this->probe->table("{$this->monitor}PhoneTable") as $row) {
+        foreach ($this->rows('PhoneTable') as $row) {
             yield Phone::of($this->monitor, $row);
         }
     }
@@ -160,6 +163,23 @@ final class VoiceMonitor
     public function setThresholds(int $jitter, int $loss): void
     {
         $this->call('thresholds', $jitter, $loss);
+    }
+
+    /**
+     * Few at a time: each has a hundred columns and more.
+     *
+     * @return Generator<int, array<string, mixed>>
+     */
+    private function rows(string $name): Generator
+    {
+        $table = $this->probe->table($this->monitor . $name);
+        $behind = null;
+        while (($rows = $table->page(self::PAGE, $behind)) !== []) {
+            foreach ($rows as $row) {
+                yield $row;
+                $behind = $table->keysOf($row);
+            }
+        }
     }
 
     /** @throws RmonException */

@@ -71,6 +71,26 @@ final class MeasuredPagesTest extends ConsoleTestCase
         self::assertSame('', $console->log());
     }
 
+    public function testManyServers(): void
+    {
+        $frames = [];
+        foreach (range(1, 9) as $server) {
+            for ($more = $server; $more < 10; $more++) {
+                array_push($frames, ...self::exchange(10 * $server + $more, "10.0.1.$more", "10.0.2.$server", 5));
+            }
+        }
+        $agent = $this->playing($frames);
+        $console = $this->console(['core1' => $agent]);
+        $console->get('/probe/core1/1/response-times');
+        $this->read($agent);
+        $page = $console->get('/probe/core1/1/response-times');
+        $values = array_column(self::data($page, 'histogram')['series'], 'values', 'name');
+        // The busiest answered 9 times, the next one 8 times; the last two together 3 times.
+        self::assertSame([9, 8, 7, 6, 5, 4, 3, 3], array_column($values, 0));
+        self::assertSame('others', array_key_last($values));
+        self::assertStringContainsString('All 45 responses', implode($page->texts('//*[@id="answer"]')));
+    }
+
     public function testAReportOfSomebodyElseIsShownAndNotTouched(): void
     {
         $agent = $this->playing(self::exchange(1.0, '10.0.0.1', '10.0.0.9', 40));

@@ -148,11 +148,35 @@ final class AlarmsTest extends AgentTestCase
         self::assertSame(range(1, 36), $logged(36));
         self::assertSame([], $logged(5, 1), 'nothing was logged');
         self::assertSame([1], $logged(5, 5));
+        self::assertCount(9, Alarms::read($probe, 8)->log);
         $log = Alarms::read($probe, 3)->log;
         self::assertCount(4, $log);
         $times = array_map(static fn(LogEntry $entry) => $entry->ago, $log);
         $sorted = $times;
         sort($sorted);
         self::assertSame($sorted, $times, 'the latest one first');
+    }
+
+    public function testFewerEntriesOfManyEvents(): void
+    {
+        $probe = $this->probe($this->bundled());
+        foreach (range(1, 12) as $event) {
+            $probe->table('eventTable')->set(eventIndex: $event);
+            foreach ([0, 1, 2] as $more) {
+                $probe->table('alarmTable')->set(
+                    alarmIndex: 3 * $event + $more,
+                    alarmVariable: 'sysUpTime.0',
+                    alarmInterval: 1,
+                    alarmSampleType: 'absoluteValue',
+                    alarmRisingThreshold: 1,
+                    alarmRisingEventIndex: $event,
+                );
+            }
+        }
+        $all = static fn() => count(self::listOf($probe->table('logTable')));
+        \expect_soon(36, $all, 'all alarms went off');
+        // Twice as many events as are read in full: half of each.
+        self::assertCount(12, Alarms::read($probe, 2)->log);
+        self::assertCount(24, Alarms::read($probe, 4)->log);
     }
 }

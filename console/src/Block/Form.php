@@ -6,7 +6,6 @@ namespace Rmon\Console\Block;
 
 use Closure;
 use Rmon\Console\Form\Input;
-use Rmon\Console\Text;
 use Rmon\Console\Visit;
 
 /** A form by which an operator changes something; see Form\Changes for what becomes of it. */
@@ -50,7 +49,6 @@ final class Form implements Block
             'folded' => $this->folded,
             'may' => $may,
             'inputs' => $may ? ($this->inputs)() : [],
-            'value' => static fn(Input $input) => Text::shown($input->value),
         ];
     }
 

@@ -26,7 +26,7 @@ final class Changes
         $given = array_diff_key($visit->request->form, self::OWN);
         $plan = ($plans[$given['do'] ?? ''] ?? throw Refusal::notFound('There is no such form.'))($given);
         if (($visit->request->form['sure'] ?? '') !== '1' && $plan->lines !== []) {
-            return Layout::page($visit, $plan->title, 'change.twig', [
+            return Layout::page($visit, Text::shown($plan->title), 'change.twig', [
                 'plan' => $plan,
                 'lines' => array_map(
                     static fn(array $line) => array_map(static fn(string $text) => Text::shown($text), $line),
@@ -37,7 +37,7 @@ final class Changes
             ]);
         }
         $message = $plan->lines === [] ? 'Nothing changes.' : ($plan->do)() ?? "Done: $plan->title.";
-        $visit->session->say($message);
+        $visit->session->say(Text::shown($message));
         return Response::seeOther($visit->address());
     }
 }

@@ -38,8 +38,8 @@ final class ResponseTimesPage extends Page
     /** @var array<string, mixed>|null the report's row of artControlTable */
     private ?array $control = null;
 
-    /** @var list<array<string, mixed>>|null the summaries of all servers */
-    private ?array $summaries = null;
+    /** @var array<string, mixed>|null see sums() */
+    private ?array $sums = null;
 
     public function blocks(): iterable
     {
@@ -78,40 +78,25 @@ final class ResponseTimesPage extends Page
     /** @return list<array{string, string}> */
     private function answer(): array
     {
-        $measured = array_filter(
-            $this->summaries(),
-            static fn(array $row) => $row['artSummaryTotalResponses'] > 0,
-        );
-        if ($measured === []) {
+        $sums = $this->sums();
+        if ($sums['slowest'] === null) {
             return [['No response was seen on this interface yet. Measured are TCP exchanges of protocols that are '
                 . 'known by their port, and DNS.', 'answer']];
         }
-        // One slow answer says little of a server, unless there are no others.
-        $often = array_filter($measured, static fn(array $row) => $row['artSummaryTotalResponses'] >= self::OFTEN);
-        $slowest = null;
-        foreach ($often === [] ? $measured : $often as $row) {
-            $slowest = $slowest === null || $row['artSummaryAvgRspTime'] > $slowest['artSummaryAvgRspTime']
-                ? $row : $slowest;
-        }
-        $responses = array_sum(array_column($measured, 'artSummaryTotalResponses'));
-        $time = array_sum(array_map(
-            static fn(array $row) => $row['artSummaryAvgRspTime'] * $row['artSummaryTotalResponses'],
-            $measured,
-        ));
-        $timeouts = array_sum(array_column($this->summaries(), 'artSummaryTimeouts'));
-        $clients = number_format($slowest['artSummaryClients']);
+        $slowest = $sums['slowest'];
+        $clients = number_format($slowest['artSummaryClients'])
+            . ($slowest['artSummaryClients'] === 1 ? ' client' : ' clients');
         $sentences = [[
-            'The slowest is ' . $this->name($slowest) . ": it answers $clients "
-                . ($slowest['artSummaryClients'] === 1 ? 'client' : 'clients') . ' in '
+            "The slowest is {$this->name($slowest)}: it answers $clients in "
                 . self::milliseconds($slowest['artSummaryAvgRspTime']) . ' on average. All '
-                . number_format($responses) . ' responses took ' . self::milliseconds($time / $responses)
-                . ' on average.',
+                . number_format($sums['responses']) . ' responses took '
+                . self::milliseconds($sums['time'] / $sums['responses']) . ' on average.',
             'answer',
         ]];
-        if ($timeouts > 0) {
-            $sentences[] = [number_format($timeouts) . ($timeouts === 1 ? ' request was' : ' requests were')
-                . ' not answered within '
-                . self::milliseconds($this->control()['artControlRspTimeout']) . '.', 'warning'];
+        if ($sums['timeouts'] > 0) {
+            $requests = $sums['timeouts'] === 1 ? '1 request was' : number_format($sums['timeouts']) . ' requests were';
+            $timeout = self::milliseconds($this->control()['artControlRspTimeout']);
+            $sentences[] = ["$requests not answered within $timeout.", 'warning'];
         }
         return $sentences;
     }
@@ -119,18 +104,18 @@ final class ResponseTimesPage extends Page
     /** @return array{x: list<string>, series: array<string, list<int>>} */
     private function histogram(): array
     {
-        $summaries = array_filter(
-            $this->summaries(),
-            static fn(array $row) => $row['artSummaryTotalResponses'] > 0,
-        );
-        usort($summaries, static fn(array $one, array $other) =>
-            $other['artSummaryTotalResponses'] <=> $one['artSummaryTotalResponses']);
+        $sums = $this->sums();
         $series = [];
-        foreach ($summaries as $place => $row) {
-            $name = $place < self::SERVERS ? $this->name($row) : 'others';
-            for ($range = 1; $range <= self::RANGES; $range++) {
-                $series[$name][$range - 1] = ($series[$name][$range - 1] ?? 0) + $row["artSummaryRsps$range"];
+        $others = $sums['ranges'];
+        foreach ($sums['busiest'] as $row) {
+            foreach (array_keys($others) as $range) {
+                $responses = $row['artSummaryRsps' . $range + 1];
+                $series[$this->name($row)][$range] = $responses;
+                $others[$range] -= $responses;
             }
+        }
+        if (array_sum($others) > 0) {
+            $series['others'] = $others;
         }
         return ['x' => $series === [] ? [] : $this->ranges(), 'series' => $series];
     }
@@ -157,7 +142,7 @@ final class ResponseTimesPage extends Page
                 : Format::duration($control['artControlDuration']),
             'Counts as timed out' => 'after ' . self::milliseconds($control['artControlRspTimeout']),
             'Frames dropped' => number_format($control['artControlDroppedFrames']),
-            'Servers and protocols' => number_format(count($this->summaries())),
+            'Servers and protocols' => number_format($this->sums()['servers']),
             'Row' => "artControlTable {$control['artControlIndex']}, of {$control['artControlOwner']}",
         ];
     }
@@ -224,13 +209,56 @@ final class ResponseTimesPage extends Page
         return Address::text($row['artSummaryServerAddress']) . ($protocol === '' ? '' : " ($protocol)");
     }
 
-    /** @return list<array<string, mixed>> */
-    private function summaries(): array
+    /**
+     * What all servers together did, read once and without keeping more rows than are told of.
+     *
+     * @return array{servers: int, responses: int, time: int, timeouts: int, ranges: list<int>,
+     *     slowest: array<string, mixed>|null, busiest: list<array<string, mixed>>}
+     */
+    private function sums(): array
     {
-        return $this->summaries ??= iterator_to_array(
-            $this->visit->probe()->table('artSummaryTable', control: $this->control()['artControlIndex']),
-            false,
-        );
+        if ($this->sums !== null) {
+            return $this->sums;
+        }
+        $sums = ['servers' => 0, 'responses' => 0, 'time' => 0, 'timeouts' => 0,
+            'ranges' => array_fill(0, self::RANGES, 0), 'slowest' => null, 'busiest' => []];
+        // One slow answer says little of a server, unless there are no others.
+        $slowness = static fn(array $row) => [
+            $row['artSummaryTotalResponses'] >= self::OFTEN, $row['artSummaryAvgRspTime'],
+        ];
+        $table = $this->visit->probe()->table('artSummaryTable', control: $this->control()['artControlIndex']);
+        foreach ($table as $row) {
+            $sums['servers']++;
+            $sums['timeouts'] += $row['artSummaryTimeouts'];
+            if ($row['artSummaryTotalResponses'] === 0) {
+                continue;
+            }
+            $sums['responses'] += $row['artSummaryTotalResponses'];
+            $sums['time'] += $row['artSummaryAvgRspTime'] * $row['artSummaryTotalResponses'];
+            foreach (array_keys($sums['ranges']) as $range) {
+                $sums['ranges'][$range] += $row['artSummaryRsps' . $range + 1];
+            }
+            if ($sums['slowest'] === null || $slowness($row) > $slowness($sums['slowest'])) {
+                $sums['slowest'] = $row;
+            }
+            $sums['busiest'][] = $row;
+            if (count($sums['busiest']) >= 10 * self::SERVERS) {
+                $sums['busiest'] = self::busiest($sums['busiest']);
+            }
+        }
+        $sums['busiest'] = self::busiest($sums['busiest']);
+        return $this->sums = $sums;
+    }
+
+    /**
+     * @param list<array<string, mixed>> $rows
+     * @return list<array<string, mixed>>
+     */
+    private static function busiest(array $rows): array
+    {
+        usort($rows, static fn(array $one, array $other) =>
+            $other['artSummaryTotalResponses'] <=> $one['artSummaryTotalResponses']);
+        return array_slice($rows, 0, self::SERVERS);
     }
 
     /**

@@ -12,6 +12,9 @@ final class Alarms
     /** The agent's clock (sysUpTime) goes on from 0 here, in hundredths of a second. */
     private const CLOCK = 2 ** 32;
 
+    /** Events of which as many entries are read as was asked for. */
+    private const FULL = 6;
+
     /**
      * @param list<Alarm> $alarms
      * @param array<int, array<string, mixed>> $events rows of eventTable by index
@@ -24,16 +27,18 @@ final class Alarms
     ) {
     }
 
-    /** @param int $most entries that are read of each event's log, the latest ones */
+    /**
+     * @param int $most entries that are read of each event's log, the latest ones; fewer of each where there are many
+     *                  events, as each entry is a call
+     */
     public static function read(Probe $probe, int $most = 50): self
     {
-        $events = [];
+        $events = array_column($probe->table('eventTable')->page(PHP_INT_MAX), null, 'eventIndex');
+        $happened = array_filter($events, static fn(array $event) => $event['eventLastTimeSent'] !== 0);
+        $most = min($most, max(1, intdiv(self::FULL * $most, max(1, count($happened)))));
         $rows = [];
-        foreach ($probe->table('eventTable') as $event) {
-            $events[$event['eventIndex']] = $event;
-            if ($event['eventLastTimeSent'] !== 0) {
-                $rows = [...$rows, ...self::latest($probe, $event['eventIndex'], $most)];
-            }
+        foreach (array_keys($happened) as $event) {
+            array_push($rows, ...self::latest($probe, $event, $most));
         }
         // Asked behind them: none is later.
         $now = $probe->uptime();
