@@ -165,6 +165,10 @@ document.addEventListener('submit', (event) => {
     show(form.closest('[data-part]'), addressOf(form));
   }
 });
+document.addEventListener('change', (event) => {
+  const form = event.target.closest('[data-filter]');
+  if (form && event.target.matches('[data-column], select')) show(form.closest('[data-part]'), addressOf(form));
+});
 let typing = 0;
 document.addEventListener('input', (event) => {
   const form = event.target.closest('[data-filter]');

@@ -49,7 +49,10 @@ final class Console
             Response::text("The console is not set up: its log says why.\n", 500)->send();
             return;
         }
-        $console->answer($request)->send();
+        $answer = $console->answer($request);
+        $spent = 1e3 * (microtime(true) - (float) $request->server('REQUEST_TIME_FLOAT'));
+        header(sprintf('Server-Timing: page;dur=%.1f, memory;desc="%d kB"', $spent, memory_get_peak_usage() / 1024));
+        $answer->send();
         if (function_exists('fastcgi_finish_request')) {
             fastcgi_finish_request();
         }

@@ -6,6 +6,7 @@ namespace Rmon\Console;
 
 use Rmon\Console\Block\Block;
 use Rmon\Console\Block\Waiting;
+use Rmon\ControlRow;
 use Rmon\Exception\RmonException;
 
 /** What stands around the blocks of a page: probes and groups at the left, the place and its controls above. */
@@ -60,10 +61,26 @@ final class Layout
             'refresh' => self::REFRESH,
             'theme' => in_array($visit->request->cookies['theme'] ?? '', ['light', 'dark'], true)
                 ? $visit->request->cookies['theme'] : '',
+            'used' => $signedIn && $status === 200 ? self::used($visit) : [],
             'message' => $signedIn ? $visit->session->said() : null,
             'version' => Assets::version(...),
         ]);
         return new Response($html, $status);
+    }
+
+    /**
+     * The control rows that the page stands on, and whether the console has made them.
+     *
+     * @return list<array{table: string, index: int, made: bool, href: string}>
+     */
+    private static function used(Visit $visit): array
+    {
+        return array_map(static fn(ControlRow $row): array => [
+            'table' => $row->table,
+            'index' => $row->index,
+            'made' => $row->made,
+            'href' => $visit->to(Pages\TablePage::class, ['table' => $row->table]),
+        ], $visit->used());
     }
 
     /**

@@ -7,6 +7,7 @@ namespace Rmon\Console;
 use Closure;
 use Rmon\Address;
 use Rmon\Console\Block\DataTable;
+use Rmon\Console\Block\Panels;
 use Rmon\Console\Block\Waiting;
 use Rmon\Console\Table\Field;
 use Rmon\ControlRows;
@@ -19,6 +20,20 @@ use Rmon\Ranking;
 final class Traffic
 {
     private const SOON = 'Measuring: the first figures are there in a few seconds.';
+
+    /**
+     * The three questions about an interface that is slow, side by side.
+     *
+     * @param string $on what stands behind each heading
+     */
+    public static function panels(Visit $visit, NetInterface $interface, string $on = ''): Panels
+    {
+        return new Panels([
+            'talkers' => self::talkers($visit, $interface)->titled("Top talkers$on")->compact(),
+            'protocols' => self::protocols($visit, $interface)->titled("Protocols$on")->compact(),
+            'servers' => self::servers($visit, $interface)->titled("Slowest servers$on")->compact(),
+        ]);
+    }
 
     /** Hosts by what they send and receive now. */
     public static function talkers(Visit $visit, NetInterface $interface): DataTable
@@ -122,7 +137,7 @@ final class Traffic
                 return $ranking->rows;
             },
             'No request was answered since the measurement began.',
-            ['server', 'protocol', 'artSummaryAvgRspTime'],
+            ['server', 'artSummaryAvgRspTime', 'protocol'],
         )->sortedBy('-artSummaryAvgRspTime');
     }
 }

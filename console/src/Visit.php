@@ -15,6 +15,9 @@ final class Visit
 {
     private ?Probe $probe = null;
 
+    /** @var array<string, ControlRow> the control rows that the page stands on */
+    private array $used = [];
+
     /** @var array{int, float}|null the agent's clock and this machine's when it was asked */
     private ?array $clock = null;
 
@@ -150,7 +153,14 @@ final class Visit
      */
     public function needs(callable $make): ControlRow
     {
-        return $this->console->leases()->take($this->configured(), $this->probe(), $make);
+        $row = $this->console->leases()->take($this->configured(), $this->probe(), $make);
+        return $this->used["$row->table $row->index"] = $row;
+    }
+
+    /** @return list<ControlRow> the control rows that the page stands on, as far as it was made */
+    public function used(): array
+    {
+        return array_values($this->used);
     }
 
     /** The time of day, in seconds, at which the agent's clock shows this. */

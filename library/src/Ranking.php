@@ -42,18 +42,16 @@ final class Ranking
         ?float $seconds = null,
     ): self {
         $end = $seconds === null ? INF : hrtime(true) / 1e9 + $seconds;
-        $order = $descending
-            ? static fn(array $one, array $other) => $other[0] <=> $one[0]
-            : static fn(array $one, array $other) => $one[0] <=> $other[0];
         $room = 2 * max(1, $most);
         $kept = [];
+        $values = [];
         $worst = null;
         $full = false;
         $read = 0;
         $matched = 0;
         foreach ($pages as $rows) {
             if (hrtime(true) / 1e9 > $end) {
-                return new self(self::first($kept, $order, $most), $read, $matched, false);
+                return new self(self::first($values, $kept, $descending, $most)[1], $read, $matched, false);
             }
             $read += count($rows);
             if ($keep !== null) {
@@ -65,16 +63,16 @@ final class Ranking
                 if ($full && ($descending ? $value <= $worst : $value >= $worst)) {
                     continue;
                 }
-                $kept[] = [$value, $rows[$place]];
+                $values[] = $value;
+                $kept[] = $rows[$place];
                 if (count($kept) >= $room) {
-                    usort($kept, $order);
-                    array_splice($kept, max(1, $most));
-                    $worst = end($kept)[0];
+                    [$values, $kept] = self::first($values, $kept, $descending, max(1, $most));
+                    $worst = end($values);
                     $full = true;
                 }
             }
         }
-        return new self(self::first($kept, $order, $most), $read, $matched, true);
+        return new self(self::first($values, $kept, $descending, $most)[1], $read, $matched, true);
     }
 
     /**
@@ -94,12 +92,21 @@ final class Ranking
     }
 
     /**
-     * @param list<array{mixed, array<string, mixed>}> $kept
-     * @return list<array<string, mixed>>
+     * The first of some rows, in order.
+     *
+     * @param list<mixed> $values what each is ordered by
+     * @param list<array<string, mixed>> $rows
+     * @return array{list<mixed>, list<array<string, mixed>>}
      */
-    private static function first(array $kept, callable $order, int $most): array
+    private static function first(array $values, array $rows, bool $descending, int $most): array
     {
-        usort($kept, $order);
-        return array_column(array_slice($kept, 0, max(0, $most)), 1);
+        // The engine's own sorts keep equal values in their order, and ask no function of ours.
+        $descending ? arsort($values) : asort($values);
+        $values = array_slice($values, 0, max(0, $most), true);
+        $first = [];
+        foreach ($values as $place => $value) {
+            $first[] = $rows[$place];
+        }
+        return [array_values($values), $first];
     }
 }

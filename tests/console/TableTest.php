@@ -162,6 +162,10 @@ final class TableTest extends ConsoleTestCase
             array_map(static fn(int $n) => sprintf('10.1.%d.%d', intdiv($n, 256), $n % 256), [999, 1999, 2999]),
             array_slice(self::first($page), 0, 3),
         );
+        self::assertMatchesRegularExpression('/memory;desc="\d+ kB"$/D', $page->headers['server-timing']);
+        preg_match('/"(\d+) kB"/', $page->headers['server-timing'], $memory);
+        self::assertLessThan(8192, (int) $memory[1], 'kB of a request');
+
         // As deep as can be paged, and no deeper.
         $deep = $console->get('/probe/core1/1/hosts?rows=500&page=2');
         self::assertCount(500, self::first($deep));

@@ -28,6 +28,8 @@ final class HostPage extends Page
     public const PATH = '/probe/{probe}/{interface}/host/{address}';
     public const TITLE = 'Host';
 
+    private const TRAFFIC = 'Traffic since somebody looks';
+
     /** Rows of a panel that are looked at at most. */
     private const MOST = 500;
 
@@ -46,12 +48,11 @@ final class HostPage extends Page
         }
         yield 'facts' => new Facts(fn(): array => $this->facts($interface, $address));
         yield 'traffic' => new Chart(
-            'Traffic since somebody looks',
+            self::TRAFFIC,
             'line',
             'bit/s',
             fn(): array => $this->trend($interface, $address),
             true,
-            'Measuring: the line begins in a few seconds.',
         );
         yield 'panels' => new Panels([
             'protocols' => $this->protocols($interface, $address),
@@ -113,10 +114,14 @@ final class HostPage extends Page
     {
         $row = $this->row($interface, $address) ?? ['nlHostOutOctets' => 0, 'nlHostInOctets' => 0];
         $link = $this->visit->probe()->link;
-        return $this->visit->console->trend()->look(
+        $points = $this->visit->console->trend()->look(
             [$link->host, $link->port, $interface->index, Address::text($address)],
             ['Sends' => 8 * $row['nlHostOutOctets'], 'Receives' => 8 * $row['nlHostInOctets']],
         );
+        // One point is no line.
+        return count($points['x']) > 1
+            ? $points
+            : throw new Waiting('Measuring: the line begins in a few seconds.', self::TRAFFIC);
     }
 
     /** @param list<int> $address */

@@ -6,8 +6,9 @@ namespace Rmon\Console\Pages;
 
 use Rmon\Console\Block\Facts;
 use Rmon\Console\Page;
+use Rmon\Console\Traffic;
 
-/** One interface. */
+/** One interface: what it carries, and who fills it. */
 final class InterfacePage extends Page
 {
     public const PATH = '/probe/{probe}/{interface}';
@@ -22,13 +23,15 @@ final class InterfacePage extends Page
     public function blocks(): iterable
     {
         $interface = $this->visit->interface();
-        yield 'traffic' => HistoryPage::chart($this->visit, 10, 60);
+        yield 'traffic' => HistoryPage::chart($this->visit, InterfacesPage::SECONDS, InterfacesPage::SAMPLES);
+        yield 'panels' => Traffic::panels($this->visit, $interface);
         yield 'facts' => new Facts(function () use ($interface): array {
             $table = $this->visit->probe()->table('ifTable');
-            $cells = $table->readable($interface->row());
+            $row = $interface->row();
+            $cells = $table->readable($row);
             return [
                 'State' => $cells['ifOperStatus'],
-                'Speed' => $cells['ifSpeed'],
+                'Speed' => InterfacesPage::speed($row['ifSpeed']),
                 'Kind' => $cells['ifType'],
                 'MTU' => $cells['ifMtu'],
                 'Address' => $cells['ifPhysAddress'],

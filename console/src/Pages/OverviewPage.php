@@ -7,7 +7,6 @@ namespace Rmon\Console\Pages;
 use Rmon\Alarm\Alarms;
 use Rmon\Console\Block\DataTable;
 use Rmon\Console\Block\Facts;
-use Rmon\Console\Block\Panels;
 use Rmon\Console\Page;
 use Rmon\Console\Table\Field;
 use Rmon\Console\Text;
@@ -37,12 +36,7 @@ final class OverviewPage extends Page
         yield 'interfaces' => InterfacesPage::table($this->visit)->titled('Interfaces')->compact(InterfacesPage::MOST);
         $busiest = $this->busiest();
         if ($busiest !== null) {
-            $on = ' on ' . Text::shown($busiest->name, 20);
-            yield 'panels' => new Panels([
-                'talkers' => Traffic::talkers($this->visit, $busiest)->titled("Top talkers$on")->compact(),
-                'protocols' => Traffic::protocols($this->visit, $busiest)->titled("Protocols$on")->compact(),
-                'servers' => Traffic::servers($this->visit, $busiest)->titled("Slowest servers$on")->compact(),
-            ]);
+            yield 'panels' => Traffic::panels($this->visit, $busiest, ' on ' . Text::shown($busiest->name, 20));
         }
         yield 'lately' => $this->lately();
     }

@@ -64,6 +64,11 @@ final class Field
                 $value = $cell($row);
                 return $known[$value] ??= $values->text($column, $value);
             },
+            // Counts are read by their thousands.
+            in_array($column->unit, ['octets', 'bit/s'], true) => static fn(array $row): string =>
+                $values->text($column, $cell($row)),
+            $column->type->isCounter() || $column->type === Type::Gauge => static fn(array $row): string =>
+                $cell($row) === null ? '' : number_format($cell($row)),
             $column->type === Type::Address => static fn(array $row): string => Address::text($row[$name]),
             default => static fn(array $row): string => $values->text($column, $cell($row)),
         };
