@@ -55,7 +55,6 @@ final class OverviewPage extends Page
             'Missed frames' => $dropped == 0 ? 'none' : Format::whole($dropped) . ' times without room for a frame',
             'Location' => $system['sysLocation'],
             'Contact' => $system['sysContact'],
-            'System' => $system['sysDescr'],
         ], static fn(string $text) => $text !== '');
     }
 
