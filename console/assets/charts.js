@@ -87,8 +87,8 @@ function settings(data) {
         },
       },
       plugins: {
-        legend: { display: round || datasets.length > 1, position: round ? 'right' : 'top', labels: { color: ink, boxWidth: 10, boxHeight: 10 } },
-        tooltip: { callbacks: { label: tip, ...(data.time ? { title: (items) => clock(items[0].parsed.x) } : {}) } },
+        legend: { display: round || data.legend, position: round ? 'right' : 'top', labels: { color: ink, boxWidth: 10, boxHeight: 10 } },
+        tooltip: { callbacks: { label: tip, ...(data.time ? { title: (items) => `${day(items[0].parsed.x)} ${clock(items[0].parsed.x)}` } : {}) } },
       },
     },
   };

@@ -82,12 +82,15 @@ final class Chart implements Block
             'empty' => $x === [] ? ($reason === '' ? $this->empty : $reason) : '',
             'time' => $this->time,
             'zoom' => $this->zoom,
-            'rows' => $this->time ? array_map(static fn(int|float $at) => date('H:i:s', (int) $at), $x) : $x,
+            'rows' => $this->time ? self::clock($x) : $x,
             'series' => $named,
             'json' => json_encode([
                 'kind' => $this->kind,
                 'unit' => $this->unit,
                 'time' => $this->time,
+                // One line that the title tells of needs no name besides.
+                'legend' => count($named) > 1
+                    || $named !== [] && !str_contains($this->title, (string) array_key_first($series)),
                 'x' => $x,
                 'series' => $named,
             ], JSON_THROW_ON_ERROR | JSON_INVALID_UTF8_SUBSTITUTE | JSON_HEX_TAG),
@@ -97,6 +100,18 @@ final class Chart implements Block
     public function isLive(): bool
     {
         return true;
+    }
+
+    /**
+     * Times of day, with the day where there are several.
+     *
+     * @param list<float> $times
+     * @return list<string>
+     */
+    private static function clock(array $times): array
+    {
+        $long = $times !== [] && max($times) - min($times) >= 86400;
+        return array_map(static fn(float $at) => date($long ? 'Y-m-d H:i:s' : 'H:i:s', (int) $at), $times);
     }
 
     /**
