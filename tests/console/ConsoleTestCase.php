@@ -29,13 +29,17 @@ abstract class ConsoleTestCase extends AgentTestCase
      * @param array<string, BundledAgent|ScriptedAgent|int> $probes by name; a number is a port
      * @param string $more further lines of its configuration
      */
-    protected function console(array $probes, string $more = '', string $settings = 'sign_in = off'): Served
-    {
+    protected function console(
+        array $probes,
+        string $more = '',
+        string $settings = 'sign_in = off',
+        int $workers = 1,
+    ): Served {
         $text = "[console]\nstate = STATE\n$settings\n";
         foreach ($probes as $name => $probe) {
             $port = is_int($probe) ? $probe : $probe->port;
             $text .= "[probe $name]\nhost = 127.0.0.1\nport = $port\n";
         }
-        return $this->served[] = new Served($text . $more);
+        return $this->served[] = new Served($text . $more, $workers);
     }
 }

@@ -70,6 +70,26 @@ final class ProbesTest extends ConsoleTestCase
         self::assertSame(200, $console->get('/probe/core1')->status, 'the link that is kept is made anew');
     }
 
+    public function testAPageThatWaitsHoldsUpNoOtherOfTheSameBrowser(): void
+    {
+        // It is there when it is asked for, and then says nothing: the module waits 25 seconds.
+        $hung = $this->scripted(\reply(''), \no_answer());
+        $console = $this->console(['core1' => $this->bundled(), 'hung' => $hung], '', 'sign_in = off', 3);
+        // The browser has a session, as there is a form on the page.
+        $console->get('/probe/core1/settings');
+        self::assertArrayHasKey('rmon_session', $console->cookies);
+        $waiting = $console->begin('/probe/hung/settings');
+        \expect_soon(2, fn() => count($hung->calls(2)), 'calls that reached the agent');
+        $begun = hrtime(true);
+        for ($page = 1; $page <= 4; $page++) {
+            self::assertSame(200, $console->get('/probe/core1/settings')->status);
+        }
+        self::assertLessThan(15, (hrtime(true) - $begun) / 1e9);
+        stream_set_blocking($waiting, false);
+        self::assertSame('', fread($waiting, 100), 'the other one still waits');
+        fclose($waiting);
+    }
+
     public function testAnInterfaceThatIsNotThere(): void
     {
         $console = $this->console(['core1' => $this->bundled()]);

@@ -84,9 +84,28 @@ final class Served
 
     public function end(): void
     {
-        proc_terminate($this->process, 15);
+        // PHP's server ends without its workers.
+        $pid = proc_get_status($this->process)['pid'];
+        $workers = explode(' ', trim((string) @file_get_contents("/proc/$pid/task/$pid/children")));
+        foreach (array_filter($workers) as $worker) {
+            posix_kill((int) $worker, SIGKILL);
+        }
+        proc_terminate($this->process, SIGKILL);
         proc_close($this->process);
         exec('rm -rf ' . escapeshellarg($this->directory));
+    }
+
+    /**
+     * Asks for a page and doesn't wait for it.
+     *
+     * @return resource the connection, on which the answer will come
+     */
+    public function begin(string $path): mixed
+    {
+        $socket = stream_socket_client("tcp://127.0.0.1:$this->port");
+        $cookies = http_build_query($this->cookies, '', '; ');
+        fwrite($socket, "GET $path HTTP/1.0\r\nHost: 127.0.0.1:$this->port\r\nCookie: $cookies\r\n\r\n");
+        return $socket;
     }
 
     /** @param array<string, string> $headers */
