@@ -140,6 +140,7 @@ final class MeasuredPagesTest extends ConsoleTestCase
             );
             self::assertEqualsWithDelta(8 * 146 / reset($samples)->seconds(), reset($values), 0.001);
             self::assertStringContainsString('tells no speed', implode($page->texts('//*[@id="utilization"]')));
+            self::assertSame([''], array_unique(array_column($page->table('samples'), 3)), 'nor in the table');
             self::assertStringContainsString('No error', implode($page->texts('//*[@id="errors"]')));
             self::assertSame('146 B', implode($page->texts('//*[@id="about"]//dd[preceding-sibling::dt="Carried"]')));
             self::assertStringNotContainsString('<!DOCTYPE', $console->get("$path?every=1&part=packets")->body);

@@ -27,8 +27,8 @@ final class AlarmsPage extends Page
     public const TITLE = 'Alarms, events, log';
     public const GROUP = 'Probe';
 
-    /** Entries of each event's log that are shown. */
-    private const ENTRIES = 100;
+    /** Entries of each event's log that are shown; each is a call to the agent. */
+    private const ENTRIES = 50;
 
     private const STATES = ['high' => "\u{25b2} high", 'low' => "\u{25bc} low", 'between' => 'between'];
 

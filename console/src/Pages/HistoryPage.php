@@ -55,6 +55,8 @@ final class HistoryPage extends Page
     /** @var array<int, array<string, mixed>>|null rows of historyControlTable by interval */
     private ?array $controls = null;
 
+    private ?bool $hasSpeed = null;
+
     /** @var array{Series, float}|null all samples, and the time of day at which they were read */
     private ?array $read = null;
 
@@ -76,8 +78,8 @@ final class HistoryPage extends Page
                 'area',
                 '%',
                 ['Utilization' => static fn(Sample $sample) => $sample->row['etherHistoryUtilization'] / 100],
-                fn(): string => $this->visit->interface()->row()['ifSpeed'] === 0
-                    ? 'Of how much is not known: the interface tells no speed.' : '',
+                fn(): string => $this->hasSpeed()
+                    ? '' : 'Of how much is not known: the interface tells no speed.',
             ),
             'errors' => $this->lines(
                 'Errors and drops',
@@ -170,10 +172,12 @@ final class HistoryPage extends Page
             $number(
                 'etherHistoryUtilization',
                 'Utilization',
-                static fn(Sample $sample) => $sample->row['etherHistoryUtilization'],
+                fn(Sample $sample) => $this->hasSpeed() ? $sample->row['etherHistoryUtilization'] : null,
                 Format::utilization(...),
                 'etherHistoryUtilization: hundredths of a percent',
-            )->bar(static fn(array $row) => min(1.0, $row['sample']->row['etherHistoryUtilization'] / 10000)),
+            )->bar(fn(array $row) => $this->hasSpeed()
+                ? min(1.0, $row['sample']->row['etherHistoryUtilization'] / 10000)
+                : null),
             $number(
                 'etherHistoryOctets',
                 'Octets',
@@ -194,6 +198,12 @@ final class HistoryPage extends Page
             }
             return $rows;
         }, 'No sample was taken in this time.')->titled('Samples');
+    }
+
+    /** Whether the interface tells a speed, without which there is no utilization. */
+    private function hasSpeed(): bool
+    {
+        return $this->hasSpeed ??= $this->visit->interface()->row()['ifSpeed'] !== 0;
     }
 
     private function wereErrors(): bool
