@@ -5,7 +5,6 @@ declare(strict_types=1);
 namespace Rmon\Tests;
 
 use PHPUnit\Framework\Attributes\DataProvider;
-use PHPUnit\Framework\TestCase;
 use Rmon\Exception\BadArgument;
 use Rmon\Exception\UnknownName;
 use Rmon\Schema\Catalog;
@@ -15,7 +14,7 @@ use Rmon\Voice\EModel;
 use Rmon\Voice\Phone;
 
 /** Calls in the words of all three monitors, and what the E-model makes of them. */
-final class VoiceTest extends TestCase
+final class VoiceTest extends AgentTestCase
 {
     /** A row of a table in which all is 0 or empty but what is given. */
     private static function row(string $table, array $values): array
@@ -188,6 +187,23 @@ final class VoiceTest extends TestCase
         self::assertSame([4, 2, 7, 4294967295, 9], [
             $phone->calls, $phone->lost, $phone->jitter, $phone->worstLost, $phone->worstJitter,
         ]);
+    }
+
+    public function testMoreCallsThanAreReadAtATime(): void
+    {
+        $scenario = "[mgcp phone one]\nnumber = 1\n[mgcp phone two]\nnumber = 2\n"
+            . str_repeat("[mgcp call]\ncaller = one\ncallee = two\n", 95);
+        $agent = $this->bundled('--voice', \file_of($scenario));
+        $voice = $this->probe($agent)->voice('mgcp');
+        $indexes = static fn() => array_map(
+            static fn(Call $call) => $call->index,
+            self::listOf($voice->calls()),
+        );
+        \expect_soon(range(1, 95), $indexes, 'all calls, each once');
+        self::assertSame(['1', '2'], array_map(
+            static fn(Phone $phone) => $phone->party->number,
+            self::listOf($voice->phones()),
+        ));
     }
 
     public function testAMonitorThatThereIsNot(): void
