@@ -7,7 +7,12 @@ namespace Rmon\Console\Pages;
 use Rmon\Console\Block\Chart;
 use Rmon\Console\Block\DataTable;
 use Rmon\Console\Page;
+use Rmon\Console\Table\Field;
 use Rmon\ControlRows;
+use Rmon\Format;
+use Rmon\Rates;
+use Rmon\Reading;
+use Rmon\Table;
 
 /** An interface's frames by kind and size, and its errors. */
 final class EthernetPage extends Page
@@ -35,6 +40,40 @@ final class EthernetPage extends Page
             $counts = array_map(static fn(string $column) => $stats[$column] ?? null, array_values(self::SIZES));
             return ['x' => array_map(strval(...), array_keys(self::SIZES)), 'series' => ['Frames' => $counts]];
         });
-        yield 'statistics' => DataTable::of($this->visit, static fn() => $table)->titled('Counters');
+        yield 'counters' => DataTable::ofRows([
+            Field::text('counter', 'What', static fn(array $row): string => $row['heading']),
+            Field::number('rate', 'Now', static fn(array $row): ?float => $row['rate'], Format::whole(...))
+                ->reading(static fn(array $row): string => $row['shown']),
+            Field::number(
+                'total',
+                'Since counting began',
+                static fn(array $row): int|float => $row['total'],
+                static fn(int|float $count): string => number_format($count),
+            ),
+        ], fn(): array => $this->counters($table))->titled('Counters');
+    }
+
+    /** @return list<array{heading: string, rate: float|null, shown: string, total: int|float}> */
+    private function counters(Table $table): array
+    {
+        $stats = $table->get() ?? [];
+        $measured = $this->visit->console->sampler()->measure($table, 'etherStatsOctets');
+        $rate = $measured?->rates[Reading::key($table->schema, $stats)] ?? null;
+        $rows = [];
+        foreach (array_keys(Rates::counters($table->schema)) as $name) {
+            $octets = $table->schema->columns[$name]->unit === 'octets';
+            $now = $octets ? $rate?->bitsPerSecond($name) : $rate?->perSecond($name);
+            $rows[] = [
+                'heading' => Field::words($table->schema->heading($name)),
+                'rate' => $now,
+                'shown' => match (true) {
+                    $now === null => '',
+                    $octets => Format::bitsPerSecond($now),
+                    default => Format::scaled($now, '/s'),
+                },
+                'total' => $stats[$name],
+            ];
+        }
+        return $rows;
     }
 }

@@ -12,6 +12,7 @@ use Rmon\Console\Table\Field;
 use Rmon\Exception\RmonException;
 use Rmon\Format;
 use Rmon\Presence;
+use Rmon\Reading;
 
 /** All probes: whether each is up, since when, and what its busiest interface carries. */
 final class ProbesPage extends Page
@@ -31,7 +32,8 @@ final class ProbesPage extends Page
             Field::number('uptime', 'Up for', static fn(array $row) => $row['uptime'], Format::ticks(...)),
             Field::text('name', 'Name', static fn(array $row): string => $row['name']),
             Field::text('busiest', 'Busiest interface', static fn(array $row): string => $row['busiest']),
-            Field::number('octets', 'Octets', static fn(array $row) => $row['octets'], Format::octets(...)),
+            Field::number('rate', 'Traffic there', static fn(array $row) => $row['rate'], Format::bitsPerSecond(...)),
+            Field::number('octets', 'Octets in all', static fn(array $row) => $row['octets'], Format::octets(...)),
         ];
         yield 'probes' => DataTable::ofRows($fields, $this->rows(...));
     }
@@ -57,19 +59,26 @@ final class ProbesPage extends Page
         try {
             $probe = $this->visit->console->link($configured);
             $system = $probe->system();
+            $table = $probe->table('ifTable');
+            $measured = $this->visit->console->sampler()->measure($table, 'ifInOctets');
             $busiest = null;
-            foreach ($probe->table('ifTable') as $row) {
-                $octets = $row['ifInOctets'] + $row['ifOutOctets'];
-                if ($busiest === null || $octets > $busiest[1]) {
-                    $busiest = [$row['ifDescr'], $octets];
+            foreach ($table as $row) {
+                $rate = $measured?->rates[Reading::key($table->schema, $row)] ?? null;
+                $bits = $rate === null ? null
+                    : ($rate->bitsPerSecond('ifInOctets') ?? 0) + ($rate->bitsPerSecond('ifOutOctets') ?? 0);
+                // By what it carries now, and by what it has carried until that is known.
+                $load = [$bits, $row['ifInOctets'] + $row['ifOutOctets']];
+                if ($busiest === null || $load > $busiest['load']) {
+                    $busiest = ['load' => $load, 'name' => $row['ifDescr']];
                 }
             }
             return [
                 'state' => 'up',
                 'uptime' => $system['sysUpTime'],
                 'name' => $system['sysName'],
-                'busiest' => $busiest[0] ?? '',
-                'octets' => $busiest[1] ?? null,
+                'busiest' => $busiest['name'] ?? '',
+                'rate' => $busiest['load'][0] ?? null,
+                'octets' => $busiest['load'][1] ?? null,
             ];
         } catch (RmonException $failure) {
             return self::down(Problem::of($failure)->title);
@@ -79,6 +88,7 @@ final class ProbesPage extends Page
     /** @return array<string, mixed> */
     private static function down(string $why): array
     {
-        return ['state' => "down: $why", 'uptime' => null, 'name' => '', 'busiest' => '', 'octets' => null];
+        return ['state' => "down: $why", 'uptime' => null, 'name' => '', 'busiest' => '']
+            + ['rate' => null, 'octets' => null];
     }
 }

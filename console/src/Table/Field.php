@@ -128,6 +128,16 @@ final class Field
         return new self($name, $heading, '', false, $text, $exact, $time, true, $time);
     }
 
+    /**
+     * The same, read in another way: a number whose unit is the row's own.
+     *
+     * @param Closure(array): string $text
+     */
+    public function reading(Closure $text): self
+    {
+        return $this->with(text: $text);
+    }
+
     /** The same, with a link where it leads to something. */
     public function linked(Closure $link): self
     {
@@ -212,7 +222,7 @@ final class Field
     }
 
     /** "OutOctets" as people read it: "Out octets". */
-    private static function words(string $heading): string
+    public static function words(string $heading): string
     {
         $words = preg_replace('/(?<=[a-z0-9])(?=[A-Z])|(?<=[A-Z])(?=[A-Z][a-z])/', ' ', $heading);
         $small = static fn(array $match): string => strtolower($match[0]);
@@ -226,13 +236,14 @@ final class Field
         ?Closure $picture = null,
         ?Closure $mark = null,
         ?float $limit = null,
+        ?Closure $text = null,
     ): self {
         return new self(
             $this->name,
             $heading ?? $this->heading,
             $this->hint,
             $this->number,
-            $this->text,
+            $text ?? $this->text,
             $this->exact,
             $this->order,
             $this->first,
