@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Rmon\Console;
 
 use Rmon\Exception\BadArgument;
+use Rmon\Console\Block\Waiting;
 use Rmon\Exception\ConnectionFailed;
 use Rmon\Exception\RmonException;
 use Rmon\Exception\UnknownName;
@@ -118,6 +119,13 @@ final class Console
     /** What somebody sees in the place of a page. */
     private function failed(Visit $visit, Throwable $failure): Response
     {
+        if ($failure instanceof Waiting) {
+            // Of a download: a page says so in the place of the block.
+            return new Response("{$failure->getMessage()}\n", 503, [
+                'Content-Type' => 'text/plain; charset=utf-8',
+                'Retry-After' => '2',
+            ]);
+        }
         if ($failure instanceof Refusal && $failure->status === 401) {
             return Response::seeOther('/sign-in?to=' . rawurlencode($visit->address()));
         }

@@ -140,6 +140,22 @@ final class TableTest extends ConsoleTestCase
         self::assertSame(404, $console->get('/probe/core1/1/hosts?format=csv&part=nothing')->status);
     }
 
+    public function testRatesAreThereAtTheSecondLook(): void
+    {
+        $console = $this->hosts(3);
+        $path = '/probe/core1/1/hosts?since=now';
+        $early = $console->get("$path&format=json&part=hosts");
+        self::assertSame([503, '2'], [$early->status, $early->headers['retry-after'] ?? '']);
+        \expect_soon(200, fn() => $console->get("$path&format=json&part=hosts")->status, 'two looks');
+        // The capture is at its end: nobody sends any more.
+        self::assertSame("[]\n", $console->get("$path&format=json&part=hosts")->body);
+        self::assertSame(
+            ['No host sent anything in the last seconds.'],
+            $console->get($path)->texts('//p[@class="empty"]'),
+        );
+        self::assertSame('', $console->log());
+    }
+
     public function testOnePartAlone(): void
     {
         $console = $this->hosts(3);
