@@ -86,7 +86,7 @@ async function reached(from, console = open) {
       }
     }
   }
-  return { found, missing: pages.filter((page) => !page.everybody && !found.has(page.name)).map((page) => page.name) };
+  return { found, links: seen, missing: pages.filter((page) => !page.everybody && !found.has(page.name)).map((page) => page.name) };
 }
 
 test('links lead to every page', async () => {
@@ -187,6 +187,79 @@ test('hosts: numbers, order, filter, columns, paging, downloads', async () => {
   await context.close();
 });
 
+test('what the capture holds, by protocol, conversation, VLAN, priority and class', async () => {
+  const rows = async (address) => (await fetch(`${open.address}/probe/demo/office/${address}&format=json&all=1`)).json();
+  const table = (list, key, ...values) => Object.fromEntries(list.map((row) => [key(row), values.map((name) => row[name])]));
+  const expected = (name, key = (text) => text) => Object.fromEntries(Object.entries(known.office[name]).map(([text, row]) => [key(text), [row.octets, row.pkts]]));
+  assert.deepEqual(table(await rows('protocols?part=tree'), (row) => row.protocol, 'octets', 'packets'), expected('protocols'));
+  assert.deepEqual(table(await rows('conversations?part=conversations'), (row) => `${row.nlMatrixSDSourceAddress} ${row.nlMatrixSDDestAddress}`, 'nlMatrixSDOctets', 'nlMatrixSDPkts'), expected('conversations'));
+  assert.deepEqual(table(await rows('vlans?part=vlans'), (row) => row.smonVlanIdStatsId, 'smonVlanIdStatsTotalOctets', 'smonVlanIdStatsTotalPkts'), expected('vlans'));
+  const priorities = (await rows('vlans?part=priorities')).filter((row) => row.smonPrioStatsPkts > 0);
+  assert.deepEqual(table(priorities, (row) => row.smonPrioStatsId, 'smonPrioStatsOctets', 'smonPrioStatsPkts'), expected('priorities'));
+  const html = await (await fetch(`${open.address}/probe/demo/office/services`)).text();
+  const profile = /href="[^"]*profile=(\d+)[^"]*"[^>]*>each DSCP/.exec(html)[1];
+  const classes = await rows(`services?part=classes&profile=${profile}`);
+  assert.deepEqual(table(classes, (row) => /DSCP (\d+)/.exec(row.class)[1], 'octets', 'packets'), expected('dscps'));
+  const addresses = await rows('addresses?part=addresses');
+  const own = addresses.find((row) => row.addressMapNetworkAddress === '10.0.10.23');
+  assert.match(own.addressMapPhysicalAddress, /^02:00:5e:0a:00:/i);
+});
+
+test('links of pages lead somewhere', async () => {
+  const { found, links } = await reached('/probe/live');
+  // Views of a page differ by what their links say besides: one of each kind is enough.
+  const kinds = new Map();
+  for (const link of links) {
+    const [path, query = ''] = link.split('?');
+    const page = path.split('/').slice(0, 5).map((part, at) => (at === 2 ? 'probe' : part)).join('/');
+    const words = query.replaceAll(/(behind|from|filter|columns|rows|buffer|frames|download)=[^&]*/g, '$1').split('&').sort().join('&');
+    if (path.startsWith('/probe/live') || path === '/') kinds.set(`${page}?${words}`, link);
+  }
+  assert.ok(kinds.size > found.size, `${kinds.size} kinds of links`);
+  const bad = [];
+  for (const link of kinds.values()) {
+    const answer = await fetch(open.address + link);
+    if (answer.status !== 200) bad.push(`${answer.status} ${link}`);
+    await answer.arrayBuffer();
+  }
+  assert.deepEqual(bad, []);
+});
+
+test('a capture: a filter in usual words, frames that come, a file that has them', async () => {
+  const { page, context, fine } = await visitor({ refresh: '2' });
+  await page.goto('/probe/live/office/capture');
+  await page.locator('form.inputs input[name=filter]').fill('udp or icmp');
+  await page.locator('form.inputs button[type=submit]').first().click();
+  assert.match(await page.locator('main').textContent(), /udp or icmp/, 'what will change is shown');
+  await page.locator('form.sure button[type=submit]').click();
+  await page.waitForURL(/capture$/);
+  const frames = () => world.ask(live.port, 'rows', 'bufferControlTable')[0]?.bufferControlCapturedPackets ?? 0;
+  await world.until('frames', () => frames() > 20);
+  await page.waitForFunction(() => [...document.querySelectorAll('#captures tbody td.number')].some((cell) => Number(cell.textContent) > 20), null, { timeout: 15000 });
+  const file = await context.request.get(await page.locator('#captures a', { hasText: 'download' }).first().getAttribute('href'));
+  const bytes = await file.body();
+  assert.equal(bytes.readUInt32LE(0) === 0xa1b2c3d4 || bytes.readUInt32LE(0) === 0xa1b23c4d, true, 'a capture file');
+  let count = 0;
+  for (let at = 24; at < bytes.length; count++) {
+    const length = bytes.readUInt32LE(at + 8);
+    const frame = bytes.subarray(at + 16, at + 16 + length);
+    const type = frame.readUInt16BE(12) === 0x8100 ? 16 : 12;
+    const protocol = frame.readUInt16BE(type) === 0x0800 ? frame[type + 11] : frame[type + 8];
+    assert.ok([1, 17, 58].includes(protocol), `frame ${count} is of protocol ${protocol}`);
+    at += 16 + length;
+  }
+  assert.ok(count > 20, `${count} frames`);
+  await page.goto('/probe/live/office/capture?frames=1');
+  assert.ok((await page.locator('#frames tbody tr').count()) > 20);
+  await page.evaluate(() => document.querySelectorAll('details').forEach((details) => { details.open = true; }));
+  await page.locator('form.inputs', { has: page.locator('select[name=buffer]') }).locator('button[type=submit]').click();
+  await page.locator('form.sure button[type=submit]').click();
+  await world.until('its rows to be gone', () => world.ask(live.port, 'rows', 'channelTable').length === 0);
+  assert.deepEqual(world.ask(live.port, 'rows', 'filterTable'), []);
+  fine();
+  await context.close();
+});
+
 test('charts have the points that the library has', async () => {
   const { page, context, fine } = await visitor();
   await show(page, '/probe/demo/office/history');
@@ -221,8 +294,9 @@ test('a hundred thousand hosts: a page is one page, wherever it is', async () =>
   assert.equal((await cells(page)).length, 100);
   assert.ok(Date.now() - begun < 20000, `${Date.now() - begun} ms`);
   const first = (await cells(page)).map((row) => row.join(' '));
+  const before = await page.locator('tbody tr').first().textContent();
   await page.locator('.paging a[rel=next]').click();
-  await page.waitForFunction((before) => document.querySelector('tbody tr')?.textContent !== before, await page.locator('tbody tr').first().textContent());
+  await page.waitForFunction((text) => document.querySelector('tbody tr')?.textContent !== text, before);
   assert.equal((await cells(page)).filter((row) => first.includes(row.join(' '))).length, 0);
   for (const name of ['east', 'west']) {
     await show(page, `/probe/crowded/${name}/hosts?rows=100&sort=nlHostAddress`);
