@@ -120,8 +120,12 @@ final class ConversationsPage extends Page
                 ...$fields,
                 Field::number('rate', 'Rate', static fn(array $row): float => $row['rate'], Format::bitsPerSecond(...))
                     ->bar(static fn(array $row): float => $row['share']),
-                Field::number('packets', 'Packets/s', static fn(array $row): ?float => $row['packets'],
-                    static fn(float $packets): string => number_format($packets, $packets < 10 ? 1 : 0)),
+                Field::number(
+                    'packets',
+                    'Packets/s',
+                    static fn(array $row): ?float => $row['packets'],
+                    static fn(float $packets): string => number_format($packets, $packets < 10 ? 1 : 0),
+                ),
             ],
             fn(): array => $this->rates($interface, $prefix),
             'Nobody talked in the last seconds.',
