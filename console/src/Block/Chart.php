@@ -70,6 +70,10 @@ final class Chart implements Block
     {
         $reason = $this->reason === null ? '' : ($this->reason)();
         $data = $reason === '' ? ($this->data)() : ['x' => [], 'series' => []];
+        if ($this->time && array_filter(array_merge(...array_values($data['series'])), is_numeric(...)) === []) {
+            // Axes around gaps alone say less than why there is nothing.
+            $data = ['x' => [], 'series' => []];
+        }
         $series = self::fewest($data['series']);
         $named = [];
         foreach ($series as $name => $values) {
