@@ -89,7 +89,8 @@ final class CapturePage extends Page
             'Nothing is captured on this interface.',
         )->titled('Captures')->sortedBy('-capture')->beside('captures');
         $chosen = $this->visit->query('frames');
-        if ($chosen !== '') {
+        // One that was removed meanwhile is in the list no more, and that is all.
+        if (in_array($chosen, array_map(strval(...), array_column($this->captures($interface), 'buffer')), true)) {
             yield 'frames' => $this->frames($chosen);
         }
         if ($this->visit->mayChange() && $this->own($interface) !== []) {
