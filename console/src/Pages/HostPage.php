@@ -7,12 +7,14 @@ namespace Rmon\Console\Pages;
 use Closure;
 use Rmon\Address;
 use Rmon\Console\Block\Chart;
+use Rmon\Console\Block\Choices;
 use Rmon\Console\Block\DataTable;
 use Rmon\Console\Block\Facts;
 use Rmon\Console\Block\Panels;
 use Rmon\Console\Block\Waiting;
 use Rmon\Console\Links;
 use Rmon\Console\Page;
+use Rmon\Console\Pages;
 use Rmon\Console\Refusal;
 use Rmon\Console\Table\Field;
 use Rmon\ControlRows;
@@ -47,6 +49,7 @@ final class HostPage extends Page
             throw Refusal::notFound('The address of the page is no network address.');
         }
         yield 'facts' => new Facts(fn(): array => $this->facts($interface, $address));
+        yield 'further' => new Choices($this->further(...));
         yield 'traffic' => new Chart(
             self::TRAFFIC,
             'line',
@@ -62,6 +65,28 @@ final class HostPage extends Page
             'server' => $this->served($interface, $address),
             'client' => $this->asked($interface, $address),
         ]);
+    }
+
+    /**
+     * Pages that show more of this host.
+     *
+     * @return array<string, list<array{string, string, bool}>>
+     */
+    private function further(): array
+    {
+        $address = $this->visit->parameters['address'];
+        $pages = [
+            ['its conversations', ConversationsPage::class, $address],
+            ['its response times', ResponseTimesPage::class, $address],
+            ['capture its frames', CapturePage::class, "host $address"],
+        ];
+        $links = [];
+        foreach ($pages as [$title, $page, $filter]) {
+            if (in_array($page, Pages::ALL, true)) {
+                $links[] = [$title, $this->visit->to($page, [], ['filter' => $filter]), false];
+            }
+        }
+        return ['Look at' => $links];
     }
 
     /**
@@ -119,7 +144,7 @@ final class HostPage extends Page
             ['Sends' => 8 * $row['nlHostOutOctets'], 'Receives' => 8 * $row['nlHostInOctets']],
         );
         // One point is no line.
-        return count($points['x']) > 1
+        return count(array_filter($points['series']['Sends'], is_float(...))) > 1
             ? $points
             : throw new Waiting('Measuring: the line begins in a few seconds.', self::TRAFFIC);
     }
