@@ -122,6 +122,7 @@ inline const uint8_t *take(XDR *xdrs, uint8_t *spare, uint32_t size)
 uint8_t *room(XDR *xdrs, uint8_t *spare, uint32_t size)
 {
     int32_t *out = XDR_INLINE(xdrs, size);
+    // cppcheck-suppress uninitvar ; the caller fills what it gets
     return out ? reinterpret_cast<uint8_t *>(out) : spare;
 }
 

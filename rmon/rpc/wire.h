@@ -228,6 +228,7 @@ template <class Field> struct field_plan {
         std::is_empty_v<Field> || aligned(member_offsets<Field>.back(), alignof(Field)) == sizeof(Field),
         "the record has padding that the rule of the ABI does not give");
 
+    // cppcheck-suppress duplInheritedMember ; the specializations below are others
     static constexpr void add(draft &plan, uint32_t offset)
     {
         add_members(plan, member_offsets<Field>.data(), offset, member_types<Field>{});
