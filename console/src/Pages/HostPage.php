@@ -14,7 +14,6 @@ use Rmon\Console\Block\Panels;
 use Rmon\Console\Block\Waiting;
 use Rmon\Console\Links;
 use Rmon\Console\Page;
-use Rmon\Console\Pages;
 use Rmon\Console\Refusal;
 use Rmon\Console\Table\Field;
 use Rmon\ControlRows;
@@ -82,9 +81,7 @@ final class HostPage extends Page
         ];
         $links = [];
         foreach ($pages as [$title, $page, $filter]) {
-            if (in_array($page, Pages::ALL, true)) {
-                $links[] = [$title, $this->visit->to($page, [], ['filter' => $filter]), false];
-            }
+            $links[] = [$title, $this->visit->to($page, [], ['filter' => $filter]), false];
         }
         return ['Look at' => $links];
     }
