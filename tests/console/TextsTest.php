@@ -51,7 +51,7 @@ final class TextsTest extends ConsoleTestCase
             $answer = $console->get($path);
             self::assertSame(200, $answer->status, $path);
             self::assertStringNotContainsString('<script>alert', $answer->body, $path);
-            self::assertSame([], $answer->texts('//main//bdi[contains(., "ranaway")]'), "$path: a template's words ran");
+            self::assertSame([], $answer->texts('//main//bdi[contains(., "ranaway")]'), "$path: a template ran");
             self::assertSame(0, $answer->page()->query('//*[@onmouseover]')->length, $path);
         }
         $cells = array_merge(...$console->get('/probe/core1/table/eventTable')->table('rows'));
