@@ -110,7 +110,7 @@ bool resolve(const char *host, in_addr &address)
     return true;
 }
 
-/** Why the last connect failed that did: "10.1.200.7:9911: RPC: ...". The warning has no room for it. */
+/** Why the last failed connect failed: "10.1.200.7:9911: RPC: ...". The warning has no room for it. */
 char failed_connect[512];
 
 void keep_failure(const sockaddr_in &address)

@@ -34,7 +34,7 @@ void register_link_types(int module_number);
  */
 CLIENT *clnt_rmon_create(const char *host);
 
-/** Why the last TCP connection that failed did; empty when none has failed in this process. */
+/** Why the last failed TCP connection failed; empty when none has failed in this process. */
 const char *last_failed_connect();
 
 } // namespace rmon

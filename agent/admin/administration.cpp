@@ -169,9 +169,7 @@ rmonrpc_ipconfig_t sys_ipconf_get(probe &agent, const int32_t &interface_index)
     }
     if (agent.interfaces.rows.contains(interface_index))
         return machine_addresses(wanted, wanted == way.interface_index ? way.gateway : 0);
-    rmonrpc_ipconfig_t none{};
-    none.status = no_such_name;
-    return none;
+    return no_such_row<rmonrpc_ipconfig_t>();
 }
 
 int32_t sys_ipconf_set(probe &agent, const rmonrpc_ipconfig_t &request)

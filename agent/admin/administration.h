@@ -24,7 +24,7 @@ struct administration {
     std::optional<std::vector<std::string>> resolvers;
 };
 
-/** Of an interface; 0 is the one over which the machine reaches the world. */
+/** Of an interface; 0 is the one of the default route. */
 rmonrpc_ipconfig_t sys_ipconf_get(probe &agent, const int32_t &interface_index);
 int32_t sys_ipconf_set(probe &agent, const rmonrpc_ipconfig_t &request);
 
@@ -45,10 +45,10 @@ int32_t data_port_config(probe &agent, const rmonrpc_row_key2_t &key);
 /** Done when a set is answered, unless what it set could not be written. */
 int32_t rmon_data_sync_completed(probe &agent);
 
-/** Nobody is there to be told of a new address. */
+/** There is no other part to tell of a new address. */
 int32_t tambo_send_ip_change(probe &agent);
 
-/** Nobody is there to be asked for the time. */
+/** There is no other part to ask for the time. */
 int32_t tambo_send_time_poll(probe &agent);
 
 /** What is kept over a restart. */

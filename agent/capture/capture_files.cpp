@@ -20,7 +20,7 @@ constexpr int frames_in_a_round = 4096;
 /** A pause of the recording that is longer is cut to this: the recording's clock was set. */
 constexpr int64_t max_pause = 60 * 60 * int64_t{1000000};
 
-/** Octets; what a file claims beyond is no frame's length. */
+/** Octets of the longest frame; longer claims are cut to it. */
 constexpr uint32_t max_frame = 1 << 20;
 
 /** Microseconds between the last frame of a recording and its first one, so that a short one leaves time to
@@ -34,13 +34,13 @@ int64_t now_us()
     return int64_t{now.tv_sec} * 1000000 + now.tv_nsec / 1000;
 }
 
-/** Has the file's turn come in so many microseconds: at once with 0. */
+/** Schedules the file's next turn, in microseconds from now. */
 void wake_in(capture_file &file, int64_t delay)
 {
     delay = std::max<int64_t>(delay, 0);
     itimerspec when{};
     when.it_value.tv_sec = static_cast<time_t>(delay / 1000000);
-    when.it_value.tv_nsec = delay % 1000000 * 1000 + 1; // all zeros would be never
+    when.it_value.tv_nsec = delay % 1000000 * 1000 + 1; // a time of zeros would stop the timer
     timerfd_settime(file.timer, 0, &when, nullptr);
 }
 
@@ -117,7 +117,7 @@ std::string name_of(const std::string &path, const pcapng_interface &iface)
 
 enum class next_frame { there, skipped, none };
 
-/** Damage is told, and is the end. */
+/** Reports damage, at which the file ends. */
 next_frame tell_damage(capture_file &file, const char *what)
 {
     std::fprintf(stderr, "rmon-agent: %s: %s\n", file.path.c_str(), what);
@@ -193,7 +193,7 @@ void count_interface(capture_file &file)
         counters.multicast++;
 }
 
-/** Back to the beginning of the file. False when that is not possible, which is told. */
+/** Back to the beginning of the file. False, after a report, when that is not possible. */
 bool begin_again(capture_file &file)
 {
     if (!file.capture) {

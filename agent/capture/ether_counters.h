@@ -15,13 +15,13 @@
 /** Of the frame check sequence, which captures and the kernel's counters leave out. */
 inline constexpr uint32_t fcs_octets = 4;
 
-/** Frames of other lengths are no good ones, whatever is in them. */
+/** Frames of other lengths count as bad ones, whatever they carry. */
 inline bool is_good_length(uint32_t length)
 {
     return length >= 64 && length <= 1518;
 }
 
-/** Of a MAC address: to more than one. */
+/** The bit of a MAC address that tells a group, broadcast included. */
 inline bool is_group(const uint8_t *mac)
 {
     return mac[0] & 1;
@@ -57,7 +57,7 @@ inline void count_frame(ether_counters &counters, const uint8_t *frame, uint32_t
 {
     counters.pkts++;
     counters.octets += length;
-    // Broadcast and multicast are told of good frames only, and those have 64 to 1518 octets.
+    // Only good frames, those of 64 to 1518 octets, count as broadcast or multicast.
     if (length < 64) {
         counters.undersize_pkts++;
         return;

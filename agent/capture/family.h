@@ -27,7 +27,7 @@ struct family {
     /** An interface came, or is not as it was before. */
     void (*interface_changed)(probe &agent, int32_t index) = nullptr;
     void (*interface_gone)(probe &agent, int32_t index) = nullptr;
-    /** The directory counts other protocols than before, or less of them. */
+    /** The directory counts other protocols than before, or fewer of them. */
     void (*protocols_changed)(probe &agent) = nullptr;
     /** A protocol is about to leave the directory. */
     void (*protocol_gone)(probe &agent, const protocol &which) = nullptr;

@@ -3,7 +3,7 @@
  * at the result.
  *
  * Everything points into the captured bytes, which are the capture's and gone
- * after the frame was counted. Nothing here was checked for sense: lengths that
+ * after the frame was counted. Nothing here was checked for plausibility: lengths that
  * a header states are cut to what the frame has room for, and a header that was
  * not captured whole counts as not there, but for the ports in front of it.
  */

@@ -55,7 +55,7 @@ interface_news hear_interfaces(interface_table &table, uint32_t up_time);
 /** One interface, its counters fetched afresh. Null when the kernel has it no more. */
 interface *fetch_interface(interface_table &table, int32_t index);
 
-/** True for what carries Ethernet frames: adapters, their virtual kin, and the loopback. */
+/** True for what carries Ethernet frames: adapters, virtual ones too, and the loopback. */
 bool is_ethernet_like(const interface &iface);
 
 /** What may be a data source: carries Ethernet frames, and is one of those that are measured. */

@@ -28,7 +28,7 @@ constexpr uint32_t max_block = 16 * 1024 * 1024;
 /** Octets of a frame, as libpcap bounds them. */
 constexpr uint32_t max_capture = 262144;
 
-/** More interfaces than anybody captured on. */
+/** Far more interfaces than a real file has. */
 constexpr uint32_t max_interfaces = 1000;
 
 constexpr std::size_t octets_at_once = 256 * 1024;
@@ -104,7 +104,7 @@ bool pass_over(pcapng_file &file, uint64_t octets)
     return true;
 }
 
-/** What ended the reading in the midst of a block. */
+/** What ended the reading in the middle of a block. */
 pcapng_block cut_off(pcapng_file &file)
 {
     return damaged(file, errno ? std::strerror(errno) : "truncated: it ends in a block");

@@ -1,7 +1,7 @@
 /*
  * Reads pcapng files block by block (draft-ietf-opsawg-pcapng). libpcap reads
  * such a file only if its interfaces are all of one link type and one snapshot
- * length; here each interface is one of its own, and its frames come with its
+ * length; here each interface stands for itself, and its frames come with its
  * number.
  *
  * Sections may follow each other, of either byte order, and interfaces come

@@ -140,7 +140,7 @@ void leave_out_sent(pcap_t *capture)
     bpf_program filter{};
     if (pcap_compile(capture, &filter, "inbound", 1, PCAP_NETMASK_UNKNOWN) != 0)
         return;
-    (void)!pcap_setfilter(capture, &filter); // the ring is used up faster without, that is all
+    (void)!pcap_setfilter(capture, &filter); // without it the ring only fills faster
     pcap_freecode(&filter);
 }
 

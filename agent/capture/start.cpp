@@ -11,7 +11,7 @@
 
 namespace {
 
-/** Calls what the families that have something to do have for it. */
+/** Calls one of the functions of each family that has it. */
 template <class... Arguments>
 void tell_families(void (*family::*what)(probe &, Arguments...), probe &agent, Arguments... arguments)
 {

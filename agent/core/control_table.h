@@ -6,11 +6,15 @@
  *
  * A description is a type with a name that no other one has:
  *
- *   table, row, request      the stored map from index to row; a row has a member `status`; the record of
- * both procedures index, status            the record's fields of these limits                   how many
- * rows there may be (row_limits) fields                   a std::tuple of fixed<>(), changeable<>() and
- * given_at_rest<>() start(agent, row)        the row becomes valid: sets it to work, or says why not (a
- * request_status). The row stays in its place stop(agent, row)         the row is valid no more
+ *   table, row, request   the stored map from index to row, whose member
+ *                         `status` is its state; the record of both procedures
+ *   index, status         the record's fields for them
+ *   limits                how many rows there may be (row_limits)
+ *   fields                a std::tuple of fixed<>(), changeable<>() and
+ *                         given_at_rest<>()
+ *   start(agent, row)     the row becomes valid: sets it to work, or says why
+ *                         not (a request_status). The row stays in its place
+ *   stop(agent, row)      the row is valid no more
  *
  * and, where the table needs them:
  *
@@ -390,8 +394,7 @@ template <class Table, auto Set = set_control<Table>> constexpr state_part keep_
             for (const auto &[index, row] : rows_of<Table>(agent)) {
                 Record record{};
                 describe_row<Table>(record, index, row);
-                write_record(writer, record);
-                release_written(&record, *layout);
+                write_made_record(writer, record);
             }
         },
         [](probe &agent) {

@@ -1,8 +1,8 @@
 /*
  * Tables whose rows are learned from traffic.
  *
- * A table has a most of rows; from then on the row that was used least
- * recently gives way to a new one. Finding a row costs a hash of its key, and
+ * A table holds at most max_rows rows; when it is full,
+ * the one used least recently gives way to a new one. Finding a row costs a hash of its key, and
  * nothing is allocated once the table has its size. A key is a plain struct
  * without padding and of whole 64-bit words, so that its bytes are its
  * identity. The order of the MIB is made when somebody reads (ordered_view).

@@ -138,7 +138,7 @@ void tick_loop(event_loop &loop)
 
 void make_due_calls(event_loop &loop, int64_t by)
 {
-    // A call may ask for others, and take others back.
+    // A call may ask for others, and cancel others.
     const uint64_t last = loop.last_timer;
     timer made{};
     for (auto next = loop.timers.begin(); next != loop.timers.end() && next->first.due <= by;

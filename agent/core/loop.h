@@ -31,7 +31,7 @@ struct tick_entry {
 
 using on_time = void (*)(void *context, void *row);
 
-/** A call that is to be made at its time. Who asked for it keeps this, to take it back. */
+/** A call that is due at a certain time. Whoever asked for it keeps this, to cancel it. */
 struct timer {
     int64_t due = 0;     // of grid_ms()
     uint64_t serial = 0; // 0: none
@@ -79,7 +79,7 @@ void every_second(event_loop &loop, on_tick tick, void *context);
 /** Has call made once, at a time of grid_ms(), or as soon as the loop gets to it after that. */
 timer call_at(event_loop &loop, int64_t due, on_time call, void *context, void *row);
 
-/** Takes a call back; one that was made already, or never asked for, is nothing. */
+/** Cancels a call; does nothing to one that was made already or never asked for. */
 void take_back(event_loop &loop, timer &asked);
 
 /**

@@ -43,7 +43,7 @@ struct row_limits {
     std::size_t max = max_control_rows;
 };
 
-/** Rows that learn may hold much each, so that there are fewer of them. */
+/** Rows that learn can take much memory each, so there may be fewer of them. */
 inline constexpr row_limits learning_rows{first_control_index, last_control_index, 100};
 
 /** An index or a size that travels unsigned, for fields that hold less than 2^31; more becomes -1. */

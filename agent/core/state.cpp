@@ -62,7 +62,7 @@ bool decode_record(const settings_record &from, file_contents &contents)
     return whole;
 }
 
-/** Takes a file apart. 0, or the number of the line at which it makes no sense. */
+/** Takes a file apart. 0, or the number of the first line that is wrong. */
 int read_lines(std::string_view text, file_contents &contents)
 {
     settings_text lines;
@@ -79,7 +79,7 @@ int read_lines(std::string_view text, file_contents &contents)
     return damaged;
 }
 
-/** Has the agent hold what the file holds. 0, or the number of the line that it refuses. */
+/** Restores what the file holds. 0, or the number of the line that was refused. */
 int take_back(probe &agent, const file_contents &contents)
 {
     // What refers to others goes before them, and comes after them.

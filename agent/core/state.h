@@ -53,8 +53,15 @@ template <class Record> void write_record(state_writer &writer, const Record &re
     write_record(writer, &record, wire::layout_of<Record>);
 }
 
-/** What a record that is there for one write points to ends with it. */
+/** Releases what a record that was made for one write points to. */
 void release_written(void *record, const wire::layout &layout);
+
+/** Writes a record that was made for it, and releases it. */
+template <class Record> void write_made_record(state_writer &writer, Record record)
+{
+    write_record(writer, record);
+    release_written(&record, wire::layout_of<Record>);
+}
 
 template <class Function> struct second_argument;
 template <class Result, class First, class Second> struct second_argument<Result (*)(First, Second)> {

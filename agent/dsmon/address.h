@@ -16,8 +16,8 @@
 inline constexpr uint32_t max_address = 16;
 
 /**
- * A record's address as a key's octets and their number. What is no address at
- * all keeps its place in the order: lengths count before octets.
+ * A record's address as a key's octets and their number. A length that no address has
+ * keeps its place in the order: lengths count before octets.
  */
 inline uint8_t
 take_octets(uint8_t (&octets)[max_address], const rmonrpc_dsmon_address_t &from, int32_t length)

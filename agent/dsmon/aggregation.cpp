@@ -71,9 +71,8 @@ rmonrpc_dsmon_aggprof_t dscp_reply(int32_t profile, int32_t dscp, const aggregat
 rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     const auto found = find_row(storage<dsmon_aggregation>(agent).profiles, key.index, key.getType);
-    if (found == storage<dsmon_aggregation>(agent).profiles.end()) {
+    if (found == storage<dsmon_aggregation>(agent).profiles.end())
         return no_such_row<rmonrpc_dsmon_aggctl_t>();
-    }
     return profile_reply(found->first, found->second);
 }
 
@@ -83,6 +82,15 @@ int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request)
         return gen_err;
     return set_row<profile_control_table>(
         agent, storage<dsmon_aggregation>(agent).profiles, index_of<profile_control_table>(request), request);
+}
+
+/** The profile of which a set changes a part; null, with a request_status, when none may be changed. */
+aggregation_profile *profile_to_change(probe &agent, uint32_t index, int32_t &error)
+{
+    dsmon_aggregation &aggregation = storage<dsmon_aggregation>(agent);
+    const auto found = aggregation.profiles.find(signed_index(index));
+    error = aggregation.locked ? gen_err : found == aggregation.profiles.end() ? no_such_name : no_error;
+    return error == no_error ? &found->second : nullptr;
 }
 
 rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &key)
@@ -103,14 +111,12 @@ rmonrpc_dsmon_agggrp_t dsmon_agggrp_get(probe &agent, const rmonrpc_row_key3_t &
 
 int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request)
 {
-    if (storage<dsmon_aggregation>(agent).locked)
-        return gen_err;
-    const auto profile =
-        storage<dsmon_aggregation>(agent).profiles.find(signed_index(request.dsmonAggControlIndex));
-    if (profile == storage<dsmon_aggregation>(agent).profiles.end())
-        return no_such_name;
+    int32_t error = no_error;
+    aggregation_profile *profile = profile_to_change(agent, request.dsmonAggControlIndex, error);
+    if (!profile)
+        return error;
     return set_row<group_control_table>(
-        agent, profile->second.groups, index_of<group_control_table>(request), request);
+        agent, profile->groups, index_of<group_control_table>(request), request);
 }
 
 rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key3_t &key)
@@ -137,25 +143,20 @@ rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key
 
 int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &request)
 {
-    if (storage<dsmon_aggregation>(agent).locked)
-        return gen_err;
-    const auto profile =
-        storage<dsmon_aggregation>(agent).profiles.find(signed_index(request.dsmonAggControlIndex));
-    if (profile == storage<dsmon_aggregation>(agent).profiles.end())
-        return no_such_name;
+    int32_t error = no_error;
+    aggregation_profile *profile = profile_to_change(agent, request.dsmonAggControlIndex, error);
+    if (!profile)
+        return error;
     if (request.dscp >= dscp_values || request.dsmonAggGroupIndex >= aggregation_groups)
         return bad_value;
-    profile->second.group_of[request.dscp] = static_cast<uint8_t>(request.dsmonAggGroupIndex);
+    profile->group_of[request.dscp] = static_cast<uint8_t>(request.dsmonAggGroupIndex);
     return no_error;
 }
 
 void save_profiles(probe &agent, state_writer &writer)
 {
-    for (const auto &[index, row] : storage<dsmon_aggregation>(agent).profiles) {
-        rmonrpc_dsmon_aggctl_t record = profile_reply(index, row);
-        write_record(writer, record);
-        release_written(&record, wire::layout_of<rmonrpc_dsmon_aggctl_t>);
-    }
+    for (const auto &[index, row] : storage<dsmon_aggregation>(agent).profiles)
+        write_made_record(writer, profile_reply(index, row));
 }
 
 int32_t load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record)
@@ -166,11 +167,8 @@ int32_t load_profile(probe &agent, const rmonrpc_dsmon_aggctl_t &record)
 void save_groups(probe &agent, state_writer &writer)
 {
     for (const auto &[index, profile] : storage<dsmon_aggregation>(agent).profiles)
-        for (const auto &[group, row] : profile.groups) {
-            rmonrpc_dsmon_agggrp_t record = group_reply(index, group, row);
-            write_record(writer, record);
-            release_written(&record, wire::layout_of<rmonrpc_dsmon_agggrp_t>);
-        }
+        for (const auto &[group, row] : profile.groups)
+            write_made_record(writer, group_reply(index, group, row));
 }
 
 int32_t load_group(probe &agent, const rmonrpc_dsmon_agggrp_t &record)

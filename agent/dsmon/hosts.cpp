@@ -68,7 +68,6 @@ struct dsmon_host_kind {
     using request = rmonrpc_dsmon_hostctl_t;
     static constexpr auto index = &request::dsmonHostCtlIndex;
     static constexpr auto status = &request::dsmonHostCtlStatus;
-    static constexpr row_limits limits = learning_rows;
     static constexpr std::tuple fields{
         fixed<&request::dsmonHostCtlDataSource_ifIndex, &row::data_source>(not_negative),
         fixed<&request::dsmonHostAggProfile, &row::profile>(not_negative),
@@ -80,69 +79,48 @@ struct dsmon_host_kind {
     static constexpr auto begin = begin_hosts;
     static constexpr auto count = count_hosts;
     static constexpr auto forget = forget_learned<dsmon_host_counts>;
+    static constexpr learned_fields<request> learned{
+        &request::dsmonHostDroppedFrames,
+        &request::dsmonHostCtlInserts,
+        &request::dsmonHostCtlDeletes,
+    };
 
-    static void show(probe &, request &reply, int32_t, const row &shown)
+    using asked_key = rmonrpc_dsmon_host_key_t;
+    static constexpr auto control = &asked_key::dsmonHostCtlIndex;
+    static constexpr auto time_mark = &asked_key::dsmonHostTimeMark;
+
+    static dsmon_host_key key_of(const rmonrpc_dsmon_host_key_t &from)
     {
-        if (!shown.counts)
-            return;
-        reply.dsmonHostDroppedFrames = shown.counts->work.dropped;
-        reply.dsmonHostCtlInserts = shown.counts->learned.inserts;
-        reply.dsmonHostCtlDeletes = shown.counts->learned.deletes;
+        dsmon_host_key key;
+        key.length = take_octets(key.address, from.dsmonHostAddress, from.dsmonHostAddressLength);
+        key.group = group_in_key(from.dsmonAggGroupIndex);
+        key.protocol = from.protocolDirLocalIndex;
+        return key;
     }
 };
 
-using dsmon_host_control = dsmon_control<dsmon_host_kind>;
+using dsmon_host_control = dsmon_learned_control<dsmon_host_kind>;
 
-dsmon_host_key key_of(const rmonrpc_dsmon_host_key_t &from)
+rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_host_key_t &asked)
 {
-    dsmon_host_key key;
-    key.length = take_octets(key.address, from.dsmonHostAddress, from.dsmonHostAddressLength);
-    key.group = group_in_key(from.dsmonAggGroupIndex);
-    key.protocol = from.protocolDirLocalIndex;
-    return key;
-}
-
-rmonrpc_dsmon_hoststats_t dsmon_hoststats_get(probe &agent, const rmonrpc_dsmon_host_key_t &key)
-{
-    catch_up_all(agent);
+    const auto [control, entry] =
+        find_counted<dsmon_host_kind>(agent, asked, &dsmon_host_counts::order, host_less);
+    if (!entry)
+        return no_such_row<rmonrpc_dsmon_hoststats_t>();
     rmonrpc_dsmon_hoststats_t reply{};
-    reply.status = no_such_name;
-    const learned_read<dsmon_host_key> read{
-        key.dsmonHostCtlIndex, key_of(key), key.getType, key.dsmonHostTimeMark};
-    find_counted(
-        storage<dsmon_host_table>(agent), read, &dsmon_host_counts::order, host_less,
-        [&](int32_t control, const auto &entry) {
-            reply.status = no_error;
-            reply.dsmonHostCtlIndex = control;
-            reply.dsmonHostTimeMark = key.dsmonHostTimeMark;
-            reply.dsmonAggGroupIndex = entry.key.group;
-            reply.protocolDirLocalIndex = entry.key.protocol;
-            reply.dsmonHostAddressLength =
-                give_octets(reply.dsmonHostAddress, entry.key.address, entry.key.length);
-            reply.dsmonHostInHCPkts = entry.row.in_pkts;
-            reply.dsmonHostInHCOctets = entry.row.in_octets;
-            reply.dsmonHostOutHCPkts = entry.row.out_pkts;
-            reply.dsmonHostOutHCOctets = entry.row.out_octets;
-        });
+    reply.dsmonHostCtlIndex = control;
+    reply.dsmonHostTimeMark = asked.dsmonHostTimeMark;
+    reply.dsmonAggGroupIndex = entry->key.group;
+    reply.protocolDirLocalIndex = entry->key.protocol;
+    reply.dsmonHostAddressLength = give_octets(reply.dsmonHostAddress, entry->key.address, entry->key.length);
+    reply.dsmonHostInHCPkts = entry->row.in_pkts;
+    reply.dsmonHostInHCOctets = entry->row.in_octets;
+    reply.dsmonHostOutHCPkts = entry->row.out_pkts;
+    reply.dsmonHostOutHCOctets = entry->row.out_octets;
     return reply;
 }
 
-int32_t dshost_make_persistent(probe &agent, const rmonrpc_dsmon_host_key_t &key)
-{
-    return keep_counted(storage<dsmon_host_table>(agent), key.dsmonHostCtlIndex, key_of(key), true);
-}
-
-int32_t dshost_make_nonpersistent(probe &agent, const rmonrpc_dsmon_host_key_t &key)
-{
-    return keep_counted(storage<dsmon_host_table>(agent), key.dsmonHostCtlIndex, key_of(key), false);
-}
-
 /* ---- the family --------------------------------------------------------------------- */
-
-void start_dsmon_hosts(probe &agent)
-{
-    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<dsmon_host_kind>);
-}
 
 rmonrpc_dsmon_host_key_t dsmon_host_index(instance_reader &from)
 {
@@ -162,8 +140,8 @@ constexpr served_procedure procedures[] = {
     serve<dsmon_hostctl_get>(dsmon_hostctl_get_1),
     serve_set<set_control<dsmon_host_control>>(dsmon_hostctl_set_1),
     serve<dsmon_hoststats_get>(dsmon_hoststats_get_1),
-    serve_set<dshost_make_persistent>(dshost_make_persistent_1),
-    serve_set<dshost_make_nonpersistent>(dshost_make_nonpersistent_1),
+    serve_set<keep_counted<dsmon_host_kind, true>>(dshost_make_persistent_1),
+    serve_set<keep_counted<dsmon_host_kind, false>>(dshost_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
@@ -186,7 +164,7 @@ constexpr known_variable variables[] = {
 
 extern const family dsmon_hosts_family = {
     .name = "dsmon_hosts",
-    .start = start_dsmon_hosts,
+    .start = follow_lock<dsmon_host_kind>,
     .interface_gone = remove_rows_on<dsmon_host_control>,
     .procedures = procedures,
     .kept = kept,

@@ -58,7 +58,6 @@ struct dsmon_matrix_kind {
     using request = rmonrpc_dsmon_matrixctl_t;
     static constexpr auto index = &request::dsmonMatrixCtlIndex;
     static constexpr auto status = &request::dsmonMatrixCtlStatus;
-    static constexpr row_limits limits = learning_rows;
     static constexpr std::tuple fields{
         fixed<&request::dsmonMatrixCtlDataSource_ifIndex, &row::data_source>(not_negative),
         fixed<&request::dsmonMatrixAggProfile, &row::profile>(not_negative),
@@ -68,86 +67,66 @@ struct dsmon_matrix_kind {
     static constexpr auto begin = begin_learned<dsmon_matrix_counts>;
     static constexpr auto count = count_matrix;
     static constexpr auto forget = forget_learned<dsmon_matrix_counts>;
+    static constexpr learned_fields<request> learned{
+        &request::dsmonMatrixDroppedFrames,
+        &request::dsmonMatrixCtlInserts,
+        &request::dsmonMatrixCtlDeletes,
+    };
 
-    static void show(probe &, request &reply, int32_t, const row &shown)
+    using asked_key = rmonrpc_dsmon_matrix_key_t;
+    static constexpr auto control = &asked_key::dsmonMatrixCtlIndex;
+    static constexpr auto time_mark = &asked_key::dsmonMatrixTimeMark;
+
+    static dsmon_matrix_key key_of(const rmonrpc_dsmon_matrix_key_t &from)
     {
-        if (!shown.counts)
-            return;
-        reply.dsmonMatrixDroppedFrames = shown.counts->work.dropped;
-        reply.dsmonMatrixCtlInserts = shown.counts->learned.inserts;
-        reply.dsmonMatrixCtlDeletes = shown.counts->learned.deletes;
+        dsmon_matrix_key key;
+        key.from_length =
+            take_octets(key.from, from.dsmonMatrixSourceAddress, from.dsmonMatrixSourceAddressLength);
+        key.to_length = take_octets(key.to, from.dsmonMatrixDestAddress, from.dsmonMatrixDestAddressLength);
+        key.group = group_in_key(from.dsmonAggGroupIndex);
+        key.network = from.dsmonMatrixNLIndex;
+        key.application = from.dsmonMatrixALIndex;
+        return key;
     }
 };
 
-using dsmon_matrix_control = dsmon_control<dsmon_matrix_kind>;
-
-dsmon_matrix_key key_of(const rmonrpc_dsmon_matrix_key_t &from)
-{
-    dsmon_matrix_key key;
-    key.from_length =
-        take_octets(key.from, from.dsmonMatrixSourceAddress, from.dsmonMatrixSourceAddressLength);
-    key.to_length = take_octets(key.to, from.dsmonMatrixDestAddress, from.dsmonMatrixDestAddressLength);
-    key.group = group_in_key(from.dsmonAggGroupIndex);
-    key.network = from.dsmonMatrixNLIndex;
-    key.application = from.dsmonMatrixALIndex;
-    return key;
-}
+using dsmon_matrix_control = dsmon_learned_control<dsmon_matrix_kind>;
 
 rmonrpc_dsmon_matrixstats_t read_matrix(
     probe &agent,
-    const rmonrpc_dsmon_matrix_key_t &key,
+    const rmonrpc_dsmon_matrix_key_t &asked,
     ordered_view dsmon_matrix_counts::*order,
     bool (&less)(const dsmon_matrix_key &, const dsmon_matrix_key &))
 {
-    catch_up_all(agent);
+    const auto [control, entry] = find_counted<dsmon_matrix_kind>(agent, asked, order, less);
+    if (!entry)
+        return no_such_row<rmonrpc_dsmon_matrixstats_t>();
     rmonrpc_dsmon_matrixstats_t reply{};
-    reply.status = no_such_name;
-    const learned_read<dsmon_matrix_key> read{
-        key.dsmonMatrixCtlIndex, key_of(key), key.getType, key.dsmonMatrixTimeMark};
-    find_counted(
-        storage<dsmon_matrix_table>(agent), read, order, less, [&](int32_t control, const auto &entry) {
-            reply.status = no_error;
-            reply.dsmonMatrixCtlIndex = control;
-            reply.dsmonMatrixTimeMark = key.dsmonMatrixTimeMark;
-            reply.dsmonAggGroupIndex = entry.key.group;
-            reply.dsmonMatrixNLIndex = entry.key.network;
-            reply.dsmonMatrixSourceAddressLength =
-                give_octets(reply.dsmonMatrixSourceAddress, entry.key.from, entry.key.from_length);
-            reply.dsmonMatrixDestAddressLength =
-                give_octets(reply.dsmonMatrixDestAddress, entry.key.to, entry.key.to_length);
-            reply.dsmonMatrixALIndex = entry.key.application;
-            reply.hcPkts = entry.row.pkts;
-            reply.hcOctets = entry.row.octets;
-        });
+    reply.dsmonMatrixCtlIndex = control;
+    reply.dsmonMatrixTimeMark = asked.dsmonMatrixTimeMark;
+    reply.dsmonAggGroupIndex = entry->key.group;
+    reply.dsmonMatrixNLIndex = entry->key.network;
+    reply.dsmonMatrixSourceAddressLength =
+        give_octets(reply.dsmonMatrixSourceAddress, entry->key.from, entry->key.from_length);
+    reply.dsmonMatrixDestAddressLength =
+        give_octets(reply.dsmonMatrixDestAddress, entry->key.to, entry->key.to_length);
+    reply.dsmonMatrixALIndex = entry->key.application;
+    reply.hcPkts = entry->row.pkts;
+    reply.hcOctets = entry->row.octets;
     return reply;
 }
 
-rmonrpc_dsmon_matrixstats_t dsmon_matrixsdstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
+rmonrpc_dsmon_matrixstats_t dsmon_matrixsdstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &asked)
 {
-    return read_matrix(agent, key, &dsmon_matrix_counts::by_sender, sender_less);
+    return read_matrix(agent, asked, &dsmon_matrix_counts::by_sender, sender_less);
 }
 
-rmonrpc_dsmon_matrixstats_t dsmon_matrixdsstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
+rmonrpc_dsmon_matrixstats_t dsmon_matrixdsstats_get(probe &agent, const rmonrpc_dsmon_matrix_key_t &asked)
 {
-    return read_matrix(agent, key, &dsmon_matrix_counts::by_receiver, receiver_less);
-}
-
-int32_t dsmatrix_make_persistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
-{
-    return keep_counted(storage<dsmon_matrix_table>(agent), key.dsmonMatrixCtlIndex, key_of(key), true);
-}
-
-int32_t dsmatrix_make_nonpersistent(probe &agent, const rmonrpc_dsmon_matrix_key_t &key)
-{
-    return keep_counted(storage<dsmon_matrix_table>(agent), key.dsmonMatrixCtlIndex, key_of(key), false);
+    return read_matrix(agent, asked, &dsmon_matrix_counts::by_receiver, receiver_less);
 }
 
 /* ---- the family --------------------------------------------------------------------- */
-
-void start_dsmon_matrix(probe &agent)
-{
-    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<dsmon_matrix_kind>);
-}
 
 template <int32_t Direction> rmonrpc_dsmon_matrix_key_t dsmon_matrix_index(instance_reader &from)
 {
@@ -176,8 +155,8 @@ constexpr served_procedure procedures[] = {
     serve_set<set_control<dsmon_matrix_control>>(dsmon_matrixctl_set_1),
     serve<dsmon_matrixsdstats_get>(dsmon_matrixsdstats_get_1),
     serve<dsmon_matrixdsstats_get>(dsmon_matrixdsstats_get_1),
-    serve_set<dsmatrix_make_persistent>(dsmatrix_make_persistent_1),
-    serve_set<dsmatrix_make_nonpersistent>(dsmatrix_make_nonpersistent_1),
+    serve_set<keep_counted<dsmon_matrix_kind, true>>(dsmatrix_make_persistent_1),
+    serve_set<keep_counted<dsmon_matrix_kind, false>>(dsmatrix_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
@@ -200,7 +179,7 @@ constexpr known_variable variables[] = {
 
 extern const family dsmon_matrix_family = {
     .name = "dsmon_matrix",
-    .start = start_dsmon_matrix,
+    .start = follow_lock<dsmon_matrix_kind>,
     .interface_gone = remove_rows_on<dsmon_matrix_control>,
     .procedures = procedures,
     .kept = kept,

@@ -29,7 +29,6 @@ struct dsmon_pdist_kind {
     using request = rmonrpc_dsmon_pdctl_t;
     static constexpr auto index = &request::dsmonPdistCtlIndex;
     static constexpr auto status = &request::dsmonPdistCtlStatus;
-    static constexpr row_limits limits = learning_rows;
     static constexpr std::tuple fields{
         fixed<&request::dsmonPdistCtlDataSource_ifIndex, &row::data_source>(not_negative),
         fixed<&request::dsmonPdistAggProfile, &row::profile>(not_negative),
@@ -39,61 +38,41 @@ struct dsmon_pdist_kind {
     static constexpr auto begin = begin_learned<dsmon_pdist_counts>;
     static constexpr auto count = count_pdist;
     static constexpr auto forget = forget_learned<dsmon_pdist_counts>;
+    static constexpr learned_fields<request> learned{
+        &request::dsmonPdistDroppedFrames,
+        &request::dsmonPdistCtlInserts,
+        &request::dsmonPdistCtlDeletes,
+    };
 
-    static void show(probe &, request &reply, int32_t, const row &shown)
+    using asked_key = rmonrpc_dsmon_pdist_key_t;
+    static constexpr auto control = &asked_key::dsmonPdistCtlIndex;
+    static constexpr auto time_mark = &asked_key::dsmonPdistTimeMark;
+
+    static dsmon_pdist_key key_of(const rmonrpc_dsmon_pdist_key_t &key)
     {
-        if (!shown.counts)
-            return;
-        reply.dsmonPdistDroppedFrames = shown.counts->work.dropped;
-        reply.dsmonPdistCtlInserts = shown.counts->learned.inserts;
-        reply.dsmonPdistCtlDeletes = shown.counts->learned.deletes;
+        return {key.protocolDirLocalIndex, key.dsmonAggGroupIndex};
     }
 };
 
-using dsmon_pdist_control = dsmon_control<dsmon_pdist_kind>;
+using dsmon_pdist_control = dsmon_learned_control<dsmon_pdist_kind>;
 
-dsmon_pdist_key key_of(const rmonrpc_dsmon_pdist_key_t &key)
+rmonrpc_dsmon_pdstats_t dsmon_pdstats_get(probe &agent, const rmonrpc_dsmon_pdist_key_t &asked)
 {
-    return {key.protocolDirLocalIndex, key.dsmonAggGroupIndex};
-}
-
-rmonrpc_dsmon_pdstats_t dsmon_pdstats_get(probe &agent, const rmonrpc_dsmon_pdist_key_t &key)
-{
-    catch_up_all(agent);
+    const auto [control, entry] =
+        find_counted<dsmon_pdist_kind>(agent, asked, &dsmon_pdist_counts::order, pdist_less);
+    if (!entry)
+        return no_such_row<rmonrpc_dsmon_pdstats_t>();
     rmonrpc_dsmon_pdstats_t reply{};
-    reply.status = no_such_name;
-    const learned_read<dsmon_pdist_key> read{
-        key.dsmonPdistCtlIndex, key_of(key), key.getType, key.dsmonPdistTimeMark};
-    find_counted(
-        storage<dsmon_pdist_table>(agent), read, &dsmon_pdist_counts::order, pdist_less,
-        [&](int32_t control, const auto &entry) {
-            reply.status = no_error;
-            reply.dsmonPdistCtlIndex = static_cast<uint32_t>(control);
-            reply.dsmonPdistTimeMark = key.dsmonPdistTimeMark;
-            reply.dsmonAggGroupIndex = entry.key.group;
-            reply.protocolDirLocalIndex = entry.key.protocol;
-            reply.dsmonPdistStatsHCPkts = entry.row.pkts;
-            reply.dsmonPdistStatsHCOctets = entry.row.octets;
-        });
+    reply.dsmonPdistCtlIndex = static_cast<uint32_t>(control);
+    reply.dsmonPdistTimeMark = asked.dsmonPdistTimeMark;
+    reply.dsmonAggGroupIndex = entry->key.group;
+    reply.protocolDirLocalIndex = entry->key.protocol;
+    reply.dsmonPdistStatsHCPkts = entry->row.pkts;
+    reply.dsmonPdistStatsHCOctets = entry->row.octets;
     return reply;
 }
 
-int32_t dspdist_make_persistent(probe &agent, const rmonrpc_dsmon_pdist_key_t &key)
-{
-    return keep_counted(storage<dsmon_pdist_table>(agent), key.dsmonPdistCtlIndex, key_of(key), true);
-}
-
-int32_t dspdist_make_nonpersistent(probe &agent, const rmonrpc_dsmon_pdist_key_t &key)
-{
-    return keep_counted(storage<dsmon_pdist_table>(agent), key.dsmonPdistCtlIndex, key_of(key), false);
-}
-
 /* ---- the family --------------------------------------------------------------------- */
-
-void start_dsmon_pdist(probe &agent)
-{
-    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<dsmon_pdist_kind>);
-}
 
 rmonrpc_dsmon_pdist_key_t dsmon_pdist_index(instance_reader &from)
 {
@@ -112,8 +91,8 @@ constexpr served_procedure procedures[] = {
     serve<dsmon_pdistctl_get>(dsmon_pdistctl_get_1),
     serve_set<set_control<dsmon_pdist_control>>(dsmon_pdistctl_set_1),
     serve<dsmon_pdstats_get>(dsmon_pdstats_get_1),
-    serve_set<dspdist_make_persistent>(dspdist_make_persistent_1),
-    serve_set<dspdist_make_nonpersistent>(dspdist_make_nonpersistent_1),
+    serve_set<keep_counted<dsmon_pdist_kind, true>>(dspdist_make_persistent_1),
+    serve_set<keep_counted<dsmon_pdist_kind, false>>(dspdist_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
@@ -134,7 +113,7 @@ constexpr known_variable variables[] = {
 
 extern const family dsmon_pdist_family = {
     .name = "dsmon_pdist",
-    .start = start_dsmon_pdist,
+    .start = follow_lock<dsmon_pdist_kind>,
     .interface_gone = remove_rows_on<dsmon_pdist_control>,
     .procedures = procedures,
     .kept = kept,

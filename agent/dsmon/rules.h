@@ -84,8 +84,7 @@ template <class Kind> void stop_dsmon(probe &agent, dsmon_row_of<Kind> &row)
     leave_source(agent.sources, row.data_source);
 }
 
-/** The description of the control table of a kind (control_table.h): what the kind says, and how a row works.
- */
+/** The description of a kind's control table (core/control_table.h). */
 template <class Kind> struct dsmon_control : Kind {
     using row = dsmon_row_of<Kind>;
     static constexpr auto start = start_dsmon<Kind>;
@@ -107,4 +106,10 @@ template <class Kind> void dsmon_lock_changed(probe &agent, bool locked)
         end_dsmon<Kind>(agent, row);
         Kind::forget(*row.counts);
     }
+}
+
+/** At the agent's start: the table hears of the lock. */
+template <class Kind> void follow_lock(probe &agent)
+{
+    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<Kind>);
 }

@@ -77,51 +77,49 @@ void dsmon_stats_interface_changed(probe &agent, int32_t index)
             take_address(agent, index, *row.counts);
 }
 
+/** The first group that a read may ask of a control row; of a later row all are behind the index. */
+int32_t first_group(const rmonrpc_row_key3_t &key, bool asked)
+{
+    if (!asked)
+        return 0;
+    return key.getType == GET ? key.index2 : std::clamp(key.index2, -1, aggregation_groups - 1) + 1;
+}
+
+rmonrpc_dsmon_stats_t stats_row(int32_t control, uint32_t group, const dsmon_stats_counts &counts)
+{
+    rmonrpc_dsmon_stats_t row{};
+    row.dsmonAggGroupIndex = group;
+    row.dsmonStatsControlIndex = static_cast<uint32_t>(control);
+    row.dsmonStatsInHCPkts = counts.in[group].pkts;
+    row.dsmonStatsInHCOctets = counts.in[group].octets;
+    row.dsmonStatsOutHCPkts = counts.out[group].pkts;
+    row.dsmonStatsOutHCOctets = counts.out[group].octets;
+    return row;
+}
+
 rmonrpc_dsmon_stats_t dsmon_stats_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
     catch_up_all(agent);
-    rmonrpc_dsmon_stats_t reply{};
-    for (auto at = storage<dsmon_stats_table>(agent).lower_bound(key.index1);
-         at != storage<dsmon_stats_table>(agent).end(); ++at) {
-        if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
-            break;
+    const auto none = no_such_row<rmonrpc_dsmon_stats_t>();
+    if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
+        return none;
+    const auto &controls = storage<dsmon_stats_table>(agent);
+    for (auto at = controls.lower_bound(key.index1); at != controls.end(); ++at) {
         const bool asked = at->first == key.index1;
         if (!asked && key.getType == GET)
             break;
-        if (!at->second.counts)
+        const int32_t first = first_group(key, asked);
+        if (!at->second.counts || first < 0 || first >= aggregation_groups)
             continue;
-        // Groups from first on; of a later control row all of them are behind the index.
-        const int32_t first = !asked                            ? 0
-                              : key.getType == GET              ? key.index2
-                              : key.index2 < 0                  ? 0
-                              : key.index2 < aggregation_groups ? key.index2 + 1
-                                                                : aggregation_groups;
-        if (first < 0 || first >= aggregation_groups)
-            continue;
-        const auto &counts = *at->second.counts;
-        const uint64_t groups = counts.groups >> first;
+        const uint64_t groups = at->second.counts->groups >> first;
         const int32_t group = first + std::countr_zero(groups);
-        if (groups == 0 || (key.getType == GET && group != first))
-            continue;
-        const auto number = static_cast<uint32_t>(group);
-        reply.dsmonAggGroupIndex = number;
-        reply.dsmonStatsControlIndex = static_cast<uint32_t>(at->first);
-        reply.dsmonStatsInHCPkts = counts.in[number].pkts;
-        reply.dsmonStatsInHCOctets = counts.in[number].octets;
-        reply.dsmonStatsOutHCPkts = counts.out[number].pkts;
-        reply.dsmonStatsOutHCOctets = counts.out[number].octets;
-        return reply;
+        if (groups != 0 && (key.getType != GET || group == first))
+            return stats_row(at->first, static_cast<uint32_t>(group), *at->second.counts);
     }
-    reply.status = no_such_name;
-    return reply;
+    return none;
 }
 
 /* ---- the family --------------------------------------------------------------------- */
-
-void start_dsmon_stats(probe &agent)
-{
-    storage<dsmon_aggregation>(agent).listeners.push_back(dsmon_lock_changed<dsmon_stats_kind>);
-}
 
 constexpr auto dsmon_stats_ctl_get = get_control<dsmon_stats_control>;
 
@@ -149,7 +147,7 @@ constexpr known_variable variables[] = {
 
 extern const family dsmon_stats_family = {
     .name = "dsmon_stats",
-    .start = start_dsmon_stats,
+    .start = follow_lock<dsmon_stats_kind>,
     .interface_changed = dsmon_stats_interface_changed,
     .interface_gone = remove_rows_on<dsmon_stats_control>,
     .procedures = procedures,

@@ -53,7 +53,7 @@ rmonrpc_nde_flow_path_t path_record(const nde_path_key &key)
     return record;
 }
 
-/** Rows of a table from the request's index on; none for an address that is none. */
+/** Rows of a table from the request's index on; none where the address is not valid. */
 template <class Record, class Table, class Fill> wire::rows<Record> rows_for(
     Table &table, const rmonrpc_nde_head_t &head, const typename Table::key_type &index, const Fill &fill)
 {

@@ -1,7 +1,7 @@
 /*
  * The configured side of NetFlow data export: devices, the data sources on a
- * device, and the flow paths (pairs of interfaces) of a data source. They are
- * what scripts make of them; a path needs its source, a source its device, and
+ * device, and the flow paths (pairs of interfaces) of a data source. Scripts make them all; a
+ * path needs its source, a source its device, and
  * goes with it.
  */
 #pragma once

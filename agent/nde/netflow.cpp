@@ -23,7 +23,7 @@ constexpr std::size_t max_interfaces = 1000; // of one device
 /** Packets taken in one go. */
 constexpr int packets_in_a_round = 256;
 
-/** Makes room for one more in a table that is full: what was seen longest ago gives way. */
+/** Makes room for one more in a table that is full: the entry that was seen longest ago gives way. */
 template <class Table> void make_room(Table &table, std::size_t max)
 {
     if (table.size() < max)
@@ -32,7 +32,7 @@ template <class Table> void make_room(Table &table, std::size_t max)
         std::ranges::min_element(table, {}, [](const auto &entry) { return entry.second.last_seen; }));
 }
 
-/** Interfaces that one packet may add: real ones name a few, and room must be looked for. */
+/** Interfaces that one packet may add: real ones name a few, and each one may take a search for room. */
 constexpr int max_new_interfaces = 64;
 
 struct seen_packet {
@@ -82,7 +82,7 @@ void learn(probe &agent, const nde_address &from, std::span<const uint8_t> packe
     netflow_learning &learning = storage<netflow_learning>(agent);
     const auto found = learning.devices.find(from);
     const bool known = found != learning.devices.end();
-    // A device is not known before a packet of its made sense.
+    // A device is known from its first valid packet on.
     learned_device fresh;
     seen_packet seen{known ? &found->second : &fresh, ++learning.packets, 0};
     if (!read_netflow(packet, seen.device->templates, note_flow, &seen))

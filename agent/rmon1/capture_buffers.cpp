@@ -145,8 +145,7 @@ int32_t buffer_ctl_set(probe &agent, const rmonrpc_buffer_ctl_t &request)
 
 rmonrpc_capturebuf_t capture_buf_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
-    rmonrpc_capturebuf_t none{};
-    none.status = no_such_name;
+    const auto none = no_such_row<rmonrpc_capturebuf_t>();
     if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
         return none;
     for (auto at = storage<buffer_table>(agent).lower_bound(key.index1);

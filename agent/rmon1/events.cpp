@@ -86,10 +86,9 @@ void fire_event(probe &agent, uint32_t index, std::string_view what)
 
 rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key)
 {
-    rmonrpc_log_t reply{};
-    reply.status = no_such_name;
+    const auto none = no_such_row<rmonrpc_log_t>();
     if (key.getType != GET && key.getType != GETNEXT && key.getType != GETBULK)
-        return reply;
+        return none;
     for (auto at = storage<event_table>(agent).lower_bound(key.index1);
          at != storage<event_table>(agent).end(); ++at) {
         const bool asked = at->first == key.index1;
@@ -102,17 +101,17 @@ rmonrpc_log_t log_get(probe &agent, const rmonrpc_row_key3_t &key)
             index = std::max(index + 1, first);
         if (index >= first && index <= row.last_index) {
             const log_row &logged = row.log[static_cast<std::size_t>(index - first)];
-            reply.status = no_error;
+            rmonrpc_log_t reply{};
             reply.logEventIndex = static_cast<uint32_t>(at->first);
             reply.logIndex = static_cast<uint32_t>(index);
             reply.logTime = logged.time;
             set_text(reply.logDescription, logged.description);
-            break;
+            return reply;
         }
         if (key.getType == GET)
             break;
     }
-    return reply;
+    return none;
 }
 
 /* ---- the family --------------------------------------------------------------------- */

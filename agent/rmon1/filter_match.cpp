@@ -110,6 +110,6 @@ bool filter_matches(const filter_row &filter, const frame &seen, const protocol_
 uint32_t filter_octets(const filter_row &filter)
 {
     const uint32_t octets = filter.offset + static_cast<uint32_t>(filter.data.size());
-    // Where a protocol begins is another matter for each packet, but seldom far from the start.
+    // Where a protocol begins differs between packets, but is seldom far from the start.
     return std::min(filter.data_protocol != 0 ? octets + usual_octets : octets, max_packet_octets);
 }

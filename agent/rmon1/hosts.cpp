@@ -106,36 +106,61 @@ int32_t creation_order_of(host_work &work, const host_entry &entry)
     return work.creation_orders[static_cast<std::size_t>(&entry - work.learned.entries.data())];
 }
 
-rmonrpc_host_t host_reply(int32_t control, host_work &work, const host_entry &entry)
-{
-    rmonrpc_host_t reply{};
-    set_mac(reply.hostAddress, entry.key);
-    reply.hostCreationOrder = creation_order_of(work, entry);
-    reply.hostIndex = control;
-    reply.hostInPkts = entry.row.in_pkts;
-    reply.hostOutPkts = entry.row.out_pkts;
-    reply.hostInOctets = entry.row.in_octets;
-    reply.hostOutOctets = entry.row.out_octets;
-    reply.hostOutErrors = entry.row.out_errors;
-    reply.hostOutBroadcastPkts = entry.row.out_broadcast_pkts;
-    reply.hostOutMulticastPkts = entry.row.out_multicast_pkts;
-    return reply;
-}
+/** Where the record of a table has what is known of a host. */
+template <class Row> struct host_fields {
+    wire::byte_list Row::*address;
+    int32_t Row::*creation_order;
+    int32_t Row::*control;
+    uint64_t Row::*in_pkts;
+    uint64_t Row::*out_pkts;
+    uint64_t Row::*in_octets;
+    uint64_t Row::*out_octets;
+    uint64_t Row::*out_errors;
+    uint64_t Row::*out_broadcast_pkts;
+    uint64_t Row::*out_multicast_pkts;
+};
 
-rmonrpc_hosttime_t hosttime_reply(int32_t control, host_work &work, const host_entry &entry)
+constexpr host_fields<rmonrpc_host_t> host_places{
+    &rmonrpc_host_t::hostAddress,
+    &rmonrpc_host_t::hostCreationOrder,
+    &rmonrpc_host_t::hostIndex,
+    &rmonrpc_host_t::hostInPkts,
+    &rmonrpc_host_t::hostOutPkts,
+    &rmonrpc_host_t::hostInOctets,
+    &rmonrpc_host_t::hostOutOctets,
+    &rmonrpc_host_t::hostOutErrors,
+    &rmonrpc_host_t::hostOutBroadcastPkts,
+    &rmonrpc_host_t::hostOutMulticastPkts,
+};
+
+constexpr host_fields<rmonrpc_hosttime_t> hosttime_places{
+    &rmonrpc_hosttime_t::hostTimeAddress,
+    &rmonrpc_hosttime_t::hostTimeCreationOrder,
+    &rmonrpc_hosttime_t::hostTimeIndex,
+    &rmonrpc_hosttime_t::hostTimeInPkts,
+    &rmonrpc_hosttime_t::hostTimeOutPkts,
+    &rmonrpc_hosttime_t::hostTimeInOctets,
+    &rmonrpc_hosttime_t::hostTimeOutOctets,
+    &rmonrpc_hosttime_t::hostTimeOutErrors,
+    &rmonrpc_hosttime_t::hostTimeOutBroadcastPkts,
+    &rmonrpc_hosttime_t::hostTimeOutMulticastPkts,
+};
+
+template <class Row>
+Row host_row(const host_fields<Row> &fields, int32_t control, host_work &work, const host_entry &entry)
 {
-    rmonrpc_hosttime_t reply{};
-    set_mac(reply.hostTimeAddress, entry.key);
-    reply.hostTimeCreationOrder = creation_order_of(work, entry);
-    reply.hostTimeIndex = control;
-    reply.hostTimeInPkts = entry.row.in_pkts;
-    reply.hostTimeOutPkts = entry.row.out_pkts;
-    reply.hostTimeInOctets = entry.row.in_octets;
-    reply.hostTimeOutOctets = entry.row.out_octets;
-    reply.hostTimeOutErrors = entry.row.out_errors;
-    reply.hostTimeOutBroadcastPkts = entry.row.out_broadcast_pkts;
-    reply.hostTimeOutMulticastPkts = entry.row.out_multicast_pkts;
-    return reply;
+    Row row{};
+    set_mac(row.*fields.address, entry.key);
+    row.*fields.creation_order = creation_order_of(work, entry);
+    row.*fields.control = control;
+    row.*fields.in_pkts = entry.row.in_pkts;
+    row.*fields.out_pkts = entry.row.out_pkts;
+    row.*fields.in_octets = entry.row.in_octets;
+    row.*fields.out_octets = entry.row.out_octets;
+    row.*fields.out_errors = entry.row.out_errors;
+    row.*fields.out_broadcast_pkts = entry.row.out_broadcast_pkts;
+    row.*fields.out_multicast_pkts = entry.row.out_multicast_pkts;
+    return row;
 }
 
 } // namespace
@@ -157,7 +182,7 @@ rmonrpc_host_arr_t host_get(probe &agent, const rmonrpc_host_key_t &key)
         host_work *work = find_hosts(agent, key.hostIndex);
         const uint32_t found = work ? find_learned(work->learned, address) : no_entry;
         if (found != no_entry)
-            rows.push_back(host_reply(key.hostIndex, *work, work->learned.entries[found]));
+            rows.push_back(host_row(host_places, key.hostIndex, *work, work->learned.entries[found]));
         return reply_rows(rows);
     }
     const std::size_t wanted = rows_wanted(key.getType, key.count);
@@ -171,7 +196,8 @@ rmonrpc_host_arr_t host_get(probe &agent, const rmonrpc_host_key_t &key)
         },
         [](host_control &row) -> ordered_view & { return row.work->by_address; }, std::ranges::less{},
         [&](int32_t control, const host_entry &entry) {
-            rows.push_back(host_reply(control, *storage<host_table>(agent).at(control).work, entry));
+            rows.push_back(
+                host_row(host_places, control, *storage<host_table>(agent).at(control).work, entry));
             return rows.size() < wanted;
         });
     return reply_rows(rows);
@@ -197,8 +223,9 @@ rmonrpc_hosttime_arr_t hosttime_get(probe &agent, const rmonrpc_row_key4_t &key)
         if (key.getType == GET && --i < 0)
             break;
         for (; i < std::ssize(order) && rows.size() < wanted; i++)
-            rows.push_back(
-                hosttime_reply(at->first, *work, work->learned.entries[order[static_cast<std::size_t>(i)]]));
+            rows.push_back(host_row(
+                hosttime_places, at->first, *work,
+                work->learned.entries[order[static_cast<std::size_t>(i)]]));
         if (key.getType == GET || rows.size() >= wanted)
             break;
     }

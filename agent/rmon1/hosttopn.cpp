@@ -21,7 +21,7 @@ int32_t granted(const topn_row &row)
     return std::min(row.requested, max_reported);
 }
 
-/** Seconds until the running interval ends, begun ones as whole ones. */
+/** Seconds until the running interval ends, rounded up. */
 int32_t remaining(const topn_row &row)
 {
     if (!row.running)

@@ -104,11 +104,9 @@ rmonrpc_ifentry_t ifentry_get(probe &agent, const rmonrpc_row_key2_t &key)
     while (found != table.rows.end() && !(iface = fetch_interface(table, found->first)))
         found = key.getType == GET ? table.rows.end() : std::next(found);
 
+    if (!iface)
+        return no_such_row<rmonrpc_ifentry_t>();
     rmonrpc_ifentry_t row{};
-    if (!iface) {
-        row.status = no_such_name;
-        return row;
-    }
     row.ifIndex = iface->index;
     set_text(row.ifDescr, iface->name);
     row.ifType = type_of(*iface);

@@ -111,69 +111,114 @@ template <count_function Count, class Row> int32_t hl_start(probe &agent, Row &r
     return start_counting(agent, row, Count);
 }
 
-template <count_function Count, class Row> void hl_stop(probe &agent, Row &row)
+/** The fields of a control record that tell of one layer's table. */
+template <class Request> struct hl_layer_fields {
+    uint32_t Request::*dropped_frames;
+    uint32_t Request::*inserts;
+    uint32_t Request::*deletes;
+};
+
+template <class Request, class Table>
+void show_layer(Request &reply, const hl_layer_fields<Request> &fields, const Table &table)
 {
-    stop_counting<Count>(agent, row);
+    reply.*fields.dropped_frames = table.dropped_frames;
+    reply.*fields.inserts = table.rows.inserts;
+    reply.*fields.deletes = table.rows.deletes;
 }
+
+/**
+ * The description of the control table of a kind (core/control_table.h). The
+ * kind says what differs, in a type with a name that no other one has:
+ *
+ *   counts, table, row, request, index, status, fields   as of a control table
+ *   network, application     the record's fields that tell of each layer's table
+ *   on                       what a protocol says of the group
+ *   count                    counts a frame
+ *   asked_key, control       the record of a read, and its field for the control row's index
+ *   key_of(asked)            the key of the row that is asked for
+ *   answer(control, time_mark, key, row)   the row of a reply
+ */
+template <class Kind> struct hl_control : Kind {
+    using row = typename Kind::row;
+    static constexpr row_limits limits = learning_rows;
+    static constexpr auto assigned = hl_resize<Kind::on, row>;
+    static constexpr auto start = hl_start<Kind::count, row>;
+    static constexpr auto stop = stop_counting<Kind::count, typename Kind::counts>;
+    static constexpr auto refresh = catch_up_row<row>;
+
+    static void show(probe &, typename Kind::request &reply, int32_t, const row &shown)
+    {
+        if (!shown.work)
+            return;
+        show_layer(reply, Kind::network, shown.work->network);
+        show_layer(reply, Kind::application, shown.work->application);
+    }
+};
 
 /** Removes what the protocols, as they are now, count no more. */
-template <protocol_config protocol::*On, class Counts>
-void hl_sift(std::map<int32_t, hl_row<Counts>> &controls)
+template <class Kind> void hl_sift(probe &agent)
 {
-    for (auto &[index, row] : controls)
+    for (auto &[index, row] : storage<typename Kind::table>(agent))
         if (row.work)
-            sift_counts<On>(*row.work, row.work->network.rows.max_rows, row.work->application.rows.max_rows);
+            sift_counts<Kind::on>(
+                *row.work, row.work->network.rows.max_rows, row.work->application.rows.max_rows);
 }
 
-/** The row of this key never gives way to another one, or does again. A request_status. */
-template <class Counts, class Key> int32_t hl_keep(
-    std::map<int32_t, hl_row<Counts>> &controls,
-    int32_t index,
-    int32_t application_layer,
-    const Key &key,
-    bool keep)
+/** The row that is asked for never gives way to another one, or does again. A request_status. */
+template <class Kind, bool Keep> int32_t hl_keep(probe &agent, const typename Kind::asked_key &asked)
 {
-    const auto found = controls.find(index);
+    auto &controls = storage<typename Kind::table>(agent);
+    const auto found = controls.find(asked.*Kind::control);
     if (found == controls.end() || !found->second.work)
         return no_such_name;
-    auto &rows = layer_of(*found->second.work, application_layer).rows;
-    const uint32_t place = find_learned(rows, key);
+    auto &rows = layer_of(*found->second.work, asked.applicationLayer).rows;
+    const uint32_t place = find_learned(rows, Kind::key_of(asked));
     if (place == no_entry)
         return no_such_name;
-    keep_learned(rows, place, keep);
+    keep_learned(rows, place, Keep);
     return no_error;
 }
 
 /* ---- reading ------------------------------------------------------------------------------ */
 
-/** Has the rows' answers appended for a read; a row's last change must not lie before the time mark. */
-template <class Row, class Key, class View, class Less, class Append> void read_learned(
-    std::map<int32_t, Row> &controls,
-    int32_t control,
-    const Key &key,
-    int32_t layer,
-    int32_t getType,
-    uint32_t time_mark,
-    View view,
-    Less less,
-    Append append)
+/**
+ * The rows that are asked for, in the order of less, which view(table) has. A
+ * row's last change must not lie before the time mark.
+ */
+template <class Kind, class View, class Less>
+auto hl_read(probe &agent, const typename Kind::asked_key &asked, View view, Less less)
 {
-    if (getType == GET) {
+    catch_up_all(agent);
+    auto &controls = storage<typename Kind::table>(agent);
+    const int32_t control = asked.*Kind::control;
+    const auto key = Kind::key_of(asked);
+    const std::size_t wanted = rows_wanted(asked.getType, asked.count);
+    std::vector<decltype(Kind::answer(control, asked.timeMark, key, {}))> rows;
+    const auto append = [&](int32_t at, const auto &entry) {
+        if (entry.row.changed < asked.timeMark)
+            return true;
+        if (rows.size() < wanted)
+            rows.push_back(Kind::answer(at, asked.timeMark, entry.key, entry.row));
+        return rows.size() < wanted;
+    };
+    if (asked.getType == GET) {
         const auto found = controls.find(control);
         if (found == controls.end() || !found->second.work)
-            return;
-        auto &rows = layer_of(*found->second.work, layer).rows;
-        const uint32_t index = find_learned(rows, key);
-        if (index != no_entry && rows.entries[index].row.changed >= time_mark)
-            append(control, rows.entries[index]);
-        return;
+            return reply_rows(rows);
+        auto &learned = layer_of(*found->second.work, asked.applicationLayer).rows;
+        const uint32_t index = find_learned(learned, key);
+        if (index != no_entry)
+            append(control, learned.entries[index]);
+    } else if (asked.getType == GETNEXT || asked.getType == GETBULK) {
+        using row = typename Kind::row;
+        using learned = decltype(Kind::counts::network.rows);
+        visit_after(
+            controls, control, key,
+            [&](row &at) -> learned * {
+                return at.work ? &layer_of(*at.work, asked.applicationLayer).rows : nullptr;
+            },
+            [&](row &at) -> ordered_view & { return view(layer_of(*at.work, asked.applicationLayer)); }, less,
+            append);
     }
-    if (getType != GETNEXT && getType != GETBULK)
-        return;
-    using learned = decltype(controls.begin()->second.work->network.rows);
-    visit_after(
-        controls, control, key,
-        [&](Row &row) -> learned * { return row.work ? &layer_of(*row.work, layer).rows : nullptr; },
-        [&](Row &row) -> ordered_view & { return view(layer_of(*row.work, layer)); }, less,
-        [&](int32_t at, auto &entry) { return entry.row.changed < time_mark || append(at, entry); });
+    return reply_rows(rows);
 }

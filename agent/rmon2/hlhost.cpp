@@ -59,38 +59,62 @@ void count(void *context, const frame &seen)
 
 /* ---- the control table ---------------------------------------------------------------------- */
 
-struct hl_host_control_table {
+struct hl_host_kind {
+    using counts = hl_host_counts;
     using table = hl_host_table;
     using row = hl_host_row;
     using request = rmonrpc_hlhost_ctl_t;
     static constexpr auto index = &request::hlHostControlIndex;
     static constexpr auto status = &request::hlHostControlStatus;
-    static constexpr row_limits limits = learning_rows;
     static constexpr std::tuple fields{
         fixed<&request::hlHostControlDataSource, &row::data_source>(not_negative),
         changeable<&request::hlHostControlNlMaxDesiredEntries, &row::desired_network>({.min = -1}),
         changeable<&request::hlHostControlAlMaxDesiredEntries, &row::desired_application>({.min = -1}),
         changeable<&request::hlHostControlOwner, &row::owner>(),
     };
-    static constexpr auto assigned = hl_resize<&protocol::host, row>;
-    static constexpr auto start = hl_start<count, row>;
-    static constexpr auto stop = hl_stop<count, row>;
-    static constexpr auto refresh = catch_up_row<row>;
+    static constexpr hl_layer_fields<request> network{
+        &request::hlHostControlNlDroppedFrames,
+        &request::hlHostControlNlInserts,
+        &request::hlHostControlNlDeletes,
+    };
+    static constexpr hl_layer_fields<request> application{
+        &request::hlHostControlAlDroppedFrames,
+        &request::hlHostControlAlInserts,
+        &request::hlHostControlAlDeletes,
+    };
+    static constexpr auto on = &protocol::host;
+    static constexpr auto count = ::count;
 
-    static void show(probe &, request &reply, int32_t, const row &shown)
+    using asked_key = rmonrpc_hlhost_key_t;
+    static constexpr auto control = &asked_key::hlHostControlIndex;
+
+    static hl_host_key key_of(const rmonrpc_hlhost_key_t &asked)
     {
-        if (!shown.work)
-            return;
-        const auto &network = shown.work->network;
-        const auto &application = shown.work->application;
-        reply.hlHostControlNlDroppedFrames = network.dropped_frames;
-        reply.hlHostControlNlInserts = network.rows.inserts;
-        reply.hlHostControlNlDeletes = network.rows.deletes;
-        reply.hlHostControlAlDroppedFrames = application.dropped_frames;
-        reply.hlHostControlAlInserts = application.rows.inserts;
-        reply.hlHostControlAlDeletes = application.rows.deletes;
+        return {
+            key_address_of(asked.nlHostAddress), asked.nlHostAddress.length, asked.protocolDirLocalIndex,
+            asked.applicationLayer == APPLICATION_LAYER ? asked.protocolDirLocalIndex2 : 0, 0};
+    }
+
+    static rmonrpc_hlhost_t
+    answer(int32_t control, uint32_t time_mark, const hl_host_key &key, const hl_host &host)
+    {
+        rmonrpc_hlhost_t row{};
+        row.timeMark = time_mark;
+        set_bytes(row.nlHostAddress, {key.address.bytes, key.length});
+        row.inPkts = host.in_pkts;
+        row.outPkts = host.out_pkts;
+        row.inOctets = host.in_octets;
+        row.outOctets = host.out_octets;
+        row.outMacNonUnicastPkts = key.application == 0 ? host.out_mac_nonunicast_pkts : 0;
+        row.createTime = host.create_time;
+        row.hlHostControlIndex = control;
+        row.protocolDirLocalIndex = key.network;
+        row.protocolDirLocalIndex2 = key.application;
+        return row;
     }
 };
+
+using hl_host_control = hl_control<hl_host_kind>;
 
 /* ---- the rows ------------------------------------------------------------------------------- */
 
@@ -105,61 +129,10 @@ bool before(const hl_host_key &a, const hl_host_key &b)
     return order != 0 ? order < 0 : a.application < b.application;
 }
 
-hl_host_key key_of(const rmonrpc_hlhost_key_t &asked)
+rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &asked)
 {
-    return {
-        key_address_of(asked.nlHostAddress), asked.nlHostAddress.length, asked.protocolDirLocalIndex,
-        asked.applicationLayer == APPLICATION_LAYER ? asked.protocolDirLocalIndex2 : 0, 0};
-}
-
-rmonrpc_hlhost_t answer(int32_t control, uint32_t time_mark, const hl_host_key &key, const hl_host &host)
-{
-    rmonrpc_hlhost_t row{};
-    row.timeMark = time_mark;
-    set_bytes(row.nlHostAddress, {key.address.bytes, key.length});
-    row.inPkts = host.in_pkts;
-    row.outPkts = host.out_pkts;
-    row.inOctets = host.in_octets;
-    row.outOctets = host.out_octets;
-    row.outMacNonUnicastPkts = key.application == 0 ? host.out_mac_nonunicast_pkts : 0;
-    row.createTime = host.create_time;
-    row.hlHostControlIndex = control;
-    row.protocolDirLocalIndex = key.network;
-    row.protocolDirLocalIndex2 = key.application;
-    return row;
-}
-
-void hlhost_protocols_changed(probe &agent)
-{
-    hl_sift<&protocol::host>(storage<hl_host_table>(agent));
-}
-
-rmonrpc_hlhost_arr_t hlhost_get(probe &agent, const rmonrpc_hlhost_key_t &key)
-{
-    catch_up_all(agent);
-    std::vector<rmonrpc_hlhost_t> rows;
-    const std::size_t wanted = rows_wanted(key.getType, key.count);
-    read_learned(
-        storage<hl_host_table>(agent), key.hlHostControlIndex, key_of(key), key.applicationLayer, key.getType,
-        key.timeMark, [](hl_host_counts::table &table) -> ordered_view & { return table.view; }, before,
-        [&](int32_t control, const auto &entry) {
-            if (rows.size() < wanted)
-                rows.push_back(answer(control, key.timeMark, entry.key, entry.row));
-            return rows.size() < wanted;
-        });
-    return reply_rows(rows);
-}
-
-int32_t nlhost_make_persistent(probe &agent, const rmonrpc_hlhost_key_t &key)
-{
-    return hl_keep(
-        storage<hl_host_table>(agent), key.hlHostControlIndex, key.applicationLayer, key_of(key), true);
-}
-
-int32_t nlhost_make_nonpersistent(probe &agent, const rmonrpc_hlhost_key_t &key)
-{
-    return hl_keep(
-        storage<hl_host_table>(agent), key.hlHostControlIndex, key.applicationLayer, key_of(key), false);
+    const auto view = [](hl_host_counts::table &table) -> ordered_view & { return table.view; };
+    return hl_read<hl_host_kind>(agent, asked, view, before);
 }
 
 /* ---- the family --------------------------------------------------------------------- */
@@ -183,18 +156,18 @@ rmonrpc_hlhost_key_t al_host_index(instance_reader &from)
     return key;
 }
 
-constexpr auto hlhost_ctl_get = get_control<hl_host_control_table>;
+constexpr auto hlhost_ctl_get = get_control<hl_host_control>;
 
 constexpr served_procedure procedures[] = {
     serve<hlhost_ctl_get>(hlhost_ctl_get_1),
-    serve_set<set_control<hl_host_control_table>>(hlhost_ctl_set_1),
+    serve_set<set_control<hl_host_control>>(hlhost_ctl_set_1),
     serve<hlhost_get>(hlhost_get_1),
-    serve_set<nlhost_make_persistent>(nlhost_make_persistent_1),
-    serve_set<nlhost_make_nonpersistent>(nlhost_make_nonpersistent_1),
+    serve_set<hl_keep<hl_host_kind, true>>(nlhost_make_persistent_1),
+    serve_set<hl_keep<hl_host_kind, false>>(nlhost_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<hl_host_control_table>("hlHost"),
+    keep_rows<hl_host_control>("hlHost"),
 };
 
 // clang-format off
@@ -225,8 +198,8 @@ constexpr known_variable variables[] = {
 
 extern const family hlhost_family = {
     .name = "hlhost",
-    .interface_gone = remove_rows_on<hl_host_control_table>,
-    .protocols_changed = hlhost_protocols_changed,
+    .interface_gone = remove_rows_on<hl_host_control>,
+    .protocols_changed = hl_sift<hl_host_kind>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

@@ -39,38 +39,66 @@ void count(void *context, const frame &seen)
 
 /* ---- the control table ---------------------------------------------------------------------- */
 
-struct hl_matrix_control_table {
+struct hl_matrix_kind {
+    using counts = hl_pair_counts;
     using table = hl_matrix_table;
     using row = hl_matrix_row;
     using request = rmonrpc_hlmatrix_ctl_t;
     static constexpr auto index = &request::hlMatrixControlIndex;
     static constexpr auto status = &request::hlMatrixControlStatus;
-    static constexpr row_limits limits = learning_rows;
     static constexpr std::tuple fields{
         fixed<&request::hlMatrixControlDataSource, &row::data_source>(not_negative),
         changeable<&request::hlMatrixControlNlMaxDesiredEntries, &row::desired_network>({.min = -1}),
         changeable<&request::hlMatrixControlAlMaxDesiredEntries, &row::desired_application>({.min = -1}),
         changeable<&request::hlMatrixControlOwner, &row::owner>(),
     };
-    static constexpr auto assigned = hl_resize<&protocol::matrix, row>;
-    static constexpr auto start = hl_start<count, row>;
-    static constexpr auto stop = hl_stop<count, row>;
-    static constexpr auto refresh = catch_up_row<row>;
+    static constexpr hl_layer_fields<request> network{
+        &request::hlMatrixControlNlDroppedFrames,
+        &request::hlMatrixControlNlInserts,
+        &request::hlMatrixControlNlDeletes,
+    };
+    static constexpr hl_layer_fields<request> application{
+        &request::hlMatrixControlAlDroppedFrames,
+        &request::hlMatrixControlAlInserts,
+        &request::hlMatrixControlAlDeletes,
+    };
+    static constexpr auto on = &protocol::matrix;
+    static constexpr auto count = ::count;
 
-    static void show(probe &, request &reply, int32_t, const row &shown)
+    using asked_key = rmonrpc_hlmatrix_key_t;
+    static constexpr auto control = &asked_key::hlMatrixControlIndex;
+
+    /** The address lengths of a key may differ, but those of a row never do. */
+    static hl_pair_key key_of(const rmonrpc_hlmatrix_key_t &asked)
     {
-        if (!shown.work)
-            return;
-        const auto &network = shown.work->network;
-        const auto &application = shown.work->application;
-        reply.hlMatrixControlNlDroppedFrames = network.dropped_frames;
-        reply.hlMatrixControlNlInserts = network.rows.inserts;
-        reply.hlMatrixControlNlDeletes = network.rows.deletes;
-        reply.hlMatrixControlAlDroppedFrames = application.dropped_frames;
-        reply.hlMatrixControlAlInserts = application.rows.inserts;
-        reply.hlMatrixControlAlDeletes = application.rows.deletes;
+        hl_pair_key key{
+            key_address_of(asked.sourceAddress),
+            key_address_of(asked.destAddress),
+            asked.sourceAddress.length,
+            asked.protocolDirLocalIndex,
+            asked.applicationLayer == APPLICATION_LAYER ? asked.protocolDirLocalIndex2 : 0,
+            0};
+        return key;
+    }
+
+    static rmonrpc_hlmatrix_t
+    answer(int32_t control, uint32_t time_mark, const hl_pair_key &key, const hl_pair &pair)
+    {
+        rmonrpc_hlmatrix_t row{};
+        row.timeMark = time_mark;
+        set_bytes(row.sourceAddress, {key.from.bytes, key.length});
+        set_bytes(row.destAddress, {key.to.bytes, key.length});
+        row.pkts = pair.pkts;
+        row.octets = pair.octets;
+        row.createTime = pair.create_time;
+        row.hlMatrixControlIndex = control;
+        row.protocolDirLocalIndex = key.network;
+        row.protocolDirLocalIndex2 = key.application;
+        return row;
     }
 };
+
+using hl_matrix_control = hl_control<hl_matrix_kind>;
 
 /* ---- the rows ------------------------------------------------------------------------------- */
 
@@ -101,75 +129,13 @@ bool before_by_receiver(const hl_pair_key &a, const hl_pair_key &b)
     return before(a, b, &hl_pair_key::to, &hl_pair_key::from);
 }
 
-bool is_by_receiver(const rmonrpc_hlmatrix_key_t &asked)
+rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &asked)
 {
-    return asked.direction == MATRIX_DS;
-}
-
-/** The address lengths of a key may differ, but those of a row never do. */
-hl_pair_key key_of(const rmonrpc_hlmatrix_key_t &asked)
-{
-    hl_pair_key key{
-        key_address_of(asked.sourceAddress),
-        key_address_of(asked.destAddress),
-        asked.sourceAddress.length,
-        asked.protocolDirLocalIndex,
-        asked.applicationLayer == APPLICATION_LAYER ? asked.protocolDirLocalIndex2 : 0,
-        0};
-    return key;
-}
-
-rmonrpc_hlmatrix_t answer(int32_t control, uint32_t time_mark, const hl_pair_key &key, const hl_pair &pair)
-{
-    rmonrpc_hlmatrix_t row{};
-    row.timeMark = time_mark;
-    set_bytes(row.sourceAddress, {key.from.bytes, key.length});
-    set_bytes(row.destAddress, {key.to.bytes, key.length});
-    row.pkts = pair.pkts;
-    row.octets = pair.octets;
-    row.createTime = pair.create_time;
-    row.hlMatrixControlIndex = control;
-    row.protocolDirLocalIndex = key.network;
-    row.protocolDirLocalIndex2 = key.application;
-    return row;
-}
-
-void hlmatrix_protocols_changed(probe &agent)
-{
-    hl_sift<&protocol::matrix>(storage<hl_matrix_table>(agent));
-}
-
-rmonrpc_hlmatrix_arr_t hlmatrix_get(probe &agent, const rmonrpc_hlmatrix_key_t &key)
-{
-    catch_up_all(agent);
-    const bool by_receiver = is_by_receiver(key);
-    std::vector<rmonrpc_hlmatrix_t> rows;
-    const std::size_t wanted = rows_wanted(key.getType, key.count);
-    read_learned(
-        storage<hl_matrix_table>(agent), key.hlMatrixControlIndex, key_of(key), key.applicationLayer,
-        key.getType, key.timeMark,
-        [&](hl_pair_counts::table &table) -> ordered_view & {
-            return by_receiver ? table.view.by_receiver : table.view.by_sender;
-        },
-        by_receiver ? before_by_receiver : before_by_sender,
-        [&](int32_t control, const auto &entry) {
-            if (rows.size() < wanted)
-                rows.push_back(answer(control, key.timeMark, entry.key, entry.row));
-            return rows.size() < wanted;
-        });
-    return reply_rows(rows);
-}
-
-int32_t nlmatrix_make_persistent(probe &agent, const rmonrpc_hlmatrix_key_t &key)
-{
-    return hl_keep(
-        storage<hl_matrix_table>(agent), key.hlMatrixControlIndex, key.applicationLayer, key_of(key), true);
-}
-
-int32_t nlmatrix_make_nonpersistent(probe &agent, const rmonrpc_hlmatrix_key_t &key)
-{
-    return hl_keep(
-        storage<hl_matrix_table>(agent), key.hlMatrixControlIndex, key.applicationLayer, key_of(key), false);
+    const bool by_receiver = asked.direction == MATRIX_DS;
+    const auto view = [&](hl_pair_counts::table &table) -> ordered_view & {
+        return by_receiver ? table.view.by_receiver : table.view.by_sender;
+    };
+    return hl_read<hl_matrix_kind>(agent, asked, view, by_receiver ? before_by_receiver : before_by_sender);
 }
 
 /* ---- the family --------------------------------------------------------------------- */
@@ -193,18 +159,18 @@ template <int32_t Direction> rmonrpc_hlmatrix_key_t al_matrix_index(instance_rea
     return key;
 }
 
-constexpr auto hlmatrix_ctl_get = get_control<hl_matrix_control_table>;
+constexpr auto hlmatrix_ctl_get = get_control<hl_matrix_control>;
 
 constexpr served_procedure procedures[] = {
     serve<hlmatrix_ctl_get>(hlmatrix_ctl_get_1),
-    serve_set<set_control<hl_matrix_control_table>>(hlmatrix_ctl_set_1),
+    serve_set<set_control<hl_matrix_control>>(hlmatrix_ctl_set_1),
     serve<hlmatrix_get>(hlmatrix_get_1),
-    serve_set<nlmatrix_make_persistent>(nlmatrix_make_persistent_1),
-    serve_set<nlmatrix_make_nonpersistent>(nlmatrix_make_nonpersistent_1),
+    serve_set<hl_keep<hl_matrix_kind, true>>(nlmatrix_make_persistent_1),
+    serve_set<hl_keep<hl_matrix_kind, false>>(nlmatrix_make_nonpersistent_1),
 };
 
 constexpr state_part kept[] = {
-    keep_rows<hl_matrix_control_table>("hlMatrix"),
+    keep_rows<hl_matrix_control>("hlMatrix"),
 };
 
 // clang-format off
@@ -236,8 +202,8 @@ constexpr known_variable variables[] = {
 
 extern const family hlmatrix_family = {
     .name = "hlmatrix",
-    .interface_gone = remove_rows_on<hl_matrix_control_table>,
-    .protocols_changed = hlmatrix_protocols_changed,
+    .interface_gone = remove_rows_on<hl_matrix_control>,
+    .protocols_changed = hl_sift<hl_matrix_kind>,
     .procedures = procedures,
     .kept = kept,
     .variables = variables,

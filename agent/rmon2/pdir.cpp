@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t octets_of_a_layer = 4;
 
-/** Identifiers of more layers are none of a protocol (RFC 2021: at most 128 octets). */
+/** No protocol has a longer identifier (RFC 2021: at most 128 octets). */
 constexpr std::size_t max_id = 128;
 
 std::vector<uint8_t> octets_of(const wire::byte_list &list)
@@ -47,13 +47,6 @@ rmonrpc_pdir_t describe_protocol(const protocol &which)
     row.flags = flags_of(which);
     row.is_leaf = (row.flags & leaf_protocol) != 0;
     row.is_network = (row.flags & network_protocol) != 0;
-    return row;
-}
-
-rmonrpc_pdir_t no_row()
-{
-    rmonrpc_pdir_t row{};
-    row.status = no_such_name;
     return row;
 }
 
@@ -189,17 +182,17 @@ rmonrpc_pdir_t pdir_byidx_get(probe &agent, const rmonrpc_row_key2_t &key)
     const protocol_directory &directory = agent.protocols;
     if (key.getType == GET) {
         const protocol *found = find_protocol(directory, key.index);
-        return found ? describe_protocol(*found) : no_row();
+        return found ? describe_protocol(*found) : no_such_row<rmonrpc_pdir_t>();
     }
     if (key.getType != GETNEXT && key.getType != GETBULK)
-        return no_row();
+        return no_such_row<rmonrpc_pdir_t>();
     const int32_t end = local_index_end(directory);
     for (int32_t i = key.index < first_local_index ? first_local_index : key.index + (key.index < end);
          i < end; i++) {
         if (const protocol *found = find_protocol(directory, i))
             return describe_protocol(*found);
     }
-    return no_row();
+    return no_such_row<rmonrpc_pdir_t>();
 }
 
 rmonrpc_pdir_t pdir_getnext_modified(probe &agent, const rmonrpc_pdir_key_t &key)
@@ -211,7 +204,7 @@ rmonrpc_pdir_t pdir_getnext_modified(probe &agent, const rmonrpc_pdir_key_t &key
         if (which.modified)
             return describe_protocol(which);
     }
-    return no_row();
+    return no_such_row<rmonrpc_pdir_t>();
 }
 
 int32_t pdir_set(probe &agent, const rmonrpc_pdir_t &request)

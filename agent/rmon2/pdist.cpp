@@ -153,12 +153,9 @@ rmonrpc_pdist_stats_arr_t pdist_stats_get(probe &agent, const rmonrpc_row_key4_t
 
 rmonrpc_others_counters_t pdist_get_others(probe &agent, const rmonrpc_row_key1_t &key)
 {
-    rmonrpc_others_counters_t reply{};
     const distribution *work = find_work(agent, key.index);
-    if (!work) {
-        reply.status = no_such_name;
-        return reply;
-    }
+    if (!work)
+        return no_such_row<rmonrpc_others_counters_t>();
     catch_up(agent, storage<distribution_table>(agent)[key.index].data_source);
     protocol_counter others{};
     for (std::size_t i = 0; i < work->counted.size(); i++) {
@@ -166,6 +163,7 @@ rmonrpc_others_counters_t pdist_get_others(probe &agent, const rmonrpc_row_key1_
         if (!which || which->flags & base_protocol)
             add(others, work->counted[i]);
     }
+    rmonrpc_others_counters_t reply{};
     reply.packets = others.pkts;
     reply.octets = others.octets;
     return reply;

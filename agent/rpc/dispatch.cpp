@@ -202,7 +202,7 @@ bool answer_call(
     auth_opening verifier{};
     if (!xdr_record(&xdrs, &target) || !xdr_record(&xdrs, &credentials))
         return false;
-    // Nobody needs to say who he is; what some clients send by default is passed over.
+    // Callers need no credentials; those that some clients send by default are skipped.
     const bool known_flavor = credentials.flavor == AUTH_NONE || credentials.flavor == AUTH_SYS;
     if (credentials.length > MAX_AUTH_BYTES || !known_flavor) {
         rpc_msg reply = auth_refused(opening.xid, known_flavor ? AUTH_BADCRED : AUTH_REJECTEDCRED);

@@ -15,13 +15,13 @@ namespace {
 
 constexpr std::size_t max_connections = 512;
 
-/** Bytes of the longest message that is taken; the longest call of any sense is far shorter. */
+/** Bytes of the longest message that is taken; no useful call comes near it. */
 constexpr std::size_t max_message = 256 * 1024;
 
 /** While more bytes than these wait for a client to read them, none of its further calls are answered. */
 constexpr std::size_t max_waiting = 256 * 1024;
 
-/** While more bytes than these wait for all clients together, those for whom most of them wait are sent away.
+/** While more bytes than these wait for all clients together, those for whom most waits are disconnected.
  */
 constexpr std::size_t max_waiting_of_all = 32 * 1024 * 1024;
 
@@ -65,7 +65,7 @@ bool send_output(connection &client)
     return true;
 }
 
-/** Ends the message that arrived. False when it was none. */
+/** Answers the message that arrived. False when it was not one of RPC. */
 bool end_message(connection &client)
 {
     tcp_server &server = *client.server;
@@ -125,7 +125,7 @@ bool take_bytes(connection &client, const uint8_t *bytes, std::size_t size)
     return true;
 }
 
-/** Sends clients away while too much waits for all of them together. False when this one has to go. */
+/** Disconnects clients while too much waits for all of them together. False when this one is among them. */
 bool make_room(connection &client)
 {
     for (;;) {
@@ -189,7 +189,7 @@ void on_connection(void *context, uint32_t events)
         close_connection(client);
 }
 
-/** Makes room for one more client. False when there is nobody to send away. */
+/** Makes room for one more client. False when there is no client to disconnect. */
 bool close_quietest(tcp_server &server)
 {
     connection *quietest = nullptr;
@@ -236,8 +236,8 @@ void on_listener(void *context, uint32_t)
             continue;
         }
         const bool exhausted = errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
-        // Without a descriptor left, the kernel says so even when nobody waits; at first somebody does. He
-        // stays ready, which would turn the loop: he is looked at again with the next tick.
+        // Without a free descriptor accept() fails even when nobody waits; in the first round somebody
+        // does. That client stays ready and would keep the loop busy: the next tick looks at it again.
         if (exhausted && round == 0 && !close_quietest(server))
             accept_clients(server, false);
         return;

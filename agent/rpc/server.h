@@ -22,8 +22,8 @@
 
 /**
  * Answers one message: appends the reply, with its record mark, to output.
- * False when the message is no call that could be answered: its sender speaks
- * another language, and its connection is closed.
+ * False when the message is no call that could be answered: its sender does not speak RPC,
+ * and its connection is closed.
  */
 using on_message =
     bool (*)(void *context, const uint8_t *message, std::size_t size, std::vector<uint8_t> &output);

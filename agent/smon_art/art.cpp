@@ -243,27 +243,69 @@ void add(exchange_counters &to, const exchange_counters &from)
     to.server_octets += from.server_octets;
 }
 
+/** Where a row of a reply has its figures. */
+template <class Row> struct response_fields {
+    int32_t Row::*average_time;
+    int32_t Row::*min_time;
+    int32_t Row::*max_time;
+    uint32_t Row::*responses;
+    std::array<uint32_t Row::*, response_ranges> in_range;
+    uint64_t Row::*client_octets;
+    uint64_t Row::*server_octets;
+    uint32_t Row::*retries;
+    uint32_t Row::*timeouts;
+};
+
+constexpr response_fields<rmonrpc_art_rpt_t> report_fields{
+    &rmonrpc_art_rpt_t::artAvgRspTime,
+    &rmonrpc_art_rpt_t::artMinRspTime,
+    &rmonrpc_art_rpt_t::artMaxRspTime,
+    &rmonrpc_art_rpt_t::artTotalResponses,
+    {&rmonrpc_art_rpt_t::artRsps1, &rmonrpc_art_rpt_t::artRsps2, &rmonrpc_art_rpt_t::artRsps3,
+     &rmonrpc_art_rpt_t::artRsps4, &rmonrpc_art_rpt_t::artRsps5, &rmonrpc_art_rpt_t::artRsps6,
+     &rmonrpc_art_rpt_t::artRsps7},
+    &rmonrpc_art_rpt_t::artClientOctets,
+    &rmonrpc_art_rpt_t::artServerOctets,
+    &rmonrpc_art_rpt_t::artRetries,
+    &rmonrpc_art_rpt_t::artTimeouts,
+};
+
+constexpr response_fields<rmonrpc_art_sum_t> summary_fields{
+    &rmonrpc_art_sum_t::artSummaryAvgRspTime,
+    &rmonrpc_art_sum_t::artSummaryMinRspTime,
+    &rmonrpc_art_sum_t::artSummaryMaxRspTime,
+    &rmonrpc_art_sum_t::artSummaryTotalResponses,
+    {&rmonrpc_art_sum_t::artSummaryRsps1, &rmonrpc_art_sum_t::artSummaryRsps2,
+     &rmonrpc_art_sum_t::artSummaryRsps3, &rmonrpc_art_sum_t::artSummaryRsps4,
+     &rmonrpc_art_sum_t::artSummaryRsps5, &rmonrpc_art_sum_t::artSummaryRsps6,
+     &rmonrpc_art_sum_t::artSummaryRsps7},
+    &rmonrpc_art_sum_t::artSummaryClientOctets,
+    &rmonrpc_art_sum_t::artSummaryServerOctets,
+    &rmonrpc_art_sum_t::artSummaryRetries,
+    &rmonrpc_art_sum_t::artSummaryTimeouts,
+};
+
+template <class Row>
+void fill_figures(Row &row, const response_fields<Row> &fields, const exchange_counters &counters)
+{
+    row.*fields.average_time = average(counters);
+    row.*fields.min_time = milliseconds(counters.min_time);
+    row.*fields.max_time = milliseconds(counters.max_time);
+    row.*fields.responses = counters.responses;
+    for (uint32_t i = 0; i < response_ranges; i++)
+        row.*fields.in_range[i] = counters.in_range[i];
+    row.*fields.client_octets = counters.client_octets;
+    row.*fields.server_octets = counters.server_octets;
+    row.*fields.retries = counters.retries;
+    row.*fields.timeouts = counters.timeouts;
+}
+
 rmonrpc_art_rpt_t report_row(int32_t control, const exchange_entry &entry)
 {
-    const exchange_counters &counters = entry.row;
     rmonrpc_art_rpt_t row{};
     set_bytes(row.artServerAddress, {entry.key.server, entry.key.server_length});
     set_bytes(row.artClientAddress, {entry.key.client, entry.key.client_length});
-    row.artAvgRspTime = average(counters);
-    row.artMinRspTime = milliseconds(counters.min_time);
-    row.artMaxRspTime = milliseconds(counters.max_time);
-    row.artTotalResponses = counters.responses;
-    row.artRsps1 = counters.in_range[0];
-    row.artRsps2 = counters.in_range[1];
-    row.artRsps3 = counters.in_range[2];
-    row.artRsps4 = counters.in_range[3];
-    row.artRsps5 = counters.in_range[4];
-    row.artRsps6 = counters.in_range[5];
-    row.artRsps7 = counters.in_range[6];
-    row.artClientOctets = counters.client_octets;
-    row.artServerOctets = counters.server_octets;
-    row.artRetries = counters.retries;
-    row.artTimeouts = counters.timeouts;
+    fill_figures(row, report_fields, entry.row);
     row.artControlIndex = control;
     row.protocolDirLocalIndex = entry.key.protocol;
     return row;
@@ -279,25 +321,10 @@ struct server_sum {
 
 rmonrpc_art_sum_t summary_row(const server_sum &sum)
 {
-    const exchange_counters &counters = sum.counters;
     rmonrpc_art_sum_t row{};
     set_bytes(row.artSummaryServerAddress, {sum.key.server, sum.key.server_length});
     row.artSummaryClients = sum.clients;
-    row.artSummaryAvgRspTime = average(counters);
-    row.artSummaryMinRspTime = milliseconds(counters.min_time);
-    row.artSummaryMaxRspTime = milliseconds(counters.max_time);
-    row.artSummaryTotalResponses = counters.responses;
-    row.artSummaryRsps1 = counters.in_range[0];
-    row.artSummaryRsps2 = counters.in_range[1];
-    row.artSummaryRsps3 = counters.in_range[2];
-    row.artSummaryRsps4 = counters.in_range[3];
-    row.artSummaryRsps5 = counters.in_range[4];
-    row.artSummaryRsps6 = counters.in_range[5];
-    row.artSummaryRsps7 = counters.in_range[6];
-    row.artSummaryClientOctets = counters.client_octets;
-    row.artSummaryServerOctets = counters.server_octets;
-    row.artSummaryRetries = counters.retries;
-    row.artSummaryTimeouts = counters.timeouts;
+    fill_figures(row, summary_fields, sum.counters);
     row.artControlIndex = sum.control;
     row.protocolDirLocalIndex = sum.key.protocol;
     return row;

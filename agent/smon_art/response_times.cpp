@@ -107,7 +107,7 @@ void measure_segment(response_meter &meter, const frame &seen, int32_t protocol)
     const flow_key key = key_of(seen, sender);
     const bool opens = (seen.tcp_flags & (syn | ack)) == syn;
     const bool is_new = find_learned(meter.flows, key) == no_entry;
-    // What has neither data nor an opening says nothing of who asks and who answers.
+    // Without data or an opening, nothing shows who asks and who answers.
     if (is_new && seen.payload_on_wire == 0 && !(seen.tcp_flags & syn))
         return;
     flow *connection = learn(meter.flows, key);
@@ -202,7 +202,7 @@ void expire_requests(response_meter &meter, int64_t now)
         if (!entry.row.awaited || now - entry.row.asked <= meter.timeout)
             continue;
         const exchange_key exchange = exchange_of(entry.key, entry.row);
-        // Whoever keeps silent must not take the place of those who speak.
+        // Silent connections must not take the place of active ones.
         const bool full = meter.exchanges.entries.size() >= meter.exchanges.max_rows;
         if (full && find_learned(meter.exchanges, exchange) == no_entry)
             entry.row.awaited = false;

@@ -10,7 +10,7 @@ namespace {
 
 /* ---- settings ------------------------------------------------------------------------- */
 
-bool sizes_make_sense(std::initializer_list<uint32_t> sizes)
+bool sizes_fit(std::initializer_list<uint32_t> sizes)
 {
     return std::ranges::all_of(sizes, [](uint32_t size) { return size <= max_voice_rows; });
 }
@@ -31,7 +31,7 @@ template <class Settings> Settings without_latency(const voice_config_params_t &
 
 template <class Monitor, class Request> int32_t set_sizes(Monitor &monitor, const Request &request)
 {
-    if (!sizes_make_sense(
+    if (!sizes_fit(
             {request.num_phone_tbl_row, request.num_call_tbl_row, request.num_top_jitter_row,
              request.num_top_pkt_lost_row}))
         return bad_value;
@@ -54,7 +54,7 @@ template <class Monitor, class Request> int32_t set_thresholds(Monitor &monitor,
 /** A file may have been changed by hand. */
 template <class Monitor> int32_t load_settings(Monitor &monitor, const voice_config_params_t &kept)
 {
-    if (!sizes_make_sense(
+    if (!sizes_fit(
             {kept.num_phone_tbl_row, kept.num_call_tbl_row, kept.num_top_jitter_row,
              kept.num_top_pkt_lost_row, kept.num_top_latency_row}))
         return bad_value;
@@ -128,7 +128,7 @@ rmonrpc_mgcp_aggregate_t get_mgcp_aggregate(probe &agent)
 
 int32_t set_sccp_voice_coll_table_sizes(probe &agent, const rmonrpc_voice_table_sizes_t &request)
 {
-    if (!sizes_make_sense({request.num_top_latency_row}))
+    if (!sizes_fit({request.num_top_latency_row}))
         return bad_value;
     const int32_t error = set_sizes(storage<voice_monitors>(agent).sccp, request);
     if (error != no_error)

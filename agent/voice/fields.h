@@ -27,7 +27,7 @@ struct voice_field {
 /** Finds a field by name; null when there is none. */
 const voice_field *find_field(std::span<const voice_field> fields, std::string_view name);
 
-/** Gives a field of a record its value. False when the value makes no sense for it. */
+/** Gives a field of a record its value. False when the value does not fit the field. */
 bool put_field(void *record, const voice_field &field, std::string_view value);
 
 std::span<const voice_field> sccp_phone_fields();

@@ -29,8 +29,8 @@ constexpr uint32_t mark_size = 4;
 constexpr uint32_t last_fragment = 0x80000000;
 
 /**
- * Bytes of a result at most, far beyond what a script could use: an agent that
- * goes on for ever is not to fill the machine's memory.
+ * Bytes of a result at most, far beyond what a script could use: an endless reply must not
+ * fill the machine's memory.
  */
 constexpr int64_t max_result = 256 << 20;
 
@@ -157,7 +157,7 @@ bool send_fragment(link_client *link, bool last)
         if (put == -1)
             fail(link, RPC_CANTSEND, errno);
         if (put == -1 || (put == 0 && !wait(link, POLLOUT, RPC_CANTSEND))) {
-            // The agent got a part of a call: nothing that follows would make sense to it.
+            // The agent got a part of a call: it could make nothing of what follows.
             shutdown(link->socket, SHUT_RDWR);
             return false;
         }
@@ -346,7 +346,7 @@ template <class Enumeration> int32_t number_in(const Enumeration &field)
     return number;
 }
 
-/** Whether an answer to a call is of a kind that is none of the protocol's: nothing else will follow. */
+/** Whether an answer to a call is of a kind that the protocol does not have: nothing else will follow. */
 bool is_unknown_answer(const rpc_msg &message)
 {
     if (number_in(message.rm_direction) != REPLY)
@@ -363,7 +363,8 @@ bool is_unknown_answer(const rpc_msg &message)
     }
 }
 
-/** Reads up to the result of the reply to this call; replies to others and what is none are skipped. */
+/** Reads up to the result of the reply to this call; replies to other calls, and whatever is no reply, are
+ * skipped. */
 bool receive_header(link_client *link)
 {
     XDR stream = stream_of(link, XDR_DECODE);

@@ -82,7 +82,7 @@ PHP_FUNCTION(rmon_community_get) { community_get(CALL, GET); }
 PHP_FUNCTION(rmon_community_getnext) { community_get(CALL, GETNEXT); }
 PHP_FUNCTION(rmon_community_getbulk) { community_get(CALL, GETBULK); }
 
-/** A privilege that isn't one is refused without a word, before the link is looked at. */
+/** An unknown privilege is refused without a message, before the link is looked at. */
 PHP_FUNCTION(rmon_community_set)
 {
     const script_call call{execute_data, return_value};
