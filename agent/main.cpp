@@ -84,39 +84,42 @@ const char *origin(const options &chosen, bool may_capture)
                : "Ethernet statistics come from the kernel's counters";
 }
 
-/** Runs until it is told to end. An empty text, or what went wrong. */
-std::string serve_until_signal(probe &agent, tcp_server &server, const options &chosen)
+/** Begins to measure. An empty text, or what went wrong. */
+std::string start_measuring(probe &agent, const options &chosen)
 {
-    if (!chosen.voice.empty()) {
-        std::string mistake = read_scenario(storage<voice_monitors>(agent).scenario, chosen.voice);
-        if (!mistake.empty())
-            return mistake;
-    }
-    hearing heard{&agent, -1};
-    if (!open_loop(agent.loop) || !catch_signals(heard))
-        return std::string("cannot wait for events: ") + std::strerror(errno);
-    std::string wrong = open_server(server, agent.loop, chosen.host, chosen.port, on_call, &agent);
-    if (!wrong.empty())
-        return wrong;
-    if (!chosen.captures.empty())
-        wrong = open_captures(agent, chosen.captures);
-    if (!wrong.empty())
-        return wrong;
     const bool may_capture = chosen.capture && capture_permitted();
     agent.sources.ring = chosen.ring;
     agent.interfaces.measured = chosen.interfaces;
-    wrong = start_probe(agent, may_capture, chosen.reading);
+    std::string wrong = start_probe(agent, may_capture, chosen.reading);
+    if (wrong.empty())
+        say(origin(chosen, may_capture));
+    return wrong;
+}
+
+/** Runs until it is told to end. An empty text, or what went wrong. */
+std::string serve_until_signal(probe &agent, tcp_server &server, const options &chosen)
+{
+    std::string wrong;
+    if (!chosen.voice.empty())
+        wrong = read_scenario(storage<voice_monitors>(agent).scenario, chosen.voice);
     if (!wrong.empty())
         return wrong;
-    say(origin(chosen, may_capture));
-    if (chosen.netflow)
+    hearing heard{&agent, -1};
+    if (!open_loop(agent.loop) || !catch_signals(heard))
+        return std::string("cannot wait for events: ") + std::strerror(errno);
+
+    wrong = open_server(server, agent.loop, chosen.host, chosen.port, on_call, &agent);
+    if (wrong.empty() && !chosen.captures.empty())
+        wrong = open_captures(agent, chosen.captures);
+    if (wrong.empty())
+        wrong = start_measuring(agent, chosen);
+    if (wrong.empty() && chosen.netflow)
         wrong = open_netflow(agent, chosen.host, *chosen.netflow);
-    if (!wrong.empty())
-        return wrong;
-    if (!chosen.state.empty())
+    if (wrong.empty() && !chosen.state.empty())
         wrong = open_state(agent, chosen.state);
     if (!wrong.empty())
         return wrong;
+
     play_scenario(agent);
     if (!chosen.reading.held && !begin_capture_files(agent.files, agent.loop))
         return std::string("cannot read files: ") + std::strerror(errno);

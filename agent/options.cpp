@@ -1,6 +1,8 @@
 #include "agent/options.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <string_view>
 
 const char usage[] = R"(usage: rmon-agent [options]
@@ -45,76 +47,114 @@ template <class Number> bool read_number(std::string_view text, Number &number)
     return error == std::errc{} && rest == end;
 }
 
+/** What stands behind an option's name. */
+enum class wanted_value {
+    none,
+    any,
+    text,   // not an empty one
+    judged, // one that the option takes
+};
+
+struct known_option {
+    std::string_view name;
+    wanted_value value;
+    const char *wrong; // in front of the name where a text is missing, of the value where it is refused
+    bool (*take)(options &chosen, std::string_view value);
+};
+
+bool take_interface(options &chosen, std::string_view value)
+{
+    chosen.interfaces.emplace_back(value);
+    return true;
+}
+
+bool take_speed(options &chosen, std::string_view value)
+{
+    chosen.reading.recorded = value == "recorded";
+    return value == "full" || value == "recorded";
+}
+
+bool take_ring(options &chosen, std::string_view value)
+{
+    return read_number(value, chosen.ring) && chosen.ring >= 1 && chosen.ring <= max_ring;
+}
+
+template <auto Member> bool take_text(options &chosen, std::string_view value)
+{
+    chosen.*Member = value;
+    return true;
+}
+
+bool turn_help_on(options &chosen, std::string_view)
+{
+    chosen.help = true;
+    return true;
+}
+
+constexpr known_option known_options[] = {
+    {"--listen", wanted_value::any, "", take_text<&options::host>},
+    {"--port", wanted_value::judged, "no port number: ",
+     [](options &chosen, std::string_view value) { return read_number(value, chosen.port); }},
+    {"--interface", wanted_value::text, "no interface: ", take_interface},
+    {"-i", wanted_value::text, "no interface: ", take_interface},
+    {"--no-capture", wanted_value::none, "",
+     [](options &chosen, std::string_view) {
+         chosen.capture = false;
+         return true;
+     }},
+    {"--read", wanted_value::any, "",
+     [](options &chosen, std::string_view value) {
+         chosen.reading.files.emplace_back(value);
+         return true;
+     }},
+    {"--speed", wanted_value::judged, "no speed: ", take_speed},
+    {"--loop", wanted_value::none, "",
+     [](options &chosen, std::string_view) {
+         chosen.reading.repeat = true;
+         return true;
+     }},
+    {"--hold", wanted_value::none, "",
+     [](options &chosen, std::string_view) {
+         chosen.reading.held = true;
+         return true;
+     }},
+    {"--netflow", wanted_value::judged, "no port number: ",
+     [](options &chosen, std::string_view value) { return read_number(value, chosen.netflow.emplace()); }},
+    {"--voice", wanted_value::text, "no file: ", take_text<&options::voice>},
+    {"--state", wanted_value::text, "no directory: ", take_text<&options::state>},
+    {"--ring", wanted_value::judged, "no size of a ring (1 to 2047): ", take_ring},
+    {"--captures", wanted_value::text, "no directory: ", take_text<&options::captures>},
+    {"--help", wanted_value::none, "", turn_help_on},
+    {"-h", wanted_value::none, "", turn_help_on},
+};
+
 } // namespace
 
 std::string read_options(options &chosen, int count, char *const *words)
 {
     for (int i = 1; i < count; i++) {
-        std::string_view name = words[i];
-        std::string_view value;
+        const std::string_view word = words[i];
         // A value follows as a word of its own or behind "=".
-        const std::size_t equals = name.find('=');
-        const bool joined = equals != name.npos;
-        if (joined) {
-            value = name.substr(equals + 1);
-            name = name.substr(0, equals);
-        }
-        const bool takes_value = name == "--listen" || name == "--port" || name == "--state"
-                                 || name == "--captures" || name == "--netflow" || name == "--read"
-                                 || name == "--speed" || name == "--voice" || name == "--interface"
-                                 || name == "-i" || name == "--ring";
-        if (takes_value && !joined) {
-            if (++i == count)
-                return std::string(name) + " needs a value";
-            value = words[i];
-        }
-        if (joined && !takes_value)
-            return "unknown option " + std::string(words[i]);
+        const std::size_t equals = word.find('=');
+        const bool joined = equals != word.npos;
+        const std::string_view name = word.substr(0, equals);
+        const auto *option = std::ranges::find(known_options, name, &known_option::name);
+        const bool known = option != std::end(known_options);
+        if (!known || (joined && option->value == wanted_value::none))
+            return "unknown option " + std::string(word);
 
-        if (name == "--listen") {
-            chosen.host = value;
-        } else if (name == "--port") {
-            if (!read_number(value, chosen.port))
-                return "no port number: " + std::string(value);
-        } else if (name == "--state") {
-            if (value.empty())
-                return "no directory: --state";
-            chosen.state = value;
-        } else if (name == "--interface" || name == "-i") {
-            if (value.empty())
-                return "no interface: " + std::string(name);
-            chosen.interfaces.emplace_back(value);
-        } else if (name == "--read") {
-            chosen.reading.files.emplace_back(value);
-        } else if (name == "--speed") {
-            if (value != "full" && value != "recorded")
-                return "no speed: " + std::string(value);
-            chosen.reading.recorded = value == "recorded";
-        } else if (name == "--loop") {
-            chosen.reading.repeat = true;
-        } else if (name == "--hold") {
-            chosen.reading.held = true;
-        } else if (name == "--captures") {
-            if (value.empty())
-                return "no directory: --captures";
-            chosen.captures = value;
-        } else if (name == "--netflow") {
-            if (!read_number(value, chosen.netflow.emplace()))
-                return "no port number: " + std::string(value);
-        } else if (name == "--ring") {
-            if (!read_number(value, chosen.ring) || chosen.ring < 1 || chosen.ring > max_ring)
-                return "no size of a ring (1 to 2047): " + std::string(value);
-        } else if (name == "--voice") {
-            if (value.empty())
-                return "no file: --voice";
-            chosen.voice = value;
-        } else if (name == "--no-capture") {
-            chosen.capture = false;
-        } else if (name == "--help" || name == "-h") {
-            chosen.help = true;
-        } else {
-            return "unknown option " + std::string(words[i]);
-        }
+        std::string_view value;
+        if (joined)
+            value = word.substr(equals + 1);
+        else if (option->value != wanted_value::none && ++i == count)
+            return std::string(name) + " needs a value";
+        else if (option->value != wanted_value::none)
+            value = words[i];
+
+        if (option->value == wanted_value::text && value.empty())
+            return option->wrong + std::string(name);
+        if (!option->take(chosen, value))
+            return option->wrong + std::string(value);
     }
     if (!chosen.interfaces.empty() && !chosen.reading.files.empty())
         return "--interface and --read exclude each other";

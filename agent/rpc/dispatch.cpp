@@ -176,6 +176,29 @@ const served_procedure *find_procedure(std::span<const served_procedure> procedu
     return found != procedures.end() && found->number == number ? &*found : nullptr;
 }
 
+/** Handles a call whose sender was heard, or says why not. False when no reply could be made. */
+bool carry_out(
+    probe &agent,
+    std::span<const served_procedure> procedures,
+    uint32_t xid,
+    const call_target &target,
+    XDR *xdrs,
+    std::vector<uint8_t> &output)
+{
+    rpc_msg refusal{};
+    if (target.program != RMONRPC_PROGRAM) {
+        refusal = accepted(xid, PROG_UNAVAIL);
+    } else if (target.version != RMONRPC_VERSION) {
+        refusal = program_mismatch(xid);
+    } else if (const served_procedure *procedure = find_procedure(procedures, target.procedure)) {
+        handle_call(agent, *procedure, xid, xdrs, output);
+        return true;
+    } else {
+        refusal = accepted(xid, PROC_UNAVAIL);
+    }
+    return append_reply(refusal, output);
+}
+
 } // namespace
 
 bool answer_call(
@@ -214,19 +237,5 @@ bool answer_call(
         rpc_msg reply = auth_refused(opening.xid, AUTH_BADVERF);
         return append_reply(reply, output);
     }
-    if (!skip_auth(&xdrs, verifier))
-        return false;
-
-    rpc_msg refusal{};
-    if (target.program != RMONRPC_PROGRAM) {
-        refusal = accepted(opening.xid, PROG_UNAVAIL);
-    } else if (target.version != RMONRPC_VERSION) {
-        refusal = program_mismatch(opening.xid);
-    } else if (const served_procedure *procedure = find_procedure(procedures, target.procedure)) {
-        handle_call(agent, *procedure, opening.xid, &xdrs, output);
-        return true;
-    } else {
-        refusal = accepted(opening.xid, PROC_UNAVAIL);
-    }
-    return append_reply(refusal, output);
+    return skip_auth(&xdrs, verifier) && carry_out(agent, procedures, opening.xid, target, &xdrs, output);
 }

@@ -101,6 +101,24 @@ void open_connection(flow &connection, const frame &seen, uint8_t sender, int32_
     connection.client = client_of(seen, sender);
 }
 
+/** The segment has data: a request begins or goes on, is sent again, or is answered. */
+void take_data(
+    response_meter &meter,
+    flow &connection,
+    exchange_counters &counters,
+    bool asks,
+    bool advances,
+    int64_t time)
+{
+    connection.data_seen = true;
+    if (asks && advances)
+        ask(connection, time);
+    else if (asks && connection.awaited)
+        counters.retries++;
+    else if (advances && connection.awaited)
+        answer(meter, connection, counters, time);
+}
+
 void measure_segment(response_meter &meter, const frame &seen, int32_t protocol)
 {
     uint8_t sender;
@@ -130,15 +148,8 @@ void measure_segment(response_meter &meter, const frame &seen, int32_t protocol)
 
     const bool advances =
         !connection->known[sender] || static_cast<int32_t>(behind_data - connection->next[sender]) > 0;
-    if (seen.payload_on_wire > 0) {
-        connection->data_seen = true;
-        if (sender == connection->client && advances)
-            ask(*connection, seen.time);
-        else if (sender == connection->client && connection->awaited)
-            counters->retries++;
-        else if (advances && connection->awaited)
-            answer(meter, *connection, *counters, seen.time);
-    }
+    if (seen.payload_on_wire > 0)
+        take_data(meter, *connection, *counters, sender == connection->client, advances, seen.time);
     if (advances) {
         connection->known[sender] = true;
         connection->next[sender] = behind_data;

@@ -98,6 +98,8 @@ bool put_field(void *record, const voice_field &field, std::string_view value)
     return false;
 }
 
+/* The lists: however long, each is one line a field. */
+
 std::span<const voice_field> sccp_phone_fields()
 {
     using record = rmonrpc_sccp_common_row_t;

@@ -45,7 +45,7 @@ template <class Record, std::size_t N = 0> consteval std::size_t member_count()
         return N;
 }
 
-/** Calls visit with a reference to each member of record, in order of declaration. */
+/** Calls visit with a reference to each member of record, in order of declaration: a line for each number. */
 // clang-format off
 template <class Record, class Visit> constexpr decltype(auto) with_members(Record &record, Visit &&visit)
 {

@@ -1,13 +1,11 @@
 #include "rmon/rpc/rmonrpc_xdr.h"
 
+#include "rmon/rpc/row_blocks.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
 #include <cstddef>
-#include <new>
-#include <utility>
-
-#include <sys/mman.h>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -194,41 +192,6 @@ void free_text(any_text &field)
     field.value = nullptr;
 }
 
-/** Texts of rows, one behind the other: this, then the texts. */
-struct text_piece {
-    text_piece *next;
-    uint32_t used, size; // bytes behind this
-};
-
-/** Each piece is twice the one before. Where the sanitizer is to see stale texts, each text has its own. */
-#ifdef __SANITIZE_ADDRESS__
-constexpr uint32_t first_text_piece = 1, largest_text_piece = 1;
-#else
-constexpr uint32_t first_text_piece = 256, largest_text_piece = 1 << 16;
-#endif
-
-void free_texts(text_piece *pieces)
-{
-    while (pieces)
-        std::free(std::exchange(pieces, pieces->next));
-}
-
-/** Room for size bytes in the first of the pieces, before which a new one is put when it is full. */
-char *text_room(text_piece *&pieces, uint32_t size)
-{
-    if (!pieces || size > pieces->size - pieces->used) {
-        const uint32_t usual = pieces ? std::min(2 * pieces->size, largest_text_piece) : first_text_piece;
-        const uint32_t room = std::max(usual, size);
-        void *memory = std::malloc(sizeof(text_piece) + room);
-        if (!memory)
-            return nullptr;
-        pieces = new (memory) text_piece{pieces, 0, room};
-    }
-    char *place = reinterpret_cast<char *>(pieces + 1) + pieces->used;
-    pieces->used += size;
-    return place;
-}
-
 /** A text of a row, which is at most first_piece bytes long. */
 bool decode_row_text(XDR *xdrs, any_text &field, uint32_t length, text_piece *&pieces)
 {
@@ -358,106 +321,6 @@ using any_rows = rows<uint8_t>;
 void release_records(uint8_t *records, uint32_t length, const layout &plan, bool with_texts);
 bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan, text_piece **pieces);
 bool encode_record(XDR *xdrs, uint8_t *record, const layout &plan);
-
-} // namespace
-
-/** Decoded rows: this, then the rows. Their texts lie in pieces of their own. */
-struct alignas(std::max_align_t) row_block {
-    uint64_t size; // in bytes, this included
-    text_piece *texts;
-};
-
-namespace {
-
-uint8_t *rows_of(row_block *block)
-{
-    return reinterpret_cast<uint8_t *>(block + 1);
-}
-
-/**
- * The block of the rows that were freed last. The next reply's rows grow into
- * it: a page asks for one table after another, and what one reply needed is a
- * good guess for the next.
- */
-constinit row_block *kept_block = nullptr;
-
-/**
- * From this size on a block is mapped: it grows without being copied, and never
- * takes its memory twice. Where the sanitizer is to see stale rows, none is
- * mapped and none is kept.
- */
-#ifdef __SANITIZE_ADDRESS__
-constexpr uint64_t smallest_mapped = UINT64_MAX, largest_kept = 0;
-#else
-constexpr uint64_t smallest_mapped = 1 << 18, largest_kept = 1 << 20;
-#endif
-
-void free_block(row_block *block)
-{
-    if (block && block->size >= smallest_mapped)
-        munmap(block, block->size);
-    else
-        std::free(block);
-}
-
-void *map(uint64_t size)
-{
-    void *memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    return memory == MAP_FAILED ? nullptr : memory;
-}
-
-void *remap(row_block *block, uint64_t size)
-{
-    void *memory = mremap(block, block->size, size, MREMAP_MAYMOVE);
-    return memory == MAP_FAILED ? nullptr : memory;
-}
-
-/** A mapped block in the place of one that was not. */
-void *move_to_map(row_block *block, uint64_t size)
-{
-    void *memory = map(size);
-    if (memory) {
-        std::memcpy(memory, block, block->size);
-        std::free(block);
-    }
-    return memory;
-}
-
-/** Gives a block more room, or makes one of null. Null when there is no memory; the block stands then. */
-row_block *larger_block(row_block *block, uint64_t size)
-{
-    const bool is_new = !block;
-    void *memory = nullptr;
-    if (size < smallest_mapped)
-        memory = std::realloc(static_cast<void *>(block), size);
-    else if (is_new)
-        memory = map(size);
-    else
-        memory = block->size >= smallest_mapped ? remap(block, size) : move_to_map(block, size);
-    if (!memory)
-        return nullptr;
-    auto *larger = static_cast<row_block *>(memory);
-    if (is_new)
-        larger->texts = nullptr;
-    larger->size = size;
-    return larger;
-}
-
-/** The kept block, which belongs to the caller then; null when it is in use. */
-row_block *take_block()
-{
-    return std::exchange(kept_block, nullptr);
-}
-
-void keep_block(row_block *block)
-{
-    if (!block)
-        return;
-    free_texts(std::exchange(block->texts, nullptr));
-    if (block->size <= largest_kept && (!kept_block || block->size > kept_block->size))
-        std::swap(block, kept_block);
-    free_block(block);
-}
 
 void free_rows(any_rows &field, const layout &row)
 {

@@ -90,6 +90,7 @@ std::string start_agent(started_agent &started, const std::string &capture)
     return {};
 }
 
+/* Long as there are many groups: a set for each. */
 void start_groups(probe &agent, int32_t rows)
 {
     max_rows = rows;

@@ -143,6 +143,7 @@ bytes as_record(std::span<const uint8_t> message, std::size_t size)
     return record;
 }
 
+/** One step: long as there are many kinds, a case for each. */
 void step(session &now, uint8_t what, uint8_t number, std::span<const uint8_t> given)
 {
     probe &agent = now.started.agent;

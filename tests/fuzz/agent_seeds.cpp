@@ -48,6 +48,7 @@ const std::string ip4 = "4500 0040 0000 0000 4006 0000 0a000001 0a000002 ";
 const std::string ip6 =
     "60000000 0030 11 40 fd000000000000000000000000000001 fd000000000000000000000000000002 ";
 
+/** A list, however long: a line or two for each frame. */
 std::vector<bytes> frames()
 {
     std::vector<bytes> all;

@@ -28,6 +28,23 @@ size_t find_counts(const wire::layout &layout, size_t at, std::vector<size_t> &c
     return at;
 }
 
+/** Replies whose counts promise far more than arrives, each count of a result in turn. */
+void write_promises(const std::string &path, const any_procedure &which, uint8_t high, uint8_t low)
+{
+    std::vector<size_t> counts;
+    const auto result = repeating(*which.result, 1);
+    if (find_counts(*which.result, 0, counts) != result.size())
+        broken("a result ends where its fields do");
+    for (const size_t count : counts) {
+        std::vector<uint8_t> promising{result.begin(), result.begin() + static_cast<long>(count)};
+        promising = joined(joined(promising, {0xff, 0xff, 0xff, 0xff}), units(1, max_seed));
+        for (const uint8_t arrival : {0, 2})
+            write_file(
+                path + std::to_string(count) + "-promise" + std::to_string(arrival),
+                joined({high, low, arrival}, promising));
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -53,18 +70,7 @@ int main(int argc, char **argv)
                 joined({high, low, 0, static_cast<uint8_t>(size >> 8), static_cast<uint8_t>(size)}, result));
         }
 
-        std::vector<size_t> counts;
-        const auto result = repeating(*all[i].result, 1);
-        if (find_counts(*all[i].result, 0, counts) != result.size())
-            broken("a result ends where its fields do");
-        for (const size_t count : counts) {
-            std::vector<uint8_t> promising{result.begin(), result.begin() + static_cast<long>(count)};
-            promising = joined(joined(promising, {0xff, 0xff, 0xff, 0xff}), units(1, max_seed));
-            for (const uint8_t arrival : {0, 2})
-                write_file(
-                    argv[1] + number + std::to_string(count) + "-promise" + std::to_string(arrival),
-                    joined({high, low, arrival}, promising));
-        }
+        write_promises(argv[1] + number, all[i], high, low);
     }
     for (uint32_t i = 0; i < functions; i++)
         for (const uint8_t unit : {0, 1, 2})

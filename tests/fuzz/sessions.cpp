@@ -108,7 +108,10 @@ void expect(
         broken("a call gets the reply to it");
 }
 
-/** One call; what the agent says to it, and whether before it or too late. */
+/**
+ * One call; what the agent says to it, and whether before it or too late. Long
+ * as there are many ways to answer, a case for each.
+ */
 void step(
     session &now,
     const any_procedure &procedure,

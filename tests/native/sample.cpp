@@ -42,6 +42,7 @@ static void add_inner(sample_inner &record, bytes &encoded, uint32_t seed)
     encoded.signed_units(letters);
 }
 
+/** One piece although it is long: each field is set beside its bytes, in wire order. */
 sample make_sample(uint32_t rows, uint32_t address_length, uint32_t text_length)
 {
     sample made{};

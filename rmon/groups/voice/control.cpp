@@ -93,7 +93,7 @@ template <class Procedure> void turn_mgcp(script_call call, const Procedure &pro
         change_mgcp(call, procedure, link);
 }
 
-/** The protocol has no procedure for MGCP's latency alarm: no call is made. */
+/** The protocol has no procedures for MGCP's functions of latency: no call is made. */
 void turn_nothing(script_call call)
 {
     link_id link;
