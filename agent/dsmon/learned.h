@@ -49,8 +49,8 @@ template <class Request> struct learned_fields {
 };
 
 /**
- * The description of the control table of a kind with learned rows. The kind
- * has, besides what rules.h asks of it:
+ * The description of the control table of a kind with learned rows: of what
+ * rules.h asks for, limits and show stand here. The kind also has:
  *
  *   learned               the record's learned_fields
  *   asked_key, control    the record of a read, and its field for the control row's index
