@@ -57,10 +57,10 @@ template <class Record> void write_record(state_writer &writer, const Record &re
 void release_written(void *record, const wire::layout &layout);
 
 /** Writes a record that was made for it, and releases it. */
-template <class Record> void write_made_record(state_writer &writer, Record record)
+template <class Record> void write_made_record(state_writer &writer, Record &&record)
 {
     write_record(writer, record);
-    release_written(&record, wire::layout_of<Record>);
+    release_written(&record, wire::layout_of<std::remove_cvref_t<Record>>);
 }
 
 template <class Function> struct second_argument;
