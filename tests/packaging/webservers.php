@@ -124,9 +124,15 @@ file_put_contents("$folder/fpm.conf", "[global]\nerror_log = $folder/fpm.log\nda
 start('fpm', $fpm, '--nodaemonize', ...($isRoot ? ['--allow-to-run-as-root'] : []), ...['-d', "extension=$module"], ...['-y', "$folder/fpm.conf"]);
 await('fpm', fn() => file_exists("$folder/fpm.sock"));
 
+// As a package has it: readable for everybody, which a clone in somebody's home is not.
+mkdir("$folder/rmon");
+exec('cp -R ' . implode(' ', array_map(escapeshellarg(...), ["$root/console", "$root/library", "$folder/rmon"])) . ' && chmod -R a+rX '
+    . escapeshellarg("$folder/rmon") . ' 2>&1', $said, $code);
+$code === 0 || exit(implode("\n", $said));
+
 $ports = ['nginx' => free_port(), 'apache' => free_port()];
 $common = [
-    '/usr/share/rmon/console' => "$root/console",
+    '/usr/share/rmon/console' => "$folder/rmon/console",
     '/etc/rmon/console.ini' => "$folder/console.ini",
     '/run/php/rmon-console.sock' => "$folder/fpm.sock",
     '/etc/ssl/certs/console.example.net.pem' => "$folder/pem",
