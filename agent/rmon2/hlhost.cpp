@@ -96,7 +96,7 @@ struct hl_host_kind {
     }
 
     static rmonrpc_hlhost_t
-    answer(int32_t control, uint32_t time_mark, const hl_host_key &key, const hl_host &host)
+    answer(int32_t control_index, uint32_t time_mark, const hl_host_key &key, const hl_host &host)
     {
         rmonrpc_hlhost_t row{};
         row.timeMark = time_mark;
@@ -107,7 +107,7 @@ struct hl_host_kind {
         row.outOctets = host.out_octets;
         row.outMacNonUnicastPkts = key.application == 0 ? host.out_mac_nonunicast_pkts : 0;
         row.createTime = host.create_time;
-        row.hlHostControlIndex = control;
+        row.hlHostControlIndex = control_index;
         row.protocolDirLocalIndex = key.network;
         row.protocolDirLocalIndex2 = key.application;
         return row;

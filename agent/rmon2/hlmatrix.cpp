@@ -82,7 +82,7 @@ struct hl_matrix_kind {
     }
 
     static rmonrpc_hlmatrix_t
-    answer(int32_t control, uint32_t time_mark, const hl_pair_key &key, const hl_pair &pair)
+    answer(int32_t control_index, uint32_t time_mark, const hl_pair_key &key, const hl_pair &pair)
     {
         rmonrpc_hlmatrix_t row{};
         row.timeMark = time_mark;
@@ -91,7 +91,7 @@ struct hl_matrix_kind {
         row.pkts = pair.pkts;
         row.octets = pair.octets;
         row.createTime = pair.create_time;
-        row.hlMatrixControlIndex = control;
+        row.hlMatrixControlIndex = control_index;
         row.protocolDirLocalIndex = key.network;
         row.protocolDirLocalIndex2 = key.application;
         return row;
