@@ -129,35 +129,82 @@ final class FormsTest extends ConsoleTestCase
         self::assertSame('', $console->log());
     }
 
-    public function testOnlyOperatorsAndOnlyFormsOfThisBrowser(): void
+    /** Sections of the configuration: anna is an operator, ben reads. */
+    private static function users(): string
     {
-        $agent = $this->bundled();
         $hash = password_hash('secret word', PASSWORD_BCRYPT, ['cost' => 4]);
         $users = '';
         foreach (['anna' => 'operator', 'ben' => 'read-only'] as $name => $role) {
             $users .= "[user $name]\npassword_hash = \"$hash\"\nrole = $role\n";
         }
-        $console = $this->console(['core1' => $agent], $users, 'sign_in = on');
+        return $users;
+    }
+
+    private static function signIn(Served $console, string $name): void
+    {
+        $console->cookies = [];
+        $form = self::sent($console, '/sign-in', ['name' => $name, 'password' => 'secret word']);
+        self::assertSame(303, $console->post('/sign-in', $form)->status);
+    }
+
+    public function testOnlyOperatorsAndOnlyFormsOfThisBrowser(): void
+    {
+        $agent = $this->bundled();
+        $console = $this->console(['core1' => $agent], self::users(), 'sign_in = on');
         $path = '/probe/core1/alarms';
-        $signIn = static function (string $name) use ($console): void {
-            $console->cookies = [];
-            $form = self::sent($console, '/sign-in', ['name' => $name, 'password' => 'secret word']);
-            self::assertSame(303, $console->post('/sign-in', $form)->status);
-        };
-        $signIn('ben');
+        self::signIn($console, 'ben');
         $page = $console->get($path);
         self::assertSame(200, $page->status);
         self::assertNull($page->attribute('//input[@name="alarmVariable"]', 'value'), 'no form for who may not');
         $token = $page->attribute('//input[@name="token"]', 'value');
         $answer = $console->post($path, ['token' => $token, 'sure' => '1'] + self::alarm());
         self::assertSame(403, $answer->status);
-        $signIn('anna');
+        self::signIn($console, 'anna');
         foreach (['', 'x', (string) $token] as $wrong) {
             $answer = $console->post($path, ['token' => $wrong, 'sure' => '1'] + self::alarm());
             self::assertSame(403, $answer->status, 'a token of another session');
         }
         self::assertSame([], self::listOf($this->probe($agent)->table('alarmTable')));
         self::assertStringContainsString('Alarm 1 is set', self::change($console, $path, self::alarm())[1]);
+    }
+
+    public function testCommunitiesAreForOperators(): void
+    {
+        $agent = $this->bundled();
+        $probe = $this->probe($agent);
+        $community = 'community of nobody';
+        $probe->table('communityTable')->set(communityString: $community, privs: 'readWrite');
+        $probe->table('eventTable')->set(eventIndex: 1, eventType: 'snmpTrap', eventCommunity: $community);
+        $probe->table('trapDestTable')
+            ->set(trapDestIndex: 1, trapDestCommunity: $community, trapDestProtocol: 1, trapDestAddress: '10.9.9.9');
+        $probe->table('ndeDeviceTable')->set(address: '10.8.0.1', commString: $community);
+        $console = $this->console(['core1' => $agent], self::users(), 'sign_in = on');
+        $pages = array_map(static fn(string $page) => "/probe/core1/$page", [
+            'settings', 'alarms', 'netflow', 'table/communityTable', 'table/eventTable', 'table/trapDestTable',
+            'table/ndeDeviceTable',
+        ]);
+        foreach (['anna' => true, 'ben' => false] as $name => $shown) {
+            self::signIn($console, $name);
+            foreach ($pages as $page) {
+                $answer = $console->get($page);
+                self::assertSame(200, $answer->status, $page);
+                self::assertSame($shown, str_contains($answer->body, $community), "$page as $name sees it");
+            }
+            foreach (['csv', 'json'] as $format) {
+                $file = $console->get("/probe/core1/table/communityTable?format=$format&all=1");
+                self::assertSame([200, $shown], [$file->status, str_contains($file->body, $community)], $format);
+            }
+        }
+        // Not by a filter or an order that tells them apart, and not in the address of the next rows.
+        for ($i = 0; $i < 30; $i++) {
+            $probe->table('communityTable')->set(communityString: "other $i", privs: 'readOnly');
+        }
+        foreach (['filter=communityString~nobody', 'filter=nobody', 'sort=communityString', 'rows=25'] as $query) {
+            $body = $console->get("/probe/core1/table/communityTable?$query")->body;
+            self::assertStringNotContainsString($community, $body, $query);
+            self::assertStringNotContainsString('behind=', $body, $query);
+        }
+        self::assertSame('', $console->log());
     }
 
     public function testAVoiceMonitorIsSet(): void

@@ -19,6 +19,7 @@ use Rmon\Console\Response;
 use Rmon\Console\Table\Field;
 use Rmon\Exception\BadArgument;
 use Rmon\Format;
+use Rmon\Schema\Catalog;
 
 /** Alarms with their thresholds, events, and what was logged. "alarm=7" in the address is the one to change. */
 final class AlarmsPage extends Page
@@ -162,11 +163,12 @@ final class AlarmsPage extends Page
         $last = fn(array $row): ?float => $row['eventLastTimeSent'] === 0
             ? null
             : $this->visit->timeOf($row['eventLastTimeSent']);
+        $events = Catalog::find('eventTable');
         return DataTable::ofRows([
             Field::number('index', 'Event', static fn(array $row) => $row['eventIndex'], Format::whole(...)),
             Field::text('description', 'Description', static fn(array $row) => $row['eventDescription']),
             Field::text('type', 'Does', static fn(array $row) => self::EVENTS[$row['eventType']] ?? "$row[eventType]"),
-            Field::text('community', 'Community', static fn(array $row) => $row['eventCommunity']),
+            Field::column($this->visit, $events, $events->columns['eventCommunity'])->titled('Community'),
             Field::time('last', 'Last time', $last),
             Field::text('owner', 'Owner', static fn(array $row) => $row['eventOwner']),
         ], fn(): array => array_values($this->alarms()->events), 'There is no event: alarms are seen here alone.')

@@ -15,6 +15,9 @@ use Rmon\Schema\Type;
 /** A column of a table as a page shows it. */
 final class Field
 {
+    /** In the place of what only operators are to see. */
+    private const SECRET = 'for operators';
+
     /**
      * @param string $name              in addresses, CSV and JSON
      * @param bool $number              whether it stands to the right
@@ -49,8 +52,11 @@ final class Field
     /** A column of one of the library's tables. */
     public static function column(Visit $visit, TableSchema $schema, Column $column): self
     {
-        $values = $visit->probe()->values();
         $name = $column->name;
+        if ($column->secret && !$visit->mayChange()) {
+            return self::text($name, self::words($schema->heading($name)), static fn(array $row): string => self::SECRET);
+        }
+        $values = $visit->probe()->values();
         $cell = static fn(array $row): mixed => $row[$name] ?? null;
         // An interface's own row has its name beside its number.
         $own = $column->type === Type::NetInterface && count($schema->keys) === 1 && isset($schema->keys[$name]);

@@ -15,6 +15,8 @@ final class SchemaSource implements Source
     /** @var array<string, Field> */
     private readonly array $fields;
 
+    private readonly bool $keysAreSecret;
+
     /**
      * @param list<string> $usual        fields that are shown when nothing is said; empty: those that matter to people
      * @param array<string, Field> $also further fields, or others in the place of columns
@@ -30,6 +32,8 @@ final class SchemaSource implements Source
             $fields[$name] = Field::column($visit, $table->schema, $column);
         }
         $this->fields = array_replace($fields, $also);
+        $keys = array_intersect_key($table->schema->columns, $table->schema->keys);
+        $this->keysAreSecret = !$visit->mayChange() && array_filter($keys, static fn($key) => $key->secret) !== [];
     }
 
     public function fields(): array
@@ -60,6 +64,10 @@ final class SchemaSource implements Source
 
     public function page(int $most, string $behind): array
     {
+        // A place tells the keys: where they are not to be seen, the first rows are all there is.
+        if ($this->keysAreSecret) {
+            return $behind === '' ? array_slice($this->table->page($most), 0, $most - 1) : [];
+        }
         return $this->table->page($most, $behind === '' ? null : $this->keys($behind));
     }
 

@@ -15,6 +15,7 @@ final class Column
      * @param bool $optional             whether rows can be without it
      * @param bool $signed               whether the number can be below 0
      * @param int $longest               octets of the longest text that can be set
+     * @param bool $secret               whether who knows the value may do more than before: an SNMP community
      */
     private function __construct(
         public readonly string $name,
@@ -25,6 +26,7 @@ final class Column
         public readonly bool $optional = false,
         public readonly bool $signed = false,
         public readonly int $longest = 255,
+        public readonly bool $secret = false,
     ) {
     }
 
@@ -52,6 +54,12 @@ final class Column
     public static function text(string $name): self
     {
         return new self($name, Type::Text, object: $name);
+    }
+
+    /** What SNMP asks for as a password, in the open. */
+    public static function community(string $name): self
+    {
+        return new self($name, Type::Text, object: $name, secret: true);
     }
 
     public static function addressText(string $name): self
@@ -201,6 +209,7 @@ final class Column
             $optional ?? $this->optional,
             $signed ?? $this->signed,
             $longest ?? $this->longest,
+            $this->secret,
         );
     }
 

@@ -84,7 +84,7 @@ final class Alarms
                 Column::index('eventIndex'),
                 Column::text('eventDescription'),
                 Column::named('eventType', [1 => 'none', 2 => 'log', 3 => 'snmptrap', 4 => 'logandtrap']),
-                Column::text('eventCommunity'),
+                Column::community('eventCommunity'),
                 Column::ticks('eventLastTimeSent'),
                 Column::text('eventOwner'),
                 Column::status('eventStatus'),
@@ -131,7 +131,7 @@ final class Alarms
             keys: [Key::index('trapDestIndex')],
             columns: [
                 Column::index('trapDestIndex'),
-                Column::text('trapDestCommunity'),
+                Column::community('trapDestCommunity'),
                 Column::protocol('trapDestProtocol'),
                 Column::address('trapDestAddress'),
                 Column::text('trapDestOwner'),

@@ -38,7 +38,7 @@ final class NetFlow
             keys: [Key::address('address')],
             columns: [
                 ...self::named(),
-                Column::text('commString')->atMost(80),
+                Column::community('commString')->atMost(80),
                 Column::flags('flag', [1 => 'heard']),
             ],
             reader: Reader::wrapped('rmon_nde_device', 'devices')->quiet(answersNone: false),
