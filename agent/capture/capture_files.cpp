@@ -92,16 +92,17 @@ void close_capture(capture_file &file)
     file.reading = false;
 }
 
-interface interface_of(const std::string &name, int32_t index, bool ethernet)
+interface interface_of(const std::string &name, int32_t index, const pcapng_interface &of)
 {
     interface iface;
     iface.index = index;
     iface.name = name;
-    iface.hardware_type = ethernet ? ARPHRD_ETHER : ARPHRD_NONE;
+    iface.hardware_type = is_ethernet(of) ? ARPHRD_ETHER : ARPHRD_NONE;
     iface.flags = IFF_UP | IFF_RUNNING;
     iface.oper_state = IF_OPER_UP;
     iface.mtu = 1500;
     iface.file = true;
+    iface.file_speed = of.speed;
     return iface;
 }
 
@@ -316,7 +317,7 @@ std::string open_capture_files(
             const auto index = static_cast<int32_t>(interfaces.rows.size() + 1);
             const std::string name = found.size() == 1 ? path : name_of(path, iface);
             file.interfaces.push_back(
-                &interfaces.rows.emplace(index, interface_of(name, index, is_ethernet(iface))).first->second);
+                &interfaces.rows.emplace(index, interface_of(name, index, iface)).first->second);
         }
     }
     return {};

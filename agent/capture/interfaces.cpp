@@ -226,8 +226,11 @@ bool is_measured(const interface_table &table, const interface &iface)
 
 uint32_t speed_of(const interface &iface)
 {
+    const auto shown = [](uint64_t bits) {
+        return static_cast<uint32_t>(std::min<uint64_t>(bits, UINT32_MAX));
+    };
     if (iface.file)
-        return 0;
+        return shown(iface.file_speed);
     const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     if (socket < 0)
         return 0;
@@ -242,8 +245,7 @@ uint32_t speed_of(const interface &iface)
     const uint32_t megabits = ethtool_cmd_speed(&command);
     if (!known || megabits == UINT32_MAX || megabits == UINT16_MAX)
         return 0;
-    const uint64_t bits = uint64_t{megabits} * 1000000;
-    return bits < UINT32_MAX ? static_cast<uint32_t>(bits) : UINT32_MAX;
+    return shown(uint64_t{megabits} * 1000000);
 }
 
 uint32_t queue_length_of(const interface_table &table, const interface &iface)

@@ -29,6 +29,7 @@ struct interface {
     uint32_t vlan = 0;        // VLAN id, when kind is "vlan"
     uint32_t last_change = 0; // sysUpTime at which its state became what it is; 0: before the agent's start
     bool file = false;        // no interface of this machine: a capture file plays its part
+    uint64_t file_speed = 0;  // bits per second that the file tells
     kernel_counters counters{};
 };
 

@@ -132,7 +132,7 @@ bool take_resolution(pcapng_interface &to, uint8_t octet)
 
 bool take_options(const pcapng_file &file, block_body rest, pcapng_interface &to)
 {
-    constexpr uint16_t end_of_options = 0, name = 2, resolution = 9, offset = 14;
+    constexpr uint16_t end_of_options = 0, name = 2, speed = 8, resolution = 9, offset = 14;
     while (rest.length >= 4) {
         const uint16_t code = number16(file, rest.bytes);
         const uint16_t length = number16(file, rest.bytes + 2);
@@ -146,6 +146,8 @@ bool take_options(const pcapng_file &file, block_body rest, pcapng_interface &to
             return false;
         else if (code == offset && length == 8)
             to.offset = static_cast<int64_t>(number64(file, value));
+        else if (code == speed && length == 8)
+            to.speed = number64(file, value);
         rest.bytes += 4 + padded;
         rest.length -= 4 + padded;
     }

@@ -21,6 +21,7 @@ struct pcapng_interface {
     uint32_t max_octets = 0;  // that are captured of a frame, 0: no bound
     uint64_t ticks = 1000000; // of the frames' times, in a second
     int64_t offset = 0;       // seconds to be added to them
+    uint64_t speed = 0;       // bits per second, 0: not told
     std::string name;
 };
 

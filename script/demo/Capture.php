@@ -21,6 +21,11 @@ final class Capture
         'macs' => [], 'responses' => [],
     ];
 
+    /** @param int $speed of the interface, in bits per second */
+    public function __construct(private readonly int $speed)
+    {
+    }
+
     /**
      * @param int $time        microseconds from the start of the capture
      * @param string $protocol the highest one, with those below it: "ip.udp.domain"
@@ -114,20 +119,30 @@ final class Capture
         $row["{$side}octets"] += $octets;
     }
 
-    /** Writes the file, frames in the order of their times. */
+    /** Writes the file as pcapng, which tells the interface's speed, frames in the order of their times. */
     public function write(string $file): void
     {
         $order = range(0, count($this->frames) - 1);
         usort($order, fn(int $a, int $b) => [$this->frames[$a][0], $a] <=> [$this->frames[$b][0], $b]);
-        $bytes = pack('VvvVVVV', 0xa1b2c3d4, 2, 4, 0, 0, 65535, 1);
+        // A section of this byte order, version 1.0; an interface of Ethernet, with if_speed and nothing else.
+        $bytes = self::block(0x0a0d0d0a, pack('VvvP', 0x1a2b3c4d, 1, 0, -1));
+        $bytes .= self::block(1, pack('vvV', 1, 0, 65535) . pack('vvP', 8, 8, $this->speed) . pack('vv', 0, 0));
         foreach ($order as $i) {
             [$time, $frame, $length] = $this->frames[$i];
-            $stamp = [SCENE_BEGINS + intdiv($time, 1_000_000), $time % 1_000_000];
-            $bytes .= pack('VVVV', $stamp[0], $stamp[1], strlen($frame), $length) . $frame;
+            $stamp = SCENE_BEGINS * 1_000_000 + $time;
+            $header = pack('VVVVV', 0, $stamp >> 32, $stamp & 0xffffffff, strlen($frame), $length);
+            $bytes .= self::block(6, $header . $frame);
         }
         if (file_put_contents("$file.new", $bytes) !== strlen($bytes) || !rename("$file.new", $file)) {
             throw new RuntimeException("$file can't be written");
         }
+    }
+
+    private static function block(int $type, string $body): string
+    {
+        $body .= str_repeat("\0", -strlen($body) & 3);
+        $length = pack('V', strlen($body) + 12);
+        return pack('V', $type) . $length . $body . $length;
     }
 
     public function known(): array

@@ -28,8 +28,8 @@ final class Network
 
     public function __construct()
     {
-        $this->office = new Capture();
-        $this->wan = new Capture();
+        $this->office = new Capture(10_000_000);
+        $this->wan = new Capture(2_000_000);
     }
 
     public function host(string $name, int $vlan, string $ip4, ?string $ip6 = null): void

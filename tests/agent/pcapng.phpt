@@ -87,13 +87,14 @@ $frame = fn(int $size): string => str_pad(
 $second = 1000000;
 $file = file_of(
     // Three interfaces: snapshot lengths of 64 and 262144, and one of bare IP packets; one comes behind frames.
-    $little->section() . $little->link(1, 64, [2 => 'eth0']) . $little->link(1, 262144, [2 => "no\nname"])
+    $little->section() . $little->link(1, 64, [2 => 'eth0', 8 => pack('P', 100000000)])
+    . $little->link(1, 262144, [2 => "no\nname", 8 => "\1\2\3\4"])
     . $little->frame(0, 1000 * $second, $frame(64), 500) . $little->frame(1, 1001 * $second, $frame(1000))
     . $little->block(5, str_repeat("\0", 40)) // statistics
     . $little->link(101, 65535) . $little->frame(2, 1002 * $second, ip4('10.0.0.1', '10.0.0.2', 17, udp(1, 2)))
     . $little->old_frame(1, 1003 * $second + 7, $frame(80)) . $little->simple_frame(substr($frame(200), 0, 64), 200)
     // Another byte order: nanoseconds, an hour later than they say; and ticks of 1/1024 s.
-    . $big->section() . $big->link(1, 0, [9 => "\x09", 14 => $big->number(3600, 64)]) . $big->link(1, 0, [9 => "\x8a"])
+    . $big->section() . $big->link(1, 0, [9 => "\x09", 14 => $big->number(3600, 64)]) . $big->link(1, 0, [8 => pack('J', 10000000000), 9 => "\x8a"])
     . $big->frame(0, 2000 * 1000000000 + 123456789, $frame(60)) . $big->frame(1, 3000 * 1024 + 512, $frame(61))
     . $big->frame(1, 3001 * 1024, $frame(62)),
 );
@@ -101,9 +102,10 @@ $plain = capture_file([[1.0, $frame(60)]]);
 
 $agent = reading_agent([$file, $plain], '--captures', $directory);
 $link = module_link($agent);
-$names = [];
+$names = $speeds = [];
 for ($index = 0; ($row = rmon_ifentry_getnext($link, $index)) && $row['status'] === 0; $index = $row['ifIndex']) {
     $names[$row['ifIndex']] = [$row['ifDescr'], $row['ifType']];
+    $speeds[] = $row['ifSpeed'];
 }
 expect_same([
     1 => ["$file#1 eth0", 6], 2 => ["$file#2", 6], 3 => ["$file#3", 1], 4 => ["$file#4", 6], 5 => ["$file#5", 6], 6 => [
@@ -111,6 +113,8 @@ expect_same([
         6,
     ],
 ], $names, 'interfaces and their types');
+// Of 8 octets, in the section's byte order; 10 Gbit/s are more than an ifSpeed can tell.
+expect_same([100000000, 0, 0, 0, 4294967295, 0], $speeds, 'speeds');
 foreach ([1, 2, 4, 5] as $index) {
     foreach ([CREATE_REQUEST, VALID] as $status) {
         expect_same(NO_ERROR, rmon_channel_set($link, $index, $index, 2, 1, 0, 0, 0, 1, '', '', $status), 'channel');

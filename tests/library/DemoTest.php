@@ -207,6 +207,8 @@ final class DemoTest extends AgentTestCase
         $histories = array_column(self::listOf($this->demo->table('historyControlTable')), 'historyControlInterval');
         self::assertSame(2, count(array_keys($histories, 5, true)));
         self::assertCount(2, self::listOf($this->demo->table('ndeDeviceTable')));
+        $speeds = array_column(self::listOf($this->demo->table('ifTable')), 'ifSpeed');
+        self::assertSame([10_000_000, 2_000_000], $speeds, 'without them nothing has a utilization');
         self::assertSame('demo', $this->demo->system()['sysName']);
     }
 
