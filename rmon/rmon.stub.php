@@ -22,48 +22,132 @@
 
 /* ---- constants -------------------------------------------------------------------------- */
 
-// The rights of an SNMP community.
-/** @var int */
+/**
+ * The rights of an SNMP community: it may read. For rmon_community_set(), and privs of its rows.
+ *
+ * @var int
+ */
 const COMM_RO = 1;
-/** @var int */
+
+/**
+ * The rights of an SNMP community: it may read and set.
+ *
+ * @var int
+ */
 const COMM_RW = 2;
 
-// Address families; the engine's sockets extension has the same.
-/** @var int */
+/**
+ * The family of IPv4 addresses, for rmon_inet_pton() and rmon_inet_ntop(). The engine's sockets extension
+ * has the same constant.
+ *
+ * @var int
+ */
 const AF_INET = 2;
-/** @var int */
+
+/**
+ * The family of IPv6 addresses, for rmon_inet_pton() and rmon_inet_ntop().
+ *
+ * @var int
+ */
 const AF_INET6 = 10;
 
-// What a row of the protocol directory says of its protocol, in flags, and the protocol distribution in pd_flags.
-/** @var int */
+/**
+ * A bit of flags in the rows of the protocol directory, and of pd_flags in those of the protocol
+ * distribution, like all that begin so: a protocol of the network layer.
+ *
+ * @var int
+ */
 const PDIR_FLAG_NETWORK = 1;
-/** @var int */
+
+/**
+ * A bit of flags: the protocol is IP.
+ *
+ * @var int
+ */
 const PDIR_FLAG_IP = 2;
-/** @var int */
+
+/**
+ * A bit of flags: the directory knows no protocol that this one carries.
+ *
+ * @var int
+ */
 const PDIR_FLAG_LEAF = 4;
-/** @var int */
+
+/**
+ * A bit of flags: the protocol was added to the directory by a set.
+ *
+ * @var int
+ */
 const PDIR_FLAG_EXTENSION = 8;
-/** @var int */
+
+/**
+ * A bit of flags: IP carries the protocol, directly or through others.
+ *
+ * @var int
+ */
 const PDIR_FLAG_IP_DESC = 16;
-/** @var int */
+
+/**
+ * A bit of flags: the agent learned the protocol from the traffic.
+ *
+ * @var int
+ */
 const PDIR_FLAG_AUTO_LEARN = 32;
-/** @var int */
+
+/**
+ * A bit of flags: a base layer, such as ether2, which no other protocol carries.
+ *
+ * @var int
+ */
 const PDIR_FLAG_BASE_PROTO = 64;
-/** @var int */
+
+/**
+ * A bit of flags: the row stands for all traffic whose protocol is in no other row.
+ *
+ * @var int
+ */
 const PDIR_FLAG_OTHER_PROTO = 128;
 
-// Kinds of appliance.
-/** @var int */
+/**
+ * A kind of appliance, as norv_target_id() tells it; like all that begin so.
+ *
+ * @var int
+ */
 const NORV_TARGET_ORN_AP = 1;
-/** @var int */
+
+/**
+ * A kind of appliance. Its network settings are written out by the command net_conf_init.
+ *
+ * @var int
+ */
 const NORV_TARGET_NORV2_AP = 3;
-/** @var int */
+
+/**
+ * A kind of appliance. Its network settings are written out by the command net_conf_init.
+ *
+ * @var int
+ */
 const NORV_TARGET_NORV1_AP = 4;
-/** @var int */
+
+/**
+ * A kind of appliance. Its network settings are written out by no command.
+ *
+ * @var int
+ */
 const NORV_TARGET_DESK = 5;
-/** @var int */
+
+/**
+ * A kind of appliance. Its network settings are written out by no command.
+ *
+ * @var int
+ */
 const NORV_TARGET_TAMBO = 6;
-/** @var int */
+
+/**
+ * A kind of appliance. Its network settings are written out by the command vd_net_conf.
+ *
+ * @var int
+ */
 const NORV_TARGET_VELDRIN = 7;
 
 /* ---- connections ------------------------------------------------------------------------ */

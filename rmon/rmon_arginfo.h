@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: bf060a480681c516991555f349b70b124f961204 */
+ * Stub hash: e1477b01ad805424cc839b03766efca694c7a41b */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)
