@@ -159,6 +159,7 @@ final class Application extends ConsoleApplication
             new Commands\VoiceCommand(),
             new Commands\AlarmsCommand(),
             new Commands\DoctorCommand(),
+            new Commands\ConformanceCommand(),
             new Commands\CompletionCommand(),
         ];
     }

@@ -21,6 +21,8 @@ final class Outcome
 /** Makes the calls. */
 final class Calls
 {
+    public const FAILED = 'the call fails';
+
     private const NO_LINK = 987654321;
 
     /** What texts say in a row that isn't there. */
@@ -113,7 +115,7 @@ final class Calls
         $reports[] = ['the link, here 7, is not open', $texts, self::value($value)];
         [$value, $messages] = warnings(fn() => ($page->name)($silent, ...$arguments));
         $texts = str_replace('Procedure unavailable', '...', self::texts($messages));
-        $reports[] = ['the call fails', $texts, self::value($value)];
+        $reports[] = [self::FAILED, $texts, self::value($value)];
         return $reports;
     }
 

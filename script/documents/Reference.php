@@ -62,7 +62,7 @@ final class Reference
     /** @return array<string, string> texts by file name */
     public function pages(): array
     {
-        $pages = ['functions.md' => $this->overview(), 'constants.md' => $this->constants(), 'directives.md' => $this->directives()];
+        $pages = ['functions.md' => $this->overview(), 'constants.md' => $this->constants(), 'directives.md' => $this->directives(), 'warnings.md' => $this->warnings()];
         foreach ($this->stub->sections() as $section => $functions) {
             $pages[self::fileOf($section)] = $this->section($section, $functions);
         }
@@ -103,6 +103,29 @@ final class Reference
             $text .= "| `$name` | $value | " . self::cell($this->linked($summary)) . " |\n";
         }
         return $text;
+    }
+
+    /** What failed calls report, and who says so. */
+    private function warnings(): string
+    {
+        $functions = [];
+        foreach ($this->outcomes as $name => $outcome) {
+            foreach ($outcome->reports as [$when, $reports]) {
+                if ($when === Calls::FAILED) {
+                    $functions[implode(' ', $reports)][] = $this->link($name);
+                }
+            }
+        }
+        ksort($functions);
+        $silent = $functions[''] ?? [];
+        unset($functions['']);
+        $text = self::HEAD . "# Warnings of failed calls\n\nWhat stands before `RPC:` is a fixed text of each function, and not always its own "
+            . "name. Behind it stand the RPC library's words: see [Troubleshooting](../troubleshooting.md).\n\n"
+            . "| Warning | Functions |\n| --- | --- |\n";
+        foreach ($functions as $warning => $names) {
+            $text .= "| `$warning` | " . implode(', ', $names) . " |\n";
+        }
+        return $text . "\nThese say nothing: " . implode(', ', $silent) . ".\n";
     }
 
     private function directives(): string

@@ -1,0 +1,114 @@
+<?php
+
+declare(strict_types=1);
+
+/*
+ * Runs the programs and commands that pages show, against the agent of the reference's examples, and renews what they
+ * print, or looks whether it is what the pages say.
+ *
+ *   ```php that begins with <?php     a program, whose output is the ```text behind it; without one it prints nothing
+ *   ```php of another beginning      a part of a program: it is looked whether it parses
+ *   ```console                       commands behind "$ ": those of rmon are run, each with its output below
+ *
+ * usage: guides.php [--check]
+ */
+
+namespace Rmon\Documents;
+
+$root = dirname(__DIR__, 2);
+require "$root/library/autoload.php";
+foreach (['agent.inc', 'agent/client.inc', 'agent/captures.inc', 'process.inc'] as $file) {
+    require_once "$root/tests/$file";
+}
+require __DIR__ . '/World.php';
+
+/** The programs and commands of pages. */
+final class Guides
+{
+    /** @var list<string> what went wrong */
+    public array $faults = [];
+
+    public int $runs = 0;
+
+    public function __construct(private readonly string $root, private readonly World $world)
+    {
+    }
+
+    /** A page with what its programs and commands print now. */
+    public function renewed(string $file, string $text): string
+    {
+        $fences = '/^```(php|console)\n(.*?)^```$(\n\n```text\n(.*?)^```$)?/ms';
+        return preg_replace_callback($fences, function (array $found) use ($file): string {
+            [$all, $kind, $body] = $found;
+            if ($kind === 'console') {
+                $shown = isset($found[3]) ? $found[3] : '';
+                return "```console\n" . $this->commands($file, $body) . "```$shown";
+            }
+            $program = str_starts_with($body, '<?php');
+            $source = $program ? $body : "<?php\n$body";
+            file_put_contents("{$this->world->folder}/program.php", $source);
+            if (!$program) {
+                [$code, $output] = run(PHP_BINARY, '-n', '-l', "{$this->world->folder}/program.php");
+                $code === 0 || $this->faults[] = "$file: a part of a program doesn't parse: $output$body";
+                return $all;
+            }
+            $output = $this->ran($file, $body, ...php_command(), ...["{$this->world->folder}/program.php"]);
+            $output === '' || isset($found[3]) || $this->faults[] = "$file: a program prints what isn't shown: $output";
+            return "```php\n$body```" . (isset($found[3]) ? "\n\n```text\n$output```" : '');
+        }, $text);
+    }
+
+    private function commands(string $file, string $body): string
+    {
+        preg_match_all('/^\$ (.*)\n((?:(?!\$ ).*\n)*)/m', $body, $commands, PREG_SET_ORDER);
+        $text = '';
+        foreach ($commands as [$all, $command]) {
+            $text .= str_starts_with($command, 'rmon ')
+                ? "\$ $command\n" . $this->ran($file, $command, 'bash', '-c', "rmon() { \"\$RMON_PHP\" -d extension=\"\$RMON_MODULE\" \"\$RMON_ROOT/bin/rmon\" \"\$@\"; }; $command")
+                : $all;
+        }
+        return $text;
+    }
+
+    /** What a program prints. It has to end with 0, and has nothing to complain about. */
+    private function ran(string $file, string $source, string ...$command): string
+    {
+        $this->runs++;
+        putenv("RMONRPC_PORT={$this->world->port}");
+        putenv("RMON_HOST=127.0.0.1:{$this->world->port}");
+        putenv('RMON_PHP=' . PHP_BINARY);
+        putenv('RMON_MODULE=' . module_file());
+        putenv("RMON_ROOT=$this->root");
+        chdir($this->root);
+        [$code, $output, $errors] = run(...$command);
+        if ($code !== 0 || $errors !== '' || preg_match('/^(Warning|Notice|Fatal error|Deprecated): /m', $output)) {
+            $this->faults[] = "$file: exit code $code of\n$source\n$output$errors";
+        }
+        return $output === '' ? '' : rtrim($output, "\n") . "\n";
+    }
+}
+
+$check = ($argv[1] ?? '') === '--check';
+$world = new World($root);
+$guides = new Guides($root, $world);
+$files = [...glob("$root/docs/*.md"), ...glob("$root/docs/*/*.md"), "$root/README.md", "$root/library/README.md", "$root/console/README.md"];
+foreach ($files as $path) {
+    $text = (string) file_get_contents($path);
+    $file = substr($path, strlen("$root/"));
+    if (str_starts_with($text, '<!-- Made by')) {
+        continue;
+    }
+    // What READMEs show is run by tests of theirs, or goes on for ever.
+    $new = str_starts_with($file, 'docs/') ? $guides->renewed($file, $text) : $text;
+    if ($new !== $text && $check) {
+        file_put_contents("$world->folder/new", $new);
+        $guides->faults[] = run('diff', '-u', '--label', $file, '--label', 'now', $path, "$world->folder/new")[1];
+    } elseif ($new !== $text) {
+        file_put_contents($path, $new);
+    }
+}
+foreach ($guides->faults as $fault) {
+    echo "$fault\n";
+}
+echo "$guides->runs programs and commands were run\n";
+exit($guides->faults === [] ? 0 : 1);

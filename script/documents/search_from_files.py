@@ -1,0 +1,11 @@
+"""For mkdocs: the search index as a script too, since pages that are opened as files can't fetch it."""
+
+import os
+
+
+def on_post_build(config, **kwargs):
+    folder = os.path.join(config["site_dir"], "search")
+    with open(os.path.join(folder, "search_index.json"), encoding="utf-8") as index:
+        text = index.read()
+    with open(os.path.join(folder, "search_index.js"), "w", encoding="utf-8") as script:
+        script.write(f"rmonSearchIndex({text});\n")
