@@ -48,7 +48,7 @@ final class Reference
     /** What the rows of all tables begin with. */
     private const RESULT_CODE = ['0' => 'the agent\'s result code', 'status' => 'the agent\'s result code, again'];
 
-    private const HEAD = "<!-- Made by script/docs reference: change what it is made from. -->\n\n";
+    private const HEAD = "\n<!-- Made by script/docs reference: change what it is made from. -->\n";
 
     /** @param array<string, Outcome> $outcomes by function */
     public function __construct(
@@ -81,7 +81,7 @@ final class Reference
 
     private function overview(): string
     {
-        $text = self::HEAD . "# All functions\n\n" . count($this->stub->pages) . " functions, in the order of their groups. "
+        $text = "# All functions\n" . self::HEAD . "\n" . count($this->stub->pages) . " functions, in the order of their groups. "
             . "[How to read a page](index.md) tells what all have in common.\n";
         foreach ($this->stub->sections() as $section => $functions) {
             $text .= "\n## [" . self::titleOf($section) . '](' . self::fileOf($section) . ")\n\n| Function | |\n| --- | --- |\n";
@@ -94,7 +94,7 @@ final class Reference
 
     private function constants(): string
     {
-        $text = self::HEAD . "# Constants\n\nThe module registers these. The stub, `rmon/rmon.stub.php`, declares them for editors.\n\n"
+        $text = "# Constants\n" . self::HEAD . "\nThe module registers these. The stub, `rmon/rmon.stub.php`, declares them for editors.\n\n"
             . "| Constant | Value | |\n| --- | --- | --- |\n";
         foreach ($this->stub->constants as $name => [$value, $summary]) {
             if ($summary === '') {
@@ -119,7 +119,7 @@ final class Reference
         ksort($functions);
         $silent = $functions[''] ?? [];
         unset($functions['']);
-        $text = self::HEAD . "# Warnings of failed calls\n\nWhat stands before `RPC:` is a fixed text of each function, and not always its own "
+        $text = "# Warnings of failed calls\n" . self::HEAD . "\nWhat stands before `RPC:` is a fixed text of each function, and not always its own "
             . "name. Behind it stand the RPC library's words: see [Troubleshooting](../troubleshooting.md).\n\n"
             . "| Warning | Functions |\n| --- | --- |\n";
         foreach ($functions as $warning => $names) {
@@ -134,7 +134,7 @@ final class Reference
         if (array_diff_key($known, self::DIRECTIVES) !== [] || array_diff_key(self::DIRECTIVES, $known) !== []) {
             throw new RuntimeException('the module has other directives than are described');
         }
-        $text = self::HEAD . "# Directives\n\nSettings of php.ini.\n\n| Directive | Default | Can be changed | Meaning |\n| --- | --- | --- | --- |\n";
+        $text = "# Directives\n" . self::HEAD . "\nSettings of php.ini.\n\n| Directive | Default | Can be changed | Meaning |\n| --- | --- | --- | --- |\n";
         foreach (self::DIRECTIVES as $name => [$default, $meaning]) {
             $where = match ($known[$name]['access']) {
                 INI_ALL => 'everywhere',
@@ -150,7 +150,7 @@ final class Reference
     /** @param list<Page> $functions */
     private function section(string $section, array $functions): string
     {
-        $text = self::HEAD . '# ' . self::titleOf($section) . "\n";
+        $text = '# ' . self::titleOf($section) . "\n" . self::HEAD;
         $tables = [];
         foreach ($functions as $page) {
             $schema = $this->examples->tableOf($page->name);
@@ -251,7 +251,8 @@ final class Reference
         $schema = $this->examples->tableOf($page->name);
         $own = self::OWN_KEYS[$page->name] ?? [];
         $text = ($page->envelope === '' ? '' : "\nUnder the key `$page->envelope`, a list of such rows:\n")
-            . "\n| Key | Type | What it is | Unit | Object |\n| --- | --- | --- | --- | --- |\n";
+            . "\n| Key | Type | What it is | Unit | Object" . ($schema?->rfc === null ? '' : " of $schema->rfc")
+            . " |\n| --- | --- | --- | --- | --- |\n";
         foreach ($page->keys as $key) {
             $column = $schema?->columns[$key->name] ?? null;
             [$what, $unit, $object] = match (true) {
@@ -267,7 +268,7 @@ final class Reference
                 $what .= ': ' . implode(', ', array_map(static fn(Key $each) => "`$each->name`", $key->rows));
             }
             $text .= "| `$key->name` | " . self::cell($key->type) . ' | ' . self::cell($what) . " | $unit | "
-                . ($object === '' ? '' : self::cell("$object ($schema->rfc)")) . " |\n";
+                . self::cell($object) . " |\n";
         }
         return $text;
     }
@@ -282,9 +283,9 @@ final class Reference
         return match ($column->type) {
             Type::Index => 'index',
             Type::Integer => 'number',
-            Type::Gauge => 'number that rises and falls',
-            Type::Counter32 => 'counter: it only grows, and begins anew after 4294967295',
-            Type::Counter64 => 'counter: it only grows; exact up to 2^53',
+            Type::Gauge => 'gauge',
+            Type::Counter32 => 'counter of 32 bits',
+            Type::Counter64 => 'counter of 64 bits',
             Type::Ticks => 'time on the agent\'s clock (sysUpTime)',
             Type::Utilization => 'share of what the interface can carry',
             Type::NetInterface => 'interface (ifIndex)',

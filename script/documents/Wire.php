@@ -9,7 +9,7 @@ use RuntimeException;
 /** The pages of docs/protocol that say what travels: procedures and records. */
 final class Wire
 {
-    private const HEAD = "<!-- Made by script/docs reference: change what it is made from. -->\n\n";
+    private const HEAD = "\n<!-- Made by script/docs reference: change what it is made from. -->\n";
 
     private const GROUPS = [
         'rmonrpc.h' => 'Keys of many procedures',
@@ -34,7 +34,7 @@ final class Wire
 
     private function procedures(): string
     {
-        $text = self::HEAD . "# Procedures\n\nProgram 99999, version 1. [The protocol](index.md) tells the rules, [Records](records.md) the fields.\n"
+        $text = "# Procedures\n" . self::HEAD . "\nProgram 99999, version 1. [The protocol](index.md) tells the rules, [Records](records.md) the fields.\n"
             . "A type with `<>` behind it is a list: a count, then so many of them.\n\n"
             . "| Number | Name | Argument | Result |\n| --- | --- | --- | --- |\n";
         foreach ($this->records->procedures as $each) {
@@ -45,7 +45,7 @@ final class Wire
 
     private function records(): string
     {
-        $text = self::HEAD . "# Records\n\nThe fields of each record in the order in which they travel. "
+        $text = "# Records\n" . self::HEAD . "\nThe fields of each record in the order in which they travel. "
             . "[The protocol](index.md) tells what the types are.\n";
         $byHeader = [];
         foreach ($this->records->records as $record) {

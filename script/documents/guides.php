@@ -95,7 +95,7 @@ $files = [...glob("$root/docs/*.md"), ...glob("$root/docs/*/*.md"), "$root/READM
 foreach ($files as $path) {
     $text = (string) file_get_contents($path);
     $file = substr($path, strlen("$root/"));
-    if (str_starts_with($text, '<!-- Made by')) {
+    if (str_contains($text, "\n<!-- Made by script/docs")) {
         continue;
     }
     // What READMEs show is run by tests of theirs, or goes on for ever.

@@ -59,7 +59,7 @@ $folder = "$root/docs";
 // What is written by hand has no such head.
 $there = array_filter(
     array_map(static fn(string $file) => substr($file, strlen("$folder/")), glob("$folder/{reference,protocol}/*.md", GLOB_BRACE)),
-    static fn(string $file) => str_starts_with((string) file_get_contents("$folder/$file"), '<!-- Made by script/docs'),
+    static fn(string $file) => str_contains((string) file_get_contents("$folder/$file"), "\n<!-- Made by script/docs"),
 );
 $differences = array_diff($there, array_keys($pages));
 foreach (($argv[1] ?? '') === '--check' ? [] : $differences as $file) {
