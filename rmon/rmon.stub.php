@@ -15,6 +15,10 @@
  * A row's shape is written once, with the function that reads one row. Functions whose pages refer to that one,
  * "See NAME().", have a copy of it, which script/arginfo renews.
  *
+ * What the agent answers, a set's result and a row's status, are numbers of SNMP's error-status: 0 noError, done;
+ * 2 noSuchName, there is no such row; 3 badValue, a value outside its range or one that the row's state rules out;
+ * 5 genErr, the table is full or locked.
+ *
  * The row status of every control table is an EntryStatus (RFC 2819), also where the table's own MIB has a
  * RowStatus: the agent has one set of rules for all of its tables. createRequest makes a row, which is under
  * creation; valid sets it to work, underCreation stops it, invalid removes it.
@@ -155,7 +159,8 @@ const NORV_TARGET_VELDRIN = 7;
 /**
  * Opens a link to the agent on a host, over TCP. It lives until it is closed,
  * at the latest until the request ends. A second call with the same host text
- * in one request returns the same link.
+ * in one request returns the same link, whatever rmon.default_port is by then. One whose agent is gone stays
+ * dead until it was closed as often as it was opened, and once more.
  *
  * @param string $host name or dotted IPv4 address; the port is rmon.default_port
  * @return resource|false|null the link; FALSE after a warning ("RMON/RPC unable to resolv host ...",
@@ -210,7 +215,8 @@ function rmon_system_get($connid) {}
  * @param string $sysContact at most 255 bytes, like the others
  * @param string $sysName
  * @param string $sysLocation
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_system_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_system_set: RPC: ..."
  */
 function rmon_system_set($connid, $sysContact, $sysName, $sysLocation) {}
 
@@ -335,7 +341,8 @@ function rmon_etherstats_getnext($connid, $etherStatsIndex) {}
  * @param int $etherStatsDataSource an interface index
  * @param string $etherStatsOwner at most 255 bytes
  * @param int $etherStatsStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_etherstats_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_etherstats_set: RPC: ..."
  */
 function rmon_etherstats_set($connid, $etherStatsIndex, $etherStatsDataSource, $etherStatsOwner, $etherStatsStatus) {}
 
@@ -384,8 +391,8 @@ function rmon_history_ctl_getnext($connid, $historyControlIndex) {}
  * @param int $historyControlInterval in seconds
  * @param string $historyControlOwner at most 255 bytes
  * @param int $historyControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_histroy_ctl_set: RPC: ...",
- *     spelled so
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_histroy_ctl_set: RPC: ...", spelled so
  */
 function rmon_history_ctl_set($connid, $historyControlIndex, $historyControlDataSource, $historyControlBucketsRequested, $historyControlInterval, $historyControlOwner, $historyControlStatus) {}
 
@@ -491,7 +498,8 @@ function rmon_host_ctl_getnext($connid, $hostControlIndex) {}
  * @param int $hostControlDataSource an interface index
  * @param string $hostControlOwner at most 255 bytes
  * @param int $hostControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_host_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_host_ctl_set: RPC: ..."
  */
 function rmon_host_ctl_set($connid, $hostControlIndex, $hostControlDataSource, $hostControlOwner, $hostControlStatus) {}
 
@@ -654,7 +662,8 @@ function rmon_hosttopn_ctl_getnext($connid, $hostTopNControlIndex) {}
  * @param int $hostTopNRequestedSize rows wanted in the report
  * @param string $hostTopNOwner at most 255 bytes
  * @param int $hostTopNStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_hosttopn_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_hosttopn_ctl_set: RPC: ..."
  */
 function rmon_hosttopn_ctl_set($connid, $hostTopNControlIndex, $hostTopNHostIndex, $hostTopNRateBase, $hostTopNTimeRemaining, $hostTopNRequestedSize, $hostTopNOwner, $hostTopNStatus) {}
 
@@ -742,7 +751,8 @@ function rmon_matrix_ctl_getnext($connid, $matrixControlIndex) {}
  * @param int $matrixControlDataSource an interface index
  * @param string $matrixControlOwner at most 255 bytes
  * @param int $matrixControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_matrix_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_matrix_ctl_set: RPC: ..."
  */
 function rmon_matrix_ctl_set($connid, $matrixControlIndex, $matrixControlDataSource, $matrixControlOwner, $matrixControlStatus) {}
 
@@ -948,7 +958,8 @@ function rmon_pdir_getbulk($connid, $protocolDirID, $protocolDirParameters, $cou
  * @param int $protocolDirArtConfig
  * @param string $protocolDirOwner at most 255 bytes
  * @param int $protocolDirStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_pdir_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_pdir_set: RPC: ..."
  */
 function rmon_pdir_set($connid, $protocolDirID, $protocolDirParameters, $protocolDirDescr, $protocolDirAddressMapConfig, $protocolDirHostConfig, $protocolDirMatrixConfig, $protocolDirArtConfig, $protocolDirOwner, $protocolDirStatus) {}
 
@@ -1031,7 +1042,8 @@ function rmon_pdist_ctl_getnext($connid, $protocolDistControlIndex) {}
  * @param int $protocolDistControlDataSource an interface index
  * @param string $protocolDistControlOwner at most 255 bytes
  * @param int $protocolDistControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_pdist_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_pdist_ctl_set: RPC: ..."
  */
 function rmon_pdist_ctl_set($connid, $protocolDistControlIndex, $protocolDistControlDataSource, $protocolDistControlOwner, $protocolDistControlStatus) {}
 
@@ -1117,7 +1129,8 @@ function rmon_addrmap_scalars_get($connid) {}
  *
  * @param resource|int $connid
  * @param int $addressMapMaxDesiredEntries rows (-1: as many as the agent can keep)
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_addrmap_scalars_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_addrmap_scalars_set: RPC: ..."
  */
 function rmon_addrmap_scalars_set($connid, $addressMapMaxDesiredEntries) {}
 
@@ -1159,7 +1172,8 @@ function rmon_addrmap_ctl_getnext($connid, $addressMapControlIndex) {}
  * @param int $addressMapControlDataSource an interface index
  * @param string $addressMapControlOwner at most 255 bytes
  * @param int $addressMapControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_addrmap_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_addrmap_ctl_set: RPC: ..."
  */
 function rmon_addrmap_ctl_set($connid, $addressMapControlIndex, $addressMapControlDataSource, $addressMapControlOwner, $addressMapControlStatus) {}
 
@@ -1274,7 +1288,8 @@ function rmon_hlhost_ctl_getnext($connid, $hlHostControlIndex) {}
  * @param int $hlHostControlAlMaxDesiredEntries rows of the application-layer table
  * @param string $hlHostControlOwner at most 255 bytes
  * @param int $hlHostControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_hlhost_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_hlhost_ctl_set: RPC: ..."
  */
 function rmon_hlhost_ctl_set($connid, $hlHostControlIndex, $hlHostControlDataSource, $hlHostControlNlMaxDesiredEntries, $hlHostControlAlMaxDesiredEntries, $hlHostControlOwner, $hlHostControlStatus) {}
 
@@ -1458,7 +1473,8 @@ function rmon_hlmatrix_ctl_getnext($connid, $hlMatrixControlIndex) {}
  * @param int $hlMatrixControlAlMaxDesiredEntries rows of the application-layer matrix
  * @param string $hlMatrixControlOwner at most 255 bytes
  * @param int $hlMatrixControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_hlmatrix_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_hlmatrix_ctl_set: RPC: ..."
  */
 function rmon_hlmatrix_ctl_set($connid, $hlMatrixControlIndex, $hlMatrixControlDataSource, $hlMatrixControlNlMaxDesiredEntries, $hlMatrixControlAlMaxDesiredEntries, $hlMatrixControlOwner, $hlMatrixControlStatus) {}
 
@@ -1786,7 +1802,8 @@ function rmon_alarm_getnext($connid, $alarmIndex) {}
  * @param resource|int $connid
  * @param int $alarmIndex
  * @param int $alarmInterval in seconds
- * @param string $alarmVariable an object identifier as dotted text, of any length
+ * @param string $alarmVariable a number of the agent's, of any length: an object identifier as dotted text; the
+ *     bundled agent takes names too, such as "etherStatsPkts.1"
  * @param int $alarmSampleType 1 absoluteValue, 2 deltaValue
  * @param int $alarmStartupAlarm 1 rising, 2 falling, 3 either
  * @param int $alarmRisingThreshold
@@ -1795,7 +1812,8 @@ function rmon_alarm_getnext($connid, $alarmIndex) {}
  * @param int $alarmFallingEventIndex an event; 0 for none
  * @param string $alarmOwner at most 255 bytes
  * @param int $alarmStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_host_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_host_ctl_set: RPC: ..."
  */
 function rmon_alarm_set($connid, $alarmIndex, $alarmInterval, $alarmVariable, $alarmSampleType, $alarmStartupAlarm, $alarmRisingThreshold, $alarmFallingThreshold, $alarmRisingEventIndex, $alarmFallingEventIndex, $alarmOwner, $alarmStatus) {}
 
@@ -1840,7 +1858,8 @@ function rmon_event_getnext($connid, $eventIndex) {}
  * @param string $eventCommunity to which traps are sent
  * @param string $eventOwner
  * @param int $eventStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_host_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_host_ctl_set: RPC: ..."
  */
 function rmon_event_set($connid, $eventIndex, $eventDescription, $eventType, $eventCommunity, $eventOwner, $eventStatus) {}
 
@@ -1919,7 +1938,8 @@ function rmon_trapdest_getnext($connid, $trapDestIndex) {}
  * @prefer-ref $trapDestAddress
  * @param string $trapDestOwner at most 255 bytes
  * @param int $trapDestStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_trapdest_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_trapdest_set: RPC: ..."
  */
 function rmon_trapdest_set($connid, $trapDestIndex, $trapDestCommunity, $trapDestProtocol, $trapDestAddress, $trapDestOwner, $trapDestStatus) {}
 
@@ -1983,10 +2003,10 @@ function rmon_get_ipconfig($connid) {}
  * @param string $ipBroadcast
  * @param string $ipGateway
  * @param int $ipInterface an interface number; 0 without it
- * @return int|false|null the agent's answer; FALSE after a warning: "rmon_set_ipconfig: RPC: ...", or the
- *     first that applies of "rmon_set_ipconfig: invalid IP address!", "rmon_set_ipconfig: invalid IP netmask!",
- *     "rmon_set_ipconfig: invalid IP broadcast!" and "rmon_set_ipconfig: invalid IP gateway!", which end with
- *     a newline
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after a
+ *     warning: "rmon_set_ipconfig: RPC: ...", or the first that applies of "rmon_set_ipconfig: invalid IP
+ *     address!", "rmon_set_ipconfig: invalid IP netmask!", "rmon_set_ipconfig: invalid IP broadcast!" and
+ *     "rmon_set_ipconfig: invalid IP gateway!", which end with a newline
  */
 function rmon_set_ipconfig($connid, $ipAddress, $ipNetmask, $ipBroadcast, $ipGateway, $ipInterface = UNKNOWN) {}
 
@@ -2003,7 +2023,8 @@ function rmon_get_hostname() {}
  *
  * @param resource|int $connid
  * @param string $hostname at most 255 bytes
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_set_hostname: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_set_hostname: RPC: ..."
  */
 function rmon_set_hostname($connid, $hostname) {}
 
@@ -2021,9 +2042,9 @@ function rmon_get_resolvers($connid) {}
  *
  * @param resource|int $connid
  * @param array $resolvers strings of at most 255 bytes, in their order; nothing is converted
- * @return int|false|null the agent's answer; FALSE after a warning ("Expected array as second parameter",
- *     "unexpected error" when an element is no string, "malloc failed!" with a newline,
- *     "rmon_set_resolvers: RPC: ...")
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after a
+ *     warning ("Expected array as second parameter", "unexpected error" when an element is no string, "malloc
+ *     failed!" with a newline, "rmon_set_resolvers: RPC: ...")
  */
 function rmon_set_resolvers($connid, $resolvers) {}
 
@@ -2105,7 +2126,8 @@ function dsmon_statsctl_getnext($connid, $ctlIndex) {}
  * @param int $aggProfile the index of an aggregation profile's control row
  * @param string $owner at most 255 bytes
  * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE, without a
+ *     message, when the call failed
  */
 function dsmon_statsctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus) {}
 
@@ -2148,8 +2170,8 @@ function dsmon_aggctl_getnext($connid, $ctlIndex) {}
  * @param string $owner at most 255 bytes
  * @param string $descr at most 64 bytes
  * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE, without a message, when the call failed or a text is
- *     too long
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE, without a
+ *     message, when the call failed or a text is too long
  */
 function dsmon_aggctl_set($connid, $ctlIndex, $owner, $descr, $rowStatus) {}
 
@@ -2190,8 +2212,8 @@ function dsmon_aggrp_getnext($connid, $ctlIndex, $groupIndex) {}
  * @param int $groupIndex
  * @param string $descr at most 64 bytes
  * @param int $groupStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE, without a message, when the call failed or the text is
- *     too long
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE, without a
+ *     message, when the call failed or the text is too long
  */
 function dsmon_aggrp_set($connid, $ctlIndex, $groupIndex, $descr, $groupStatus) {}
 
@@ -2214,7 +2236,8 @@ function dsmon_aggprofs_get($connid, $ctlIndex) {}
  * @param int $ctlIndex the profile's control row
  * @param int $dscp 0 to 63
  * @param int $groupIndex
- * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE, without a
+ *     message, when the call failed
  */
 function dsmon_aggprof_set($connid, $ctlIndex, $dscp, $groupIndex) {}
 
@@ -2231,7 +2254,8 @@ function dsmon_aggctl_locked($connid) {}
  *
  * @param resource|int $connid
  * @param int $lock
- * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE, without a
+ *     message, when the call failed
  */
 function dsmon_aggctl_set_lock($connid, $lock) {}
 
@@ -2287,7 +2311,8 @@ function dsmon_pdistctl_getnext($connid, $ctlIndex) {}
  * @param string $owner at most 255 bytes
  * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
- * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE, without a
+ *     message, when the call failed
  */
 function dsmon_pdistctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus, $maxDesiredEntries) {}
 
@@ -2341,7 +2366,8 @@ function dsmon_hostctl_getnext($connid, $ctlIndex) {}
  * @param string $owner at most 255 bytes
  * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
- * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE, without a
+ *     message, when the call failed
  */
 function dsmon_hostctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus, $maxDesiredEntries) {}
 
@@ -2482,7 +2508,8 @@ function dsmon_matrixctl_getnext($connid, $ctlIndex) {}
  * @param string $owner at most 255 bytes
  * @param int $rowStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @param int $maxDesiredEntries rows wanted at the most, -1 for no limit
- * @return int|false|null the agent's answer; FALSE, without a message, when the call failed
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE, without a
+ *     message, when the call failed
  */
 function dsmon_matrixctl_set($connid, $ctlIndex, $dataSource_ifIndex, $aggProfile, $owner, $rowStatus, $maxDesiredEntries) {}
 
@@ -2623,7 +2650,8 @@ function rmon_vlan_ctl_getnext($connid, $index) {}
  * @param int $dataSource an interface index
  * @param string $owner at most 255 bytes
  * @param int $status an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_vlan_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_vlan_ctl_set: RPC: ..."
  */
 function rmon_vlan_ctl_set($connid, $index, $dataSource, $owner, $status) {}
 
@@ -2700,7 +2728,8 @@ function rmon_prio_ctl_getnext($connid, $index) {}
  * @param int $dataSource an interface index
  * @param string $owner at most 255 bytes
  * @param int $status an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_prio_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_prio_ctl_set: RPC: ..."
  */
 function rmon_prio_ctl_set($connid, $index, $dataSource, $owner, $status) {}
 
@@ -2794,7 +2823,8 @@ function rmon_filter_getnext($connid, $filterIndex) {}
  * @param int $filterStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
  * @param int $filterProtocolDirDataLocalIndex the offset counts from its start; 0: the packet's
  * @param int $filterProtocolDirLocalIndex the protocol that a packet must have; 0 for any
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_filter_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_filter_set: RPC: ..."
  */
 function rmon_filter_set($connid, $filterIndex, $filterChannelIndex, $filterPktDataOffset, $filterPktData, $filterPktDataMask, $filterPktDataNotMask, $filterPktStatus, $filterPktStatusMask, $filterPktStatusNotMask, $filterOwner, $filterStatus, $filterProtocolDirDataLocalIndex, $filterProtocolDirLocalIndex) {}
 
@@ -2854,7 +2884,8 @@ function rmon_channel_getnext($connid, $channelIndex) {}
  * @param string $channelDescription of any length
  * @param string $channelOwner at most 255 bytes
  * @param int $channelStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_channel_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_channel_set: RPC: ..."
  */
 function rmon_channel_set($connid, $channelIndex, $channelIfIndex, $channelAcceptType, $channelDataControl, $channelTurnOnEventIndex, $channelTurnOffEventIndex, $channelEventIndex, $channelEventStatus, $channelDescription, $channelOwner, $channelStatus) {}
 
@@ -2916,7 +2947,8 @@ function rmon_buffer_ctl_getnext($connid, $bufferControlIndex) {}
  * @param int $bufferControlMaxOctetsRequested size of the buffer in bytes; -1 for as many as possible
  * @param string $bufferControlOwner at most 255 bytes
  * @param int $bufferControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_buffer_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_buffer_ctl_set: RPC: ..."
  */
 function rmon_buffer_ctl_set($connid, $bufferControlIndex, $bufferControlChannelIndex, $bufferControlFullAction, $bufferControlCaptureSliceSize, $bufferControlDownloadSliceSize, $bufferControlDownloadOffset, $bufferControlMaxOctetsRequested, $bufferControlOwner, $bufferControlStatus) {}
 
@@ -3048,7 +3080,8 @@ function rmon_art_ctl_getnext($connid, $ctlIndex) {}
  * @param int $artControlRequestedSize rows wanted at the most
  * @param string $artControlOwner at most 255 bytes
  * @param int $artControlStatus an EntryStatus: 1 valid, 2 createRequest, 3 underCreation, 4 invalid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_art_ctl_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_art_ctl_set: RPC: ..."
  */
 function rmon_art_ctl_set($connid, $artControlIndex, $artControlDataSource, $artControlTimeRemaining, $artControlRspTime1, $artControlRspTime2, $artControlRspTime3, $artControlRspTime4, $artControlRspTime5, $artControlRspTime6, $artControlRspTimeout, $artControlRequestedSize, $artControlOwner, $artControlStatus) {}
 
@@ -3263,8 +3296,8 @@ function sccp_aggregate_data_get($connid) {}
  * @param int $num_call_tbl_row
  * @param int $num_top_jitter_row
  * @param int $num_top_pkt_lost_row
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_coll_table_sizes_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_coll_table_sizes_set: RPC: ..."
  */
 function sccp_voice_coll_table_sizes_set(
     $connid,
@@ -3281,8 +3314,8 @@ function sccp_voice_coll_table_sizes_set(
  * @param resource|int $connid
  * @param int $jitter_threshold
  * @param int $pkt_lost_threshold
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_coll_thresholds_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_coll_thresholds_set: RPC: ..."
  */
 function sccp_voice_coll_thresholds_set($connid, $jitter_threshold, $pkt_lost_threshold) {}
 
@@ -3290,7 +3323,8 @@ function sccp_voice_coll_thresholds_set($connid, $jitter_threshold, $pkt_lost_th
  * Starts the SCCP monitor.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning "sccp_voice_coll_enable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_coll_enable: RPC: ..."
  */
 function sccp_voice_coll_enable($connid) {}
 
@@ -3298,7 +3332,8 @@ function sccp_voice_coll_enable($connid) {}
  * Stops the SCCP monitor.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning "sccp_voice_coll_disable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_coll_disable: RPC: ..."
  */
 function sccp_voice_coll_disable($connid) {}
 
@@ -3306,8 +3341,8 @@ function sccp_voice_coll_disable($connid) {}
  * Switches the jitter alarm of the SCCP monitor on.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_jitter_alarm_enable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_jitter_alarm_enable: RPC: ..."
  */
 function sccp_voice_jitter_alarm_enable($connid) {}
 
@@ -3315,8 +3350,8 @@ function sccp_voice_jitter_alarm_enable($connid) {}
  * Switches the jitter alarm of the SCCP monitor off.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_jitter_alarm_disable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_jitter_alarm_disable: RPC: ..."
  */
 function sccp_voice_jitter_alarm_disable($connid) {}
 
@@ -3324,8 +3359,8 @@ function sccp_voice_jitter_alarm_disable($connid) {}
  * Switches the packet loss alarm of the SCCP monitor on.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_pkt_lost_alarm_enable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_pkt_lost_alarm_enable: RPC: ..."
  */
 function sccp_voice_pkt_lost_alarm_enable($connid) {}
 
@@ -3333,8 +3368,8 @@ function sccp_voice_pkt_lost_alarm_enable($connid) {}
  * Switches the packet loss alarm of the SCCP monitor off.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_pkt_lost_alarm_disable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_pkt_lost_alarm_disable: RPC: ..."
  */
 function sccp_voice_pkt_lost_alarm_disable($connid) {}
 
@@ -3342,8 +3377,8 @@ function sccp_voice_pkt_lost_alarm_disable($connid) {}
  * Switches the latency alarm of the SCCP monitor on.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_latency_alarm_enable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_latency_alarm_enable: RPC: ..."
  */
 function sccp_voice_latency_alarm_enable($connid) {}
 
@@ -3351,8 +3386,8 @@ function sccp_voice_latency_alarm_enable($connid) {}
  * Switches the latency alarm of the SCCP monitor off.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_latency_alarm_disable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_latency_alarm_disable: RPC: ..."
  */
 function sccp_voice_latency_alarm_disable($connid) {}
 
@@ -3360,8 +3395,8 @@ function sccp_voice_latency_alarm_disable($connid) {}
  * Empties the SCCP monitor's phone table.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_phone_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_phone_table_clear: RPC: ..."
  */
 function sccp_voice_phone_table_clear($connid) {}
 
@@ -3369,8 +3404,8 @@ function sccp_voice_phone_table_clear($connid) {}
  * Empties the SCCP monitor's call table.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_call_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_call_table_clear: RPC: ..."
  */
 function sccp_voice_call_table_clear($connid) {}
 
@@ -3378,8 +3413,8 @@ function sccp_voice_call_table_clear($connid) {}
  * Empties the SCCP monitor's table of the worst calls by jitter.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_top_jitter_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_top_jitter_table_clear: RPC: ..."
  */
 function sccp_voice_top_jitter_table_clear($connid) {}
 
@@ -3387,8 +3422,8 @@ function sccp_voice_top_jitter_table_clear($connid) {}
  * Empties the SCCP monitor's table of the worst calls by packet loss.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_top_pkt_lost_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_top_pkt_lost_table_clear: RPC: ..."
  */
 function sccp_voice_top_pkt_lost_table_clear($connid) {}
 
@@ -3396,8 +3431,8 @@ function sccp_voice_top_pkt_lost_table_clear($connid) {}
  * Empties the SCCP monitor's table of the worst calls by latency.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "sccp_voice_top_latency_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "sccp_voice_top_latency_table_clear: RPC: ..."
  */
 function sccp_voice_top_latency_table_clear($connid) {}
 
@@ -3833,8 +3868,8 @@ function h323_aggregate_data_get($connid) {}
  * @param int $num_call_tbl_row
  * @param int $num_top_jitter_row
  * @param int $num_top_pkt_lost_row
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_coll_table_sizes_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_coll_table_sizes_set: RPC: ..."
  */
 function h323_voice_coll_table_sizes_set(
     $connid,
@@ -3850,8 +3885,8 @@ function h323_voice_coll_table_sizes_set(
  * @param resource|int $connid
  * @param int $jitter_threshold
  * @param int $pkt_lost_threshold
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_coll_thresholds_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_coll_thresholds_set: RPC: ..."
  */
 function h323_voice_coll_thresholds_set($connid, $jitter_threshold, $pkt_lost_threshold) {}
 
@@ -3859,7 +3894,8 @@ function h323_voice_coll_thresholds_set($connid, $jitter_threshold, $pkt_lost_th
  * Starts the H.323 monitor.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning "h323_voice_coll_enable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_coll_enable: RPC: ..."
  */
 function h323_voice_coll_enable($connid) {}
 
@@ -3867,7 +3903,8 @@ function h323_voice_coll_enable($connid) {}
  * Stops the H.323 monitor.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning "h323_voice_coll_disable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_coll_disable: RPC: ..."
  */
 function h323_voice_coll_disable($connid) {}
 
@@ -3875,8 +3912,8 @@ function h323_voice_coll_disable($connid) {}
  * Switches the jitter alarm of the H.323 monitor on.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_jitter_alarm_enable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_jitter_alarm_enable: RPC: ..."
  */
 function h323_voice_jitter_alarm_enable($connid) {}
 
@@ -3884,8 +3921,8 @@ function h323_voice_jitter_alarm_enable($connid) {}
  * Switches the jitter alarm of the H.323 monitor off.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_jitter_alarm_disable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_jitter_alarm_disable: RPC: ..."
  */
 function h323_voice_jitter_alarm_disable($connid) {}
 
@@ -3893,8 +3930,8 @@ function h323_voice_jitter_alarm_disable($connid) {}
  * Switches the packet loss alarm of the H.323 monitor on.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_pkt_lost_alarm_enable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_pkt_lost_alarm_enable: RPC: ..."
  */
 function h323_voice_pkt_lost_alarm_enable($connid) {}
 
@@ -3902,8 +3939,8 @@ function h323_voice_pkt_lost_alarm_enable($connid) {}
  * Switches the packet loss alarm of the H.323 monitor off.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_pkt_lost_alarm_disable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_pkt_lost_alarm_disable: RPC: ..."
  */
 function h323_voice_pkt_lost_alarm_disable($connid) {}
 
@@ -3911,8 +3948,8 @@ function h323_voice_pkt_lost_alarm_disable($connid) {}
  * Empties the H.323 monitor's phone table.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_phone_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_phone_table_clear: RPC: ..."
  */
 function h323_voice_phone_table_clear($connid) {}
 
@@ -3920,8 +3957,8 @@ function h323_voice_phone_table_clear($connid) {}
  * Empties the H.323 monitor's call table.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_call_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_call_table_clear: RPC: ..."
  */
 function h323_voice_call_table_clear($connid) {}
 
@@ -3929,8 +3966,8 @@ function h323_voice_call_table_clear($connid) {}
  * Empties the H.323 monitor's table of the worst calls by jitter.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_top_jitter_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_top_jitter_table_clear: RPC: ..."
  */
 function h323_voice_top_jitter_table_clear($connid) {}
 
@@ -3938,8 +3975,8 @@ function h323_voice_top_jitter_table_clear($connid) {}
  * Empties the H.323 monitor's table of the worst calls by packet loss.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning
- *     "h323_voice_top_pkt_lost_table_clear: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "h323_voice_top_pkt_lost_table_clear: RPC: ..."
  */
 function h323_voice_top_pkt_lost_table_clear($connid) {}
 
@@ -4894,7 +4931,8 @@ function rmon_community_getbulk($connid, $communityString, $count) {}
  * @param resource|int $connid
  * @param string $communityString at most 255 bytes
  * @param int $privs COMM_RO or COMM_RW; with any other value the function is FALSE without a message
- * @return int|false|null the agent's answer; FALSE after the warning "community_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "community_set: RPC: ..."
  */
 function rmon_community_set($connid, $communityString, $privs) {}
 
@@ -4903,7 +4941,8 @@ function rmon_community_set($connid, $communityString, $privs) {}
  *
  * @param resource|int $connid
  * @param string $communityString at most 255 bytes
- * @return int|false|null the agent's answer; FALSE after the warning "community_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "community_set: RPC: ..."
  */
 function rmon_community_delete($connid, $communityString) {}
 
@@ -4962,7 +5001,8 @@ function rmon_nde_device_getbulk($connid, $address, $count) {}
  * @prefer-ref $address
  * @param string $commString the device's SNMP community; at most 80 bytes, a longer text is cut
  * @param string $deviceName at most 80 bytes, a longer text is cut
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_device_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_device_set: RPC: ..."
  */
 function rmon_nde_device_set($connid, $address, $commString, $deviceName) {}
 
@@ -4972,7 +5012,8 @@ function rmon_nde_device_set($connid, $address, $commString, $deviceName) {}
  * @param resource|int $connid
  * @param array $address as rmon_nde_device_set() takes it
  * @prefer-ref $address
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_device_del: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_device_del: RPC: ..."
  */
 function rmon_nde_device_del($connid, $address) {}
 
@@ -5029,7 +5070,8 @@ function rmon_nde_datasrc_getbulk($connid, $address, $datasrcIndex, $count) {}
  * @param array $address as rmon_nde_device_set() takes it
  * @prefer-ref $address
  * @param string $datasrcName at most 80 bytes, a longer text is cut
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_datasrc_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_datasrc_set: RPC: ..."
  */
 function rmon_nde_datasrc_set($connid, $address, $datasrcName) {}
 
@@ -5041,7 +5083,8 @@ function rmon_nde_datasrc_set($connid, $address, $datasrcName) {}
  * @prefer-ref $address
  * @param int $datasrcIndex
  * @param string $datasrcName at most 80 bytes, a longer text is cut
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_datasrc_del: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_datasrc_del: RPC: ..."
  */
 function rmon_nde_datasrc_mod($connid, $address, $datasrcIndex, $datasrcName) {}
 
@@ -5052,7 +5095,8 @@ function rmon_nde_datasrc_mod($connid, $address, $datasrcIndex, $datasrcName) {}
  * @param array $address as rmon_nde_device_set() takes it
  * @prefer-ref $address
  * @param int $datasrcIndex
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_datasrc_del: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_datasrc_del: RPC: ..."
  */
 function rmon_nde_datasrc_del($connid, $address, $datasrcIndex) {}
 
@@ -5118,7 +5162,8 @@ function rmon_nde_flow_path_getbulk($connid, $address, $datasrcIndex, $inputInde
  * @param int $datasrcIndex
  * @param int $inputIndex an interface index
  * @param int $outputIndex an interface index
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_flow_path_set: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_flow_path_set: RPC: ..."
  */
 function rmon_nde_flow_path_set($connid, $address, $datasrcIndex, $inputIndex, $outputIndex) {}
 
@@ -5131,7 +5176,8 @@ function rmon_nde_flow_path_set($connid, $address, $datasrcIndex, $inputIndex, $
  * @param int $datasrcIndex
  * @param int $inputIndex an interface index
  * @param int $outputIndex an interface index
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_datasrc_del: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_datasrc_del: RPC: ..."
  */
 function rmon_nde_flow_path_del($connid, $address, $datasrcIndex, $inputIndex, $outputIndex) {}
 
@@ -5181,7 +5227,8 @@ function rmon_nde_learned_dev_getbulk($connid, $address, $count) {}
  * Switches the learning of devices on.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_learned_dev_enable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_learned_dev_enable: RPC: ..."
  */
 function rmon_nde_learned_dev_enable($connid) {}
 
@@ -5189,7 +5236,8 @@ function rmon_nde_learned_dev_enable($connid) {}
  * Switches the learning of devices off.
  *
  * @param resource|int $connid
- * @return int|false|null the agent's answer; FALSE after the warning "rmon_nde_learned_dev_disable: RPC: ..."
+ * @return int|false|null the agent's answer: 0 done, 2 noSuchName, 3 badValue, 5 genErr; FALSE after the
+ *     warning "rmon_nde_learned_dev_disable: RPC: ..."
  */
 function rmon_nde_learned_dev_disable($connid) {}
 

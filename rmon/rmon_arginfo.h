@@ -1,5 +1,5 @@
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: e1477b01ad805424cc839b03766efca694c7a41b */
+ * Stub hash: a0e31d084fbb52f89c290d14d3137cb304e42f3b */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)

@@ -353,6 +353,7 @@ final class Reference
             },
             $text,
         );
+        $text = str_replace('the agent\'s answer', '[the agent\'s answer](index.md#what-the-agent-answers)', $text);
         return rtrim($text, '.') === $text ? $text : rtrim($text, '.') . '.';
     }
 
