@@ -250,9 +250,10 @@ final class Reference
         }
         $schema = $this->examples->tableOf($page->name);
         $own = self::OWN_KEYS[$page->name] ?? [];
+        $rfc = $schema?->rfc;
         $text = ($page->envelope === '' ? '' : "\nUnder the key `$page->envelope`, a list of such rows:\n")
-            . "\n| Key | Type | What it is | Unit | Object" . ($schema?->rfc === null ? '' : " of $schema->rfc")
-            . " |\n| --- | --- | --- | --- | --- |\n";
+            . "\n| Key | Type | What it is | Unit |" . ($rfc === null ? '' : " Object of $rfc |")
+            . "\n| --- | --- | --- | --- |" . ($rfc === null ? '' : ' --- |') . "\n";
         foreach ($page->keys as $key) {
             $column = $schema?->columns[$key->name] ?? null;
             [$what, $unit, $object] = match (true) {
@@ -267,8 +268,8 @@ final class Reference
             if ($key->rows !== []) {
                 $what .= ': ' . implode(', ', array_map(static fn(Key $each) => "`$each->name`", $key->rows));
             }
-            $text .= "| `$key->name` | " . self::cell($key->type) . ' | ' . self::cell($what) . " | $unit | "
-                . self::cell($object) . " |\n";
+            $text .= "| `$key->name` | " . self::cell($key->type) . ' | ' . self::cell($what) . " | $unit |"
+                . ($rfc === null ? '' : " $object |") . "\n";
         }
         return $text;
     }
