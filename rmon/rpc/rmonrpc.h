@@ -7,6 +7,7 @@
  */
 #pragma once
 
+#include "rmon/rpc/straight.h"
 #include "rmon/rpc/wire.h"
 
 inline constexpr uint32_t RMONRPC_PROGRAM = 99999;

@@ -1,5 +1,7 @@
 #include "rmon/rpc/rmonrpc_transport.h"
 
+#include "rmon/rpc/rmonrpc_xdr.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -297,15 +299,25 @@ bool_t set_position(XDR *, u_int)
 
 void end_stream(XDR *) {}
 
-bool_t control_stream(XDR *, int, void *)
+bool_t control_sending(XDR *, int, void *)
 {
     return FALSE;
 }
 
-constexpr XDR::xdr_ops sending_operations{get_long,     put_long,   get_bytes,  put_bytes,     get_position,
-                                          set_position, put_inline, end_stream, control_stream};
-constexpr XDR::xdr_ops receiving_operations{get_long,     put_long,   get_bytes,  put_bytes,     get_position,
-                                            set_position, get_inline, end_stream, control_stream};
+bool_t control_receiving(XDR *stream, int request, void *answer)
+{
+    if (request != wire::get_window)
+        return FALSE;
+    const incoming *in = &link_of(stream)->arrived;
+    *static_cast<wire::window *>(answer) = {incoming_bytes + in->at, std::min(in->left, in->end - in->at)};
+    return TRUE;
+}
+
+constexpr XDR::xdr_ops sending_operations{get_long,     put_long,   get_bytes,  put_bytes,      get_position,
+                                          set_position, put_inline, end_stream, control_sending};
+constexpr XDR::xdr_ops receiving_operations{get_long,   put_long,     get_bytes,
+                                            put_bytes,  get_position, set_position,
+                                            get_inline, end_stream,   control_receiving};
 
 XDR stream_of(link_client *link, xdr_op direction)
 {

@@ -1,96 +1,16 @@
 #include "rmon/rpc/rmonrpc_xdr.h"
 
 #include "rmon/rpc/row_blocks.h"
+#include "rmon/rpc/units.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdlib>
 #include <cstddef>
-
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
 
 namespace wire {
 namespace {
 
-static_assert(std::endian::native == std::endian::little || std::endian::native == std::endian::big);
-
-/* ---- units in a buffer: the stream's own, or the one on the stack ------- */
-
-uint32_t big_endian(uint32_t word)
-{
-    return std::endian::native == std::endian::little ? __builtin_bswap32(word) : word;
-}
-
-uint64_t big_endian(uint64_t word)
-{
-    return std::endian::native == std::endian::little ? __builtin_bswap64(word) : word;
-}
-
-#ifdef __SSE2__
-/** Sixteen bytes of words with their bytes turned: in pairs, then the pairs in each word. */
-template <class Word> __m128i turned(__m128i words)
-{
-    words = _mm_or_si128(_mm_slli_epi16(words, 8), _mm_srli_epi16(words, 8));
-    constexpr int order = sizeof(Word) == 4 ? _MM_SHUFFLE(2, 3, 0, 1) : _MM_SHUFFLE(0, 1, 2, 3);
-    return _mm_shufflehi_epi16(_mm_shufflelo_epi16(words, order), order);
-}
-#endif
-
-/** Copies count integers, turning their bytes; either side may be unaligned. */
-template <class Word>
-[[gnu::always_inline]] inline void swap_words(void *to, const void *from, uint32_t count)
-{
-    uint32_t i = 0;
-#ifdef __SSE2__
-    constexpr uint32_t at_once = sizeof(__m128i) / sizeof(Word);
-    for (; i + at_once <= count; i += at_once) {
-        const __m128i words =
-            _mm_loadu_si128(reinterpret_cast<const __m128i *>(static_cast<const Word *>(from) + i));
-        _mm_storeu_si128(reinterpret_cast<__m128i *>(static_cast<Word *>(to) + i), turned<Word>(words));
-    }
-#endif
-    for (; i < count; i++) {
-        Word word;
-        std::memcpy(&word, static_cast<const uint8_t *>(from) + i * sizeof word, sizeof word);
-        word = big_endian(word);
-        std::memcpy(static_cast<uint8_t *>(to) + i * sizeof word, &word, sizeof word);
-    }
-}
-
-#ifdef __SSE2__
-/** Four units as words: the low byte of a big-endian unit is the top one of a loaded word. */
-__m128i load_units(const uint8_t *from)
-{
-    return _mm_srli_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i *>(from)), 24);
-}
-#endif
-
-/** The low byte of each of count units: sixteen, then four, then one at a time. */
-[[gnu::always_inline]] inline void gather_bytes(uint8_t *to, const uint8_t *from, uint32_t count)
-{
-    uint32_t i = 0;
-#ifdef __SSE2__
-    for (; i + 16 <= count; i += 16) {
-        const uint8_t *units = from + 4 * i;
-        const __m128i low = _mm_packs_epi32(load_units(units), load_units(units + 16));
-        const __m128i high = _mm_packs_epi32(load_units(units + 32), load_units(units + 48));
-        _mm_storeu_si128(reinterpret_cast<__m128i *>(to + i), _mm_packus_epi16(low, high));
-    }
-    // The last four overlap those before them, where there are that many.
-    while (count >= 4 && i < count) {
-        i = std::min(i, count - 4);
-        const __m128i words = load_units(from + 4 * i);
-        const __m128i halves = _mm_packs_epi32(words, words);
-        const int bytes = _mm_cvtsi128_si32(_mm_packus_epi16(halves, halves));
-        std::memcpy(to + i, &bytes, sizeof bytes);
-        i += 4;
-    }
-#endif
-    for (; i < count; i++)
-        to[i] = from[4 * i + 3];
-}
+/* ---- units in a buffer: the stream's own, or the one on the stack; see units.h --- */
 
 /** A unit for each byte: zero-extended, or sign-extended for characters. */
 void spread_bytes(uint8_t *to, const uint8_t *from, uint32_t count, bool sign)
@@ -318,13 +238,14 @@ bool encode_bytes(XDR *xdrs, const byte_list &list)
 
 using any_rows = rows<uint8_t>;
 
+bool has_own_blocks(uint8_t *record, const layout &plan);
 void release_records(uint8_t *records, uint32_t length, const layout &plan, bool with_texts);
 bool decode_record(XDR *xdrs, uint8_t *record, const layout &plan, text_piece **pieces);
 bool encode_record(XDR *xdrs, uint8_t *record, const layout &plan);
 
 void free_rows(any_rows &field, const layout &row)
 {
-    if (row.owns)
+    if (row.owns && (!field.block || field.block->owned))
         release_records(field.value, field.length, row, !field.block);
     if (field.block)
         keep_block(field.block);
@@ -333,8 +254,21 @@ void free_rows(any_rows &field, const layout &row)
     field = {};
 }
 
-bool decode_rows(XDR *xdrs, any_rows &field, uint32_t length, const layout &row)
+/** As many rows as the stream has in one piece, at most so many; their number. */
+uint32_t decode_straight_from(XDR *xdrs, straight_decoder decode, uint8_t *rows, uint32_t most)
 {
+    window seen{};
+    if (!decode || !xdrs->x_ops->x_control || !xdrs->x_ops->x_control(xdrs, get_window, &seen))
+        return 0;
+    const uint8_t *in = seen.at;
+    const uint32_t decoded = decode(rows, most, in, seen.at + seen.size);
+    return decoded && XDR_INLINE(xdrs, static_cast<u_int>(in - seen.at)) ? decoded : 0;
+}
+
+/** Rows of the layout that the step names. */
+bool decode_rows(XDR *xdrs, any_rows &field, uint32_t length, const step &s)
+{
+    const layout &row = *s.element;
     field = {};
     if (length == 0)
         return true;
@@ -350,10 +284,17 @@ bool decode_rows(XDR *xdrs, any_rows &field, uint32_t length, const layout &row)
                 break;
             field.block = larger;
         }
-        if (!decode_record(
-                xdrs, rows_of(field.block) + uint64_t{field.length} * row.size, row, &field.block->texts))
+        uint8_t *next = rows_of(field.block) + uint64_t{field.length} * row.size;
+        const uint64_t room = (field.block->size - sizeof(row_block)) / row.size - field.length;
+        const auto most = static_cast<uint32_t>(std::min<uint64_t>(room, length - field.length));
+        uint32_t decoded = decode_straight_from(xdrs, s.straight, next, most);
+        if (decoded == 0 && decode_record(xdrs, next, row, &field.block->texts)) {
+            decoded = 1;
+            field.block->owned |= has_own_blocks(next, row);
+        }
+        if (decoded == 0)
             break;
-        field.length++;
+        field.length += decoded;
     }
     if (field.block)
         field.value = rows_of(field.block);
@@ -391,7 +332,7 @@ bool decode_open(XDR *xdrs, uint8_t *record, const step &s, uint32_t count, text
     case kind::bytes:
         return decode_bytes(xdrs, at<byte_list>(record, s), count);
     default:
-        return decode_rows(xdrs, at<any_rows>(record, s), count, *s.element);
+        return decode_rows(xdrs, at<any_rows>(record, s), count, s);
     }
 }
 
@@ -440,6 +381,16 @@ void release_fields(uint8_t *records, uint32_t length, const layout &plan, const
 void release_records(uint8_t *records, uint32_t length, const layout &plan, bool with_texts)
 {
     release_fields(records, length, plan, plan.steps + plan.count, with_texts);
+}
+
+/** Whether a decoded row owns more than its texts: a list that does not stay inside, or rows. */
+bool has_own_blocks(uint8_t *record, const layout &plan)
+{
+    for (const step *s = plan.steps; s < plan.steps + plan.count; s++)
+        if ((s->kind == kind::bytes && at<byte_list>(record, *s).length > byte_list::inside)
+            || s->kind == kind::rows)
+            return true;
+    return false;
 }
 
 /** Whether a byte list is short and a run follows it: its units come along with the run then. */

@@ -16,6 +16,17 @@
 namespace wire {
 
 /**
+ * The bytes that a stream gives in place: so many from here, of which
+ * XDR_INLINE takes as many as were used. Asked for by the stream's control
+ * operation; streams without one, or of whom nothing is known, answer FALSE.
+ */
+struct window {
+    const uint8_t *at;
+    uint32_t size;
+};
+inline constexpr int get_window = 0x77696e64;
+
+/**
  * Encodes, decodes or frees one record; the first field that fails ends it
  * with FALSE.
  *

@@ -78,8 +78,10 @@ row_block *larger_block(row_block *block, uint64_t size)
     if (!memory)
         return nullptr;
     auto *larger = static_cast<row_block *>(memory);
-    if (is_new)
+    if (is_new) {
         larger->texts = nullptr;
+        larger->owned = false;
+    }
     larger->size = size;
     return larger;
 }
@@ -94,6 +96,7 @@ void keep_block(row_block *block)
     if (!block)
         return;
     free_texts(std::exchange(block->texts, nullptr));
+    block->owned = false;
     if (block->size <= max_kept && (!kept_block || block->size > kept_block->size))
         std::swap(block, kept_block);
     free_block(block);

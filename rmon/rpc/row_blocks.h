@@ -47,6 +47,7 @@ inline char *text_room(text_piece *&pieces, uint32_t size)
 struct alignas(std::max_align_t) row_block {
     uint64_t size; // in bytes, this included
     text_piece *texts;
+    bool owned; // a row has a list or rows in a block of their own
 };
 
 inline uint8_t *rows_of(row_block *block)

@@ -88,6 +88,16 @@ template <uint32_t N> struct chars {
     char value[N];
 };
 
+template <uint32_t N> bool same_bytes(const uchars<N> &one, const uchars<N> &other)
+{
+    return std::memcmp(one.value, other.value, N) == 0;
+}
+
+template <uint32_t N> bool same_bytes(const chars<N> &one, const chars<N> &other)
+{
+    return std::memcmp(one.value, other.value, N) == 0;
+}
+
 /** The memory of rows that were decoded; see rmonrpc_xdr.cpp. */
 struct row_block;
 
@@ -123,12 +133,19 @@ enum class kind : uint8_t {
 
 struct layout;
 
+/**
+ * Decodes rows from the bytes between in and end, at most so many, and moves in
+ * behind them; how many there were. See straight.h.
+ */
+using straight_decoder = uint32_t (*)(void *rows, uint32_t most, const uint8_t *&in, const uint8_t *end);
+
 struct step {
     wire::kind kind;
     uint32_t offset; // of the field in the record
     uint32_t count;
     uint32_t wire;
     const layout *element;
+    straight_decoder straight; // of the elements, null where they have none
 };
 
 struct layout {
@@ -164,7 +181,7 @@ constexpr void add_to_run(draft &plan, uint32_t wire)
 {
     if (plan.run == draft::room || plan.steps[plan.run].wire + wire > max_run) {
         plan.run = plan.count++;
-        plan.steps[plan.run] = {kind::run, 0, 0, 0, nullptr};
+        plan.steps[plan.run] = {kind::run, 0, 0, 0, nullptr, nullptr};
     }
     plan.steps[plan.run].wire += wire;
 }
@@ -184,7 +201,7 @@ constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
         last.count += count;
         return;
     }
-    plan.steps[plan.count++] = {k, offset, count, 0, nullptr};
+    plan.steps[plan.count++] = {k, offset, count, 0, nullptr, nullptr};
     plan.steps[plan.run].count++;
 }
 
@@ -206,11 +223,17 @@ constexpr void add_fixed(draft &plan, kind k, uint32_t offset, uint32_t count)
  * An open field with none of fixed size before it has a run of its count alone:
  * 0 steps, 4 bytes.
  */
-constexpr void add_open(draft &plan, kind k, uint32_t offset, uint32_t count, const layout *element = nullptr)
+constexpr void add_open(
+    draft &plan,
+    kind k,
+    uint32_t offset,
+    uint32_t count,
+    const layout *element = nullptr,
+    straight_decoder straight = nullptr)
 {
     add_to_run(plan, unit_size(kind::word));
     plan.run = draft::room;
-    plan.steps[plan.count++] = {k, offset, count, 0, element};
+    plan.steps[plan.count++] = {k, offset, count, 0, element, straight};
 }
 
 /** How a field of type Field is added; the general case is a nested record. */
@@ -278,11 +301,28 @@ template <class Row> consteval bool is_compact()
     return row.size <= 3 * row.least;
 }
 
+template <class Row>
+uint32_t decode_straight(void *rows, uint32_t most, const uint8_t *&in, const uint8_t *end);
+
+/**
+ * A row is unrolled when one read brings several of them, as it does of all but
+ * the widest, and when nothing in it has a memory of its own.
+ */
+template <class Row> consteval straight_decoder straight_decoder_of()
+{
+    constexpr uint32_t widest = 16384;
+    const layout &row = layout_holder<Row>::value;
+    for (uint32_t i = 0; i < row.count; i++)
+        if (row.steps[i].kind == kind::text || row.steps[i].kind == kind::rows)
+            return nullptr;
+    return row.least > widest ? nullptr : decode_straight<Row>;
+}
+
 template <class Row> struct field_plan<rows<Row>> {
     static constexpr void add(draft &plan, uint32_t offset)
     {
         static_assert(is_compact<Row>());
-        add_open(plan, kind::rows, offset, unbounded, &layout_holder<Row>::value);
+        add_open(plan, kind::rows, offset, unbounded, &layout_holder<Row>::value, straight_decoder_of<Row>());
     }
 };
 

@@ -11,6 +11,7 @@ void check(bool passed, const std::string &what);
 /* The tests of each file; main() runs them all. */
 void test_wire();
 void test_streams();
+void test_straight();
 void test_stubs();
 void test_memory();
 void test_transport();

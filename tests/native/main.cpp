@@ -61,6 +61,7 @@ int main()
 {
     test_wire();
     test_streams();
+    test_straight();
     test_stubs();
     test_memory();
     test_transport();
