@@ -10,6 +10,7 @@
 #include <limits>
 #include <utility>
 
+#include <fcntl.h>
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -35,6 +36,12 @@ constexpr uint32_t last_fragment = 0x80000000;
  * fill the machine's memory.
  */
 constexpr int64_t max_result = 256 << 20;
+
+/**
+ * How long a receive waits by itself, in milliseconds: that saves the call of
+ * poll() in front of it. Near the end of a call poll() goes by the deadline.
+ */
+constexpr int64_t receive_patience = 250;
 
 constexpr int64_t no_limit = std::numeric_limits<int64_t>::max();
 
@@ -63,6 +70,7 @@ struct link_client {
     CLIENT handle;
     link_client *next, *previous; // among all of this process
     int socket;                   // -1 in a process that did not connect it
+    bool waits;                   // a receive waits, for receive_patience at most
     uint32_t program;
     uint32_t version;
     uint32_t xid;     // of the last call
@@ -121,23 +129,36 @@ bool wait(link_client *link, short events, clnt_stat status)
     return ready > 0 || (ready == 0 ? fail(link, RPC_TIMEDOUT, 0) : fail(link, status, errno));
 }
 
+/** Receives what there is, after a wait for it: how much, 0 at the connection's end, -1 on failure. */
+ssize_t receive(link_client *link, int64_t left)
+{
+    const bool waits = link->waits && left > 2 * receive_patience;
+    if (!waits && !wait(link, POLLIN, RPC_CANTRECV))
+        return -1;
+    const ssize_t got = recv(link->socket, incoming_bytes, sizeof incoming_bytes, waits ? 0 : MSG_DONTWAIT);
+    if (got == 0)
+        fail(link, RPC_CANTRECV, ECONNRESET);
+    else if (got == -1 && errno != EAGAIN && errno != EINTR)
+        fail(link, RPC_CANTRECV, errno);
+    return got;
+}
+
 /** Reads what there is into the buffer, all of which was taken. */
 bool read_some(link_client *link)
 {
     if (link->readable <= 0)
         return fail(link, RPC_CANTDECODERES, 0);
-    while (wait(link, POLLIN, RPC_CANTRECV)) {
-        incoming *in = &link->arrived;
-        const ssize_t got = recv(link->socket, incoming_bytes, sizeof incoming_bytes, MSG_DONTWAIT);
+    while (link->error.re_status == RPC_SUCCESS) {
+        const int64_t left = link->deadline - milliseconds();
+        if (left <= 0)
+            return fail(link, RPC_TIMEDOUT, 0);
+        const ssize_t got = receive(link, left);
         if (got > 0) {
-            in->at = 0;
-            in->end = static_cast<uint32_t>(got);
+            link->arrived.at = 0;
+            link->arrived.end = static_cast<uint32_t>(got);
             link->readable -= got;
             return true;
         }
-        if (got == -1 && errno == EAGAIN)
-            continue;
-        return fail(link, RPC_CANTRECV, got == 0 ? ECONNRESET : errno);
     }
     return false;
 }
@@ -602,6 +623,9 @@ CLIENT *client_over(int socket, uint32_t program, uint32_t version)
     link->handle.cl_ops = &operations;
     link->handle.cl_private = link;
     link->socket = socket;
+    const timeval patience{0, receive_patience * 1000};
+    link->waits = fcntl(socket, F_SETFL, 0) == 0
+                  && setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) == 0;
     link->program = program;
     link->version = version;
     // Any would do: ids part the replies on one connection from each other.

@@ -9,12 +9,15 @@
 
 #include <csignal>
 #include <cstdarg>
+#include <cstdlib>
+#include <ctime>
 #include <thread>
 #include <utility>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace {
@@ -223,6 +226,77 @@ void test_late_replies()
     }
 }
 
+/* ---- waiting -------------------------------------------------------------------------- */
+
+int64_t microseconds_since(const timespec &start)
+{
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return (now.tv_sec - start.tv_sec) * 1000000 + (now.tv_nsec - start.tv_nsec) / 1000;
+}
+
+/** A receive waits by itself at first, for a while that has nothing to do with the call's. */
+void test_patience()
+{
+    for (const timeval patience : {moment, timeval{0, 300000}, timeval{0, 900000}}) {
+        line on = make_line(true);
+        int32_t result = 0;
+        timespec start;
+        clock_gettime(CLOCK_MONOTONIC, &start);
+        const std::string what = "a call of " + std::to_string(patience.tv_usec) + " us";
+        check(call(on, result, patience) == RPC_TIMEDOUT, what + " in vain");
+        check(microseconds_since(start) >= patience.tv_usec - 1000, what + " waits so long");
+        end(on);
+    }
+}
+
+/** The call's time is up, though there is always something to read: one fragment of 2 GB that is no reply. */
+void test_time_is_up_amid_bytes()
+{
+    line on = make_line(true);
+    say(on, bytes{}.unit(0x7fffffff).add(accepted(second_xid, 0)));
+    std::thread agent([&] {
+        const std::vector<char> units(1 << 16);
+        while (send(on.agent, units.data(), units.size(), MSG_NOSIGNAL) > 0) {
+        }
+    });
+    int32_t result = 0;
+    check(call(on, result, timeval{0, 600000}) == RPC_TIMEDOUT, "a record without end is not waited for");
+    clnt_destroy(on.client);
+    agent.join();
+    close(on.agent);
+}
+
+int answered_by_signal = -1;
+std::vector<uint8_t> said_by_signal;
+
+void say_by_signal(int)
+{
+    if (write(answered_by_signal, said_by_signal.data(), said_by_signal.size()) < 0)
+        abort();
+}
+
+/** A signal that arrives while a call waits is none of the call's business; here its handler lets the agent
+ * answer. */
+void test_signals()
+{
+    struct sigaction action {
+    }, before;
+    action.sa_handler = say_by_signal; // without SA_RESTART: the system call ends with EINTR
+    sigaction(SIGALRM, &action, &before);
+    said_by_signal = record(accepted(first_xid, 0).unit(7)).all;
+    for (const timeval patience : {long_enough, timeval{0, 450000}}) { // which waits in recv() and in poll()
+        line on = make_line(true);
+        answered_by_signal = on.agent;
+        const itimerval soon{{0, 0}, {0, 20000}};
+        setitimer(ITIMER_REAL, &soon, nullptr);
+        int32_t result = 0;
+        check(call(on, result, patience) == RPC_SUCCESS && result == 7, "a signal amid a call");
+        end(on);
+    }
+    sigaction(SIGALRM, &before, nullptr);
+}
+
 /* ---- an agent that does not read, and one that does not end ---------------------------- */
 
 /** As the library calls it, with one pointer behind the stream. */
@@ -391,6 +465,9 @@ void test_transport()
     test_unknown_answers();
     test_empty_fragments();
     test_late_replies();
+    test_patience();
+    test_time_is_up_amid_bytes();
+    test_signals();
     test_deaf_agent();
     test_endless_result();
     test_connect();
