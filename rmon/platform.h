@@ -43,6 +43,16 @@ constexpr size_t table_bytes(uint32_t count)
 inline constexpr size_t smallest_list_bytes = 2 * sizeof(uint32_t) + HT_MIN_SIZE * sizeof(zval);
 #endif
 
+/** An element of a list that holds it. */
+inline zval *list_slot(zend_array *list, uint32_t i)
+{
+#if PHP_VERSION_ID >= 80200
+    return list->arPacked + i;
+#else
+    return &list->arData[i].val;
+#endif
+}
+
 /** Whether the engine has the same sizes. */
 inline bool engine_agrees()
 {

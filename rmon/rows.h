@@ -205,6 +205,13 @@ struct field_list {
     }
 };
 
+/*
+ * What is made of a byte list or of a vector of bytes takes memory, and stands
+ * beside an equal one more often than not: tables are ordered by address, phones
+ * of one make have the same texts. One value serves both rows then, until a
+ * script writes to it.
+ */
+
 /** One key, under which Value::put() sets what becomes of these fields; of none, of the whole record. */
 template <class Key, class Value, auto... Member> struct column {
     static constexpr std::array keys{Key::key};
@@ -212,6 +219,19 @@ template <class Key, class Value, auto... Member> struct column {
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
         Value::put(&slot->val, record.*Member...);
+    }
+
+    /** In a row made after its neighbour, which lends it what is the same. */
+    template <class Record>
+    static void put(Bucket *slot, const Record &record, const Bucket *slot_before, const Record &before)
+    {
+        if constexpr (requires { wire::same_bytes(record.*Member..., before.*Member...); }) {
+            if (wire::same_bytes(record.*Member..., before.*Member...)) {
+                ZVAL_COPY(&slot->val, &slot_before->val);
+                return;
+            }
+        }
+        put(slot, record);
     }
 
     static constexpr void tell([[maybe_unused]] field_list &fields, [[maybe_unused]] uint32_t base)
@@ -273,26 +293,14 @@ template <auto... Member> struct left_out {
     }
 };
 
-/** The byte list that a column shows; null for the other columns. */
-template <class Column> inline constexpr std::nullptr_t list_shown = nullptr;
-template <class Key, class Value, class Record, wire::byte_list Record::*Member>
-inline constexpr auto list_shown<column<Key, Value, Member>> = Member;
-
-/**
- * Puts a column into a row that stands behind another. In tables that are
- * ordered by address the same ones stand below each other; one array serves
- * them all until a script writes to it.
- */
+/** Puts a column into a row made after its neighbour, which may lend it values. */
 template <class Column, class Record>
-void put_behind(Bucket *slot, const Record &record, const Bucket *slot_before, const Record &before)
+void put_beside(Bucket *slot, const Record &record, const Bucket *slot_before, const Record &before)
 {
-    if constexpr (constexpr auto list = list_shown<Column>; list != nullptr) {
-        if (wire::same_bytes(record.*list, before.*list)) {
-            ZVAL_COPY(&slot->val, &slot_before->val);
-            return;
-        }
-    }
-    Column::put(slot, record);
+    if constexpr (requires { Column::put(slot, record, slot_before, before); })
+        Column::put(slot, record, slot_before, before);
+    else
+        Column::put(slot, record);
 }
 
 /** Several columns in a row; itself a column. */
@@ -311,7 +319,7 @@ template <class... Column> struct columns {
     static void put(Bucket *slot, const Record &record, const Bucket *slot_before, const Record &before)
     {
         const auto one = [&]<class Each>() {
-            put_behind<Each>(slot, record, slot_before, before);
+            put_beside<Each>(slot, record, slot_before, before);
             slot += Each::keys.size();
             slot_before += Each::keys.size();
         };
@@ -330,6 +338,11 @@ template <auto Member, class... Column> struct within {
     template <class Record> static void put(Bucket *slot, const Record &record)
     {
         columns<Column...>::put(slot, record.*Member);
+    }
+    template <class Record>
+    static void put(Bucket *slot, const Record &record, const Bucket *slot_before, const Record &before)
+    {
+        columns<Column...>::put(slot, record.*Member, slot_before, before.*Member);
     }
     static constexpr void tell(field_list &fields, uint32_t base)
     {
@@ -486,15 +499,15 @@ template <class Shape, class Record> consteval uint32_t first_field_missed()
     return is_nested<Record> ? first_not_in<Record>(fields, 0) : no_offset;
 }
 
-/** The array of one record; behind: the row and the record before it, or neither. */
-template <class Shape, class Record, class... Before>
-zend_array *make_row(const Record &record, const Before &...behind)
+/** The array of one record; neighbour: the row made before it and its record, or neither. */
+template <class Shape, class Record, class... Neighbour>
+zend_array *make_row(const Record &record, const Neighbour &...neighbour)
 {
     static_assert(
         first_field_missed<Shape, Record>() == no_offset,
         "the field at this offset of the record is in no column: show it, or name it in left_out<>");
     zend_array *row = blank_row<Shape>();
-    Shape::put(row->arData, record, behind...);
+    Shape::put(row->arData, record, neighbour...);
     if constexpr (may_be_absent<Shape>)
         drop_undefined(row);
     return row;
@@ -518,21 +531,28 @@ template <class Shape>
         __builtin_prefetch(reinterpret_cast<const void *>(ahead + i), 1);
 }
 
-/** The list of all rows, under 0, 1, 2 in their order. */
+/**
+ * The list of all rows, under 0, 1, 2 in their order. They are made from the
+ * last to the first: the engine frees them from the first to the last, and hands
+ * out first what was freed last. So either way begins with what the other left
+ * in the cache, which all rows of a large reply don't fit.
+ */
 template <class Shape, class Record> zend_array *make_rows(const Record *records, uint32_t length)
 {
+    zend_array *list = make_list(length, [](zval *slot, uint32_t) { ZVAL_NULL(slot); });
     const zend_array *before = nullptr;
-    return make_list(length, [records, before](zval *slot, uint32_t i) mutable {
+    for (uint32_t i = list->nNumUsed; i-- > 0 && !out_of_memory();) {
         zend_array *row;
         if (before) {
-            row = make_row<Shape>(records[i], before->arData, records[i - 1]);
+            row = make_row<Shape>(records[i], before->arData, records[i + 1]);
             fetch_ahead<Shape>(row, before);
         } else {
             row = make_row<Shape>(records[i]);
         }
         before = row;
-        ZVAL_ARR(slot, row);
-    });
+        ZVAL_ARR(list_slot(list, i), row);
+    }
+    return list;
 }
 
 template <class Shape, class Record> zend_array *make_rows(const wire::rows<Record> &rows)

@@ -395,6 +395,39 @@ expect_phone_shown(
 );
 expect_phone_shown(['num_hist_row' => i32(5)], ['num_hist_row' => 5, 'history' => $five]);
 
+// Addresses and identifiers below the same ones, which are compared as a whole: of an address four bytes are shown.
+$identifiers = array_map(hex2bin(...), [
+    str_repeat('00', 16),
+    str_repeat('00', 15) . '01',
+    str_repeat('00', 15) . '01',
+    '01' . str_repeat('00', 15),
+    '0a0000010000000000000000000000ff',
+    '0a000001000000000000000000000000',
+    '0a000001000000000000000000000000',
+    '0a000002000000000000000000000000',
+]);
+$calls = array_map(fn(string $bytes) => record(
+    ...common(1),
+    ...but(qual(1), ['call_id' => units($bytes), 'f_q931_ipAddr' => units($bytes)]),
+), $identifiers);
+$shown = array_map(fn(string $bytes) => [
+    ...shown_common(1),
+    ...but(shown_qual(1), [
+        'call_id' => implode(' ', str_split(bin2hex($bytes), 4)),
+        'f_q931_ipAddr' => implode('.', unpack('C4', $bytes)),
+    ]),
+], $identifiers);
+scripted_agent(always(reply(rows(...$calls))));
+$link = rmon_connect('127.0.0.1');
+expect_same(['call_rec' => $shown], h323_call_rec_getbulk($link, 0, 8), 'the calls');
+$rows = h323_call_rec_getbulk($link, 0, 8)['call_rec'];
+foreach (array_keys($rows) as $i) {
+    $rows[$i]['call_id'][0] = 'Z';
+    $rows[$i]['f_q931_ipAddr'] .= '!';
+    expect_same('Z' . substr($shown[$i]['call_id'], 1), $rows[$i]['call_id'], "the identifier of call $i");
+    expect_same(array_slice($shown, $i + 1), array_slice($rows, $i + 1), "the calls behind call $i");
+}
+
 done();
 ?>
 --EXPECT--

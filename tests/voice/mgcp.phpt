@@ -318,6 +318,35 @@ expect_phone_shown(
     ],
 );
 
+// Texts below the same ones: each row has its own as far as a script can tell, whatever stands behind a text's end.
+$texts = [
+    ['call_id_1' => 'same', 'caller_alias' => str_repeat('a', 256), 'caller_phone_num' => ''],
+    ['call_id_1' => 'same', 'caller_alias' => str_repeat('a', 256), 'caller_phone_num' => ''],
+    ['call_id_1' => "same\0behind", 'caller_alias' => str_repeat('a', 255) . 'b', 'caller_phone_num' => 'x'],
+    ['call_id_1' => "same\0Behind", 'caller_alias' => str_repeat('a', 255) . 'b', 'caller_phone_num' => 'x'],
+    ['call_id_1' => 'Same', 'caller_alias' => str_repeat('a', 255), 'caller_phone_num' => 'x'],
+];
+$call_of = fn(array $texts) => record(...but(call(1), [
+    'call_id_1' => signed_units($texts['call_id_1'], 33),
+    'caller_alias' => signed_units($texts['caller_alias'], 256),
+    'caller_phone_num' => signed_units($texts['caller_phone_num'], 24),
+]));
+$shown_of = fn(array $texts) => but(shown_call(1), ['call_id_1' => strtok($texts['call_id_1'], "\0")] + $texts);
+scripted_agent(always(reply(rows(...array_map($call_of, $texts)))));
+$link = rmon_connect('127.0.0.1');
+$expected = array_map($shown_of, $texts);
+foreach (array_keys($texts) as $i) {
+    foreach (['call_id_1', 'caller_alias', 'conns_id_1', 'audio_codec', 'callee_endpoint_id'] as $key) {
+        $calls = mgcp_call_rec_getbulk($link, 0, 5)['call_rec'];
+        expect_same($expected, $calls, 'the calls');
+        $calls[$i][$key][0] = 'Z';
+        $calls[$i][$key] .= 'written';
+        expect_same('Z' . substr($expected[$i][$key], 1) . 'written', $calls[$i][$key], "$key of call $i");
+        $calls[$i][$key] = $expected[$i][$key];
+        expect_same($expected, $calls, "all but $key of call $i");
+    }
+}
+
 done();
 ?>
 --EXPECT--

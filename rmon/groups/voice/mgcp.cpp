@@ -13,6 +13,10 @@ using M = rmonrpc_mgcp_media_session_t;
 template <class... Column> struct in_media {
     static constexpr auto keys = columns<Column...>::keys;
     static void put(Bucket *slot, const C &call) { columns<Column...>::put(slot, call.media.value[0]); }
+    static void put(Bucket *slot, const C &call, const Bucket *slot_before, const C &before)
+    {
+        columns<Column...>::put(slot, call.media.value[0], slot_before, before.media.value[0]);
+    }
     static constexpr void tell(field_list &fields, uint32_t base)
     {
         columns<Column...>::tell(fields, base + wire::member_offset<&C::media>);
