@@ -58,6 +58,7 @@ struct table {
 };
 
 const table tables[] = {
+    {0, 0, "i"}, // whether the link lives
     {8, 1, "iiii" + times(11, "q") + "i"},
     {11, 2, "ibii" + times(7, "q")},
     {18, 3, "ibbiqqq"},
@@ -188,14 +189,15 @@ bool write_all(int fd, const std::string &bytes)
     return true;
 }
 
-/** One call: xid, CALL, version, program, version, procedure, two null authenticators, arguments. */
+/** One call: xid, CALL, version, program, version, procedure, two null authenticators, and perhaps arguments.
+ */
 bool answer(int fd)
 {
     uint32_t mark, call[1024];
     if (!read_all(fd, &mark, sizeof mark))
         return false;
     const size_t size = ntohl(mark) & 0x7fffffff;
-    if (size < 44 || size > sizeof call || size % 4 || !read_all(fd, call, size))
+    if (size < 40 || size > sizeof call || size % 4 || !read_all(fd, call, size))
         return false;
     const uint32_t procedure = ntohl(call[5]);
     const int count_at = table_of(procedure).count_at;

@@ -1,8 +1,8 @@
 /*
- * The bench's contestants as PHP functions, so that they run in one process
- * with the module, call by call in turns: a plain client that only decodes and
- * frees, one that also converts its rows with the engine's add_assoc calls, and
- * one that only receives the bytes.
+ * The bench's other contestants as PHP functions, so that a script calls them as
+ * it calls the module: a plain client that only decodes and frees, one that also
+ * converts its rows with the engine's add_assoc calls, and one that only receives
+ * the bytes.
  */
 #include "php.h"
 
@@ -32,26 +32,25 @@ static bool raw_call(const Table &table, u_int rows, raw_rows<typename Table::ro
            == RPC_SUCCESS;
 }
 
-template <class Table> static zend_long raw(const Table &table, u_int rows)
+template <class Row, class Columns> static zend_long raw(const bench_table<Row, Columns> &table, u_int rows)
 {
-    raw_rows<typename Table::row> reply;
+    raw_rows<Row> reply;
     if (!raw_call(table, rows, reply))
         return -1;
     const u_int length = reply.length;
-    xdr_free(routine(raw_reply<typename Table::row>), &reply);
+    xdr_free(routine(raw_reply<Row>), &reply);
     return length;
 }
 
-/** Sixty-four calls of one entry each. */
-static zend_long raw_profile()
+template <class Entry> static zend_long raw(const bench_entry<Entry> &table, u_int)
 {
     zend_long answered = 0;
-    for (int dscp = 0; dscp < 64; dscp++) {
-        raw_key key{aggprofile.key_words, aggprofile.count_at, 0};
-        decltype(aggprofile)::row entry{};
+    for (u_int call = 0; call < table.calls; call++) {
+        raw_key key{table.key_words, 0, 0};
+        Entry entry{};
         answered += clnt_call(
-                        client, aggprofile.procedure, routine(raw_key_field), &key,
-                        routine(raw_row<decltype(aggprofile)::row>), &entry, time_out)
+                        client, table.procedure, routine(raw_key_field), &key, routine(raw_row<Entry>),
+                        &entry, time_out)
                     == RPC_SUCCESS;
     }
     return answered;
@@ -156,6 +155,29 @@ static size_t floor_call(u_int procedure, u_int key_words, u_int count_at, u_int
 
 /* ---- PHP functions ------------------------------------------------------------------------ */
 
+/** Whether the plain conversion of a table is measured. */
+template <class Table> inline constexpr bool is_shown = false;
+template <class Row, class... Column>
+inline constexpr bool is_shown<bench_table<Row, shown_list<Column...>>> = sizeof...(Column) > 0;
+
+/** The calls of one measurement, and where the number of rows stands in one. */
+template <class Row, class Columns> static u_int calls_of(const bench_table<Row, Columns> &)
+{
+    return 1;
+}
+template <class Entry> static u_int calls_of(const bench_entry<Entry> &table)
+{
+    return table.calls;
+}
+template <class Row, class Columns> static u_int count_at(const bench_table<Row, Columns> &table)
+{
+    return table.count_at;
+}
+template <class Entry> static u_int count_at(const bench_entry<Entry> &)
+{
+    return 0;
+}
+
 /** Calls visit with the table of this name; false when there is none. */
 template <class Visit> static bool with_table(std::string_view name, Visit visit)
 {
@@ -168,7 +190,7 @@ template <class Visit> static bool with_table(std::string_view name, Visit visit
     return is("etherhistory", etherhistory) || is("host", host) || is("matrix_sd", matrix)
            || is("nlhost", nlhost) || is("almatrix_sd", almatrix) || is("art_rpt", art_rpt)
            || is("h323_phone_rec", h323_phone) || is("sccp_phone_rec", sccp_phone)
-           || is("mgcp_call_rec", mgcp_call) || is("aggprofs", aggprofile);
+           || is("mgcp_call_rec", mgcp_call) || is("aggprofs", aggprofile) || is("pconnect", liveness);
 }
 
 /** rmon_bench_open(port): opens the connections of the plain client and of the floor. */
@@ -197,12 +219,7 @@ PHP_FUNCTION(rmon_bench_raw)
     zend_long rows;
     if (zend_parse_parameters(ZEND_NUM_ARGS(), "sl", &name, &length, &rows) == FAILURE)
         RETURN_THROWS();
-    with_table({name, length}, [=](const auto &table) {
-        if constexpr (requires { &table == &aggprofile; })
-            RETVAL_LONG(raw_profile());
-        else
-            RETVAL_LONG(raw(table, static_cast<u_int>(rows)));
-    });
+    with_table({name, length}, [=](const auto &table) { RETVAL_LONG(raw(table, static_cast<u_int>(rows))); });
 }
 
 /** rmon_bench_naive(table, rows): decodes, converts with add_assoc calls, frees; the list of rows. */
@@ -214,7 +231,7 @@ PHP_FUNCTION(rmon_bench_naive)
     if (zend_parse_parameters(ZEND_NUM_ARGS(), "sl", &name, &length, &rows) == FAILURE)
         RETURN_THROWS();
     with_table({name, length}, [=](const auto &table) {
-        if constexpr (!std::is_same_v<typename std::decay_t<decltype(table)>::columns, shown_list<>>)
+        if constexpr (is_shown<std::decay_t<decltype(table)>>)
             naive(table, static_cast<u_int>(rows), return_value);
     });
 }
@@ -229,8 +246,8 @@ PHP_FUNCTION(rmon_bench_floor)
         RETURN_THROWS();
     with_table({name, length}, [=](const auto &table) {
         size_t bytes = 0;
-        for (zend_long calls = table.count_at ? 1 : 64; calls > 0; calls--)
-            bytes += floor_call(table.procedure, table.key_words, table.count_at, static_cast<u_int>(rows));
+        for (u_int call = 0; call < calls_of(table); call++)
+            bytes += floor_call(table.procedure, table.key_words, count_at(table), static_cast<u_int>(rows));
         RETVAL_LONG(static_cast<zend_long>(bytes));
     });
 }

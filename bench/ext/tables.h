@@ -34,6 +34,12 @@ template <class Row, class Columns = shown_list<>> struct bench_table {
     u_int procedure, key_words, count_at;
 };
 
+/** A table of which a call brings one entry, and what is measured is so many calls. */
+template <class Entry> struct bench_entry {
+    using row = Entry;
+    u_int procedure, key_words, calls;
+};
+
 using quad = u_quad_t;
 using address16 = std::array<u_char, 16>;
 template <size_t N> using letters = std::array<char, N>;
@@ -171,8 +177,12 @@ inline constexpr bench_table<
         shown<"protocolDirLocalIndex", 19>>>
     art_rpt{101, 6, 1};
 
-/** One profile entry a call. */
-inline constexpr bench_table<raw_record<int, u_int, u_int, u_int>> aggprofile{103, 3, 0};
+/* ---- one entry a call ---------------------------------------------------------------- */
+
+inline constexpr bench_entry<raw_record<int, u_int, u_int, u_int>> aggprofile{103, 3, 64};
+
+/** Whether the link lives. */
+inline constexpr bench_entry<raw_record<int>> liveness{0, 0, 1};
 
 /* ---- wide rows --------------------------------------------------------------------- */
 
