@@ -62,8 +62,10 @@ function measure(array $contestants, string $table, int $rows, array $limits, ar
 $build = $argv[1];
 [$server, $port] = start_server("$build/bench/reply_server");
 $contestants = [];
-foreach (['module' => 'modules/rmon.so', 'raw' => 'bench/rmon_bench.so', 'floor' => 'bench/rmon_bench.so',
-    'naive' => 'bench/rmon_bench.so'] as $name => $extension) {
+foreach (
+    ['module' => 'modules/rmon.so', 'raw' => 'bench/rmon_bench.so', 'floor' => 'bench/rmon_bench.so',
+    'naive' => 'bench/rmon_bench.so'] as $name => $extension
+) {
     $contestants[$name] = new Contestant($name, "$build/$extension", $port);
 }
 $without_naive = array_diff_key($contestants, ['naive' => true]);

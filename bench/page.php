@@ -74,7 +74,10 @@ for ($measurement = 0; $measurement < 5; $measurement++) {
 }
 printf(
     "php-fpm: a page with one call over a persistent link %.1f us, an empty page %.1f us, ratio %.2f (goal %.2f)\n",
-    median($microseconds['one call']), median($microseconds['empty']), median($ratios), GOAL_OF_PAGE,
+    median($microseconds['one call']),
+    median($microseconds['empty']),
+    median($ratios),
+    GOAL_OF_PAGE,
 );
 proc_terminate($process);
 proc_close($process);

@@ -58,7 +58,10 @@ $ratio = median(microseconds_a_value($snmp, SUBTREE, REPETITIONS, $walked, 5))
     / ($a_value = median(microseconds_a_value($module, TABLE, ROWS, $values, 200)));
 printf(
     "snmp: a value takes PHP's own extension %.0f times the module's processor time, %.3f us (at least %d; %d values a walk)\n",
-    $ratio, $a_value, LEAST_OF_SNMP, $walked,
+    $ratio,
+    $a_value,
+    LEAST_OF_SNMP,
+    $walked,
 );
 proc_terminate($agent);
 proc_close($agent);

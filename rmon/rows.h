@@ -539,7 +539,7 @@ template <class Shape>
  */
 template <class Shape, class Record> zend_array *make_rows(const Record *records, uint32_t length)
 {
-    zend_array *list = make_list(length, [](zval *slot, uint32_t) { ZVAL_NULL(slot); });
+    zend_array *list = make_list(length, [](zval *slot, uint32_t) { ZVAL_EMPTY_ARRAY(slot); });
     const zend_array *before = nullptr;
     for (uint32_t i = list->nNumUsed; i-- > 0 && !out_of_memory();) {
         zend_array *row;

@@ -275,8 +275,8 @@ bool decode_rows(XDR *xdrs, any_rows &field, uint32_t length, const step &s)
     field.block = take_block();
     while (field.length < length) {
         const uint64_t end = sizeof(row_block) + uint64_t{field.length} * row.size;
-        const uint64_t size = field.block ? field.block->size : 0;
-        if (end + row.size > size) {
+        if (!field.block || end + row.size > field.block->size) {
+            const uint64_t size = field.block ? field.block->size : 0;
             const uint64_t wanted = std::max<uint64_t>({2 * size, first_piece, sizeof(row_block) + row.size});
             const uint64_t max_size = sizeof(row_block) + uint64_t{length} * row.size;
             row_block *larger = larger_block(field.block, std::min(wanted, max_size));

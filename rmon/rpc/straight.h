@@ -57,6 +57,13 @@ template <class Row, std::size_t Step>
     return true;
 }
 
+/** All steps; false where the row is left to others. */
+template <class Row, std::size_t... Step>
+[[gnu::always_inline]] inline bool decode_steps(uint8_t *row, row_bytes &from, std::index_sequence<Step...>)
+{
+    return (decode_step<Row, Step>(row, from) && ...);
+}
+
 template <class Row>
 uint32_t decode_straight(void *rows, uint32_t most, const uint8_t *&in, const uint8_t *end)
 {
@@ -67,11 +74,7 @@ uint32_t decode_straight(void *rows, uint32_t most, const uint8_t *&in, const ui
             return decoded;
         row_bytes from{in, there - least};
         auto *row = reinterpret_cast<uint8_t *>(static_cast<Row *>(rows) + decoded);
-        const bool whole = [&]<std::size_t... Step>(std::index_sequence<Step...>)
-        {
-            return (decode_step<Row, Step>(row, from) && ...);
-        }
-        (std::make_index_sequence<steps_of<Row>.size()>{});
+        const bool whole = decode_steps<Row>(row, from, std::make_index_sequence<steps_of<Row>.size()>{});
         if (!whole)
             return decoded;
         in = from.in;

@@ -417,10 +417,9 @@ $shown = array_map(fn(string $bytes) => [
         'f_q931_ipAddr' => implode('.', unpack('C4', $bytes)),
     ]),
 ], $identifiers);
-scripted_agent(always(reply(rows(...$calls))));
-$link = rmon_connect('127.0.0.1');
-expect_same(['call_rec' => $shown], h323_call_rec_getbulk($link, 0, 8), 'the calls');
-$rows = h323_call_rec_getbulk($link, 0, 8)['call_rec'];
+the_agent()->add(reply(rows(...$calls)));
+$rows = h323_call_rec_getbulk(the_link(), 0, 8)['call_rec'];
+expect_same($shown, $rows, 'the calls');
 foreach (array_keys($rows) as $i) {
     $rows[$i]['call_id'][0] = 'Z';
     $rows[$i]['f_q931_ipAddr'] .= '!';
