@@ -17,7 +17,10 @@ require __DIR__ . '/contest.inc';
 const MEASUREMENTS = 5;
 const TURNS = 4;
 
-/** A ratio beside its gate and its goal. What the bytes alone take is no client's to save: a gate below that counts for nobody. */
+/**
+ * A ratio beside its gate and its goal. What the bytes alone take no client can
+ * save: a gate below that counts for nobody.
+ */
 function verdict(string $what, float $ratio, array $limits, float $floor, array &$missed): string
 {
     [$gate, $goal] = [$limits[0], $limits[1] ?? null];
@@ -77,9 +80,11 @@ foreach (array_intersect_key(OF_RAW, array_flip(array_slice($argv, 2)) ?: OF_RAW
     $rows = array_key_last($lines) < 100 ? array_key_last($lines) : 10;
     $shown = $contestants['module']->asked($table, $rows, 'show');
     if ($converted) {
-        check($shown === $contestants['naive']->asked($table, $rows, 'show'), "the module's rows of $table differ from the plain ones");
+        $plain = $contestants['naive']->asked($table, $rows, 'show');
+        check($shown === $plain, "the module's rows of $table differ from the plain ones");
     } elseif ($table !== 'pconnect') {
-        check($shown[1] === $contestants['raw']->asked($table, $rows, 'show')[1], "the module's rows of $table differ in number");
+        $plain = $contestants['raw']->asked($table, $rows, 'show');
+        check($shown[1] === $plain[1], "the module's rows of $table differ in number");
     }
     foreach ($lines as $rows => $limits) {
         measure($converted ? $contestants : $without_naive, $table, $rows, $limits, $missed);

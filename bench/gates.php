@@ -21,13 +21,13 @@ const OF_RAW = [
     'almatrix_sd' => ADDRESSED,
     'art_rpt' => LONG,
     'h323_phone_rec' => [1 => [0.33], 10 => [0.16], 100 => [0.12, 0.10]],
-    'sccp_phone_rec' => [1 => [0.80], 10 => [0.45], 100 => [0.22, 0.18]],
-    'mgcp_call_rec' => [1 => [0.65], 10 => [0.24], 100 => [0.12, 0.10]],
+    'sccp_phone_rec' => [1 => [0.33], 10 => [0.16], 100 => [0.17]],
+    'mgcp_call_rec' => [1 => [0.33], 10 => [0.16], 100 => [0.12, 0.10]],
     'aggprofs' => [64 => [1.05]],
     'pconnect' => [1 => [1.05]],
 ];
 
-/** Of the same client with the engine's add_assoc calls behind it, for the tables whose rows it converts: rows => gate. */
+/** Of the same client with the engine's add_assoc calls behind it, where it converts the rows: rows => gate. */
 const OF_NAIVE = [1 => 1.00, 10 => 0.85, 100 => 0.45, 1000 => 0.25];
 
 /** What the narrow rows of one reply may take of the engine's memory, bytes a row. */

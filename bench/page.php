@@ -14,7 +14,11 @@ require __DIR__ . '/../tests/soak/fastcgi.inc';
 
 const PAGES = [
     'empty' => '<?php exit(\'0\');',
-    'one call' => '<?php $link = rmon_pconnect(\'127.0.0.1\'); exit((string)count(rmon_nlhost_getbulk($link, 1, 0, 1, [], 10)));',
+    'one call' => <<<'PHP'
+        <?php
+        $link = rmon_pconnect('127.0.0.1');
+        exit((string)count(rmon_nlhost_getbulk($link, 1, 0, 1, [], 10)));
+        PHP,
 ];
 
 [, $build, $fpm] = $argv;
@@ -34,7 +38,8 @@ file_put_contents("$directory/fpm.conf", <<<CONF
     group = nogroup
     CONF);
 $process = proc_open(
-    [$fpm, '-n', '-R', '-d', "extension=$directory/rmon.so", '-d', "rmon.default_port=$port", '-y', "$directory/fpm.conf"],
+    [$fpm, '-n', '-R', '-d', "extension=$directory/rmon.so", '-d', "rmon.default_port=$port",
+        '-y', "$directory/fpm.conf"],
     [['null'], ['null'], ['file', "$directory/fpm.err", 'w']],
     $pipes,
 );

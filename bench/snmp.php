@@ -5,7 +5,7 @@
  * snmpd, held against the module reading as many, in processor time of the
  * process that reads. Exit code 1 when the gate is missed.
  *
- * usage: snmp.php BUILD
+ * usage: snmp.php BUILD SNMPD
  */
 
 declare(strict_types=1);
@@ -18,8 +18,7 @@ const REPETITIONS = 50;
 const TABLE = 'nlhost';
 const ROWS = 1000;
 
-$snmpd = array_values(array_filter(['/usr/sbin/snmpd', '/usr/local/sbin/snmpd'], is_executable(...)))[0] ?? null;
-check($snmpd !== null, 'no snmpd here');
+[, $build, $snmpd] = $argv;
 $directory = temporary_directory();
 mkdir("$directory/cert_indexes"); // the library tells of it when it makes it
 $port = free_port('udp');
@@ -43,8 +42,8 @@ function microseconds_a_value(Contestant $reader, string $table, int $rows, int 
     return $spent;
 }
 
-[$server, $module_port] = start_server($argv[1] . '/bench/reply_server');
-$module = new Contestant('module', $argv[1] . '/modules/rmon.so', $module_port);
+[$server, $module_port] = start_server("$build/bench/reply_server");
+$module = new Contestant('module', "$build/modules/rmon.so", $module_port);
 $snmp = new Contestant('snmp', 'snmp', $port);
 
 for ($tries = 0, $walked = 0; $tries < 50 && $walked < 100; $tries++) {
@@ -57,7 +56,8 @@ $values = (int)$module->asked(TABLE, ROWS, 'values')[0];
 $ratio = median(microseconds_a_value($snmp, SUBTREE, REPETITIONS, $walked, 5))
     / ($a_value = median(microseconds_a_value($module, TABLE, ROWS, $values, 200)));
 printf(
-    "snmp: a value takes PHP's own extension %.0f times the module's processor time, %.3f us (at least %d; %d values a walk)\n",
+    "snmp: a value takes PHP's own extension %.0f times the module's processor time, %.3f us (at least %d; "
+        . "%d values a walk)\n",
     $ratio,
     $a_value,
     LEAST_OF_SNMP,
