@@ -36,10 +36,10 @@ foreach ((new Wire($records))->pages() as $file => $text) {
     $pages["protocol/$file"] = $text;
 }
 
-/** A page without what is other at each run: times, and the samples of a history. */
+/** A page without what is other at each run: times, samples of a history, what was counted in an interval of a report. */
 function lasting(string $text): string
 {
-    $times = ['timeLastNdePkt', 'startTime', 'sysUpTime', 'sysDescr'];
+    $times = ['sysDescr', 'hostTopNDuration', 'artControlDuration', 'artControlTimeRemaining'];
     foreach (Catalog::all() as $schema) {
         foreach ($schema->columns as $column) {
             if ($column->type === Type::Ticks) {
@@ -49,8 +49,8 @@ function lasting(string $text): string
     }
     $text = preg_replace("/'(" . implode('|', $times) . ")' => .*/", "'$1' => ...", $text);
     return preg_replace_callback(
-        '/^show\(rmon_etherhistory.*?^```\n\n```text\n(.*?)^```/ms',
-        static fn(array $found) => preg_replace('/=> [\d.]+$/m', '=> ...', $found[0]),
+        '/^show\(rmon_(?:etherhistory|hosttopn)_get.*?^```\n\n```text\n(.*?)^```/ms',
+        static fn(array $found) => preg_replace('/=> [\d.]+$|=> \[.*\]$/m', '=> ...', $found[0]),
         $text,
     );
 }
