@@ -9,6 +9,9 @@ declare(strict_types=1);
  *   ```php that begins with <?php     a program, whose output is the ```text behind it; without one it prints nothing
  *   ```php of another beginning      a part of a program: it is looked whether it parses
  *   ```console                       commands behind "$ ": those of rmon are run, each with its output below
+ *   ```sh                            it is looked whether it parses
+ *
+ * Of the READMEs, parts of programs are looked at alone; what they show has tests of its own.
  *
  * usage: guides.php [--check]
  */
@@ -37,25 +40,39 @@ final class Guides
     /** A page with what its programs and commands print now. */
     public function renewed(string $file, string $text): string
     {
+        $this->parse($file, $text);
         $fences = '/^```(php|console)\n(.*?)^```$(\n\n```text\n(.*?)^```$)?/ms';
         return preg_replace_callback($fences, function (array $found) use ($file): string {
             [$all, $kind, $body] = $found;
             if ($kind === 'console') {
-                $shown = isset($found[3]) ? $found[3] : '';
-                return "```console\n" . $this->commands($file, $body) . "```$shown";
+                return "```console\n" . $this->commands($file, $body) . '```' . ($found[3] ?? '');
             }
-            $program = str_starts_with($body, '<?php');
-            $source = $program ? $body : "<?php\n$body";
-            file_put_contents("{$this->world->folder}/program.php", $source);
-            if (!$program) {
-                [$code, $output] = run(PHP_BINARY, '-n', '-l', "{$this->world->folder}/program.php");
-                $code === 0 || $this->faults[] = "$file: a part of a program doesn't parse: $output$body";
+            if (!str_starts_with($body, '<?php')) {
                 return $all;
             }
+            file_put_contents("{$this->world->folder}/program.php", $body);
             $output = $this->ran($file, $body, ...php_command(), ...["{$this->world->folder}/program.php"]);
             $output === '' || isset($found[3]) || $this->faults[] = "$file: a program prints what isn't shown: $output";
             return "```php\n$body```" . (isset($found[3]) ? "\n\n```text\n$output```" : '');
         }, $text);
+    }
+
+    /** Parts of programs, and commands for a shell, must be well formed. */
+    public function parse(string $file, string $text): void
+    {
+        preg_match_all('/^```(php|sh)\n(.*?)^```$/ms', $text, $fences, PREG_SET_ORDER);
+        foreach ($fences as [, $kind, $body]) {
+            $part = "{$this->world->folder}/part";
+            file_put_contents($part, match (true) {
+                $kind === 'sh', str_starts_with($body, '<?php') => $body,
+                str_starts_with($body, 'public function') => "<?php class Part {\n$body}",
+                default => "<?php\n$body",
+            });
+            [$code, $output, $errors] = $kind === 'php' ? run(PHP_BINARY, '-n', '-l', $part) : run('bash', '-n', $part);
+            if ($code !== 0) {
+                $this->faults[] = "$file: a part of a program doesn't parse: $output$errors$body";
+            }
+        }
     }
 
     private function commands(string $file, string $body): string
@@ -98,8 +115,11 @@ foreach ($files as $path) {
     if (str_contains($text, "\n<!-- Made by script/docs")) {
         continue;
     }
-    // What READMEs show is run by tests of theirs, or goes on for ever.
-    $new = str_starts_with($file, 'docs/') ? $guides->renewed($file, $text) : $text;
+    if (!str_starts_with($file, 'docs/')) {
+        $guides->parse($file, $text);
+        continue;
+    }
+    $new = $guides->renewed($file, $text);
     if ($new !== $text && $check) {
         file_put_contents("$world->folder/new", $new);
         $guides->faults[] = run('diff', '-u', '--label', $file, '--label', 'now', $path, "$world->folder/new")[1];
