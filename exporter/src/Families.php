@@ -1,0 +1,42 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Exporter;
+
+use Rmon\Exporter\Text\Family;
+
+/** The families of a scrape: each name once, and no more series than the module may have. */
+final class Families
+{
+    /** @var array<string, Family> by name */
+    private array $families = [];
+
+    private int $series = 0;
+
+    public function __construct(private readonly int $most)
+    {
+    }
+
+    /** This family, or the one of the same name that is there already. */
+    public function of(Family $family): Family
+    {
+        return $this->families[$family->name] ??= $family;
+    }
+
+    /** Whether there is room for so many series more, which are then taken for used. */
+    public function take(int $series): bool
+    {
+        if ($this->series + $series > $this->most) {
+            return false;
+        }
+        $this->series += $series;
+        return true;
+    }
+
+    /** @return list<Family> */
+    public function all(): array
+    {
+        return array_values($this->families);
+    }
+}

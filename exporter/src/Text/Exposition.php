@@ -1,0 +1,83 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Rmon\Exporter\Text;
+
+/** Families as text. */
+final class Exposition
+{
+    /** @param iterable<Family> $families those without samples are left out */
+    public static function text(TextFormat $format, iterable $families): string
+    {
+        $text = '';
+        foreach ($families as $family) {
+            if ($family->labels !== []) {
+                $text .= $format === TextFormat::OpenMetrics ? self::open($family) : self::plain($family);
+            }
+        }
+        return $format === TextFormat::OpenMetrics ? "$text# EOF\n" : $text;
+    }
+
+    private static function open(Family $family): string
+    {
+        $name = $family->name;
+        $text = "# TYPE $name {$family->type->value}\n";
+        if ($family->unit !== '') {
+            $text .= "# UNIT $name $family->unit\n";
+        }
+        $text .= "# HELP $name " . Labels::escaped($family->help) . "\n";
+        foreach ($family->values as $at => $value) {
+            $labels = $family->labels[$at];
+            $text .= self::samples($family, $labels, $value);
+            // Beside the value that it belongs to.
+            if ($family->created[$at] !== null) {
+                $text .= self::sample("{$name}_created", $labels, Number::text($family->created[$at]));
+            }
+        }
+        return $text;
+    }
+
+    /** The older form has a type for each name that samples have, and times of creation are gauges of their own. */
+    private static function plain(Family $family): string
+    {
+        $name = $family->name . $family->type->suffix();
+        $text = self::plainHead($name, $family->type->plain(), $family->help);
+        foreach ($family->values as $at => $value) {
+            $text .= self::samples($family, $family->labels[$at], $value);
+        }
+        $created = array_filter($family->created, static fn(?float $time) => $time !== null);
+        if ($created !== []) {
+            $text .= self::plainHead("{$family->name}_created", 'gauge', "When $name began, in seconds since 1970.");
+            foreach ($created as $at => $time) {
+                $text .= self::sample("{$family->name}_created", $family->labels[$at], Number::text($time));
+            }
+        }
+        return $text;
+    }
+
+    private static function plainHead(string $name, string $type, string $help): string
+    {
+        // Quotes stay as they are there.
+        return "# HELP $name " . strtr($help, ['\\' => '\\\\', "\n" => '\\n']) . "\n# TYPE $name $type\n";
+    }
+
+    /** @param int|float|array<string, int> $value */
+    private static function samples(Family $family, string $labels, int|float|array $value): string
+    {
+        if (!is_array($value)) {
+            return self::sample($family->name . $family->type->suffix(), $labels, Number::text($value));
+        }
+        $text = '';
+        $more = $labels === '' ? '' : "$labels,";
+        foreach ($value as $bound => $count) {
+            $text .= self::sample("{$family->name}_bucket", "{$more}le=\"$bound\"", (string) $count);
+        }
+        return $text;
+    }
+
+    private static function sample(string $name, string $labels, string $value): string
+    {
+        return $labels === '' ? "$name $value\n" : "$name{{$labels}} $value\n";
+    }
+}
