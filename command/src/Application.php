@@ -160,6 +160,7 @@ final class Application extends ConsoleApplication
             new Commands\AlarmsCommand(),
             new Commands\DoctorCommand(),
             new Commands\ConformanceCommand(),
+            new Commands\ServeMetricsCommand(),
             new Commands\CompletionCommand(),
         ];
     }

@@ -85,8 +85,8 @@ final class Configuration
                 if (!is_string($value)) {
                     throw new ConfigurationError("$file: $name of [$title] is no text.");
                 }
-                $texts[preg_replace('/\s+/', ' ', trim((string) $title))][(string) $name] = $value;
             }
+            $texts[preg_replace('/\s+/', ' ', trim((string) $title))] = $section;
         }
         return $texts;
     }

@@ -18,6 +18,19 @@ final class Families
     {
     }
 
+    /**
+     * Takes a family up.
+     *
+     * @throws ConfigurationError when there is one of its name: their samples could be the same
+     */
+    public function add(Family $family): void
+    {
+        if (isset($this->families[$family->name])) {
+            throw new ConfigurationError("Two tables of the module would have metrics called $family->name.");
+        }
+        $this->families[$family->name] = $family;
+    }
+
     /** This family, or the one of the same name that is there already. */
     public function of(Family $family): Family
     {

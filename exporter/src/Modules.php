@@ -91,7 +91,12 @@ final class Modules
                 throw new ConfigurationError("[$title] belongs to no module: [module $name] is missing.");
             }
         }
-        array_map($this->find(...), array_map(strval(...), array_keys($this->titles())));
+        foreach (array_keys($this->titles()) as $name) {
+            $families = new Families(0);
+            foreach ($this->find((string) $name)->tables as $choice) {
+                array_map($families->add(...), array_column($choice->families(), 0));
+            }
+        }
     }
 
     /** @param list<string> $including those that include this one */

@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Rmon\Exporter;
 
 use Rmon\Exception\UnknownName;
+use Rmon\Exporter\Text\Family;
 use Rmon\Exporter\Text\Labels;
 use Rmon\Schema\Catalog;
 use Rmon\Schema\Column;
@@ -61,6 +62,29 @@ final class TableChoice
         }
     }
 
+    /**
+     * Its families, empty, and what each has of a row: a column, several of them, or for the texts all of them.
+     *
+     * @return list<array{Family, Column|Split|Buckets|self}>
+     */
+    public function families(): array
+    {
+        $families = [];
+        foreach ($this->columns as $column) {
+            $families[] = [Names::family($this->schema, $column), $column];
+        }
+        foreach ($this->splits as $split) {
+            $families[] = [Names::splitFamily($this->schema, $split), $split];
+        }
+        if ($this->histogram !== null) {
+            $families[] = [Names::histogramFamily($this->schema, $this->histogram), $this->histogram];
+        }
+        if ($this->info !== []) {
+            $families[] = [Names::infoFamily($this->schema), $this];
+        }
+        return $families;
+    }
+
     /** The column that says on which interface a row counts; null where the control row says it, or none does. */
     public static function source(TableSchema $schema): ?string
     {
@@ -87,6 +111,12 @@ final class TableChoice
             }
         }
         $of = self::words($settings['of'] ?? '');
+        $labels = self::labels($title, $schema, self::words($settings['labels'] ?? ''));
+        $info = self::labels($title, $schema, self::words($settings['info'] ?? ''));
+        $both = array_key_first(array_intersect_key($labels, $info));
+        if ($both !== null) {
+            throw new ConfigurationError("[$title]: \"$both\" can't be a label and a text.");
+        }
         $limit = $settings['limit'] ?? (string) self::ROWS;
         if (!preg_match('/^\d{1,6}$/D', $limit)) {
             throw new ConfigurationError("limit of [$title] is a whole number.");
@@ -98,9 +128,9 @@ final class TableChoice
             $schema,
             $control,
             array_values($columns),
-            self::labels($title, $schema, self::words($settings['labels'] ?? '')),
+            $labels,
             $of === [] ? [] : self::labels($title, $control, $of),
-            self::labels($title, $schema, self::words($settings['info'] ?? '')),
+            $info,
             $splits,
             isset($settings['histogram']) ? Buckets::of($title, $schema, $control, $settings['histogram']) : null,
             (int) $limit,

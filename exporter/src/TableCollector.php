@@ -41,7 +41,10 @@ final class TableCollector
     public function collect(TableChoice $choice): void
     {
         $this->seen = [];
-        $out = $this->families($choice);
+        $out = $choice->families();
+        foreach ($out as [$family]) {
+            $this->families->add($family);
+        }
         $table = $this->probe->table($choice->schema->name);
         if ($choice->control === null) {
             $this->rows($choice, $table, $out, [], [], $this->clock->start);
@@ -74,7 +77,7 @@ final class TableCollector
     }
 
     /**
-     * @param list<array{Family, Column|Split|Buckets}> $out
+     * @param list<array{Family, Column|Split|Buckets|TableChoice}> $out
      * @param array<string, string|int> $labels of the control row
      * @param array<string, mixed> $control
      */
@@ -117,7 +120,7 @@ final class TableCollector
     }
 
     /**
-     * @param list<array{Family, Column|Split|Buckets}> $out
+     * @param list<array{Family, Column|Split|Buckets|TableChoice}> $out
      * @param array<string, mixed> $row
      * @param array<string, mixed> $control
      */
@@ -146,39 +149,16 @@ final class TableCollector
                         $member->type->isCounter() ? $counts : null,
                     );
                 }
-            } else {
+            } elseif ($what instanceof Buckets) {
                 $value = $what->value($row, $control);
                 if ($value !== null) {
                     $family->add($labels, $value, $counts);
                 }
+            } else {
+                $more = Labels::text($this->labelsOf($choice->schema, $choice->info, $row, false));
+                $family->add($labels === '' ? $more : "$labels,$more", 1);
             }
         }
-        if ($choice->info !== []) {
-            $more = Labels::text($this->labelsOf($choice->schema, $choice->info, $row, false));
-            $this->families->of(Names::infoFamily($choice->schema))
-                ->add($labels === '' ? $more : "$labels,$more", 1);
-        }
-    }
-
-    /**
-     * The families of a choice, and what each has of a row.
-     *
-     * @return list<array{Family, Column|Split|Buckets}>
-     */
-    private function families(TableChoice $choice): array
-    {
-        $out = [];
-        foreach ($choice->columns as $column) {
-            $out[] = [$this->families->of(Names::family($choice->schema, $column)), $column];
-        }
-        foreach ($choice->splits as $split) {
-            $out[] = [$this->families->of(Names::splitFamily($choice->schema, $split)), $split];
-        }
-        if ($choice->histogram !== null) {
-            $family = Names::histogramFamily($choice->schema, $choice->histogram);
-            $out[] = [$this->families->of($family), $choice->histogram];
-        }
-        return $out;
     }
 
     /** Series of a row. */
