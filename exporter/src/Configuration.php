@@ -9,7 +9,7 @@ final class Configuration
 {
     private const PORT = 9911;
 
-    private const SETTINGS = ['networks', 'ports', 'names', 'seconds', 'patience'];
+    private const SETTINGS = ['networks', 'ports', 'names', 'seconds', 'patience', 'keep_links'];
 
     /**
      * @param Networks $networks where targets may be
@@ -17,6 +17,7 @@ final class Configuration
      * @param bool $names        whether a target may be a host name
      * @param float $seconds     how long a scrape may take
      * @param float $patience    how long a target may take to say that it is there
+     * @param bool $keepLinks    whether each process keeps its links to the targets for the next scrape
      */
     public function __construct(
         public readonly Modules $modules,
@@ -25,6 +26,7 @@ final class Configuration
         public readonly bool $names = false,
         public readonly float $seconds = 10.0,
         public readonly float $patience = 1.0,
+        public readonly bool $keepLinks = true,
     ) {
     }
 
@@ -63,6 +65,7 @@ final class Configuration
             self::flag($settings['names'] ?? 'off'),
             self::seconds($settings, 'seconds', 10.0),
             self::seconds($settings, 'patience', 1.0),
+            self::flag($settings['keep_links'] ?? 'on'),
         );
     }
 

@@ -83,6 +83,7 @@ final class Exporter
             $module,
             $this->seconds($request),
             $this->configuration->patience,
+            $this->configuration->keepLinks,
             $this->log,
         );
         return self::written($request, $scrape->families());

@@ -18,6 +18,9 @@ use Rmon\VoiceMonitor;
 /** One look at a target. */
 final class Scrape
 {
+    /** The least time that connecting is tried for, in seconds. */
+    private const LEAST = 0.05;
+
     private readonly Tally $tally;
 
     private readonly Families $families;
@@ -27,6 +30,7 @@ final class Scrape
     /**
      * @param float $seconds  how long it may take
      * @param float $patience how long the target may take to say that it is there
+     * @param bool $keepLink  whether the link stays open for the next scrape of this process
      * @param Closure(string): void $log
      */
     public function __construct(
@@ -34,6 +38,7 @@ final class Scrape
         private readonly Module $module,
         private readonly float $seconds,
         private readonly float $patience,
+        private readonly bool $keepLink,
         private readonly Closure $log,
     ) {
         $this->tally = new Tally();
@@ -70,7 +75,17 @@ final class Scrape
         if ($missing !== []) {
             throw new ConnectionFailed($missing[0], ...$place);
         }
-        $probe = Probe::connect(...$place, persistent: true, timeout: max(0.05, min($this->patience, $this->left())));
+        $timeout = max(self::LEAST, min($this->patience, $this->left()));
+        $probe = Probe::connect(...$place, persistent: $this->keepLink, timeout: $timeout);
+        try {
+            $this->readFrom($probe);
+        } finally {
+            $probe->close();
+        }
+    }
+
+    private function readFrom(Probe $probe): void
+    {
         $uptime = $probe->uptime();
         $clock = new Clock($uptime, microtime(true));
         $left = $this->left(...);

@@ -13,8 +13,6 @@ use Rmon\Probe;
  */
 final class DemoTest extends AgentTestCase
 {
-    private const FOLDER = __DIR__ . '/../../script/demo';
-
     private static string $directory;
 
     /** @var array<string, mixed> */
@@ -26,7 +24,7 @@ final class DemoTest extends AgentTestCase
     {
         self::$directory = sys_get_temp_dir() . '/rmon-demo-' . getmypid();
         mkdir(self::$directory);
-        self::makeCapture(self::$directory);
+        Demo::capture(self::$directory);
         $known = (string) file_get_contents(self::$directory . '/known.json');
         self::$known = json_decode($known, true, 512, JSON_THROW_ON_ERROR);
     }
@@ -43,7 +41,7 @@ final class DemoTest extends AgentTestCase
             ...['--read', self::$directory . '/office', '--read', self::$directory . '/wan', '--hold'],
             ...['--voice', __DIR__ . '/../../agent/voice.ini', '--netflow', '0'],
         );
-        self::runScript('rows.php', (string) $agent->port);
+        Demo::rows($agent);
         $this->demo = $this->probe($agent);
         \read_files($agent, 2);
     }
@@ -52,7 +50,7 @@ final class DemoTest extends AgentTestCase
     {
         $again = self::$directory . '/again';
         mkdir($again);
-        self::makeCapture($again);
+        Demo::capture($again);
         foreach (['office', 'wan', 'known.json'] as $file) {
             self::assertFileEquals(self::$directory . "/$file", "$again/$file");
         }
@@ -224,29 +222,5 @@ final class DemoTest extends AgentTestCase
         ksort($expected);
         ksort($shown);
         self::assertEquals($expected, $shown);
-    }
-
-    /** The generator is PHP alone: under the sanitizers' allocator it takes minutes and shows nothing. */
-    private static function makeCapture(string $directory): void
-    {
-        $environment = array_diff_key(getenv(), ['LD_PRELOAD' => '', 'USE_ZEND_ALLOC' => '']);
-        self::quietly([PHP_BINARY, '-n', self::FOLDER . '/make_capture.php', $directory], $environment);
-    }
-
-    private static function runScript(string $name, string $argument): void
-    {
-        self::quietly([...\php_command(), self::FOLDER . "/$name", $argument], getenv());
-    }
-
-    /**
-     * @param list<string> $command
-     * @param array<string, string> $environment
-     */
-    private static function quietly(array $command, array $environment): void
-    {
-        $process = proc_open($command, [['null'], ['pipe', 'w'], ['redirect', 1]], $pipes, null, $environment);
-        self::assertNotFalse($process);
-        $said = stream_get_contents($pipes[1]);
-        self::assertSame([0, ''], [proc_close($process), $said]);
     }
 }

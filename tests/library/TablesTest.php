@@ -167,7 +167,7 @@ final class TablesTest extends AgentTestCase
         // What counts by the clock goes on meanwhile: only keys are compared.
         $keys = static fn(iterable $rows) => array_map($table->keysOf(...), self::listOf($rows));
         $shown = static fn(array $rows) => implode("\n", array_map(json_encode(...), $rows));
-        [$rows, [$pages, $parts]] = self::whileStill($table, static function (array $rows) use ($schema, $table, $keys) {
+        $look = static function (array $rows) use ($schema, $table, $keys) {
             if ($schema->keys === []) {
                 return [$keys($table->page(10)), []];
             }
@@ -188,7 +188,8 @@ final class TablesTest extends AgentTestCase
                 $parts['one row'] = [$middle, $keys($table->where(...$named))];
             }
             return [$pages, $parts];
-        });
+        };
+        [$rows, [$pages, $parts]] = self::whileStill($table, $look);
         $all = $keys($rows);
         self::assertSame($shown($all), $shown($pages), 'pages of seven');
         foreach ($parts as $name => [$values, $part]) {

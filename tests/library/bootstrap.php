@@ -12,3 +12,4 @@ require_once __DIR__ . '/../agent/client.inc';
 require_once __DIR__ . '/../agent/captures.inc';
 require_once __DIR__ . '/../process.inc';
 require_once __DIR__ . '/AgentTestCase.php';
+require_once __DIR__ . '/Demo.php';
