@@ -51,8 +51,9 @@ final class TableCollector
             return;
         }
         $taken = [];
+        $source = TableChoice::source($choice->control);
         foreach ($this->controls($choice->control) as $control) {
-            $labels = $this->labelsOf($choice->control, $choice->controlLabels, $control);
+            $labels = $this->labelsOf($choice->control, $choice->controlLabels, $control, $source);
             $place = Labels::text($labels);
             $index = $control[(string) array_key_first($choice->control->keys)];
             // Two rows that count the same: the first one does. Its series stay while others come and go.
@@ -104,60 +105,107 @@ final class TableCollector
         $this->tally->read($schema->name, $ranking->read);
         $this->tally->leaveOut($schema->name, 'limit', $ranking->matched - count($ranking->rows));
         $createTime = $schema->createTime();
+        $taken = $texts = $begins = [];
+        $prefix = Labels::text($labels);
+        $series = self::series($choice, $this->created);
+        $source = TableChoice::source($schema);
         foreach ($ranking->rows as $row) {
-            $text = Labels::text($labels + $this->labelsOf($schema, $choice->labels, $row));
+            $text = Labels::joined($prefix, Labels::text($this->labelsOf($schema, $choice->labels, $row, $source)));
             if (isset($this->seen[$text])) {
                 $this->tally->leaveOut($schema->name, 'duplicate', 1);
-            } elseif (!$this->families->take(self::series($choice, $this->created))) {
+            } elseif (!$this->families->take($series)) {
                 $this->tally->leaveOut($schema->name, 'series', 1);
             } else {
                 $this->seen[$text] = true;
-                $this->add($choice, $out, $text, $row, $control, $createTime === null
-                    ? $began
-                    : $this->clock->at($row[$createTime]));
+                $taken[] = $row;
+                $texts[] = $text;
+                $begins[] = $createTime === null ? $began : $this->clock->at($row[$createTime]);
+            }
+        }
+        $begins = $this->created ? $begins : array_fill(0, count($begins), null);
+        foreach ($out as [$family, $what]) {
+            match (true) {
+                $what instanceof Column => $this->column($family, $what, $texts, $taken, $begins),
+                $what instanceof Split => $this->split($family, $what, $texts, $taken, $begins),
+                $what instanceof Buckets => $this->buckets($family, $what, $texts, $taken, $begins, $control),
+                default => $this->info($family, $choice, $texts, $taken),
+            };
+        }
+    }
+
+    /**
+     * All rows at once: large tables are read for this alone.
+     *
+     * @param list<string> $labels of each row
+     * @param list<array<string, mixed>> $rows
+     * @param list<float|null> $begins
+     */
+    private function column(Family $family, Column $column, array $labels, array $rows, array $begins): void
+    {
+        $values = array_column($rows, $column->name);
+        if (count($values) !== count($rows)) {
+            // A column that some rows are without.
+            $has = array_filter($rows, static fn(array $row) => isset($row[$column->name]));
+            $labels = array_values(array_intersect_key($labels, $has));
+            $begins = array_values(array_intersect_key($begins, $has));
+        }
+        if (Names::isTime($column)) {
+            $values = array_map($this->clock->at(...), $values);
+        } elseif (Names::scaled($column, 1) !== 1) {
+            $values = array_map(static fn(int|float $value) => Names::scaled($column, $value), $values);
+        }
+        $family->addAll($labels, $values, $column->type->isCounter() ? $begins : []);
+    }
+
+    /**
+     * @param list<string> $labels
+     * @param list<array<string, mixed>> $rows
+     * @param list<float|null> $begins
+     */
+    private function split(Family $family, Split $split, array $labels, array $rows, array $begins): void
+    {
+        foreach ($rows as $at => $row) {
+            foreach ($split->members as $name => $member) {
+                $family->add(
+                    Labels::joined($labels[$at], Labels::text([$split->label => $name])),
+                    Names::scaled($member, $row[$member->name]),
+                    $member->type->isCounter() ? $begins[$at] : null,
+                );
             }
         }
     }
 
     /**
-     * @param list<array{Family, Column|Split|Buckets|TableChoice}> $out
-     * @param array<string, mixed> $row
+     * @param list<string> $labels
+     * @param list<array<string, mixed>> $rows
+     * @param list<float|null> $begins
      * @param array<string, mixed> $control
      */
-    private function add(
-        TableChoice $choice,
-        array $out,
-        string $labels,
-        array $row,
+    private function buckets(
+        Family $family,
+        Buckets $buckets,
+        array $labels,
+        array $rows,
+        array $begins,
         array $control,
-        float $began,
     ): void {
-        $counts = $this->created ? $began : null;
-        foreach ($out as [$family, $what]) {
-            if ($what instanceof Column) {
-                $value = $row[$what->name] ?? null;
-                if (is_int($value) || is_float($value)) {
-                    $shown = Names::isTime($what) ? $this->clock->at($value) : Names::scaled($what, $value);
-                    $family->add($labels, $shown, $what->type->isCounter() ? $counts : null);
-                }
-            } elseif ($what instanceof Split) {
-                foreach ($what->members as $name => $member) {
-                    $more = Labels::text([$what->label => $name]);
-                    $family->add(
-                        $labels === '' ? $more : "$labels,$more",
-                        Names::scaled($member, $row[$member->name]),
-                        $member->type->isCounter() ? $counts : null,
-                    );
-                }
-            } elseif ($what instanceof Buckets) {
-                $value = $what->value($row, $control);
-                if ($value !== null) {
-                    $family->add($labels, $value, $counts);
-                }
-            } else {
-                $more = Labels::text($this->labelsOf($choice->schema, $choice->info, $row, false));
-                $family->add($labels === '' ? $more : "$labels,$more", 1);
+        foreach ($rows as $at => $row) {
+            $value = $buckets->value($row, $control);
+            if ($value !== null) {
+                $family->add($labels[$at], $value, $begins[$at]);
             }
+        }
+    }
+
+    /**
+     * @param list<string> $labels
+     * @param list<array<string, mixed>> $rows
+     */
+    private function info(Family $family, TableChoice $choice, array $labels, array $rows): void
+    {
+        foreach ($rows as $at => $row) {
+            $texts = $this->labelsOf($choice->schema, $choice->info, $row, null);
+            $family->add(Labels::joined($labels[$at], Labels::text($texts)), 1);
         }
     }
 
@@ -177,14 +225,14 @@ final class TableCollector
     /**
      * @param array<string, Column> $columns by label
      * @param array<string, mixed> $row
+     * @param string|null $source the column with the interface; see TableChoice
      * @return array<string, string|int>
      */
-    private function labelsOf(TableSchema $schema, array $columns, array $row, bool $source = true): array
+    private function labelsOf(TableSchema $schema, array $columns, array $row, ?string $source): array
     {
         $labels = [];
-        $interface = $source ? TableChoice::source($schema) : null;
-        if ($interface !== null && !isset($columns[self::INTERFACE])) {
-            $labels[self::INTERFACE] = $this->values->text($schema->columns[$interface], $row[$interface]);
+        if ($source !== null && !isset($columns[self::INTERFACE])) {
+            $labels[self::INTERFACE] = $this->values->text($schema->columns[$source], $row[$source]);
         }
         foreach ($columns as $label => $column) {
             $value = $row[$column->name] ?? '';

@@ -27,12 +27,16 @@ final class Exposition
             $text .= "# UNIT $name $family->unit\n";
         }
         $text .= "# HELP $name " . Labels::escaped($family->help) . "\n";
+        $sample = $name . $family->type->suffix();
         foreach ($family->values as $at => $value) {
             $labels = $family->labels[$at];
-            $text .= self::samples($family, $labels, $value);
+            $text .= is_array($value)
+                ? self::buckets($name, $labels, $value)
+                : self::sample($sample, $labels, $value);
             // Beside the value that it belongs to.
-            if ($family->created[$at] !== null) {
-                $text .= self::sample("{$name}_created", $labels, Number::text($family->created[$at]));
+            $created = $family->created[$at];
+            if ($created !== null) {
+                $text .= self::sample("{$name}_created", $labels, $created);
             }
         }
         return $text;
@@ -44,13 +48,14 @@ final class Exposition
         $name = $family->name . $family->type->suffix();
         $text = self::plainHead($name, $family->type->plain(), $family->help);
         foreach ($family->values as $at => $value) {
-            $text .= self::samples($family, $family->labels[$at], $value);
+            $labels = $family->labels[$at];
+            $text .= is_array($value) ? self::buckets($name, $labels, $value) : self::sample($name, $labels, $value);
         }
         $created = array_filter($family->created, static fn(?float $time) => $time !== null);
         if ($created !== []) {
             $text .= self::plainHead("{$family->name}_created", 'gauge', "When $name began, in seconds since 1970.");
             foreach ($created as $at => $time) {
-                $text .= self::sample("{$family->name}_created", $family->labels[$at], Number::text($time));
+                $text .= self::sample("{$family->name}_created", $family->labels[$at], $time);
             }
         }
         return $text;
@@ -62,22 +67,19 @@ final class Exposition
         return "# HELP $name " . strtr($help, ['\\' => '\\\\', "\n" => '\\n']) . "\n# TYPE $name $type\n";
     }
 
-    /** @param int|float|array<string, int> $value */
-    private static function samples(Family $family, string $labels, int|float|array $value): string
+    /** @param array<string, int> $counts by bound */
+    private static function buckets(string $name, string $labels, array $counts): string
     {
-        if (!is_array($value)) {
-            return self::sample($family->name . $family->type->suffix(), $labels, Number::text($value));
-        }
         $text = '';
-        $more = $labels === '' ? '' : "$labels,";
-        foreach ($value as $bound => $count) {
-            $text .= self::sample("{$family->name}_bucket", "{$more}le=\"$bound\"", (string) $count);
+        foreach ($counts as $bound => $count) {
+            $text .= self::sample("{$name}_bucket", Labels::joined($labels, "le=\"$bound\""), $count);
         }
         return $text;
     }
 
-    private static function sample(string $name, string $labels, string $value): string
+    private static function sample(string $name, string $labels, int|float $value): string
     {
-        return $labels === '' ? "$name $value\n" : "$name{{$labels}} $value\n";
+        $number = is_int($value) ? $value : Number::text($value);
+        return $labels === '' ? "$name $number\n" : "$name{{$labels}} $number\n";
     }
 }

@@ -50,14 +50,17 @@ final class Family
         $this->created[] = $created;
     }
 
-    /** How many series it has. */
-    public function series(): int
+    /**
+     * Several samples at once.
+     *
+     * @param list<string> $labels
+     * @param list<int|float> $values
+     * @param list<float|null> $created none for samples that don't begin
+     */
+    public function addAll(array $labels, array $values, array $created): void
     {
-        $series = 0;
-        foreach ($this->values as $at => $value) {
-            $series += is_array($value) ? count($value) : 1;
-            $series += $this->created[$at] === null ? 0 : 1;
-        }
-        return $series;
+        array_push($this->labels, ...$labels);
+        array_push($this->values, ...$values);
+        array_push($this->created, ...($created === [] ? array_fill(0, count($labels), null) : $created));
     }
 }

@@ -27,6 +27,12 @@ final class Labels
         return implode(',', $pairs);
     }
 
+    /** Two parts of what stands between the braces. */
+    public static function joined(string $first, string $second): string
+    {
+        return $first === '' || $second === '' ? $first . $second : "$first,$second";
+    }
+
     public static function isName(string $name): bool
     {
         return preg_match('/^[a-zA-Z_][a-zA-Z0-9_]*$/D', $name) === 1 && !str_starts_with($name, '__');
@@ -35,7 +41,9 @@ final class Labels
     /** A value between its quotes, in both forms. */
     public static function escaped(string $value): string
     {
-        return strtr($value, ['\\' => '\\\\', '"' => '\\"', "\n" => '\\n']);
+        return strpbrk($value, "\\\"\n") === false
+            ? $value
+            : strtr($value, ['\\' => '\\\\', '"' => '\\"', "\n" => '\\n']);
     }
 
     /** A text of an agent as valid UTF-8 without what can't be seen, and no longer than it may be. */

@@ -16,14 +16,14 @@ final class Number
         if (is_int($value)) {
             return (string) $value;
         }
+        if ($value === floor($value) && abs($value) <= self::WHOLE) {
+            return (string) (int) $value;
+        }
         if (is_nan($value)) {
             return 'NaN';
         }
         if (is_infinite($value)) {
             return $value > 0 ? '+Inf' : '-Inf';
-        }
-        if ($value === floor($value) && abs($value) <= self::WHOLE) {
-            return (string) (int) $value;
         }
         return strtolower(var_export($value, true));
     }
