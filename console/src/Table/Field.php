@@ -54,7 +54,8 @@ final class Field
     {
         $name = $column->name;
         if ($column->secret && !$visit->mayChange()) {
-            return self::text($name, self::words($schema->heading($name)), static fn(array $row): string => self::SECRET);
+            $hidden = static fn(array $row): string => self::SECRET;
+            return self::text($name, self::words($schema->heading($name)), $hidden);
         }
         $values = $visit->probe()->values();
         $cell = static fn(array $row): mixed => $row[$name] ?? null;

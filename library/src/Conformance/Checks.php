@@ -19,8 +19,8 @@ use Rmon\Schema\Type;
 use Rmon\Table;
 
 /**
- * Whether an agent keeps the protocol: which tables it has, whether walks of them go on and come to an end, whether get,
- * getnext and getbulk agree, and, when it is asked for, whether control rows go by the rules of RFC 2819.
+ * Whether an agent keeps the protocol: which tables it has, whether walks of them go on and come to an end, whether
+ * get, getnext and getbulk agree, and, when it is asked for, whether control rows go by the rules of RFC 2819.
  */
 final class Checks
 {
@@ -151,11 +151,13 @@ final class Checks
         foreach ($looked as $place => $row) {
             $found = $this->next($schema, $row);
             $expected = $looked[$place + 1] ?? null;
-            if ($found !== null && $expected !== null && self::order($schema, $found) > self::order($schema, $expected)) {
+            $both = $found !== null && $expected !== null;
+            if ($both && self::order($schema, $found) > self::order($schema, $expected)) {
                 return "$reader->getNext() leaves out row " . self::shown(self::named($schema, $expected));
             }
         }
-        $none = array_map(static fn(mixed $value) => is_int($value) ? self::NO_INDEX : $value, self::named($schema, $rows[0]));
+        $named = self::named($schema, $rows[0]);
+        $none = array_map(static fn(mixed $value) => is_int($value) ? self::NO_INDEX : $value, $named);
         if (in_array(self::NO_INDEX, $none, true) && $table->get(...$none) !== null) {
             return "$reader->get() finds row " . self::shown($none) . ', which is not there';
         }
@@ -179,7 +181,8 @@ final class Checks
         if ($reader->shape === Shape::Envelope) {
             return is_array($found) ? $found[$reader->envelope][0] ?? null : null;
         }
-        return is_array($found) && $found !== [] && ($found['status'] ?? 0) === ErrorStatus::noError->value ? $found : null;
+        $isRow = is_array($found) && $found !== [] && ($found['status'] ?? 0) === ErrorStatus::noError->value;
+        return $isRow ? $found : null;
     }
 
     /** Tables whose rows need no more than an interface. */
@@ -212,7 +215,8 @@ final class Checks
             return new Finding(State::Empty, $what, 'not tried: a row needs more than an interface');
         }
         if ($answer !== 0) {
-            return new Finding(State::Empty, $what, 'the agent makes no row of this alone: it answers ' . self::word($answer));
+            $answered = 'the agent makes no row of this alone: it answers ' . self::word($answer);
+            return new Finding(State::Empty, $what, $answered);
         }
         try {
             $found = $table->get(...[$key => $row[$key]]);

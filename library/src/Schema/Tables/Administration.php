@@ -56,7 +56,10 @@ final class Administration
             group: 'administration',
             rfc: null,
             keys: [Key::text('communityString')],
-            columns: [Column::community('communityString'), Column::named('privs', [1 => 'readOnly', 2 => 'readWrite'])],
+            columns: [
+                Column::community('communityString'),
+                Column::named('privs', [1 => 'readOnly', 2 => 'readWrite']),
+            ],
             reader: Reader::pages('rmon_community'),
             writer: Writer::set('rmon_community_set', 'communityString', 'privs')
                 ->remove('rmon_community_delete', 'communityString'),
