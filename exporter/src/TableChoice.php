@@ -153,6 +153,9 @@ final class TableChoice
             if (!Labels::isName($label) || in_array($label, self::RESERVED, true) || isset($labels[$label])) {
                 throw new ConfigurationError("[$title]: \"$label\" can't be a label of its own.");
             }
+            if ($column->secret) {
+                throw new ConfigurationError("[$title]: $name is a secret, which metrics are not.");
+            }
             $labels[$label] = $column;
         }
         return $labels;

@@ -86,6 +86,7 @@ final class ConfigurationTest extends TestCase
         yield 'a label of the form' => ["{$table}ifTable]\nlabels = ifDescr:le", "can't be a label"];
         yield 'a label twice' => ["{$table}ifTable]\nlabels = ifDescr:a ifType:a", "can't be a label"];
         yield 'a label and a text' => ["{$table}ifTable]\nlabels = ifDescr:a\ninfo = ifType:a", "can't be a label"];
+        yield 'a secret' => ["{$table}ndeDeviceTable]\nlabels = address\ninfo = commString", 'is a secret'];
         yield 'no limit' => ["{$table}ifTable]\nlimit = -1", 'whole number'];
         yield 'no option' => ["{$table}ifTable]\ncolumn = ifSpeed", 'knows no column'];
         yield 'no control row' => ["{$table}ifTable]\nof = ifIndex:a", 'no control table'];
