@@ -8,4 +8,5 @@ def on_post_build(config, **kwargs):
     with open(os.path.join(folder, "search_index.json"), encoding="utf-8") as index:
         text = index.read()
     with open(os.path.join(folder, "search_index.js"), "w", encoding="utf-8") as script:
-        script.write(f"rmonSearchIndex({text});\n")
+        # Releases of the theme from 9 on look for the name themselves.
+        script.write(f"var __index = {text};\nwindow.rmonSearchIndex && rmonSearchIndex(__index);\n")
