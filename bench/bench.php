@@ -74,6 +74,7 @@ foreach (
 $without_naive = array_diff_key($contestants, ['naive' => true]);
 
 $missed = [];
+echo "! misses its gate; - has a gate that receiving the bytes (floor, of raw) misses by itself\n";
 printf("%-16s %5s %9s  %-30s %5s  %s\n", 'table', 'rows', 'us', 'of raw', 'floor', 'of naive');
 foreach (array_intersect_key(OF_RAW, array_flip(array_slice($argv, 2)) ?: OF_RAW) as $table => $lines) {
     $converted = in_array($lines, [ADDRESSED, LONG], true);
