@@ -15,7 +15,7 @@ use RuntimeException;
 
 /**
  * The arguments of each function's example. Readers get the keys of a table's first row, or what a walk begins with;
- * setters what that row holds already. The others are in examples.php.
+ * setters what that row holds already. The others are in arguments.php.
  */
 final class Examples
 {
@@ -46,7 +46,7 @@ final class Examples
                 $this->tables[$function] ??= $schema;
             }
         }
-        $this->given = require __DIR__ . '/examples.php';
+        $this->given = require __DIR__ . '/arguments.php';
     }
 
     public function tableOf(string $function): ?TableSchema
@@ -72,7 +72,7 @@ final class Examples
         return match (true) {
             isset($this->given[$page->name]) => $this->given[$page->name],
             count($page->parameters) === 1 => [],
-            $schema === null => throw new RuntimeException("examples.php has no arguments for $page->name()"),
+            $schema === null => throw new RuntimeException("arguments.php has no arguments for $page->name()"),
             in_array($page->name, $schema->reader->functions(), true) => $this->read($schema, $page->name),
             default => $this->set($schema, $page->name),
         };
@@ -121,10 +121,11 @@ final class Examples
     private function set(TableSchema $schema, string $function): array
     {
         $row = $this->firstRow($schema) + $this->parents[$schema->name];
-        $setters = array_filter($schema->writer->setters(), static fn(Setter $setter) => $setter->function === $function);
+        $named = static fn(Setter $setter) => $setter->function === $function;
+        $setters = array_filter($schema->writer->setters(), $named);
         return array_map(
             static fn(string $name) => $row[$name]
-                ?? throw new RuntimeException("examples.php has no arguments for $function(): $name is in no row"),
+                ?? throw new RuntimeException("arguments.php has no arguments for $function(): $name is in no row"),
             array_values($setters)[0]->columns,
         );
     }

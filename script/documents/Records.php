@@ -6,43 +6,6 @@ namespace Rmon\Documents;
 
 use RuntimeException;
 
-/** A field of a wire record. */
-final class WireField
-{
-    public function __construct(
-        public readonly string $name,
-        public readonly string $type,
-        public readonly string $note,
-    ) {
-    }
-}
-
-/** A record, its fields in wire order. */
-final class WireRecord
-{
-    /** @param list<WireField> $fields */
-    public function __construct(
-        public readonly string $name,
-        public readonly string $header,
-        public readonly string $section,
-        public readonly string $note,
-        public readonly array $fields,
-    ) {
-    }
-}
-
-/** A procedure: number, name, argument and result. */
-final class Procedure
-{
-    public function __construct(
-        public readonly int $number,
-        public readonly string $name,
-        public readonly string $argument,
-        public readonly string $result,
-    ) {
-    }
-}
-
 /** The records and procedures of the program, as rmon/rpc declares them. */
 final class Records
 {
@@ -88,7 +51,8 @@ final class Records
             preg_match('/^wire::uchars<(\d+)>$/D', $type, $found) === 1 => "bytes[$found[1]]",
             preg_match('/^wire::chars<(\d+)>$/D', $type, $found) === 1 => "chars[$found[1]]",
             preg_match('/^wire::rows<(\w+)>$/D', $type, $found) === 1 => "{$this->words($found[1])}<>",
-            preg_match('/^wire::repeated<(\w+), (\d+)>$/D', $type, $found) === 1 => "{$this->words($found[1])}[$found[2]]",
+            preg_match('/^wire::repeated<(\w+), (\d+)>$/D', $type, $found) === 1 =>
+                "{$this->words($found[1])}[$found[2]]",
             isset($this->records[$type]) => $type,
             default => throw new RuntimeException("what is $type on the wire?"),
         };
@@ -120,7 +84,8 @@ final class Records
             $section = $each['section'] ?? $section;
             if (isset($each['name'])) {
                 $note = self::oneLine($each['note'] ?? '');
-                $records[$each['name']] = new WireRecord($each['name'], $header, $section, $note, self::fieldsOf($each['fields']));
+                $fields = self::fieldsOf($each['fields']);
+                $records[$each['name']] = new WireRecord($each['name'], $header, $section, $note, $fields);
             }
         }
         return $records;

@@ -39,7 +39,8 @@ final class Reference
         'rmon.allow_persistent' => ['1', '0 makes `rmon_pconnect` work as `rmon_connect`'],
         'rmon.default_port' => [
             'none',
-            'TCP port of the agent; without a value the environment variable `RMONRPC_PORT`, then the service `rmonrpc`, then 9911',
+            'TCP port of the agent; without a value the environment variable `RMONRPC_PORT`, then the service '
+                . '`rmonrpc`, then 9911',
         ],
         'rmon.max_links' => ['-1', 'most open links, persistent ones included; -1 for no limit'],
         'rmon.max_persistent' => ['-1', 'anything but -1 forbids new persistent links'],
@@ -47,8 +48,6 @@ final class Reference
 
     /** What the rows of all tables begin with. */
     private const RESULT_CODE = ['0' => 'the agent\'s result code', 'status' => 'the agent\'s result code, again'];
-
-    private const HEAD = "\n<!-- Made by script/docs reference: change what it is made from. -->\n";
 
     /** @param array<string, Outcome> $outcomes by function */
     public function __construct(
@@ -62,7 +61,12 @@ final class Reference
     /** @return array<string, string> texts by file name */
     public function pages(): array
     {
-        $pages = ['functions.md' => $this->overview(), 'constants.md' => $this->constants(), 'directives.md' => $this->directives(), 'warnings.md' => $this->warnings()];
+        $pages = [
+            'functions.md' => $this->overview(),
+            'constants.md' => $this->constants(),
+            'directives.md' => $this->directives(),
+            'warnings.md' => $this->warnings(),
+        ];
         foreach ($this->stub->sections() as $section => $functions) {
             $pages[self::fileOf($section)] = $this->section($section, $functions);
         }
@@ -81,12 +85,15 @@ final class Reference
 
     private function overview(): string
     {
-        $text = "# All functions\n" . self::HEAD . "\n" . count($this->stub->pages) . " functions, in the order of their groups. "
+        $text = Markdown::title('All functions') . "\n" . count($this->stub->pages)
+            . " functions, in the order of their groups. "
             . "[How to read a page](index.md) tells what all have in common.\n";
         foreach ($this->stub->sections() as $section => $functions) {
-            $text .= "\n## [" . self::titleOf($section) . '](' . self::fileOf($section) . ")\n\n| Function | |\n| --- | --- |\n";
+            $title = '[' . self::titleOf($section) . '](' . self::fileOf($section) . ')';
+            $text .= "\n## $title\n\n" . Markdown::head('Function', '');
             foreach ($functions as $page) {
-                $text .= '| ' . $this->link($page->name) . ' | ' . self::cell(self::firstSentence($page->summary)) . " |\n";
+                $first = Markdown::cell(self::firstSentence($page->summary));
+                $text .= Markdown::row($this->link($page->name), $first);
             }
         }
         return $text;
@@ -94,13 +101,13 @@ final class Reference
 
     private function constants(): string
     {
-        $text = "# Constants\n" . self::HEAD . "\nThe module registers these. The stub, `rmon/rmon.stub.php`, declares them for editors.\n\n"
-            . "| Constant | Value | |\n| --- | --- | --- |\n";
+        $text = Markdown::title('Constants') . "\nThe module registers these. The stub, `rmon/rmon.stub.php`, declares "
+            . "them for editors.\n\n" . Markdown::head('Constant', 'Value', '');
         foreach ($this->stub->constants as $name => [$value, $summary]) {
             if ($summary === '') {
                 throw new RuntimeException("the stub says nothing of $name");
             }
-            $text .= "| `$name` | $value | " . self::cell($this->linked($summary)) . " |\n";
+            $text .= "| `$name` | $value | " . Markdown::cell($this->linked($summary)) . " |\n";
         }
         return $text;
     }
@@ -119,9 +126,10 @@ final class Reference
         ksort($functions);
         $silent = $functions[''] ?? [];
         unset($functions['']);
-        $text = "# Warnings of failed calls\n" . self::HEAD . "\nWhat stands before `RPC:` is a fixed text of each function, and not always its own "
-            . "name. Behind it stand the RPC library's words: see [Troubleshooting](../troubleshooting.md).\n\n"
-            . "| Warning | Functions |\n| --- | --- |\n";
+        $text = Markdown::title('Warnings of failed calls') . "\nWhat stands before `RPC:` is a fixed text of each "
+            . "function, and not always its own name. "
+            . "Behind it stand the RPC library's words: see [Troubleshooting](../troubleshooting.md).\n\n"
+            . Markdown::head('Warning', 'Functions');
         foreach ($functions as $warning => $names) {
             $text .= "| `$warning` | " . implode(', ', $names) . " |\n";
         }
@@ -134,7 +142,8 @@ final class Reference
         if (array_diff_key($known, self::DIRECTIVES) !== [] || array_diff_key(self::DIRECTIVES, $known) !== []) {
             throw new RuntimeException('the module has other directives than are described');
         }
-        $text = "# Directives\n" . self::HEAD . "\nSettings of php.ini.\n\n| Directive | Default | Can be changed | Meaning |\n| --- | --- | --- | --- |\n";
+        $text = Markdown::title('Directives') . "\nSettings of php.ini.\n\n"
+            . Markdown::head('Directive', 'Default', 'Can be changed', 'Meaning');
         foreach (self::DIRECTIVES as $name => [$default, $meaning]) {
             $where = match ($known[$name]['access']) {
                 INI_ALL => 'everywhere',
@@ -150,16 +159,17 @@ final class Reference
     /** @param list<Page> $functions */
     private function section(string $section, array $functions): string
     {
-        $text = '# ' . self::titleOf($section) . "\n" . self::HEAD;
+        $text = Markdown::title(self::titleOf($section));
         $tables = [];
         foreach ($functions as $page) {
             $schema = $this->examples->tableOf($page->name);
             if ($schema !== null && !isset($tables[$schema->name])) {
-                $tables[$schema->name] = "| `$schema->name` | $schema->title | " . ($schema->rfc ?? 'the agent\'s own') . " |\n";
+                $where = $schema->rfc ?? 'the agent\'s own';
+                $tables[$schema->name] = Markdown::row("`$schema->name`", $schema->title, $where);
             }
         }
         if ($tables !== []) {
-            $text .= "\n| Table of the library | | Where it is described |\n| --- | --- | --- |\n" . implode('', $tables);
+            $text .= "\n" . Markdown::head('Table of the library', '', 'Where it is described') . implode('', $tables);
         }
         foreach ($functions as $page) {
             $text .= "\n" . $this->page($page);
@@ -172,12 +182,13 @@ final class Reference
         if ($page->summary === '') {
             throw new RuntimeException("the stub says nothing of $page->name()");
         }
-        $text = "## $page->name\n\n" . $this->linked($page->summary) . "\n\n```text\n" . self::signature($page) . "\n```\n";
+        $text = "## $page->name\n\n" . $this->linked($page->summary)
+            . "\n\n```text\n" . self::signature($page) . "\n```\n";
         if ($page->parameters !== []) {
             $text .= "\n| Parameter | Type | Takes |\n| --- | --- | --- |\n";
             foreach ($page->parameters as $place => $parameter) {
-                $text .= '| `$' . $parameter->name . '` | ' . self::cell($parameter->type) . ' | '
-                    . self::cell($this->linked($this->takes($page, $place, $parameter))) . " |\n";
+                $text .= '| `$' . $parameter->name . '` | ' . Markdown::cell($parameter->type) . ' | '
+                    . Markdown::cell($this->linked($this->takes($page, $place, $parameter))) . " |\n";
             }
         }
         $text .= $page->result === '' ? '' : "\nReturns: " . $this->linked($page->result) . ".\n";
@@ -221,7 +232,8 @@ final class Reference
                 default => '',
             };
         }
-        return implode('; ', array_filter($parts)) ?: throw new RuntimeException("what does \$$parameter->name of $page->name() take?");
+        return implode('; ', array_filter($parts))
+            ?: throw new RuntimeException("what does \$$parameter->name of $page->name() take?");
     }
 
     private static function columnAt(TableSchema $schema, string $function, int $place): ?Column
@@ -268,7 +280,7 @@ final class Reference
             if ($key->rows !== []) {
                 $what .= ': ' . implode(', ', array_map(static fn(Key $each) => "`$each->name`", $key->rows));
             }
-            $text .= "| `$key->name` | " . self::cell($key->type) . ' | ' . self::cell($what) . " | $unit |"
+            $text .= "| `$key->name` | " . Markdown::cell($key->type) . ' | ' . Markdown::cell($what) . " | $unit |"
                 . ($rfc === null ? '' : " $object |") . "\n";
         }
         return $text;
@@ -321,8 +333,8 @@ final class Reference
     {
         $text = '';
         foreach ($this->outcomes[$page->name]->reports as [$when, $reports, $value]) {
-            $shown = $reports === [] ? 'nothing' : implode('<br>', array_map(static fn($each) => '`' . self::cell($each) . '`', $reports));
-            $text .= "| $when | $shown | $value |\n";
+            $shown = array_map(static fn(string $each) => '`' . Markdown::cell($each) . '`', $reports);
+            $text .= Markdown::row($when, implode('<br>', $shown) ?: 'nothing', $value);
         }
         return $text === '' ? '' : "\n| When | Is reported | Is returned |\n| --- | --- | --- |\n$text";
     }
@@ -361,11 +373,5 @@ final class Reference
     private static function firstSentence(string $text): string
     {
         return preg_match('/^(.*?\.)(?:\s+[A-Z]|$)/s', $text, $found) ? $found[1] : $text;
-    }
-
-    /** A text in a table. */
-    private static function cell(string $text): string
-    {
-        return str_replace('|', '\\|', $text);
     }
 }

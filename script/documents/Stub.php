@@ -18,56 +18,6 @@ use PHPStan\PhpDocParser\Parser\TypeParser;
 use PHPStan\PhpDocParser\ParserConfig;
 use RuntimeException;
 
-/** What a function takes. */
-final class Parameter
-{
-    public function __construct(
-        public readonly string $name,
-        public readonly string $type,
-        public readonly string $text,
-        public readonly bool $optional,
-    ) {
-    }
-}
-
-/** What a key of a row is, as the stub says it. */
-final class Key
-{
-    /** @param list<Key> $rows the keys of the rows that it holds */
-    public function __construct(
-        public readonly string $name,
-        public readonly string $type,
-        public readonly bool $optional,
-        public readonly array $rows,
-    ) {
-    }
-}
-
-/** A function's page in the stub. */
-final class Page
-{
-    /**
-     * @param list<Parameter> $parameters
-     * @param list<Key> $keys      of the row that it returns
-     * @param string $envelope     the key under which rows stand; '' where they stand under none
-     * @param bool $list           whether it returns a list of rows
-     * @param string|null $model   the function whose page has the row
-     */
-    public function __construct(
-        public readonly string $name,
-        public readonly string $section,
-        public readonly string $summary,
-        public readonly array $parameters,
-        public readonly string $returns,
-        public readonly string $result,
-        public readonly array $keys,
-        public readonly string $envelope,
-        public readonly bool $list,
-        public readonly ?string $model,
-    ) {
-    }
-}
-
 /** The function table, rmon/rmon.stub.php, read as static analysers read it. */
 final class Stub
 {
@@ -127,7 +77,8 @@ final class Stub
     /** @return array<string, Page> */
     private function pagesOf(string $text): array
     {
-        $part = '/\* ---- (?<section>[^\n]*?) -+ \*/|(?<comment>/\*\*\n(?: \*[^\n]*\n)+? \*/)\nfunction (?<name>\w+)\((?<taken>[^)]*)\)';
+        $part = '/\* ---- (?<section>[^\n]*?) -+ \*/'
+            . '|(?<comment>/\*\*\n(?: \*[^\n]*\n)+? \*/)\nfunction (?<name>\w+)\((?<taken>[^)]*)\)';
         preg_match_all("~^(?:$part)~m", $text, $found, PREG_SET_ORDER | PREG_UNMATCHED_AS_NULL);
         $section = '';
         $pages = [];
@@ -191,7 +142,11 @@ final class Stub
         return $parameters;
     }
 
-    /** @return array{ArrayShapeNode|null, string, bool} the row among the alternatives of a type, and what is around it */
+    /**
+     * The row among the alternatives of a type, the key of the list that it is in, and whether it is in a list.
+     *
+     * @return array{ArrayShapeNode|null, string, bool}
+     */
     private static function row(TypeNode $type): array
     {
         foreach ($type instanceof UnionTypeNode ? $type->types : [$type] as $each) {
@@ -202,8 +157,9 @@ final class Stub
                 continue;
             }
             $only = count($each->items) === 1 ? $each->items[0] : null;
-            if ($only?->valueType instanceof GenericTypeNode && $only->valueType->genericTypes[0] instanceof ArrayShapeNode) {
-                return [$only->valueType->genericTypes[0], (string) $only->keyName, true];
+            $type = $only?->valueType;
+            if ($type instanceof GenericTypeNode && $type->genericTypes[0] instanceof ArrayShapeNode) {
+                return [$type->genericTypes[0], (string) $only->keyName, true];
             }
             return [$each, '', false];
         }

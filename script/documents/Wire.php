@@ -9,8 +9,6 @@ use RuntimeException;
 /** The pages of docs/protocol that say what travels: procedures and records. */
 final class Wire
 {
-    private const HEAD = "\n<!-- Made by script/docs reference: change what it is made from. -->\n";
-
     private const GROUPS = [
         'rmonrpc.h' => 'Keys of many procedures',
         'rmonrpc_rmon1.h' => 'System, interfaces and RMON (RFC 1213, RFC 2819)',
@@ -34,18 +32,20 @@ final class Wire
 
     private function procedures(): string
     {
-        $text = "# Procedures\n" . self::HEAD . "\nProgram 99999, version 1. [The protocol](index.md) tells the rules, [Records](records.md) the fields.\n"
+        $text = Markdown::title('Procedures') . "\nProgram 99999, version 1. [The protocol](index.md) tells the rules, "
+            . "[Records](records.md) the fields.\n"
             . "A type with `<>` behind it is a list: a count, then so many of them.\n\n"
-            . "| Number | Name | Argument | Result |\n| --- | --- | --- | --- |\n";
+            . Markdown::head('Number', 'Name', 'Argument', 'Result');
         foreach ($this->records->procedures as $each) {
-            $text .= "| $each->number | `$each->name` | {$this->type($each->argument)} | {$this->type($each->result)} |\n";
+            $types = [$this->type($each->argument), $this->type($each->result)];
+            $text .= Markdown::row((string) $each->number, "`$each->name`", ...$types);
         }
         return $text;
     }
 
     private function records(): string
     {
-        $text = "# Records\n" . self::HEAD . "\nThe fields of each record in the order in which they travel. "
+        $text = Markdown::title('Records') . "\nThe fields of each record in the order in which they travel. "
             . "[The protocol](index.md) tells what the types are.\n";
         $byHeader = [];
         foreach ($this->records->records as $record) {
@@ -54,11 +54,13 @@ final class Wire
         foreach ($byHeader as $header => $records) {
             $text .= "\n## " . (self::GROUPS[$header] ?? throw new RuntimeException("no title for $header")) . "\n";
             foreach ($records as $record) {
-                $text .= "\n### $record->name\n\n" . ($record->note === '' ? '' : self::escaped(rtrim($record->note, '.')) . ".\n\n");
+                $note = self::escaped(rtrim($record->note, '.'));
+                $text .= "\n### $record->name\n\n" . ($note === '' ? '' : "$note.\n\n");
                 $notes = array_filter(array_column($record->fields, 'note')) !== [];
-                $text .= $notes ? "| Field | Type | |\n| --- | --- | --- |\n" : "| Field | Type |\n| --- | --- |\n";
+                $text .= Markdown::head('Field', 'Type', ...($notes ? [''] : []));
                 foreach ($record->fields as $field) {
-                    $text .= "| `$field->name` | {$this->type($field->type)} |" . ($notes ? ' ' . self::escaped($field->note) . ' |' : '') . "\n";
+                    $note = $notes ? [self::escaped($field->note)] : [];
+                    $text .= Markdown::row("`$field->name`", $this->type($field->type), ...$note);
                 }
             }
         }

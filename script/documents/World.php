@@ -102,7 +102,11 @@ final class World
             historyControlBucketsRequested: 1000,
             historyControlOwner: 'examples',
         );
-        $this->probe->table('channelTable')->create(channelIndex: 1, channelIfIndex: $office, channelDescription: 'names');
+        $this->probe->table('channelTable')->create(
+            channelIndex: 1,
+            channelIfIndex: $office,
+            channelDescription: 'names',
+        );
         $this->probe->table('filterTable')->create(
             filterIndex: 1,
             filterChannelIndex: 1,
@@ -130,7 +134,11 @@ final class World
     /** Once all is counted, so that its first sample is the last one that differs. */
     private function makeAlarm(): void
     {
-        $this->probe->table('eventTable')->create(eventIndex: 9, eventDescription: 'frames were counted', eventType: 'log');
+        $this->probe->table('eventTable')->create(
+            eventIndex: 9,
+            eventDescription: 'frames were counted',
+            eventType: 'log',
+        );
         $this->probe->table('alarmTable')->create(
             alarmIndex: 9,
             alarmVariable: 'etherStatsPkts.1',

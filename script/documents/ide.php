@@ -26,12 +26,13 @@ $settings = [
 ];
 file_put_contents("$folder/rmon.php", $stub);
 $flags = JSON_PRETTY_PRINT | JSON_UNESCAPED_SLASHES;
-file_put_contents("$folder/composer.json", json_encode(array_filter($settings, fn($value) => $value !== null), $flags) . "\n");
+$settings = array_filter($settings, fn($value) => $value !== null);
+file_put_contents("$folder/composer.json", json_encode($settings, $flags) . "\n");
 file_put_contents("$folder/README.md", <<<'END'
     # Stubs of rmon
 
-    `rmon.php` declares the functions and constants of the PHP extension rmon, with the keys of every row as array shapes.
-    It is for editors and static analysers, and is never loaded:
+    `rmon.php` declares the functions and constants of the PHP extension rmon, with the keys of every row as array
+    shapes. It is for editors and static analysers, and is never loaded:
 
     - intelephense: name this folder under `intelephense.environment.includePaths`.
     - PhpStorm: add this folder to the project's include path.

@@ -14,10 +14,7 @@ use BundledAgent;
 use Rmon\Probe;
 
 $root = dirname(__DIR__, 2);
-require "$root/library/autoload.php";
-foreach (['agent.inc', 'agent/client.inc', 'agent/captures.inc', 'process.inc'] as $file) {
-    require_once "$root/tests/$file";
-}
+require __DIR__ . '/begin.php';
 
 const HOSTS = 65_536;
 const CALLS = 20_000;
@@ -73,7 +70,8 @@ while ($page = rmon_nlhost_getbulk($link, 1, 0, $protocol, $address, PAGE)) {
     $rows += count($page);
     ['protocolDirLocalIndex' => $protocol, 'nlHostAddress' => $address] = end($page);
 }
-line('rows by `rmon_nlhost_getbulk`, ' . PAGE . ' a call', sprintf('%d a second', $rows / (hrtime(true) - $begun) * 1e9));
+$rate = $rows / (hrtime(true) - $begun) * 1e9;
+line('rows by `rmon_nlhost_getbulk`, ' . PAGE . ' a call', sprintf('%d a second', $rate));
 line('memory of PHP for a page of ' . PAGE . ' hosts', sprintf('%.1f MB', memory_of_page($link) / 1e6));
 exit(end_agent($agent));
 

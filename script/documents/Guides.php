@@ -2,32 +2,14 @@
 
 declare(strict_types=1);
 
-/*
- * Runs the programs and commands that pages show, against the agent of the reference's examples, and renews what they
- * print, or looks whether it is what the pages say.
- *
- *   ```php that begins with <?php     a program, whose output is the ```text behind it; without one it prints nothing
- *   ```php of another beginning      a part of a program: it is looked whether it parses
- *   ```console                       commands behind "$ ": those of rmon are run, each with its output below
- *   ```sh                            it is looked whether it parses
- *
- * Of the READMEs, parts of programs are looked at alone; what they show has tests of its own.
- *
- * usage: guides.php [--check]
- */
-
 namespace Rmon\Documents;
-
-$root = dirname(__DIR__, 2);
-require "$root/library/autoload.php";
-foreach (['agent.inc', 'agent/client.inc', 'agent/captures.inc', 'process.inc'] as $file) {
-    require_once "$root/tests/$file";
-}
-require __DIR__ . '/World.php';
 
 /** The programs and commands of pages. */
 final class Guides
 {
+    /** The command of this tree, for a shell. */
+    private const RMON = 'rmon() { "$RMON_PHP" -d extension="$RMON_MODULE" "$RMON_ROOT/bin/rmon" "$@"; }; ';
+
     /** @var list<string> what went wrong */
     public array $faults = [];
 
@@ -81,7 +63,7 @@ final class Guides
         $text = '';
         foreach ($commands as [$all, $command]) {
             $text .= str_starts_with($command, 'rmon ')
-                ? "\$ $command\n" . $this->ran($file, $command, 'bash', '-c', "rmon() { \"\$RMON_PHP\" -d extension=\"\$RMON_MODULE\" \"\$RMON_ROOT/bin/rmon\" \"\$@\"; }; $command")
+                ? "\$ $command\n" . $this->ran($file, $command, 'bash', '-c', self::RMON . $command)
                 : $all;
         }
         return $text;
@@ -104,31 +86,3 @@ final class Guides
         return $output === '' ? '' : rtrim($output, "\n") . "\n";
     }
 }
-
-$check = ($argv[1] ?? '') === '--check';
-$world = new World($root);
-$guides = new Guides($root, $world);
-$files = [...glob("$root/docs/*.md"), ...glob("$root/docs/*/*.md"), "$root/README.md", "$root/library/README.md", "$root/console/README.md"];
-foreach ($files as $path) {
-    $text = (string) file_get_contents($path);
-    $file = substr($path, strlen("$root/"));
-    if (str_contains($text, "\n<!-- Made by script/docs")) {
-        continue;
-    }
-    if (!str_starts_with($file, 'docs/')) {
-        $guides->parse($file, $text);
-        continue;
-    }
-    $new = $guides->renewed($file, $text);
-    if ($new !== $text && $check) {
-        file_put_contents("$world->folder/new", $new);
-        $guides->faults[] = run('diff', '-u', '--label', $file, '--label', 'now', $path, "$world->folder/new")[1];
-    } elseif ($new !== $text) {
-        file_put_contents($path, $new);
-    }
-}
-foreach ($guides->faults as $fault) {
-    echo "$fault\n";
-}
-echo "$guides->runs programs and commands were run\n";
-exit($guides->faults === [] ? 0 : 1);

@@ -5,7 +5,7 @@ declare(strict_types=1);
 /*
  * Writes the pages about functions, or looks whether they are what would be written.
  *
- * usage: reference.php [--check]
+ * usage: make_reference.php [--check]
  */
 
 namespace Rmon\Documents;
@@ -14,14 +14,7 @@ use Rmon\Schema\Catalog;
 use Rmon\Schema\Type;
 
 $root = dirname(__DIR__, 2);
-require "$root/library/autoload.php";
-foreach (['agent.inc', 'agent/client.inc', 'agent/captures.inc', 'process.inc'] as $file) {
-    require_once "$root/tests/$file";
-}
-foreach (['Stub', 'Records', 'World', 'Examples', 'Outcome', 'Reference', 'Wire', 'show'] as $file) {
-    require __DIR__ . "/$file.php";
-}
-error_reporting(E_ALL);
+require __DIR__ . '/begin.php';
 
 $stub = new Stub("$root/rmon/rmon.stub.php");
 $world = new World($root);
@@ -36,7 +29,7 @@ foreach ((new Wire($records))->pages() as $file => $text) {
     $pages["protocol/$file"] = $text;
 }
 
-/** A page without what is other at each run: times, samples of a history, what was counted in an interval of a report. */
+/** A page without what is other at each run: times, a history's samples, what was counted in a report's interval. */
 function lasting(string $text): string
 {
     $times = ['sysDescr', 'hostTopNDuration', 'artControlDuration', 'artControlTimeRemaining'];
@@ -57,10 +50,12 @@ function lasting(string $text): string
 
 $folder = "$root/docs";
 // What is written by hand has no such head.
-$there = array_filter(
-    array_map(static fn(string $file) => substr($file, strlen("$folder/")), glob("$folder/{reference,protocol}/*.md", GLOB_BRACE)),
-    static fn(string $file) => str_contains((string) file_get_contents("$folder/$file"), "\n<!-- Made by script/docs"),
-);
+$there = [];
+foreach ([...glob("$folder/reference/*.md"), ...glob("$folder/protocol/*.md")] as $path) {
+    if (str_contains((string) file_get_contents($path), Markdown::MADE)) {
+        $there[] = substr($path, strlen("$folder/"));
+    }
+}
 $differences = array_diff($there, array_keys($pages));
 foreach (($argv[1] ?? '') === '--check' ? [] : $differences as $file) {
     unlink("$folder/$file");
@@ -74,7 +69,8 @@ foreach ($pages as $file => $text) {
     if (($argv[1] ?? '') === '--check') {
         file_put_contents("$world->folder/new", lasting($text));
         file_put_contents("$world->folder/known", lasting($known));
-        echo run('diff', '-u', '--label', "docs/$file", '--label', 'now', "$world->folder/known", "$world->folder/new")[1];
+        [$known, $new] = ["$world->folder/known", "$world->folder/new"];
+        echo run('diff', '-u', '--label', "docs/$file", '--label', 'now', $known, $new)[1];
     } else {
         file_put_contents("$folder/$file", $text);
     }
