@@ -14,6 +14,24 @@ use RuntimeException;
  */
 final class World
 {
+    private const SETTINGS = [
+        'norv_settings' => <<<'END'
+            NORV_TARGET_ID=5
+            NORV_PROD_NO="A-1"
+            NORV_PROD_DESCR="desk probe"
+
+            END,
+        'pdstruct.txt' => <<<'END'
+            ip PROTOCOL-IDENTIFIER
+                PARAMETERS { }
+                DESCRIPTION
+                    "The Internet Protocol,
+                     version 4."
+                REFERENCE "RFC 791"
+
+            END,
+    ];
+
     public readonly string $folder;
 
     public int $port;
@@ -63,28 +81,21 @@ final class World
         $this->awaitReports();
     }
 
-    /** The files of an appliance, where the module of a test build looks for them. */
+    /** The files of an appliance, where the module of a test build looks for them. Its tests want none. */
     private static function putSettings(): void
     {
-        $folder = getenv('RMON_TEST_ROOT') . '/usr/local/norv/etc';
-        if (!is_dir($folder)) {
-            mkdir($folder, 0777, true);
+        foreach (self::SETTINGS as $name => $text) {
+            $file = self::setting($name);
+            if (!is_dir(dirname($file))) {
+                mkdir(dirname($file), 0777, true);
+            }
+            file_put_contents($file, $text);
         }
-        file_put_contents("$folder/norv_settings", <<<'END'
-            NORV_TARGET_ID=5
-            NORV_PROD_NO="A-1"
-            NORV_PROD_DESCR="desk probe"
+    }
 
-            END);
-        file_put_contents("$folder/pdstruct.txt", <<<'END'
-            ip PROTOCOL-IDENTIFIER
-                PARAMETERS { }
-                DESCRIPTION
-                    "The Internet Protocol,
-                     version 4."
-                REFERENCE "RFC 791"
-
-            END);
+    private static function setting(string $name): string
+    {
+        return getenv('RMON_TEST_ROOT') . "/usr/local/norv/etc/$name";
     }
 
     /** What the demo lacks. */
@@ -197,6 +208,9 @@ final class World
     {
         if ($this->agent !== null && is_resource($this->agent->process)) {
             end_agent($this->agent, 9);
+        }
+        foreach (array_keys(self::SETTINGS) as $name) {
+            @unlink(self::setting($name));
         }
         array_map(unlink(...), glob("$this->folder/*") ?: []);
         @rmdir($this->folder);
