@@ -21,12 +21,22 @@
 
 namespace {
 
-bool on_call(void *context, const uint8_t *message, std::size_t size, std::vector<uint8_t> &output)
+bool on_call(
+    void *context,
+    const uint8_t *message,
+    std::size_t size,
+    std::vector<uint8_t> &output,
+    uint64_t &waits_for)
 {
     auto &agent = *static_cast<probe *>(context);
     const bool answered = answer_call(agent, served_procedures(), message, size, output);
-    save_state(agent); // before the answer goes out
+    waits_for = save_state(agent);
     return answered;
+}
+
+void on_settings_written(void *context, uint64_t number)
+{
+    release_replies(*static_cast<tcp_server *>(context), number);
 }
 
 void say(const std::string &line)
@@ -117,6 +127,8 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
         wrong = open_netflow(agent, chosen.host, *chosen.netflow);
     if (wrong.empty() && !chosen.state.empty())
         wrong = open_state(agent, chosen.state);
+    agent.state.tell = on_settings_written;
+    agent.state.context = &server;
     if (!wrong.empty())
         return wrong;
 
@@ -151,6 +163,7 @@ int main(int count, char **words)
     const std::string error = serve_until_signal(agent, server, chosen);
     if (!error.empty())
         say(error);
+    finish_state(agent); // and its clients hear of it
     close_server(server);
     stop_probe(agent);
     close_loop(agent.loop);

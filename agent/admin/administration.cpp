@@ -198,6 +198,12 @@ void load_addresses(probe &agent, const rmonrpc_ipconfig_t &kept)
     rmonrpc_ipconfig_t &set = storage<administration>(agent).addresses[kept.ipInterface];
     set = kept;
     set.status = no_error;
+    note_row(agent, set);
+}
+
+std::string addresses_key(const rmonrpc_ipconfig_t &kept)
+{
+    return key_of_numbers(kept.ipInterface);
 }
 
 /* ---- host name ---------------------------------------------------------------------------------- */
@@ -334,7 +340,7 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep<save_addresses, load_addresses>("addresses"),
+    keep_each<save_addresses, load_addresses, addresses_key>("addresses"),
     keep<save_host_name, load_host_name>("hostName"),
     keep<save_resolvers, load_resolvers>("resolvers"),
 };

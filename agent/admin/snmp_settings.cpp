@@ -53,15 +53,25 @@ rmonrpc_snmp_community_arr_t community_get(probe &agent, const rmonrpc_snmp_comm
 int32_t community_set(probe &agent, const rmonrpc_snmp_community_t &request)
 {
     const std::string name(text_of(request.communityString));
-    if (request.privs == 0)
-        return storage<community_table>(agent).erase(name) ? no_error : no_such_name;
+    if (request.privs == 0) {
+        if (!storage<community_table>(agent).erase(name))
+            return no_such_name;
+        note_gone(agent, request);
+        return no_error;
+    }
     if ((request.privs != COMM_RO && request.privs != COMM_RW) || name.empty() || !is_printable(name))
         return bad_value;
     if (storage<community_table>(agent).size() >= max_communities
         && !storage<community_table>(agent).contains(name))
         return gen_err;
     storage<community_table>(agent)[name] = request.privs;
+    note_row(agent, rmonrpc_snmp_community_t{no_error, request.communityString, request.privs});
     return no_error;
+}
+
+std::string community_key(const rmonrpc_snmp_community_t &kept)
+{
+    return std::string(text_of(kept.communityString));
 }
 
 void save_communities(probe &agent, state_writer &writer)
@@ -88,7 +98,7 @@ constexpr served_procedure procedures[] = {
 
 constexpr state_part kept[] = {
     keep_rows<trapdest_control_table>("trapDest"),
-    keep<save_communities, load_community>("communities"),
+    keep_each<save_communities, load_community, community_key>("communities"),
 };
 
 } // namespace

@@ -32,7 +32,12 @@ state_store &state_store_of(probe &agent)
 
 void note_change(probe &agent)
 {
-    agent.state.changed = true;
+    agent.state.set = true;
+}
+
+event_loop &loop_of(probe &agent)
+{
+    return agent.loop;
 }
 
 source_table &source_table_of(probe &agent)

@@ -36,7 +36,7 @@ void on_probe_tick(void *context)
 {
     auto &agent = *static_cast<probe *>(context);
     tell_families(&family::tick, agent);
-    save_state(agent); // what could not be written is tried again
+    retry_state(agent);
 }
 
 } // namespace

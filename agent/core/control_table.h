@@ -312,14 +312,6 @@ template <class Table> typename Table::table &rows_of(probe &agent)
     return storage<typename Table::table>(agent);
 }
 
-/** The set of a control table. */
-template <class Table> int32_t set_control(probe &agent, const request_of<Table> &request)
-{
-    return set_row<Table>(agent, rows_of<Table>(agent), index_of<Table>(request), request);
-}
-
-/* ---- the read --------------------------------------------------------------------------- */
-
 /** What a set gives, with the index and the row's state. */
 template <class Table>
 void describe_row(request_of<Table> &record, int32_t index, const row_of_table<Table> &row)
@@ -332,6 +324,34 @@ void describe_row(request_of<Table> &record, int32_t index, const row_of_table<T
         },
         Table::fields);
 }
+
+/** Notes for the journal how a row is now, or that it is gone. What changes one otherwise than by a set says
+ * so. */
+template <class Table> void note_control(probe &agent, int32_t index)
+{
+    if (!notes_rows(agent))
+        return;
+    auto &rows = rows_of<Table>(agent);
+    const auto found = rows.find(index);
+    request_of<Table> record{};
+    show_field(record.*Table::index, index);
+    if (found == rows.end())
+        return note_gone(agent, record);
+    describe_row<Table>(record, index, found->second);
+    note_made_row(agent, record);
+}
+
+/** The set of a control table. */
+template <class Table> int32_t set_control(probe &agent, const request_of<Table> &request)
+{
+    const int32_t index = index_of<Table>(request);
+    const int32_t error = set_row<Table>(agent, rows_of<Table>(agent), index, request);
+    if (error == no_error)
+        note_control<Table>(agent, index);
+    return error;
+}
+
+/* ---- the read --------------------------------------------------------------------------- */
 
 /** The read of a control table. */
 template <class Table> request_of<Table> get_control(probe &agent, const rmonrpc_row_key2_t &key)
@@ -359,8 +379,10 @@ template <class Table> void remove_rows_on(probe &agent, int32_t index)
         const auto found = next++;
         if (found->second.status != row_status::valid || found->second.data_source != index)
             continue;
+        const int32_t gone = found->first;
         set_to_rest<Table>(agent, found->second);
         rows.erase(found);
+        note_control<Table>(agent, gone);
     }
 }
 
@@ -389,7 +411,8 @@ template <class Table, auto Set = set_control<Table>> constexpr state_part keep_
     using Record = request_of<Table>;
     constexpr const wire::layout *layout = &wire::layout_of<Record>;
     return {
-        name, layout,
+        name,
+        layout,
         [](probe &agent, state_writer &writer) {
             for (const auto &[index, row] : rows_of<Table>(agent)) {
                 Record record{};
@@ -412,5 +435,8 @@ template <class Table, auto Set = set_control<Table>> constexpr state_part keep_
         },
         [](probe &agent, const void *from) {
             return restore_row(agent, *static_cast<const Record *>(from), Table::status, Set) == no_error;
+        },
+        [](const void *record) {
+            return key_of_numbers(index_of<Table>(*static_cast<const Record *>(record)));
         }};
 }

@@ -36,6 +36,9 @@ constexpr uint32_t crc32c(std::string_view text)
 
 static_assert(crc32c("123456789") == 0xe3069283);
 
+constexpr std::string_view journal_opening = "rmon-agent journal 1 ";
+constexpr std::string_view write_opening = "write ";
+
 /* ---- hexadecimal ------------------------------------------------------------------ */
 
 constexpr char digits[] = "0123456789abcdef";
@@ -47,11 +50,16 @@ void append_byte(std::string &text, uint8_t byte)
     text += digits[byte & 15];
 }
 
+void append_number(std::string &text, uint32_t value)
+{
+    for (int shift = 24; shift >= 0; shift -= 8)
+        append_byte(text, static_cast<uint8_t>(value >> shift));
+}
+
 void append_check(std::string &text, uint32_t value)
 {
     text += ' ';
-    for (int shift = 24; shift >= 0; shift -= 8)
-        append_byte(text, static_cast<uint8_t>(value >> shift));
+    append_number(text, value);
     text += '\n';
 }
 
@@ -108,6 +116,73 @@ bool take_line(std::string_view line, int number, settings_text &settings)
     record.part = settings.parts.back();
     record.line = number;
     return read_hex(line.substr(space + 1), record.bytes);
+}
+
+/* ---- the journal ------------------------------------------------------------------ */
+
+/** A line about some bytes: their size and check value, and its own. Each with the same opening is as long.
+ */
+std::string line_about(std::string_view begin, std::string_view bytes)
+{
+    std::string line(begin);
+    append_number(line, static_cast<uint32_t>(bytes.size()));
+    line += ' ';
+    append_number(line, crc32c(bytes));
+    append_check(line, crc32c(line));
+    return line;
+}
+
+constexpr std::size_t line_size(std::string_view begin)
+{
+    return begin.size() + 3 * (check_digits + 1);
+}
+
+/** Takes a number of eight digits, and the space or the line's end behind it. */
+uint32_t take_number(std::string_view &text)
+{
+    uint32_t value = 0;
+    for (const char c : text.substr(0, check_digits))
+        value = value << 4 | static_cast<uint32_t>(digit(c) & 15);
+    text.remove_prefix(check_digits + 1);
+    return value;
+}
+
+/** Takes the line about some bytes that a text begins with. False when it is not right. */
+bool take_line_about(std::string_view &text, std::string_view begin, uint32_t &size, uint32_t &check)
+{
+    std::string_view line = text.substr(0, line_size(begin));
+    if (line.size() < line_size(begin) || !line.starts_with(begin) || line.back() != '\n')
+        return false;
+    std::string_view checked = line.substr(0, line.size() - 1);
+    if (!take_check(checked))
+        return false;
+    text.remove_prefix(line.size());
+    line.remove_prefix(begin.size());
+    size = take_number(line);
+    check = take_number(line);
+    return true;
+}
+
+/** Whether a write that is not right was never finished: a file system may have kept its size, and zeros. */
+bool unfinished(std::string_view rest, std::size_t needed)
+{
+    return rest.size() < needed || rest.back() == '\0';
+}
+
+/** The lines of one write, the first of which has this number. False: that one is damaged. */
+bool take_write(std::string_view lines, int &number, settings_text &settings)
+{
+    while (!lines.empty()) {
+        const std::size_t end = lines.find('\n');
+        if (end == lines.npos)
+            return false;
+        std::string_view line = lines.substr(0, end);
+        if (!take_check(line) || !take_line(line, number, settings))
+            return false;
+        lines.remove_prefix(end + 1);
+        number++;
+    }
+    return true;
 }
 
 } // namespace
@@ -168,4 +243,40 @@ void end_settings(std::string &text)
 {
     text += closing.substr(0, closing.size() - 1);
     append_check(text, crc32c(text));
+}
+
+std::string begin_journal(std::string_view settings)
+{
+    return line_about(journal_opening, settings);
+}
+
+std::string journal_write(std::string_view lines)
+{
+    std::string text = line_about(write_opening, lines);
+    text += lines;
+    return text;
+}
+
+int take_journal_apart(std::string_view text, std::string_view settings, journal_text &journal)
+{
+    if (text.empty())
+        return 0;
+    std::string_view rest = text;
+    uint32_t size = 0;
+    uint32_t check = 0;
+    if (!take_line_about(rest, journal_opening, size, check))
+        return unfinished(rest, line_size(journal_opening)) ? 0 : 1;
+    journal.foreign = size != settings.size() || check != crc32c(settings);
+    for (int number = 2; !rest.empty() && !journal.foreign;) {
+        if (!take_line_about(rest, write_opening, size, check))
+            return unfinished(rest, line_size(write_opening)) ? 0 : number;
+        const std::string_view lines = rest.substr(0, size);
+        if (lines.size() < size || crc32c(lines) != check)
+            return unfinished(rest, size) ? 0 : number;
+        number++;
+        if (!take_write(lines, number, journal.lines))
+            return number;
+        rest.remove_prefix(size);
+    }
+    return 0;
 }

@@ -9,6 +9,17 @@
  * A line's check value is the CRC-32C of what stands before it in the line, in
  * eight digits; the last line's that of the whole text before the value. Files
  * of form 1, which have no check values, are read as well.
+ *
+ * A journal has what was set since a certain settings file was written:
+ *
+ *     rmon-agent journal 1 SIZE FILE CHECK    which file: its size, and the check value of all of it
+ *     write SIZE LINES CHECK                  for each write, the size of its lines and their check value
+ *     PART CHECK                              what was there of the part is gone
+ *     PART BYTES CHECK                        one more record, in the place of one with the same key
+ *     -PART BYTES CHECK                       the record with this one's key is gone
+ *
+ * Numbers have eight hexadecimal digits. The last write may be there in part, or end in zeros: the process
+ * or the machine ended before it was answered. All else that is not right is damage.
  */
 #pragma once
 
@@ -41,3 +52,23 @@ std::string begin_settings();
 void add_part(std::string &text, std::string_view part);
 void add_record(std::string &text, std::string_view part, std::span<const char> bytes);
 void end_settings(std::string &text);
+
+/** In front of a part's name: the record is gone. */
+inline constexpr char gone_mark = '-';
+
+/** The opening of the journal of a settings file. */
+std::string begin_journal(std::string_view settings);
+
+/** One write of these lines, which add_part() and add_record() made. */
+std::string journal_write(std::string_view lines);
+
+struct journal_text {
+    bool foreign = false; // it belongs to another settings file; nothing of it is taken
+    settings_text lines;  // of whole writes
+};
+
+/**
+ * Takes a journal apart, whose text must stay where it is, next to the settings file's text. 0, or the number
+ * of the first line that is damaged.
+ */
+int take_journal_apart(std::string_view text, std::string_view settings, journal_text &journal);

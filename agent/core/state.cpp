@@ -4,6 +4,7 @@
 
 #include "rmon/rpc/rmonrpc_xdr.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -12,17 +13,21 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <sys/epoll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr const char file_name[] = "settings";
-constexpr const char new_file_name[] = "settings.new";
+/** A journal that grew beyond these, and beyond twice the settings file, ends with a new file. */
+constexpr std::size_t long_journal = 4 * 1024 * 1024;
 
-/** Of a file that is read; the agent's own stay far below it. */
-constexpr std::size_t max_bytes = 64 * 1024 * 1024;
+/** A write that takes as long is a slow one. */
+constexpr int64_t slow_disk_ms = 2;
+
+/** With more than these to go to the journal at once, the whole file is written instead. */
+constexpr std::size_t max_noted = 1024 * 1024;
 
 /** Of one record on the wire. */
 constexpr std::size_t first_room = 1024;
@@ -39,9 +44,11 @@ const state_part *find_part(std::string_view name)
 }
 
 struct kept_record {
-    const state_part *part;
+    const state_part *part; // null where the journal has something else in its place
+    const char *file;
     int line;                     // of the file
     std::vector<uint64_t> memory; // the decoded record
+    const wire::layout *record;
 };
 
 struct file_contents {
@@ -49,16 +56,25 @@ struct file_contents {
     std::vector<kept_record> records;
 };
 
-bool decode_record(const settings_record &from, file_contents &contents)
+/** Where something is wrong; a line of 0 is none. */
+struct file_place {
+    const char *file;
+    int line;
+};
+
+/** Adds a record of the part. False when it is none; what there is of it has to be released as well. */
+bool decode_record(
+    const state_part &part, const char *file, const settings_record &from, file_contents &contents)
 {
-    const state_part *part = find_part(from.part);
-    kept_record kept{part, from.line, std::vector<uint64_t>(part->record->size / sizeof(uint64_t) + 1)};
+    const wire::layout &layout = *part.record;
+    kept_record kept{
+        &part, file, from.line, std::vector<uint64_t>(layout.size / sizeof(uint64_t) + 1), &layout};
     std::vector<char> bytes = from.bytes;
     XDR xdrs;
     xdrmem_create(&xdrs, bytes.data(), static_cast<u_int>(bytes.size()), XDR_DECODE);
     const bool whole =
-        wire::xdr_layout(&xdrs, kept.memory.data(), *part->record) && XDR_GETPOS(&xdrs) == bytes.size();
-    contents.records.push_back(std::move(kept)); // a part of a record has to be released as well
+        wire::xdr_layout(&xdrs, kept.memory.data(), layout) && XDR_GETPOS(&xdrs) == bytes.size();
+    contents.records.push_back(std::move(kept));
     return whole;
 }
 
@@ -74,13 +90,71 @@ int read_lines(std::string_view text, file_contents &contents)
         contents.parts.insert(part);
     }
     for (const settings_record &record : lines.records)
-        if (record.line != damaged && !decode_record(record, contents))
+        if (record.line != damaged
+            && !decode_record(*find_part(record.part), settings_name, record, contents))
             return record.line;
     return damaged;
 }
 
-/** Restores what the file holds. 0, or the number of the line that was refused. */
-int take_back(probe &agent, const file_contents &contents)
+/** Where each record with a key stands. */
+using record_places = std::map<std::pair<const state_part *, std::string>, std::size_t>;
+
+/** The last record comes in the place of the one with its key, or takes it along. */
+void put_last(file_contents &contents, record_places &places, bool gone)
+{
+    kept_record &last = contents.records.back();
+    if (!last.part->key)
+        return;
+    const auto [place, added] =
+        places.try_emplace({last.part, last.part->key(last.memory.data())}, contents.records.size() - 1);
+    if (!added)
+        contents.records[place->second].part = nullptr;
+    place->second = contents.records.size() - 1;
+    if (gone)
+        last.part = nullptr;
+}
+
+/** One line of the journal, of a part alone or with a record. False when it is wrong. */
+bool take_line(
+    std::string_view name, const settings_record *record, file_contents &contents, record_places &places)
+{
+    const bool gone = name.starts_with(gone_mark);
+    const state_part *part = find_part(gone ? name.substr(1) : name);
+    if (!part || (gone && !(record && part->key)))
+        return false;
+    contents.parts.insert(part);
+    if (record) {
+        const bool whole = decode_record(*part, journal_name, *record, contents);
+        if (whole)
+            put_last(contents, places, gone);
+        return whole;
+    }
+    for (kept_record &kept : contents.records)
+        if (kept.part == part)
+            kept.part = nullptr;
+    return true;
+}
+
+/** Changes what the settings file has as its journal says. 0, or the number of the line that is wrong. */
+int read_journal(const settings_text &lines, file_contents &contents)
+{
+    record_places places;
+    for (std::size_t i = 0; i < contents.records.size(); i++) {
+        const kept_record &kept = contents.records[i];
+        if (kept.part->key)
+            places[{kept.part, kept.part->key(kept.memory.data())}] = i;
+    }
+    auto record = lines.records.begin();
+    for (std::size_t i = 0; i < lines.parts.size(); i++) {
+        const bool has_record = record != lines.records.end() && record->line == lines.part_lines[i];
+        if (!take_line(lines.parts[i], has_record ? &*record++ : nullptr, contents, places))
+            return lines.part_lines[i];
+    }
+    return 0;
+}
+
+/** Restores what the files hold. What was refused. */
+file_place take_back(probe &agent, const file_contents &contents)
 {
     // What refers to others goes before them, and comes after them.
     const std::span<const state_part> parts = state_parts();
@@ -90,65 +164,63 @@ int take_back(probe &agent, const file_contents &contents)
     for (const state_part &part : parts)
         for (const kept_record &kept : contents.records)
             if (kept.part == &part && !part.load(agent, kept.memory.data()))
-                return kept.line;
-    return 0;
+                return {kept.file, kept.line};
+    return {nullptr, 0};
 }
 
-/** The whole file; errno ENOENT when there is none. */
-bool read_file(int directory, std::string &text)
+/* ---- what is written ------------------------------------------------------------------- */
+
+/** The lines of one part. */
+void describe_part(probe &agent, const state_part &part, state_writer &writer)
 {
-    const int file = openat(directory, file_name, O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    char block[16 * 1024];
-    ssize_t count;
-    while ((count = read(file, block, sizeof block)) > 0 && text.size() < max_bytes)
-        text.append(block, static_cast<std::size_t>(count));
-    const int error = errno;
-    close(file);
-    errno = count < 0 ? error : EFBIG;
-    return count == 0;
+    writer.part = part.name;
+    add_part(writer.text, part.name);
+    part.save(agent, writer);
 }
-
-/* ---- writing --------------------------------------------------------------------------- */
 
 std::string describe_state(probe &agent)
 {
     state_writer writer{"", begin_settings()};
-    for (const state_part &part : state_parts()) {
-        writer.part = part.name;
-        add_part(writer.text, part.name);
-        part.save(agent, writer);
-    }
+    for (const state_part &part : state_parts())
+        describe_part(agent, part, writer);
     end_settings(writer.text);
     return std::move(writer.text);
 }
 
-bool write_all(int file, std::string_view text)
+/** The parts that are kept as a whole and are not as they were written. */
+std::string changed_parts(probe &agent)
 {
-    while (!text.empty()) {
-        const ssize_t count = write(file, text.data(), text.size());
-        if (count < 0 && errno != EINTR)
-            return false;
-        if (count > 0)
-            text.remove_prefix(static_cast<std::size_t>(count));
+    state_store &store = state_store_of(agent);
+    std::string changed;
+    for (const state_part &part : state_parts()) {
+        if (part.key)
+            continue;
+        state_writer writer{};
+        describe_part(agent, part, writer);
+        std::string &before = store.small_parts[&part];
+        if (writer.text == before)
+            continue;
+        changed += writer.text;
+        before = std::move(writer.text);
     }
-    return true;
+    return changed;
 }
 
-/** False, with errno, when the file could not be replaced; the old one stands then. */
-bool replace_file(int directory, std::string_view text)
+void forget_noted(state_store &store)
 {
-    unlinkat(directory, new_file_name, 0); // of a process that was killed
-    const int file =
-        openat(directory, new_file_name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    if (file < 0)
-        return false;
-    const bool written = write_all(file, text) && fsync(file) == 0;
-    const int error = errno;
-    close(file);
-    errno = error;
-    return written && renameat(directory, new_file_name, directory, file_name) == 0 && fsync(directory) == 0;
+    store.noted.clear();
+    store.noted_size = 0;
+}
+
+/** What was set since the last write, for the journal; empty where that is nothing. */
+std::string describe_changes(probe &agent)
+{
+    state_store &store = state_store_of(agent);
+    std::string lines = changed_parts(agent);
+    for (const auto &[row, line] : store.noted)
+        lines += line;
+    forget_noted(store);
+    return lines;
 }
 
 std::string failure(const char *what, const std::string &directory)
@@ -179,6 +251,213 @@ void release_written(void *record, const wire::layout &layout)
     wire::release_layout(record, layout);
 }
 
+namespace {
+
+/* ---- the start ------------------------------------------------------------------------- */
+
+void tell_of_foreign_journal(const state_store &store)
+{
+    std::fprintf(
+        stderr, "rmon-agent: %s/%s belongs to another settings file: nothing is taken from it\n",
+        store.name.c_str(), journal_name);
+}
+
+/** Takes back what the files hold, or says what is wrong. */
+std::string read_files(probe &agent, const std::string &text, const std::string &journal)
+{
+    state_store &store = state_store_of(agent);
+    const auto path = [&](const char *file) { return store.name + "/" + file; };
+    const auto damaged = [&](const char *file, int line) {
+        return path(file) + " is damaged in line " + std::to_string(line);
+    };
+    file_contents contents;
+    const auto take = [&]() -> std::string {
+        if (const int line = read_lines(text, contents))
+            return damaged(settings_name, line);
+        journal_text changes;
+        int line = take_journal_apart(journal, text, changes);
+        if (line == 0 && changes.foreign)
+            tell_of_foreign_journal(store);
+        else if (line == 0)
+            line = read_journal(changes.lines, contents);
+        if (line != 0)
+            return damaged(journal_name, line);
+        store.has_journal = !changes.lines.parts.empty();
+        const file_place refused = take_back(agent, contents);
+        return refused.line == 0 ? std::string()
+                                 : path(refused.file) + " has in line " + std::to_string(refused.line)
+                                       + " what can't be set";
+    };
+    std::string wrong = take();
+    for (kept_record &kept : contents.records)
+        wire::release_layout(kept.memory.data(), *kept.record);
+    return wrong;
+}
+
+/* ---- the writes ------------------------------------------------------------------------ */
+
+void begin_write(probe &agent);
+
+void on_due(void *context, void *)
+{
+    begin_write(*static_cast<probe *>(context));
+}
+
+/** Has a write begun behind what is ready in a turn of the loop: all that is set there shares it. */
+void ask_for_write(probe &agent, int64_t due = 0)
+{
+    state_store &store = state_store_of(agent);
+    if (store.writing || store.asked)
+        return;
+    store.asked = true;
+    store.begin = call_at(loop_of(agent), due, on_due, &agent, nullptr);
+}
+
+/**
+ * Tells those who wait, and has written what was set meanwhile. Where the disk is slow, this waits for what
+ * the clients that are answered now set next: else those would wait for one write, and the others for the
+ * next one, in turns.
+ */
+void end_write(probe &agent)
+{
+    state_store &store = state_store_of(agent);
+    const int64_t now = grid_ms();
+    if (store.changed && !store.failed)
+        ask_for_write(agent, now - store.began >= slow_disk_ms ? now + 1 : 0);
+    if (store.tell)
+        store.tell(store.context, store.begun);
+}
+
+/** Takes over what became of a write. */
+void take_result(probe &agent, disk_work &&work)
+{
+    state_store &store = state_store_of(agent);
+    store.writing = false;
+    store.journal = work.journal;
+    if (work.error != 0) {
+        errno = work.error;
+        if (!store.failed)
+            std::fprintf(stderr, "rmon-agent: %s\n", failure("keep the settings in", store.name).c_str());
+        store.failed = true;
+        store.changed = true;
+        // Nobody knows what the disk has of the journal.
+        store.whole = true;
+        store.has_journal = store.has_journal || !work.whole;
+        forget_noted(store);
+        return;
+    }
+    store.failed = false;
+    if (work.whole) {
+        store.written = std::move(work.bytes);
+        store.has_journal = false;
+        store.journal_size = 0;
+        return;
+    }
+    store.has_journal = true;
+    store.journal_size += work.bytes.size();
+    if (store.journal_size > long_journal && store.journal_size > 2 * store.written.size())
+        store.whole = true;
+}
+
+void on_disk_done(void *context, uint32_t)
+{
+    auto &agent = *static_cast<probe *>(context);
+    take_result(agent, take_work(*state_store_of(agent).writer));
+    end_write(agent);
+}
+
+/** The next thing to do; false when the files hold it all. */
+bool next_work(probe &agent, disk_work &work)
+{
+    state_store &store = state_store_of(agent);
+    work.directory = store.directory;
+    work.journal = store.journal;
+    work.whole = store.whole;
+    store.changed = false;
+    if (!store.whole) {
+        const std::string lines = describe_changes(agent);
+        if (lines.empty())
+            return false;
+        if (store.journal < 0)
+            work.bytes = begin_journal(store.written);
+        work.bytes += journal_write(lines);
+        return true;
+    }
+    work.bytes = describe_state(agent);
+    if (work.bytes == store.written && !store.has_journal)
+        return false;
+    forget_noted(store);
+    store.whole = work.bytes.size() <= small_settings;
+    if (!store.whole)
+        changed_parts(agent); // as this file has them
+    return true;
+}
+
+/** The thread is there from the first write on. */
+bool has_writer(probe &agent)
+{
+    state_store &store = state_store_of(agent);
+    if (store.writer)
+        return true;
+    auto writer = std::make_unique<disk_writer>();
+    if (!open_writer(*writer))
+        return false;
+    if (!watch(loop_of(agent), writer->done, EPOLLIN, on_disk_done, &agent)) {
+        const int error = errno;
+        close_writer(*writer);
+        errno = error;
+        return false;
+    }
+    store.writer = std::move(writer);
+    return true;
+}
+
+void begin_write(probe &agent)
+{
+    state_store &store = state_store_of(agent);
+    store.asked = false;
+    store.begun++;
+    store.began = grid_ms();
+    disk_work work;
+    if (!next_work(agent, work)) {
+        store.failed = false;
+        end_write(agent);
+    } else if (!has_writer(agent)) {
+        work.error = errno;
+        take_result(agent, std::move(work));
+        end_write(agent);
+    } else {
+        store.writing = true;
+        give_work(*store.writer, std::move(work));
+    }
+}
+
+} // namespace
+
+bool notes_rows(probe &agent)
+{
+    return !state_store_of(agent).whole;
+}
+
+void note_record(probe &agent, const void *record, const wire::layout &layout, bool gone)
+{
+    state_store &store = state_store_of(agent);
+    if (store.whole)
+        return;
+    const auto part =
+        std::ranges::find_if(state_parts(), [&](const state_part &one) { return one.record == &layout; });
+    const std::string name = gone ? gone_mark + std::string(part->name) : part->name;
+    state_writer writer{name.c_str(), {}};
+    write_record(writer, record, layout);
+    std::string &line = store.noted[{&*part, part->key(record)}];
+    store.noted_size += writer.text.size() - line.size();
+    line = std::move(writer.text);
+    if (store.noted_size <= max_noted)
+        return;
+    store.whole = true;
+    forget_noted(store);
+}
+
 std::string open_state(probe &agent, const std::string &directory)
 {
     state_store &store = state_store_of(agent);
@@ -191,50 +470,70 @@ std::string open_state(probe &agent, const std::string &directory)
     if (flock(store.directory, LOCK_EX | LOCK_NB) != 0)
         return errno == EWOULDBLOCK ? directory + " is in use by another agent" : failure("lock", directory);
 
-    const std::string path = directory + "/" + file_name;
     std::string text;
-    if (read_file(store.directory, text)) {
-        file_contents contents;
-        const int damaged = read_lines(text, contents);
-        const int refused = damaged == 0 ? take_back(agent, contents) : 0;
-        for (kept_record &kept : contents.records)
-            wire::release_layout(kept.memory.data(), *kept.part->record);
-        if (damaged != 0)
-            return path + " is damaged in line " + std::to_string(damaged);
-        if (refused != 0)
-            return path + " has in line " + std::to_string(refused) + " what can't be set";
-        store.written = std::move(text);
-    } else if (errno == ENOENT) {
-        store.written = describe_state(agent);
-    } else {
-        return failure("read", path);
-    }
-    return {};
+    std::string journal;
+    const bool has_file = read_settings(store.directory, settings_name, text);
+    if (!has_file && errno != ENOENT)
+        return failure("read", directory + "/" + settings_name);
+    if (!read_settings(store.directory, journal_name, journal) && errno != ENOENT)
+        return failure("read", directory + "/" + journal_name);
+    std::string wrong;
+    if (has_file)
+        wrong = read_files(agent, text, journal);
+    else if (!journal.empty())
+        tell_of_foreign_journal(store);
+    if (wrong.empty())
+        store.written = has_file ? std::move(text) : describe_state(agent);
+    return wrong;
 }
 
-void save_state(probe &agent)
+uint64_t save_state(probe &agent)
 {
     state_store &store = state_store_of(agent);
-    if (!store.changed || store.directory < 0)
+    if (!std::exchange(store.set, false) || store.directory < 0)
+        return 0;
+    store.changed = true;
+    ask_for_write(agent);
+    return store.begun + 1;
+}
+
+void retry_state(probe &agent)
+{
+    if (state_store_of(agent).failed)
+        ask_for_write(agent);
+}
+
+void finish_state(probe &agent)
+{
+    state_store &store = state_store_of(agent);
+    while (store.writing)
+        on_disk_done(&agent, 0);
+    take_back(loop_of(agent), store.begin);
+    store.asked = false;
+    if (store.directory < 0 || (!store.changed && store.journal < 0))
         return;
-    std::string text = describe_state(agent);
-    if (text != store.written) {
-        if (!replace_file(store.directory, text)) {
-            if (!store.failed)
-                std::fprintf(stderr, "rmon-agent: %s\n", failure("keep the settings in", store.name).c_str());
-            store.failed = true;
-            return;
-        }
-        store.written = std::move(text);
+    store.whole = true;
+    store.begun++;
+    disk_work work;
+    if (next_work(agent, work)) {
+        do_disk_work(work);
+        take_result(agent, std::move(work));
     }
-    store.changed = false;
-    store.failed = false;
+    if (store.tell)
+        store.tell(store.context, store.begun);
 }
 
 void close_state(probe &agent)
 {
-    int &directory = state_store_of(agent).directory;
-    if (directory >= 0)
-        close(directory);
-    directory = -1;
+    state_store &store = state_store_of(agent);
+    if (store.writer) {
+        unwatch(loop_of(agent), store.writer->done);
+        close_writer(*store.writer);
+        store.writer.reset();
+    }
+    for (int *descriptor : {&store.journal, &store.directory}) {
+        if (*descriptor >= 0)
+            close(*descriptor);
+        *descriptor = -1;
+    }
 }

@@ -68,6 +68,25 @@ rmonrpc_dsmon_aggprof_t dscp_reply(int32_t profile, int32_t dscp, const aggregat
     return reply;
 }
 
+/** Notes how a profile is now; one that is gone took its groups and DSCPs along. */
+void note_profile(probe &agent, int32_t index, const aggregation_profile &before)
+{
+    const auto &profiles = storage<dsmon_aggregation>(agent).profiles;
+    if (const auto found = profiles.find(index); found != profiles.end())
+        return note_made_row(agent, profile_reply(index, found->second));
+    rmonrpc_dsmon_aggctl_t profile{};
+    profile.dsmonAggControlIndex = static_cast<uint32_t>(index);
+    note_gone(agent, profile);
+    for (const auto &[number, row] : before.groups) {
+        rmonrpc_dsmon_agggrp_t group{};
+        group.dsmonAggControlIndex = profile.dsmonAggControlIndex;
+        group.dsmonAggGroupIndex = static_cast<uint32_t>(number);
+        note_gone(agent, group);
+    }
+    for (int32_t dscp = 0; dscp < dscp_values; dscp++)
+        note_gone(agent, dscp_reply(index, dscp, before));
+}
+
 rmonrpc_dsmon_aggctl_t dsmon_aggctl_get(probe &agent, const rmonrpc_row_key2_t &key)
 {
     const auto found = find_row(storage<dsmon_aggregation>(agent).profiles, key.index, key.getType);
@@ -80,8 +99,14 @@ int32_t dsmon_aggctl_set(probe &agent, const rmonrpc_dsmon_aggctl_t &request)
 {
     if (storage<dsmon_aggregation>(agent).locked)
         return gen_err;
-    return set_row<profile_control_table>(
-        agent, storage<dsmon_aggregation>(agent).profiles, index_of<profile_control_table>(request), request);
+    auto &profiles = storage<dsmon_aggregation>(agent).profiles;
+    const int32_t index = index_of<profile_control_table>(request);
+    const auto found = profiles.find(index);
+    const aggregation_profile before = found == profiles.end() ? aggregation_profile{} : found->second;
+    const int32_t error = set_row<profile_control_table>(agent, profiles, index, request);
+    if (error == no_error)
+        note_profile(agent, index, before);
+    return error;
 }
 
 /** The profile of which a set changes a part; null, with a request_status, when none may be changed. */
@@ -115,8 +140,15 @@ int32_t dsmon_agggrp_set(probe &agent, const rmonrpc_dsmon_agggrp_t &request)
     aggregation_profile *profile = profile_to_change(agent, request.dsmonAggControlIndex, error);
     if (!profile)
         return error;
-    return set_row<group_control_table>(
-        agent, profile->groups, index_of<group_control_table>(request), request);
+    const int32_t index = index_of<group_control_table>(request);
+    error = set_row<group_control_table>(agent, profile->groups, index, request);
+    if (error != no_error)
+        return error;
+    if (const auto group = profile->groups.find(index); group != profile->groups.end())
+        note_made_row(agent, group_reply(signed_index(request.dsmonAggControlIndex), index, group->second));
+    else
+        note_gone(agent, request);
+    return no_error;
 }
 
 rmonrpc_dsmon_aggprof_t dsmon_aggprofile_get(probe &agent, const rmonrpc_row_key3_t &key)
@@ -150,6 +182,14 @@ int32_t dsmon_aggprofile_set(probe &agent, const rmonrpc_dsmon_aggprof_t &reques
     if (request.dscp >= dscp_values || request.dsmonAggGroupIndex >= aggregation_groups)
         return bad_value;
     profile->group_of[request.dscp] = static_cast<uint8_t>(request.dsmonAggGroupIndex);
+    // Group 0 has all that is in no other one.
+    if (request.dsmonAggGroupIndex == 0)
+        note_gone(agent, request);
+    else
+        note_row(
+            agent,
+            dscp_reply(
+                signed_index(request.dsmonAggControlIndex), static_cast<int32_t>(request.dscp), *profile));
     return no_error;
 }
 
@@ -189,6 +229,21 @@ int32_t load_dscp(probe &agent, const rmonrpc_dsmon_aggprof_t &record)
     return dsmon_aggprofile_set(agent, record);
 }
 
+std::string profile_key(const rmonrpc_dsmon_aggctl_t &kept)
+{
+    return key_of_numbers(kept.dsmonAggControlIndex);
+}
+
+std::string group_key(const rmonrpc_dsmon_agggrp_t &kept)
+{
+    return key_of_numbers(kept.dsmonAggControlIndex, kept.dsmonAggGroupIndex);
+}
+
+std::string dscp_key(const rmonrpc_dsmon_aggprof_t &kept)
+{
+    return key_of_numbers(kept.dsmonAggControlIndex, kept.dscp);
+}
+
 /* ---- the family --------------------------------------------------------------------- */
 
 constexpr served_procedure procedures[] = {
@@ -201,9 +256,9 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep<save_profiles, load_profile>("dsmonAggControl"),
-    keep<save_groups, load_group>("dsmonAggGroup"),
-    keep<save_dscp_maps, load_dscp>("dsmonAggProfile"),
+    keep_each<save_profiles, load_profile, profile_key>("dsmonAggControl"),
+    keep_each<save_groups, load_group, group_key>("dsmonAggGroup"),
+    keep_each<save_dscp_maps, load_dscp, dscp_key>("dsmonAggProfile"),
 };
 
 } // namespace

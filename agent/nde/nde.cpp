@@ -62,11 +62,51 @@ template <class Record, class Table, class Fill> wire::rows<Record> rows_for(
     return read_rows<Record>(table, index, head.getType, head.count, fill);
 }
 
-/** Removes the rows of a table whose keys lie from first to last. */
-template <class Table>
-void remove_range(Table &table, const typename Table::key_type &first, const typename Table::key_type &last)
+/* What the journal gets, as the save functions write it. */
+
+rmonrpc_nde_device_t kept_device(const nde_address &address, const nde_device &device)
 {
-    table.erase(table.lower_bound(first), table.upper_bound(last));
+    rmonrpc_nde_device_t record = device_record(address, device);
+    record.head.operation = NDE_SET;
+    return record;
+}
+
+rmonrpc_nde_flow_path_t kept_path(const nde_path_key &key)
+{
+    rmonrpc_nde_flow_path_t record = path_record(key);
+    record.head.operation = NDE_SET;
+    return record;
+}
+
+/** Removes the flow paths whose keys lie from first to last. */
+void remove_paths(probe &agent, const nde_path_key &first, const nde_path_key &last)
+{
+    auto &paths = storage<nde_tables>(agent).paths;
+    const auto begin = paths.lower_bound(first);
+    const auto end = paths.upper_bound(last);
+    for (auto at = begin; at != end; ++at)
+        note_gone(agent, kept_path(*at));
+    paths.erase(begin, end);
+}
+
+/** Removes the data sources of a device, and their flow paths. */
+void remove_datasrcs(probe &agent, const nde_address &device)
+{
+    auto &datasrcs = storage<nde_tables>(agent).datasrcs;
+    const auto begin = datasrcs.lower_bound({device, 0});
+    const auto end = datasrcs.upper_bound({device, UINT32_MAX});
+    for (auto at = begin; at != end; ++at)
+        note_gone(agent, datasrc_record(at->first, at->second));
+    datasrcs.erase(begin, end);
+    remove_paths(agent, {device, 0, INT32_MIN, INT32_MIN}, {device, UINT32_MAX, INT32_MAX, INT32_MAX});
+}
+
+/** The name of a data source, which may be a new one. */
+void put_datasrc(probe &agent, const nde_datasrc_key &key, std::string_view name)
+{
+    std::string &kept = storage<nde_tables>(agent).datasrcs[key];
+    kept = name;
+    note_row(agent, datasrc_record(key, kept));
 }
 
 /** The lowest index that is free on a device. */
@@ -104,9 +144,8 @@ int32_t nde_device_set(probe &agent, const rmonrpc_nde_device_t &request)
     if (request.head.operation == NDE_DELETE) {
         if (!tables.devices.erase(*address))
             return no_such_name;
-        remove_range(tables.datasrcs, {*address, 0}, {*address, UINT32_MAX});
-        remove_range(
-            tables.paths, {*address, 0, INT32_MIN, INT32_MIN}, {*address, UINT32_MAX, INT32_MAX, INT32_MAX});
+        note_gone(agent, kept_device(*address, {}));
+        remove_datasrcs(agent, *address);
         return no_error;
     }
 
@@ -116,17 +155,16 @@ int32_t nde_device_set(probe &agent, const rmonrpc_nde_device_t &request)
         return bad_value;
     if (tables.devices.size() >= max_devices && !tables.devices.contains(*address))
         return gen_err;
-    tables.devices[*address] = {std::string(name), std::string(community)};
+    nde_device &device = tables.devices[*address];
+    device = {std::string(name), std::string(community)};
+    note_row(agent, kept_device(*address, device));
     return no_error;
 }
 
 void save_nde_devices(probe &agent, state_writer &writer)
 {
-    for (const auto &[address, device] : storage<nde_tables>(agent).devices) {
-        rmonrpc_nde_device_t record = device_record(address, device);
-        record.head.operation = NDE_SET;
-        write_record(writer, record);
-    }
+    for (const auto &[address, device] : storage<nde_tables>(agent).devices)
+        write_record(writer, kept_device(address, device));
 }
 
 /* ---- data sources ---------------------------------------------------------------------- */
@@ -156,8 +194,9 @@ int32_t nde_datasrc_set(probe &agent, const rmonrpc_nde_datasrc_t &request)
         if (!there)
             return no_such_name;
         tables.datasrcs.erase(key);
-        remove_range(
-            tables.paths, {key.first, key.second, INT32_MIN, INT32_MIN},
+        note_gone(agent, datasrc_record(key, {}));
+        remove_paths(
+            agent, {key.first, key.second, INT32_MIN, INT32_MIN},
             {key.first, key.second, INT32_MAX, INT32_MAX});
         return no_error;
     }
@@ -168,14 +207,14 @@ int32_t nde_datasrc_set(probe &agent, const rmonrpc_nde_datasrc_t &request)
     if (request.datasrcIndex != 0) {
         if (!there)
             return no_such_name;
-        tables.datasrcs[key] = name;
+        put_datasrc(agent, key, name);
         return no_error;
     }
     if (!tables.devices.contains(*address))
         return no_such_name;
     if (tables.datasrcs.size() >= max_datasrcs)
         return gen_err;
-    tables.datasrcs[{*address, free_index(tables, *address)}] = name;
+    put_datasrc(agent, {*address, free_index(tables, *address)}, name);
     return no_error;
 }
 
@@ -217,8 +256,12 @@ int32_t nde_flow_path_set(probe &agent, const rmonrpc_nde_flow_path_t &request)
         return bad_value;
     const nde_path_key key{*address, request.datasrcIndex, request.inputIndex, request.outputIndex};
 
-    if (request.head.operation == NDE_DELETE)
-        return tables.paths.erase(key) ? no_error : no_such_name;
+    if (request.head.operation == NDE_DELETE) {
+        if (!tables.paths.erase(key))
+            return no_such_name;
+        note_gone(agent, kept_path(key));
+        return no_error;
+    }
     if (request.head.operation != NDE_SET || request.inputIndex < 0 || request.outputIndex < 0)
         return bad_value;
     if (!tables.datasrcs.contains({*address, request.datasrcIndex}))
@@ -226,21 +269,40 @@ int32_t nde_flow_path_set(probe &agent, const rmonrpc_nde_flow_path_t &request)
     if (tables.paths.size() >= max_paths && !tables.paths.contains(key))
         return gen_err;
     tables.paths.insert(key);
+    note_row(agent, kept_path(key));
     return no_error;
 }
 
 void save_nde_paths(probe &agent, state_writer &writer)
 {
-    for (const nde_path_key &key : storage<nde_tables>(agent).paths) {
-        rmonrpc_nde_flow_path_t record = path_record(key);
-        record.head.operation = NDE_SET;
-        write_record(writer, record);
-    }
+    for (const nde_path_key &key : storage<nde_tables>(agent).paths)
+        write_record(writer, kept_path(key));
 }
 
 /* ---- the family --------------------------------------------------------------------- */
 
 namespace {
+
+std::string text_of_address(const rmonrpc_nde_head_t &head)
+{
+    return {
+        reinterpret_cast<const char *>(head.address.value), std::min(head.addressLength, head.address.size)};
+}
+
+std::string device_key(const rmonrpc_nde_device_t &kept)
+{
+    return text_of_address(kept.head);
+}
+
+std::string datasrc_key(const rmonrpc_nde_datasrc_t &kept)
+{
+    return key_of_numbers(kept.datasrcIndex) + text_of_address(kept.head);
+}
+
+std::string path_key(const rmonrpc_nde_flow_path_t &kept)
+{
+    return key_of_numbers(kept.datasrcIndex, kept.inputIndex, kept.outputIndex) + text_of_address(kept.head);
+}
 
 constexpr served_procedure procedures[] = {
     serve<nde_device_get>(nde_device_get_1),       serve_set<nde_device_set>(nde_device_set_1),
@@ -249,9 +311,9 @@ constexpr served_procedure procedures[] = {
 };
 
 constexpr state_part kept[] = {
-    keep<save_nde_devices, nde_device_set>("ndeDevice"),
-    keep<save_nde_datasrcs, load_nde_datasrc>("ndeDatasrc"),
-    keep<save_nde_paths, nde_flow_path_set>("ndeFlowPath"),
+    keep_each<save_nde_devices, nde_device_set, device_key>("ndeDevice"),
+    keep_each<save_nde_datasrcs, load_nde_datasrc, datasrc_key>("ndeDatasrc"),
+    keep_each<save_nde_paths, nde_flow_path_set, path_key>("ndeFlowPath"),
 };
 
 } // namespace

@@ -27,12 +27,17 @@ constexpr std::size_t max_description = 127;
 
 /* ---- packets --------------------------------------------------------------------------------- */
 
+/** Notes what packets or an event changed. */
+void note_channel(probe &agent, const channel_row &row);
+
 void tell(probe &agent, channel_row &row)
 {
     if (row.event == 0 || row.event_status == event_fired)
         return;
-    if (row.event_status == event_ready)
+    if (row.event_status == event_ready) {
         row.event_status = event_fired;
+        note_channel(agent, row);
+    }
     fire_event(agent, row.event, "packet on channel " + row.description);
 }
 
@@ -105,6 +110,15 @@ struct channel_control_table {
     }
 };
 
+void note_channel(probe &agent, const channel_row &row)
+{
+    if (!notes_rows(agent))
+        return;
+    for (const auto &[index, other] : storage<channel_table>(agent))
+        if (&other == &row)
+            note_control<channel_control_table>(agent, index);
+}
+
 } // namespace
 
 void refresh_channel(probe &agent, int32_t index)
@@ -158,6 +172,8 @@ void channels_hear_event(probe &agent, uint32_t event)
             row.data_control = turned_on;
         if (row.turn_off_event == event)
             row.data_control = turned_off;
+        if (row.turn_on_event == event || row.turn_off_event == event)
+            note_control<channel_control_table>(agent, index);
     }
 }
 

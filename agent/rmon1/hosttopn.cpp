@@ -164,6 +164,7 @@ int32_t hosttopn_ctl_set(probe &agent, const rmonrpc_hosttopn_ctl_t &request)
     if (!worked || request.hostTopNTimeRemaining == 0)
         return error;
     row->second.duration = request.hostTopNTimeRemaining;
+    note_control<topn_control_table>(agent, row->first);
     begin_interval(agent, row->second);
     return error;
 }

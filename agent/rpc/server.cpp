@@ -70,8 +70,14 @@ bool end_message(connection &client)
 {
     tcp_server &server = *client.server;
     client.message_began = 0;
-    const bool understood =
-        server.answer(server.context, client.message.data(), client.message.size(), client.output);
+    const std::size_t before = client.output.size();
+    const bool understood = server.answer(
+        server.context, client.message.data(), client.message.size(), client.output, client.held_for);
+    if (client.held_for != 0) {
+        const auto reply = client.output.begin() + static_cast<std::ptrdiff_t>(before);
+        client.held.assign(reply, client.output.end());
+        client.output.erase(reply, client.output.end());
+    }
     client.message.clear();
     if (client.message.capacity() > 4096)
         client.message.shrink_to_fit();
@@ -111,11 +117,18 @@ std::size_t take_piece(connection &client, const uint8_t *bytes, std::size_t siz
     return taken;
 }
 
-/** Answers calls until too much output waits, keeps the rest. False: the connection must end. */
+/** Whether what arrives has to wait: for the client to read, or for the reply before it. */
+bool is_busy(const connection &client)
+{
+    return waiting(client) > max_waiting || client.held_for != 0;
+}
+
+/** Answers calls until too much output waits or a reply is held, keeps the rest. False: the connection must
+ * end. */
 bool take_bytes(connection &client, const uint8_t *bytes, std::size_t size)
 {
     std::size_t taken = 0;
-    while (taken < size && waiting(client) <= max_waiting) {
+    while (taken < size && !is_busy(client)) {
         const std::size_t piece = take_piece(client, bytes + taken, size - taken);
         if (piece == 0)
             return false;
@@ -150,18 +163,18 @@ bool settle(connection &client)
     for (;;) {
         if (!send_output(client))
             return false;
-        if (client.input.empty() || waiting(client) > max_waiting)
+        if (client.input.empty() || is_busy(client))
             break;
         const std::vector<uint8_t> input = std::move(client.input);
         client.input.clear();
         if (!take_bytes(client, input.data(), input.size()))
             return false;
     }
-    if (client.finishing && waiting(client) == 0)
+    if (client.finishing && waiting(client) == 0 && client.held_for == 0)
         return false;
     if (waiting(client) > max_waiting && !make_room(client))
         return false;
-    const bool wants_more = client.input.empty() && !client.finishing;
+    const bool wants_more = client.input.empty() && !client.finishing && client.held_for == 0;
     const uint32_t events = (wants_more ? uint32_t{EPOLLIN} : 0) | (waiting(client) ? uint32_t{EPOLLOUT} : 0);
     rewatch(*client.server->loop, client.socket, events);
     return true;
@@ -183,7 +196,7 @@ void on_connection(void *context, uint32_t events)
 {
     auto &client = *static_cast<connection *>(context);
     // A hang-up is reported whatever is watched for: by then both directions are gone.
-    const bool reads = events & EPOLLIN && client.input.empty() && !client.finishing;
+    const bool reads = events & EPOLLIN && client.input.empty() && !client.finishing && client.held_for == 0;
     const bool gone = events & (EPOLLERR | EPOLLHUP) && !reads;
     if (gone || (reads && !receive(client)) || !settle(client))
         close_connection(client);
@@ -254,8 +267,7 @@ void on_server_tick(void *context)
     for (auto next = server.connections.begin(); next != server.connections.end();) {
         connection &client = (next++)->second;
         const bool unread = waiting(client) > 0 && client.last_active < limit;
-        const bool unfinished =
-            client.message_began != 0 && client.message_began < limit && waiting(client) <= max_waiting;
+        const bool unfinished = client.message_began != 0 && client.message_began < limit && !is_busy(client);
         if (unread || unfinished)
             close_connection(client);
     }
@@ -327,6 +339,27 @@ std::string open_server(
         return std::string("cannot watch a socket: ") + std::strerror(errno);
     every_second(loop, on_server_tick, &server);
     return {};
+}
+
+void release_replies(tcp_server &server, uint64_t number)
+{
+    // Sending to one client may disconnect another.
+    std::vector<int> sockets;
+    for (const auto &[socket, client] : server.connections)
+        if (client.held_for != 0 && client.held_for <= number)
+            sockets.push_back(socket);
+    for (const int socket : sockets) {
+        const auto found = server.connections.find(socket);
+        if (found == server.connections.end())
+            continue;
+        connection &client = found->second;
+        client.output.insert(client.output.end(), client.held.begin(), client.held.end());
+        client.held.clear();
+        client.held_for = 0;
+        client.last_active = now_ms();
+        if (!settle(client))
+            close_connection(client);
+    }
 }
 
 void close_server(tcp_server &server)

@@ -21,12 +21,17 @@
 #include <vector>
 
 /**
- * Answers one message: appends the reply, with its record mark, to output.
+ * Answers one message: appends the reply, with its record mark, to output. Where waits_for is not 0 then, the
+ * reply goes out with release_replies() of that number, and until then no more of the connection is answered.
  * False when the message is no call that could be answered: its sender does not speak RPC,
  * and its connection is closed.
  */
-using on_message =
-    bool (*)(void *context, const uint8_t *message, std::size_t size, std::vector<uint8_t> &output);
+using on_message = bool (*)(
+    void *context,
+    const uint8_t *message,
+    std::size_t size,
+    std::vector<uint8_t> &output,
+    uint64_t &waits_for);
 
 struct tcp_server;
 
@@ -41,9 +46,11 @@ struct connection {
     bool last_fragment;     // the current fragment ends its message
     int64_t message_began;  // now_ms() of its first byte, 0 between messages
     std::vector<uint8_t> output;
-    std::size_t sent;    // bytes of output that are already gone
-    int64_t last_active; // now_ms() of the last byte in either direction
-    bool finishing;      // the client sends no more: closed once the output is gone
+    std::size_t sent;          // bytes of output that are already gone
+    std::vector<uint8_t> held; // a reply that may not go out yet
+    uint64_t held_for;         // the number that it waits for, 0: nothing is held
+    int64_t last_active;       // now_ms() of the last byte in either direction
+    bool finishing;            // the client sends no more: closed once the output is gone
 };
 
 struct tcp_server {
@@ -67,5 +74,8 @@ std::string open_server(
     uint16_t port,
     on_message answer,
     void *context);
+
+/** Sends the replies that wait for numbers up to this one. */
+void release_replies(tcp_server &server, uint64_t number);
 
 void close_server(tcp_server &server);

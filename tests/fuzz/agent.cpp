@@ -11,7 +11,8 @@
 
 namespace {
 
-bool on_call(void *context, const uint8_t *message, std::size_t size, std::vector<uint8_t> &output)
+bool on_call(
+    void *context, const uint8_t *message, std::size_t size, std::vector<uint8_t> &output, uint64_t &)
 {
     return answer_call(*static_cast<probe *>(context), served_procedures(), message, size, output);
 }

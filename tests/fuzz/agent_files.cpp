@@ -91,7 +91,7 @@ void read_settings(std::span<const uint8_t> bytes)
             broken("what the agent keeps can be read");
         if (wrong.empty()) {
             started.agent.state.changed = true;
-            save_state(started.agent);
+            finish_state(started.agent);
             if (round > 1 && started.agent.state.written != kept)
                 broken("settings that are read and kept are the same");
             kept = started.agent.state.written;

@@ -143,7 +143,7 @@ bytes settings()
         broken("the agent starts");
     start_groups(started.agent, 100);
     started.agent.state.changed = true;
-    save_state(started.agent);
+    finish_state(started.agent);
     stop_agent(started);
     std::filesystem::remove_all(directory);
     const std::string &kept = started.agent.state.written;

@@ -81,6 +81,13 @@ void test_names()
         }
     }
     check(state_parts().size() == parts.size(), "all parts of the settings are kept");
+    for (const state_part &part : state_parts())
+        check(
+            !part.key
+                || std::ranges::count_if(
+                       state_parts(), [&](const state_part &other) { return other.record == part.record; })
+                       == 1,
+            std::string("the record tells the part ") + part.name);
     check(known_variables().size() > 200, "the variables are known");
 }
 

@@ -104,6 +104,96 @@ void older_form()
     }
 }
 
+/* ---- the journal -------------------------------------------------------------------------- */
+
+std::string lines_of(const std::string &owner)
+{
+    std::string lines;
+    add_record(lines, "host", std::vector<char>(owner.begin(), owner.end()));
+    return lines;
+}
+
+/** What is taken of a journal: the records, each with a line's end, and what is wrong. */
+struct taken {
+    int damaged;
+    bool foreign;
+    std::string records;
+};
+
+taken take(const std::string &journal)
+{
+    journal_text read;
+    const std::string settings = sample();
+    const int damaged = take_journal_apart(journal, settings, read);
+    taken result{damaged, read.foreign, {}};
+    for (const settings_record &record : read.lines.records)
+        result.records +=
+            std::string(record.part) + " " + std::string(record.bytes.begin(), record.bytes.end()) + "\n";
+    return result;
+}
+
+void journal_lines()
+{
+    std::string lines = lines_of("me");
+    add_record(lines, "-host", std::vector<char>{'y', 'o', 'u'});
+    add_part(lines, "system");
+    const std::string journal =
+        begin_journal(sample()) + journal_write(lines) + journal_write(lines_of("again"));
+    const taken read = take(journal);
+    check(read.damaged == 0 && !read.foreign, "a journal is read");
+    check(read.records == "host me\n-host you\nhost again\n", "records of a journal: " + read.records);
+    journal_text parts;
+    take_journal_apart(journal, sample(), parts);
+    check(
+        parts.lines.parts == std::vector<std::string_view>{"host", "-host", "system", "host"}
+            && parts.lines.part_lines == std::vector<int>{3, 4, 5, 7},
+        "places in a journal");
+
+    const taken header = take(begin_journal(sample()));
+    check(header.damaged == 0 && !header.foreign && header.records.empty(), "a journal of a header alone");
+    const taken none = take("");
+    check(none.damaged == 0 && !none.foreign && none.records.empty(), "an empty journal");
+    const taken other = take(begin_journal(sample() + " ") + journal_write(lines));
+    check(other.damaged == 0 && other.foreign && other.records.empty(), "a journal of another file");
+}
+
+/** However much of the last write there is, or zeros in the place of it: the writes before it are taken. */
+void journal_ends()
+{
+    const std::string first = begin_journal(sample()) + journal_write(lines_of("first"));
+    const std::string whole = first + journal_write(lines_of("second"));
+    int wrong = 0;
+    for (std::size_t size = 0; size < whole.size(); size++) {
+        const std::string expected = size < first.size() ? "" : "host first\n";
+        std::string zeros = whole.substr(0, size);
+        zeros.resize(whole.size());
+        for (const std::string &torn : {whole.substr(0, size), zeros}) {
+            const taken read = take(torn);
+            wrong += read.damaged != 0 || read.foreign || read.records != expected;
+        }
+    }
+    check(wrong == 0, std::to_string(wrong) + " ends of a journal are not taken for what they are");
+}
+
+/** No flipped bit goes unnoticed. */
+void journal_bits()
+{
+    const std::string whole =
+        begin_journal(sample()) + journal_write(lines_of("first")) + journal_write(lines_of("second"));
+    int unnoticed = 0;
+    for (std::size_t bit = 0; bit < whole.size() * 8; bit++) {
+        std::string damaged = whole;
+        damaged[bit / 8] = static_cast<char>(damaged[bit / 8] ^ 1 << bit % 8);
+        unnoticed += take(damaged).damaged == 0;
+    }
+    check(unnoticed == 0, std::to_string(unnoticed) + " flipped bits of a journal go unnoticed");
+    // A line that has its check value, in a write that has not.
+    std::string other = whole;
+    const std::string second = lines_of("second");
+    other.replace(other.find(second), second.size(), lines_of("third!"));
+    check(take(other).damaged == 4, "another line in the place of a journal's");
+}
+
 } // namespace
 
 void test_settings()
@@ -114,4 +204,7 @@ void test_settings()
     every_end();
     wrong_lines();
     older_form();
+    journal_lines();
+    journal_ends();
+    journal_bits();
 }
