@@ -318,20 +318,21 @@ void ask_for_write(probe &agent, int64_t due = 0)
  * the clients that are answered now set next: else those would wait for one write, and the others for the
  * next one, in turns.
  */
-void end_write(probe &agent)
+void end_write(probe &agent, bool awaited)
 {
     state_store &store = state_store_of(agent);
     const int64_t now = grid_ms();
-    if (store.changed && !store.failed)
+    if (awaited)
         ask_for_write(agent, now - store.began >= slow_disk_ms ? now + 1 : 0);
     if (store.tell)
         store.tell(store.context, store.begun);
 }
 
-/** Takes over what became of a write. */
-void take_result(probe &agent, disk_work &&work)
+/** Takes over what became of a write. Whether something was set meanwhile, which waits for the next one. */
+bool take_result(probe &agent, disk_work &&work)
 {
     state_store &store = state_store_of(agent);
+    const bool awaited = store.changed;
     store.writing = false;
     store.journal = work.journal;
     if (work.error != 0) {
@@ -344,26 +345,27 @@ void take_result(probe &agent, disk_work &&work)
         store.whole = true;
         store.has_journal = store.has_journal || !work.whole;
         forget_noted(store);
-        return;
+        return awaited;
     }
     store.failed = false;
     if (work.whole) {
         store.written = std::move(work.bytes);
         store.has_journal = false;
         store.journal_size = 0;
-        return;
+        return awaited;
     }
     store.has_journal = true;
     store.journal_size += work.bytes.size();
     if (store.journal_size > long_journal && store.journal_size > 2 * store.written.size())
         store.whole = true;
+    return awaited;
 }
 
 void on_disk_done(void *context, uint32_t)
 {
     auto &agent = *static_cast<probe *>(context);
-    take_result(agent, take_work(*state_store_of(agent).writer));
-    end_write(agent);
+    const bool awaited = take_result(agent, take_work(*state_store_of(agent).writer));
+    end_write(agent, awaited);
 }
 
 /** The next thing to do; false when the files hold it all. */
@@ -421,11 +423,11 @@ void begin_write(probe &agent)
     disk_work work;
     if (!next_work(agent, work)) {
         store.failed = false;
-        end_write(agent);
+        end_write(agent, false);
     } else if (!has_writer(agent)) {
         work.error = errno;
         take_result(agent, std::move(work));
-        end_write(agent);
+        end_write(agent, false);
     } else {
         store.writing = true;
         give_work(*store.writer, std::move(work));
@@ -446,6 +448,8 @@ void note_record(probe &agent, const void *record, const wire::layout &layout, b
         return;
     const auto part =
         std::ranges::find_if(state_parts(), [&](const state_part &one) { return one.record == &layout; });
+    if (part == state_parts().end() || !part->key)
+        return; // what is kept as a whole is compared
     const std::string name = gone ? gone_mark + std::string(part->name) : part->name;
     state_writer writer{name.c_str(), {}};
     write_record(writer, record, layout);

@@ -1,5 +1,5 @@
 --TEST--
-A journal that can't be written: sets work all the same, one line tells, and the whole file has them
+Settings that can't be written: sets work all the same, one line tells, and once there is room the file has them
 --SKIPIF--
 <?php
 require __DIR__ . '/../needs.inc';
@@ -15,14 +15,39 @@ $directory = sys_get_temp_dir() . '/rmon-full-' . getmypid();
 $wrapper = "$directory-agent";
 register_shutdown_function(fn() => [array_map(unlink(...), [$wrapper, ...glob("$directory/*")]), @rmdir($directory)]);
 
-// Files end at 100 KiB; sh counts in blocks of 512 octets.
 $program = agent_program();
-file_put_contents($wrapper, "#!/bin/sh\ntrap '' XFSZ\nulimit -f 200\nexec $program \"\$@\"\n");
-chmod($wrapper, 0700);
-putenv("RMON_AGENT=$wrapper");
-$agent = bundled_agent('--no-capture', '--state', $directory);
-putenv("RMON_AGENT=$program");
 
+/** An agent whose files end at so many blocks of 512 octets. */
+function limited_agent(int $blocks): BundledAgent
+{
+    global $directory, $wrapper, $program;
+    file_put_contents($wrapper, "#!/bin/sh\ntrap '' XFSZ\nulimit -f $blocks\nexec $program \"\$@\"\n");
+    chmod($wrapper, 0700);
+    putenv("RMON_AGENT=$wrapper");
+    $agent = bundled_agent('--no-capture', '--state', $directory);
+    putenv("RMON_AGENT=$program");
+    return $agent;
+}
+
+// No room for anything: clients that set at once are answered all the same, and none waits for the next try.
+$agent = limited_agent(2);
+$clients = eight_clients($agent);
+foreach ($clients as $index => $client) {
+    expect_same(NO_ERROR, set_ether($client, $index, 0, '', CREATE_REQUEST), 'a row');
+}
+$count = 0;
+$begun = hrtime(true);
+set_at_once($clients, function () use (&$count): bool {
+    return ++$count >= 800;
+});
+expect_same(true, hrtime(true) - $begun < 60e9, 'no set waits for a second');
+expect_same(5, status_of(ask($clients[1001], 183)), 'not all is in safety');
+expect_same(1, substr_count($agent->said(), 'cannot keep'), 'complaints');
+end_agent($agent, 9);
+expect_same([], glob("$directory/settings"), 'files');
+
+// Room for a short file, and for some of a journal.
+$agent = limited_agent(200);
 make_rows($agent, 1001, 100);
 expect_same(true, is_file("$directory/settings.journal"), 'there is a journal');
 $client = client($agent);
