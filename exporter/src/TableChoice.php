@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Rmon\Exporter;
 
+use InvalidArgumentException;
 use Rmon\Exception\UnknownName;
 use Rmon\Exporter\Text\Family;
 use Rmon\Exporter\Text\Labels;
@@ -19,8 +20,8 @@ final class TableChoice
 
     private const ROWS = 1000;
 
-    /** What Prometheus and the forms themselves put there. */
-    private const RESERVED = ['le', 'quantile', 'job', 'instance'];
+    /** What Prometheus, the forms and the exporter itself put there. */
+    private const RESERVED = ['le', 'quantile', 'job', 'instance', 'interface'];
 
     /**
      * @param list<Column> $columns numbers, each a family
@@ -66,8 +67,19 @@ final class TableChoice
      * Its families, empty, and what each has of a row: a column, several of them, or for the texts all of them.
      *
      * @return list<array{Family, Column|Split|Buckets|self}>
+     * @throws ConfigurationError
      */
     public function families(): array
+    {
+        try {
+            return $this->made();
+        } catch (InvalidArgumentException $wrong) {
+            throw new ConfigurationError($wrong->getMessage());
+        }
+    }
+
+    /** @return list<array{Family, Column|Split|Buckets|self}> */
+    private function made(): array
     {
         $families = [];
         foreach ($this->columns as $column) {
@@ -111,25 +123,28 @@ final class TableChoice
             }
         }
         $of = self::words($settings['of'] ?? '');
+        if ($control === null && ($of !== [] || isset($settings['since']) || isset($settings['histogram']))) {
+            throw new ConfigurationError("[$title]: {$schema->name} has no control table.");
+        }
         $labels = self::labels($title, $schema, self::words($settings['labels'] ?? ''));
         $info = self::labels($title, $schema, self::words($settings['info'] ?? ''));
-        $both = array_key_first(array_intersect_key($labels, $info));
-        if ($both !== null) {
-            throw new ConfigurationError("[$title]: \"$both\" can't be a label and a text.");
+        $controlLabels = $of === [] ? [] : self::labels($title, $control, $of);
+        $names = array_keys([...$labels, ...$controlLabels, ...$info]);
+        $splitBy = array_column($splits, 'label');
+        $most = count($labels) + count($controlLabels) + count($info);
+        if (count($names) < $most || array_intersect($splitBy, [...$names, ...self::RESERVED]) !== []) {
+            throw new ConfigurationError("[$title] has a label twice, or one that can't be a label of its own.");
         }
         $limit = $settings['limit'] ?? (string) self::ROWS;
         if (!preg_match('/^\d{1,6}$/D', $limit)) {
             throw new ConfigurationError("limit of [$title] is a whole number.");
-        }
-        if ($control === null && ($of !== [] || isset($settings['since']) || isset($settings['histogram']))) {
-            throw new ConfigurationError("[$title]: {$schema->name} has no control table.");
         }
         return new self(
             $schema,
             $control,
             array_values($columns),
             $labels,
-            $of === [] ? [] : self::labels($title, $control, $of),
+            $controlLabels,
             $info,
             $splits,
             isset($settings['histogram']) ? Buckets::of($title, $schema, $control, $settings['histogram']) : null,

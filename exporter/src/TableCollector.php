@@ -231,7 +231,7 @@ final class TableCollector
     private function labelsOf(TableSchema $schema, array $columns, array $row, ?string $source): array
     {
         $labels = [];
-        if ($source !== null && !isset($columns[self::INTERFACE])) {
+        if ($source !== null) {
             $labels[self::INTERFACE] = $this->values->text($schema->columns[$source], $row[$source]);
         }
         foreach ($columns as $label => $column) {

@@ -85,7 +85,13 @@ final class ConfigurationTest extends TestCase
         yield 'no label' => ["{$table}ifTable]\nlabels = ifDescr:a-b", "can't be a label"];
         yield 'a label of the form' => ["{$table}ifTable]\nlabels = ifDescr:le", "can't be a label"];
         yield 'a label twice' => ["{$table}ifTable]\nlabels = ifDescr:a ifType:a", "can't be a label"];
-        yield 'a label and a text' => ["{$table}ifTable]\nlabels = ifDescr:a\ninfo = ifType:a", "can't be a label"];
+        yield 'a label and a text' => ["{$table}ifTable]\nlabels = ifDescr:a\ninfo = ifType:a", 'a label twice'];
+        yield 'a label that is there' => ["{$table}ifTable]\nlabels = ifDescr:interface", "can't be a label"];
+        yield 'a label of a family' => [
+            "{$table}ifTable]\nlabels = ifType:a\nfamily.x = a in=ifInOctets out=ifOutOctets",
+            'a label twice',
+        ];
+        yield 'a name of the form' => ["{$table}ifTable]\nfamily.x_created = a b=ifInErrors", 'no name of a family'];
         yield 'a secret' => ["{$table}ndeDeviceTable]\nlabels = address\ninfo = commString", 'is a secret'];
         yield 'no limit' => ["{$table}ifTable]\nlimit = -1", 'whole number'];
         yield 'no option' => ["{$table}ifTable]\ncolumn = ifSpeed", 'knows no column'];
