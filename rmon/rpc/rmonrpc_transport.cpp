@@ -100,6 +100,12 @@ int64_t milliseconds(timeval time)
     return int64_t{time.tv_sec} * 1000 + (time.tv_usec + 999) / 1000;
 }
 
+/** The end of a wait that begins now. The millisecond that has begun doesn't count: no wait is shorter. */
+int64_t deadline_in(timeval timeout)
+{
+    return milliseconds() + 1 + milliseconds(timeout);
+}
+
 /** Notes what the call fails with; false. */
 bool fail(link_client *link, clnt_stat status, int code)
 {
@@ -455,7 +461,7 @@ void exchange_messages(
 {
     link->xid--;
     link->readable = no_limit;
-    link->deadline = milliseconds() + milliseconds(timeout);
+    link->deadline = deadline_in(timeout);
     if (!send_call(link, procedure, encode, argument) || !receive_header(link))
         return;
     link->readable = max_result;
@@ -605,7 +611,7 @@ in_port_t mapped_port(int64_t deadline, sockaddr_in address, uint32_t program, u
 
 CLIENT *connect_client(sockaddr_in address, uint32_t program, uint32_t version, timeval timeout)
 {
-    const int64_t deadline = milliseconds() + milliseconds(timeout);
+    const int64_t deadline = deadline_in(timeout);
     if (address.sin_port == 0 && (address.sin_port = mapped_port(deadline, address, program, version)) == 0)
         return nullptr;
     const int socket = connected_socket(deadline, address);
