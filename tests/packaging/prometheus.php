@@ -12,40 +12,9 @@ declare(strict_types=1);
  */
 
 [, $agent, $module, $fpm] = $argv;
-$root = dirname(__DIR__, 2);
 $folder = sys_get_temp_dir() . '/rmon-prometheus-' . getmypid();
-mkdir($folder, 0700);
-$processes = [];
-register_shutdown_function(function () use (&$processes, $folder): void {
-    foreach (array_reverse($processes) as $process) {
-        proc_terminate($process);
-        proc_close($process);
-    }
-    $found = new RecursiveIteratorIterator(
-        new RecursiveDirectoryIterator($folder, FilesystemIterator::SKIP_DOTS),
-        RecursiveIteratorIterator::CHILD_FIRST,
-    );
-    foreach ($found as $file) {
-        $file->isDir() && !$file->isLink() ? rmdir("$file") : unlink("$file");
-    }
-    rmdir($folder);
-});
-
+require __DIR__ . '/services.inc';
 require "$root/tests/agent/captures.inc";
-
-function free_port(): int
-{
-    $socket = stream_socket_server('tcp://127.0.0.1:0');
-    return (int) substr(strrchr(stream_socket_get_name($socket, false), ':'), 1);
-}
-
-/** A process that goes on until the end, and what it says in a file. */
-function start(string $name, string ...$command): void
-{
-    global $processes, $folder;
-    $log = ['file', "$folder/$name.log", 'a'];
-    $processes[$name] = proc_open($command, [['null'], $log, $log], $pipes, $folder);
-}
 
 function stop(string $name): void
 {
@@ -53,24 +22,6 @@ function stop(string $name): void
     proc_terminate($processes[$name], 9);
     proc_close($processes[$name]);
     unset($processes[$name]);
-}
-
-/** Waits until something is there; whether it came. */
-function soon(callable $true, float $seconds = 60): bool
-{
-    for ($until = microtime(true) + $seconds; !$true(); usleep(100_000)) {
-        if (microtime(true) > $until) {
-            return false;
-        }
-    }
-    return true;
-}
-
-function await(string $name, callable $ready): void
-{
-    global $processes, $folder;
-    $there = soon(fn() => $ready() || !proc_get_status($processes[$name])['running']);
-    $there && $ready() || exit("$name is not ready:\n" . file_get_contents("$folder/$name.log"));
 }
 
 function start_agent(string $name, int $port, string ...$options): void
@@ -89,26 +40,6 @@ function run_to_end(array $command, string $input = ''): array
     $process = proc_open($command, $pipe, $pipes, $folder);
     $said = stream_get_contents($pipes[1]);
     return [proc_close($process), $said];
-}
-
-/** A file of packaging/ with some of it replaced, each part of which it must have. */
-function sample(string $file, array $replaced): string
-{
-    global $root;
-    $text = (string) file_get_contents("$root/packaging/$file");
-    foreach ($replaced as $part => $other) {
-        str_contains($text, $part) || exit("packaging/$file has no \"$part\"\n");
-        $text = str_replace($part, $other, $text);
-    }
-    return $text;
-}
-
-$failed = false;
-function check(bool $good, string $what, string $seen = ''): void
-{
-    global $failed;
-    $failed = $failed || !$good;
-    printf("%s %s\n", $good ? 'ok  ' : 'FAIL', $what . ($good ? '' : "\n" . substr($seen, 0, 4000)));
 }
 
 /** @return list<array{metric: array<string, string>, value: array{float, string}}> what PromQL gives now */

@@ -10,61 +10,9 @@ declare(strict_types=1);
  */
 
 [, $agent, $module, $fpm] = $argv;
-$root = dirname(__DIR__, 2);
 $folder = sys_get_temp_dir() . '/rmon-webservers-' . getmypid();
-mkdir("$folder/state", 0700, true);
-$processes = [];
-register_shutdown_function(function () use (&$processes, $folder): void {
-    foreach (array_reverse($processes) as $process) {
-        proc_terminate($process);
-        proc_close($process);
-    }
-    $found = new RecursiveIteratorIterator(
-        new RecursiveDirectoryIterator($folder, FilesystemIterator::SKIP_DOTS),
-        RecursiveIteratorIterator::CHILD_FIRST,
-    );
-    foreach ($found as $file) {
-        $file->isDir() && !$file->isLink() ? rmdir("$file") : unlink("$file");
-    }
-    rmdir($folder);
-});
-
-function free_port(): int
-{
-    $socket = stream_socket_server('tcp://127.0.0.1:0');
-    return (int) substr(strrchr(stream_socket_get_name($socket, false), ':'), 1);
-}
-
-/** A process that goes on until the end, and what it says in a file. */
-function start(string $name, string ...$command): void
-{
-    global $processes, $folder;
-    $log = ['file', "$folder/$name.log", 'a'];
-    $processes[$name] = proc_open($command, [['null'], $log, $log], $pipes);
-}
-
-function await(string $name, callable $ready): void
-{
-    global $processes, $folder;
-    for ($until = microtime(true) + 30; !$ready();) {
-        if (microtime(true) > $until || !proc_get_status($processes[$name])['running']) {
-            exit("$name is not ready:\n" . file_get_contents("$folder/$name.log"));
-        }
-        usleep(20_000);
-    }
-}
-
-/** A sample of packaging/ with some of it replaced, each part of which it must have. */
-function sample(string $file, array $replaced): string
-{
-    global $root;
-    $text = (string) file_get_contents("$root/packaging/$file");
-    foreach ($replaced as $part => $other) {
-        str_contains($text, $part) || exit("packaging/$file has no \"$part\"\n");
-        $text = str_replace($part, $other, $text);
-    }
-    return $text;
-}
+require __DIR__ . '/services.inc';
+mkdir("$folder/state", 0700);
 
 /** @return array{int, string, string} status, headers, text */
 function ask(int $port, string $path, array $headers = [], string $form = ''): array
@@ -82,14 +30,6 @@ function ask(int $port, string $path, array $headers = [], string $form = ''): a
     ]);
     $text = (string) file_get_contents("https://127.0.0.1:$port$path", false, $context);
     return [(int) explode(' ', $http_response_header[0] ?? ' 0')[1], implode("\n", $http_response_header ?? []), $text];
-}
-
-$failed = false;
-function check(bool $good, string $what, string $seen = ''): void
-{
-    global $failed;
-    $failed = $failed || !$good;
-    printf("%s %s\n", $good ? 'ok  ' : 'FAIL', $what . ($good ? '' : "\n" . substr($seen, 0, 2000)));
 }
 
 $port = free_port();
