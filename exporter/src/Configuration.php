@@ -7,6 +7,9 @@ namespace Rmon\Exporter;
 /** What the configuration file says: who may be asked, how long, and which modules there are besides the usual ones. */
 final class Configuration
 {
+    /** Which ports targets may have when nothing says so. */
+    public const USUAL_PORTS = '9911';
+
     private const PORT = 9911;
 
     private const SETTINGS = ['networks', 'ports', 'names', 'seconds', 'patience', 'keep_links'];
@@ -33,13 +36,17 @@ final class Configuration
     /**
      * @param string|null $file null: this machine's own agents and the usual modules alone
      * @param string $networks  where targets may be when no file is given
+     * @param string $ports     which ports they may have then
      * @throws ConfigurationError
      */
-    public static function read(?string $file, string $networks = '127.0.0.0/8'): self
-    {
+    public static function read(
+        ?string $file,
+        string $networks = '127.0.0.0/8',
+        string $ports = self::USUAL_PORTS,
+    ): self {
         $modules = Modules::usual();
         if ($file === null) {
-            return new self($modules, Networks::of($networks), [[1, 65535]]);
+            return new self($modules, Networks::of($networks), self::ports($ports));
         }
         $settings = [];
         $rest = [];
@@ -61,7 +68,7 @@ final class Configuration
         return new self(
             $modules->with($rest),
             Networks::of($networks),
-            self::ports($settings['ports'] ?? (string) self::PORT),
+            self::ports($settings['ports'] ?? self::USUAL_PORTS),
             self::flag($settings['names'] ?? 'off'),
             self::seconds($settings, 'seconds', 10.0),
             self::seconds($settings, 'patience', 1.0),

@@ -38,7 +38,8 @@ final class Exporter
         try {
             $file = getenv('RMON_EXPORTER') ?: $request->server('RMON_EXPORTER');
             $networks = getenv('RMON_EXPORTER_NETWORKS') ?: '127.0.0.0/8';
-            $exporter = new self(Configuration::read($file === '' ? null : $file, $networks), $log);
+            $ports = getenv('RMON_EXPORTER_PORTS') ?: Configuration::USUAL_PORTS;
+            $exporter = new self(Configuration::read($file === '' ? null : $file, $networks, $ports), $log);
             $answer = $exporter->answer($request);
         } catch (ConfigurationError $error) {
             $log($error->getMessage());

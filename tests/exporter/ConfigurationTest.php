@@ -26,6 +26,12 @@ final class ConfigurationTest extends TestCase
         return $configuration;
     }
 
+    public function testWithoutAFile(): void
+    {
+        $configuration = Configuration::read(null);
+        self::assertSame([true, false], array_map($configuration->permitsPort(...), [9911, 9912]));
+    }
+
     public function testSettings(): void
     {
         $read = self::read("[exporter]\nnetworks = \"10.0.0.0/8, 192.0.2.7\"\nports = 9911-9920 700\nnames = on\n"

@@ -24,7 +24,7 @@ abstract class ExporterTestCase extends AgentTestCase
     protected function exporter(?string $configuration = null): Exporter
     {
         $file = $configuration === null ? null : \file_of($configuration);
-        return new Exporter(Configuration::read($file), function (string $text): void {
+        return new Exporter(Configuration::read($file, ports: '1-65535'), function (string $text): void {
             $this->log[] = $text;
         });
     }

@@ -23,6 +23,7 @@ final class ServeMetricsCommand extends ProbeCommand
     private const LISTEN = '127.0.0.1:9912';
 
     private const NETWORKS = '127.0.0.0/8';
+    private const PORTS = '9911';
 
     /** Seconds within which PHP's server listens, or won't. */
     private const PATIENCE = 10;
@@ -37,6 +38,7 @@ final class ServeMetricsCommand extends ProbeCommand
             ->addOption('listen', null, InputOption::VALUE_REQUIRED, 'Where to listen, ADDRESS:PORT', self::LISTEN)
             ->addOption('config', null, InputOption::VALUE_REQUIRED, 'Its configuration file')
             ->addOption('networks', null, InputOption::VALUE_REQUIRED, 'Where agents may be', self::NETWORKS)
+            ->addOption('ports', null, InputOption::VALUE_REQUIRED, 'Which ports they may have', self::PORTS)
             ->addOption('workers', null, InputOption::VALUE_REQUIRED, 'How many are asked at the same time', '8');
     }
 
@@ -65,16 +67,21 @@ final class ServeMetricsCommand extends ProbeCommand
         require_once self::EXPORTER . '/autoload.php';
         $file = $input->getOption('config');
         $networks = (string) $input->getOption('networks');
-        if ($file !== null && $networks !== self::NETWORKS) {
-            throw new UsageError('With --config, the file says which networks: --networks can\'t.');
+        $ports = (string) $input->getOption('ports');
+        if ($file !== null && [$networks, $ports] !== [self::NETWORKS, self::PORTS]) {
+            throw new UsageError('With --config, the file says which networks and ports: --networks and --ports can\'t.');
         }
         $file = $file === null ? null : (realpath($file) ?: $file);
         try {
-            Configuration::read($file, $networks)->modules->check();
+            Configuration::read($file, $networks, $ports)->modules->check();
         } catch (ConfigurationError $error) {
             throw new UsageError($error->getMessage());
         }
-        return ['RMON_EXPORTER' => $file ?? '', 'RMON_EXPORTER_NETWORKS' => $networks];
+        return [
+            'RMON_EXPORTER' => $file ?? '',
+            'RMON_EXPORTER_NETWORKS' => $networks,
+            'RMON_EXPORTER_PORTS' => $ports,
+        ];
     }
 
     /** @param array<string, string> $environment */
