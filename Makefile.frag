@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The generated header is committed; script/arginfo renews it. Without this rule the engine's own
 # pattern rule would try to generate it during a build, and download a parser for that.
 rmon/rmon_arginfo.h $(top_srcdir)/rmon/rmon_arginfo.h: ;

@@ -1,3 +1,4 @@
+dnl SPDX-License-Identifier: MIT
 dnl Build rules of the rmon extension: phpize && ./configure && make && make install
 
 PHP_ARG_ENABLE([rmon],

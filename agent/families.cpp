@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The families of tables, one line each, in the order in which their settings
  * are taken back: what a row refers to stands before it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* rmon-agent: starts the probe and the server, and runs them until a signal comes. */
 
 #include "agent/rmon1/capture_save.h"

@@ -1,4 +1,6 @@
 <?php
+// SPDX-License-Identifier: MIT
+
 /*
  * How fast the bundled agent reads a capture file with all of its groups at
  * work, and whether it counts each frame, as tcpdump does. Exit code 1 when a

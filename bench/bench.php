@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * What reads cost, as ratios within one run: the module against a plain C
  * client that only decodes and frees (raw), against the same client with the

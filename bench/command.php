@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * What listing 10,000 rows of nlHostTable with the command costs, held against reading them by the bare function and
  * printing them, within one run; and how much memory ten times the rows take. Fails when a target is missed.

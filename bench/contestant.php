@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * One contestant of the bench, in a process of its own: what one leaves in the
  * allocator's lists is none of the others' business. Reads commands, a line

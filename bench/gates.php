@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * What the module's reads may cost, as ratios of times within one run. A gate
  * is what script/bench fails for, a goal what is still to be reached.

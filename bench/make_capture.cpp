@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Writes a capture file of minimum-size frames among 1,000 hosts to standard
  * output, the same each time: IPv4 over Ethernet, a quarter of it tagged, TCP

@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * What a page with one call over a persistent link takes through php-fpm, held
  * against an empty page on the same worker.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Answers the bench's calls with replies made beforehand, so that what is
  * measured is the client. Prints its port; ends when its standard input does.

@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * Sets of the bundled agent that keeps its settings: how many it answers a second when eight clients set at once and
  * 10,000 rows are set, and how long a getnext of another client takes meanwhile. Exit code 1 when a target is missed.

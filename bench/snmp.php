@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * What a value costs the client: PHP's own snmp extension reading Debian's
  * snmpd, held against the module reading as many, in processor time of the

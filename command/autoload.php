@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * Loads the classes of the command, of the library and of Symfony's console, which is Debian's package
  * php-symfony-console or what Composer installed.

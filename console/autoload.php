@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * Loads the classes of the console, of the library and of Twig, which is Debian's package php-twig or what Composer
  * installed.

@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * Loads the classes of the exporter and of the library. Nothing else is needed.
  */

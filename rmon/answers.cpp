@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/answers.h"
 
 namespace rmon {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The call itself and what a handler returns of it.
  *

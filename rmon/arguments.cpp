@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/arguments.h"
 
 namespace rmon {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Arguments: counted first, then converted one after another in the order that
  * a family states.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/connections.h"
 
 #include "rmon/arguments.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Links to agents: the resources that scripts hold, and the RPC client handles
  * behind them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the module takes from where it runs: files and commands of the
  * appliance, and what differs between engines.

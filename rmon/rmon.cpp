@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/rmon.h"
 
 #include "rmon/arguments.h"

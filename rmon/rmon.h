@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The module's shared declarations: its globals and what every other file of
  * the core and of the table families needs of the engine.

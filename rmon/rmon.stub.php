@@ -2,6 +2,8 @@
 
 /** @generate-function-entries */
 
+// SPDX-License-Identifier: MIT
+
 /*
  * What the functions have in common. Reports are warnings. Another number of arguments than a function takes
  * is NULL, after "Wrong parameter count for NAME()". Arguments are converted as casts convert them, and of

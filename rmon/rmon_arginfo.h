@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
 /* This is a generated file, edit the .stub.php file instead.
- * Stub hash: a0e31d084fbb52f89c290d14d3137cb304e42f3b */
+ * Stub hash: 0a401ea48b1c982fd4e5940d760bd703c522281e */
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_rmon_connect, 0, 0, 1)
 	ZEND_ARG_INFO(0, host)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/rows.h"
 
 namespace rmon {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Rows: how a decoded record becomes the array that a script sees.
  *

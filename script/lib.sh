@@ -1,9 +1,10 @@
+# SPDX-License-Identifier: MIT
 # Shared by the scripts of this folder: sourced, never run.
 set -euo pipefail
 
-# A script's opening comment says what it does and how it is called: --help shows it.
+# A script's opening comment says, below its licence, what it does and how it is called: --help shows it.
 help() {
-    sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$0"
+    sed -n '3,/^[^#]/s/^# \{0,1\}//p' "$0"
 }
 
 # For arguments that a script doesn't take: how it is called.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Rules shared by the Makefiles of agent/, tests/native/ and bench/, which set `root` and include this.
 #
 #   O=DIR       where everything lands, .build/plain when not given

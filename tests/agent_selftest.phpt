@@ -1,7 +1,7 @@
 --TEST--
 The scripted agent and the checks, tested by a plain socket client
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

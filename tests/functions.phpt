@@ -1,7 +1,7 @@
 --TEST--
 Every function: its place in the list, its parameters, its page, and that it refuses wrong counts
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/agent.inc';
 
 /** All functions in their order, family by family, with the number of their parameters (optional ones: least-most). */

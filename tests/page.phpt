@@ -1,7 +1,7 @@
 --TEST--
 Speeds on the page: the largest value that an agent can state means that the speed is unknown
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/agent.inc';
 require __DIR__ . '/../script/page/tables.php';
 

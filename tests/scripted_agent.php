@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 /*
  * The child process behind agent.inc: an ONC RPC server on a loopback port
  * that answers calls with what the test scripted.

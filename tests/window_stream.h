@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * An XDR stream over bytes in memory that come in pieces, as reads bring them:
  * it gives no more in place than the rest of a piece, and tells how much that

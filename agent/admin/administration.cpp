@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/admin/administration.h"
 
 #include "agent/capture/family.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Settings of the appliance that scripts read and set: its addresses, its host
  * name, its resolvers.

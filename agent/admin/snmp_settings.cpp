@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/admin/snmp_settings.h"
 
 #include "agent/capture/counting.h"

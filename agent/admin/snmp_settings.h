@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The SNMP side of the settings: who may ask (communities), and who is told
  * (trap destinations). The agent keeps and shows them; it speaks no SNMP.

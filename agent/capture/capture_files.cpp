@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/capture/capture_files.h"
 
 #include <algorithm>

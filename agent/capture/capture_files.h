@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Capture files as input (--read): each file plays the part of an interface, or
  * of several where it has several (pcapng).

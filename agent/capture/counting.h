@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* How control rows begin and end to count frames, and what else their tables share. */
 #pragma once
 

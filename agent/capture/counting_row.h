@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Control rows that count the frames of a data source.
  *

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What is counted of the frames on an Ethernet (RFC 2819, etherStatsTable).
  *

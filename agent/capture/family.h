@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * A family: a group of tables that belong together, with all that the rest of
  * the agent has to know of it. It stands at the end of the family's source file

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What is in a frame. Each frame is taken apart once; all that count it look
  * at the result.

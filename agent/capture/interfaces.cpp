@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/capture/interfaces.h"
 
 #include "agent/capture/netlink.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * This machine's interfaces, as its kernel describes and counts them.
  *

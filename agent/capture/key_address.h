@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Network addresses as the keys of learned tables have them: of whole words, their length elsewhere in the
  * key. */
 #pragma once

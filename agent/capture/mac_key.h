@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * MAC addresses as indexes of learned tables.
  *

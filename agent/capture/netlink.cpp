@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/capture/netlink.h"
 
 #include <cerrno>

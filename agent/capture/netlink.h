@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Questions to the kernel about its interfaces, over a routing netlink socket. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/capture/pcapng.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Reads pcapng files block by block (draft-ietf-opsawg-pcapng). libpcap reads
  * such a file only if its interfaces are all of one link type and one snapshot

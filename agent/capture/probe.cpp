@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/capture/probe.h"
 
 #include "agent/rpc/procedures.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The probe: what all families share. What one of them keeps is found by its
  * type (core/storage.h); this file knows none of them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The protocols that the agent knows by itself, by the names of RFC 2895 and RFC 2896 where those name them.
  */
 #pragma once

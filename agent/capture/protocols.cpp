@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/capture/protocols.h"
 
 #include "agent/capture/frame.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The protocols that the agent knows (RFC 2021, protocolDirTable), and which of
  * them a frame belongs to.

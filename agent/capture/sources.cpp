@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/capture/sources.h"
 
 #include "agent/capture/protocols.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Data sources: the interfaces on which something is counted.
  *

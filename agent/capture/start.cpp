@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/capture/start.h"
 
 #include "agent/capture/family.h"

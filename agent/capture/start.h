@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The probe's beginning and its end, and what it tells the families in between. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Replies of several rows. */
 #pragma once
 

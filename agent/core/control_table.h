@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * A control table, described once: which fields a set gives, which of them are
  * fixed while a row works, what a row does when it begins and ends to work.

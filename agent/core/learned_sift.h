@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Removing rows from a learned table other than by learning new ones. */
 #pragma once
 

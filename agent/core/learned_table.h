@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Tables whose rows are learned from traffic.
  *

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/core/loop.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The event loop: the only place where the agent waits.
  *

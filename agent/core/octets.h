@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The order of octet strings in an index: the shorter one first, since a MIB
  * index begins with the length, then octet by octet.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Reads of an ordered table, as find_row() has it, that are answered with several rows. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What handlers answer with: the codes of a status word, and the parts of a
  * reply that live on the heap. A reply owns its parts; the dispatcher releases

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The row-status rules of RFC 2819 (EntryStatus), by which the rows of all
  * control tables are made, changed and removed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/core/settings_disk.h"
 
 #include <cerrno>

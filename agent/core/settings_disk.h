@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The disk's side of the settings: files are read, replaced and added to here,
  * by a thread of its own, so that the event loop never waits for the disk. It

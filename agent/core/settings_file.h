@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The text of the settings file, without what it means.
  *

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/core/state.h"
 
 #include "agent/core/settings_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What survives a restart: everything that a set changed.
  *

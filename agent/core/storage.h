@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the tables keep while the agent runs: one object of each type that
  * storage() is asked for somewhere in the program, found by its type. So a

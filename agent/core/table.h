@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * How rows are asked for. Every table of the agent is an ordered map from
  * index to row; an index of several parts is a std::pair or std::tuple of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * How a table's numbers become MIB variables: one line each, which names the
  * variable, the read of its table, the key of an instance and the record's

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/core/variables.h"
 
 #include "agent/core/variable.h"

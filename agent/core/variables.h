@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * MIB variables by name: single numbers of the tables that the agent serves,
  * for those who ask for one and for alarms that sample one.

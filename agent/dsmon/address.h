@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Addresses in the keys of the differentiated-services tables and in their records. */
 #pragma once
 

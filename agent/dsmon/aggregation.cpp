@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/dsmon/aggregation.h"
 
 #include "agent/capture/family.h"

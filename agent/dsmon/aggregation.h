@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Aggregation of the differentiated-services tables (RFC 3287,
  * dsmonAggObjects): profiles that map each of the 64 DSCP values to a group,

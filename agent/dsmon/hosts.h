@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Traffic of a data source by aggregation group and host address (RFC 3287,
  * dsmonHostTable). "In" is what was sent to the host, "out" what it sent.

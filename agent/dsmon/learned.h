@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the differentiated-services tables with learned rows share: their counts
  * have members `work`, `learned` (whose rows have a member `changed`) and one

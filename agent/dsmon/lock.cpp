@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The lock of the aggregation. A family of its own: it comes back behind all that counts by the aggregation,
  * since it keeps the rest as it is.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Traffic of a data source by aggregation group, pair of hosts and protocols
  * (RFC 3287, dsmonMatrixSDTable and dsmonMatrixDSTable): one set of rows, which

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/dsmon/pdist.h"
 
 #include "agent/capture/family.h"

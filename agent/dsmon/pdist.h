@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Traffic of a data source by aggregation group and protocol (RFC 3287,
  * dsmonPdistStatsTable). A frame counts once, as the highest protocol that is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the four differentiated-services tables that count traffic have in
  * common (RFC 3287): their control rows, and what a row needs while it counts.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * How the rows of the differentiated-services control tables work, for each kind
  * of table, which says what its rows count and how they are set.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Traffic of a data source by aggregation group (RFC 3287, dsmonStatsTable).
  *

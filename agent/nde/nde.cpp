@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/nde/nde.h"
 
 #include "agent/capture/family.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The configured side of NetFlow data export: devices, the data sources on a
  * device, and the flow paths (pairs of interfaces) of a data source. Scripts make them all; a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The address of a device that exports NetFlow, as index of the tables about such devices. */
 #pragma once
 

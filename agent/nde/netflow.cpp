@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/nde/netflow.h"
 
 #include "agent/capture/family.h"

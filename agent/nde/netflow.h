@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Devices that export NetFlow, as far as their packets tell of them: learned
  * from what arrives on a UDP port (--netflow).

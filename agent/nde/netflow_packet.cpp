@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/nde/netflow_packet.h"
 
 #include "agent/capture/frame.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * NetFlow export packets, versions 5 and 9 (RFC 3954): which interfaces of the
  * exporting device the flows went through.

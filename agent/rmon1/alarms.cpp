@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rmon1/alarms.h"
 
 #include "agent/capture/family.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Thresholds on the agent's variables (RFC 2819, alarmTable). */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rmon1/capture_buffers.h"
 
 #include "agent/capture/family.h"

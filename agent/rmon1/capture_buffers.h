@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The tables of capture buffers and of what is in them (RFC 2819, bufferControlTable, captureBufferTable). */
 #pragma once
 

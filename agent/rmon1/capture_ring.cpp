@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rmon1/capture_ring.h"
 
 #include "agent/capture/sources.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Capture buffers: the packets of a channel, kept with their bytes (RFC 2819, captureBufferTable). */
 #pragma once
 

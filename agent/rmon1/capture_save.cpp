@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rmon1/capture_save.h"
 
 #include "agent/capture/family.h"

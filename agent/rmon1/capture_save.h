@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Captured packets saved to files, in the one directory that --captures names.
  *

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Channels: packets that filters choose (RFC 2819, channelTable). A channel
  * counts them, and while it is turned on, it tells of them by an event and

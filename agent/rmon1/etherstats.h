@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The Ethernet statistics table (RFC 2819, etherStatsTable). */
 #pragma once
 

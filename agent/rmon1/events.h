@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Events and their log (RFC 2819, eventTable, logTable).
  *

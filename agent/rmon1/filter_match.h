@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* What a filter lets pass (RFC 2819, filterTable, with the protocols of RFC 2021). */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Samples of a data source at regular intervals (RFC 2819, historyControlTable, etherHistoryTable). */
 #pragma once
 

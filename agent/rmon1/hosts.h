@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The hosts of a data source (RFC 2819, hostControlTable, hostTable, hostTimeTable), by MAC address. */
 #pragma once
 

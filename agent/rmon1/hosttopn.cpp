@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rmon1/hosttopn.h"
 
 #include "agent/capture/family.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Reports of the busiest hosts over an interval (RFC 2819, hostTopNControlTable, hostTopNTable). */
 #pragma once
 

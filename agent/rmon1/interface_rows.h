@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The interface table of MIB-II (RFC 1213), with what the agent adds about each interface as a data source.
  */
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rmon1/matrix.h"
 
 #include "agent/capture/family.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The conversations of a data source (RFC 2819, matrixControlTable, matrixSDTable, matrixDSTable). */
 #pragma once
 

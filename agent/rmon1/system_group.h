@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The system group of MIB-II (RFC 1213): what this machine is, and the texts that its manager gave it. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rmon2/addrmap.h"
 
 #include "agent/capture/family.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Which physical address uses a network address, and on which interface it was
  * seen last (RFC 2021, addressMap).

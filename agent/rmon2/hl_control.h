@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the handlers of the higher-layer hosts and the higher-layer matrix have
  * in common: the rules of their control rows, and how their rows are read.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the higher-layer hosts and the higher-layer matrix (RFC 2021, nlHost,
  * alHost, nlMatrix, alMatrix) have in common: a control row counts the frames

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Hosts by network-layer address, and what protocols they speak (RFC 2021, nlHost and alHost). */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The traffic between pairs of hosts by network-layer address (RFC 2021, nlMatrix and alMatrix). */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The protocol directory as scripts see it (RFC 2021, protocolDirTable). */
 #pragma once
 

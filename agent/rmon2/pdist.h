@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * How the traffic of a data source is spread over the protocols (RFC 2021,
  * protocolDist).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rpc/dispatch.h"
 
 #include "rmon/rpc/rmonrpc_xdr.h"

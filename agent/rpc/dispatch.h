@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * One RPC message in, one out (RFC 5531): finds the procedure that a call
  * asks for, decodes its argument, has it handled and encodes the result.

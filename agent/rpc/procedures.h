@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * How a procedure is served: one line each, which pairs a line of the client's
  * stubs (number, argument record, result record) with the function that does

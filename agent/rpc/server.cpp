@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/rpc/server.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The TCP side of the RPC server: connections, and the record marking by which
  * messages travel on them (RFC 5531, section 11).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/smon_art/art.h"
 
 #include "agent/capture/family.h"

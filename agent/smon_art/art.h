@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Application response time: reports of how long the servers on a data source
  * take to answer, by server, client and protocol, and by server and protocol.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/smon_art/response_times.h"
 
 #include <algorithm>

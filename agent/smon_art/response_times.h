@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Response times, measured from frames: how long servers take to answer.
  *

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Traffic by VLAN and by priority, as the 802.1Q tags of the frames have them
  * (RFC 2613, smonVlanStats and smonPrioStats). Frames without a tag count in

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The phones and calls that the voice monitors see, as a scenario has them. */
 #pragma once
 

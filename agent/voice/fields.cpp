@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "agent/voice/fields.h"
 
 #include "agent/core/reply.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The fields of voice records that a scenario may give, by name: where they
  * stand in the record, and how their values are written.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the three voice monitors have in common: a phone table, a call table,
  * top tables that rank calls, sums over all calls, and the settings of these.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The reads, switches and clears of the voice monitors, for the list of procedures. */
 #pragma once
 

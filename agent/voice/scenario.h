@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * A voice scenario: phones and calls in a text file, in the place of decoded
  * signalling. Its form is described in the file that comes with the agent,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The plain client that the module is measured against: records as lists of
  * fields, and for each field one of the RPC library's primitives, one after

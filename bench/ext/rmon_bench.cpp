@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The bench's other contestants as PHP functions, so that a script calls them as
  * it calls the module: a plain client that only decodes and frees, one that also

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The tables of the bench: their rows as the plain client has them, and how the plain conversion shows them.
  */
 #pragma once

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Completion of rmon for fish.
 function __rmon_complete
     set -l words (commandline -opc)

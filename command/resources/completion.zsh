@@ -1,4 +1,5 @@
 #compdef rmon
+# SPDX-License-Identifier: MIT
 # Completion of rmon for zsh.
 _rmon() {
     local -a call found plain open

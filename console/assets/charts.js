@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws what the page holds with Chart.js, in the colours of the style sheet.
 const library = new URL("chart.js", import.meta.url).href;
 let loading = null;

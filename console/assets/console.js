@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What makes pages lively: refresh, filter as you type, columns, theme, keys. All of them can be read without it.
 import { draw, redraw } from './charts.js';
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """A small agent: the system group, the interface table and Ethernet statistics of this machine (Linux).
 
 usage: agent.py [PORT]          0 takes any free one

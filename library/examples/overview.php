@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 require __DIR__ . '/../autoload.php';
 
 [, $host, $name, $seconds] = $argv + [1 => '127.0.0.1', 'eth0', 10];

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The members of a plain struct, in their order of declaration.
  *

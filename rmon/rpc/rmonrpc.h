@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The program's identity and the records that it carries.
  *

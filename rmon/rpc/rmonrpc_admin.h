@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Records of the appliance's administration: its network settings and its SNMP agent's. */
 #pragma once
 

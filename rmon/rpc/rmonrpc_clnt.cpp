@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/rpc/rmonrpc_clnt.h"
 
 #include <cstdarg>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The procedures of the program and their client stubs.
  *

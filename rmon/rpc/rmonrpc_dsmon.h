@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Records of the differentiated-services monitoring groups (RFC 3287). */
 #pragma once
 

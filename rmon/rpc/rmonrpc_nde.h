@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Records of the NetFlow data export (NDE) tables: devices, data sources, flow paths, learned devices. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Records of the system group, the interface table and the RMON groups (RFC 1213, RFC 2819). */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Records of the RMON2 groups (RFC 2021). */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Records of switch monitoring (RFC 2613) and of application response time. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/rpc/rmonrpc_transport.h"
 
 #include "rmon/rpc/rmonrpc_xdr.h"

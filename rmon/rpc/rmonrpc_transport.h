@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Calls over TCP, by handles of the RPC library.
  *

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Records of the voice monitors: SCCP, H.323 and MGCP.
  *

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/rpc/rmonrpc_xdr.h"
 
 #include "rmon/rpc/row_blocks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The XDR routines of the wire records.
  *

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rmon/rpc/row_blocks.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The memory of decoded rows: a block that grows with the rows that arrive, and
  * pieces for their texts.

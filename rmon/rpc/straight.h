@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Rows straight from the bytes that are there.
  *

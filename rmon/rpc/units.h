@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Units as they travel: XDR's four and eight bytes, the highest first, at any
  * address, and the fields that they fill. What knows the count while compiling

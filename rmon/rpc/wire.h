@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The vocabulary of the wire records, and the plan by which a record travels.
  *

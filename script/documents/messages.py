@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Looks whether troubleshooting explains each message that the module reports.
 
 usage: messages.py ROOT

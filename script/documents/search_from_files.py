@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """For mkdocs: the search index as a script too, since pages that are opened as files can't fetch it."""
 
 import os

@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 declare(strict_types=1);
 
 /** Prints a value as the reference shows it: one key a line, octets in one line. */

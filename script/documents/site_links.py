@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Looks at a built site: each link and anchor leads to something in it, and no page loads anything from elsewhere.
 
 usage: site_links.py FOLDER

@@ -1,7 +1,7 @@
 --TEST--
 SNMP communities
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../exchange.inc';
 
 function community(int $status, string $text, int $privs): string

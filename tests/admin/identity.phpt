@@ -7,7 +7,7 @@ appliance
 require __DIR__ . '/../needs.inc';
 needs_test_root();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/appliance.inc';
 
 const READ = 'return [norv_target_id(), norv_prod_no(), norv_prod_descr()];';

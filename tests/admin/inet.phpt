@@ -1,7 +1,7 @@
 --TEST--
 Addresses as texts and as bytes
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../exchange.inc';
 
 // ---- rmon_inet_pton

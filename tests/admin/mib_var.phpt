@@ -1,7 +1,7 @@
 --TEST--
 The value of a MIB variable
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../exchange.inc';
 
 $function = 'rmon_get_mib_var';

@@ -5,7 +5,7 @@ Names and addresses that the system refuses to give
 require __DIR__ . '/../needs.inc';
 needs_preloads();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../exchange.inc';
 require __DIR__ . '/../process.inc';
 

@@ -1,7 +1,7 @@
 --TEST--
 Trap destinations
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../exchange.inc';
 
 function trapdest(

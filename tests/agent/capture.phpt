@@ -5,7 +5,7 @@ The bundled agent's filters, channels, events and capture buffers, from known fr
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent's capture has room for a burst; lost frames are reported with 
 require __DIR__ . '/../needs.inc';
 needs_own_network();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent captures whole frames of a live interface, and counts its host
 require __DIR__ . '/../needs.inc';
 needs_own_network();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

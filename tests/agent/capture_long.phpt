@@ -5,7 +5,7 @@ The bundled agent saves packets of more than 65535 octets in a file whose header
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

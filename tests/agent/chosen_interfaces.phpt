@@ -5,7 +5,7 @@ The bundled agent measures the interfaces that were chosen, and no others
 require __DIR__ . '/../needs.inc';
 needs_own_network();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

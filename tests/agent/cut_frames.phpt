@@ -5,7 +5,7 @@ The bundled agent knows the application of frames that were cut behind the ports
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent counts by aggregation group: statistics, protocols, hosts, pai
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -15,7 +15,7 @@ if (str_contains($agent->said(), 'no right to capture')) {
 }
 end_agent($agent);
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

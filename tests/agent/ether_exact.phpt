@@ -5,7 +5,7 @@ The bundled agent's counts are exact to the frame, in a network where nobody els
 require __DIR__ . '/../needs.inc';
 needs_own_network();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

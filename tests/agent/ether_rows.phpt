@@ -5,7 +5,7 @@ The bundled agent's Ethernet statistics rows are made, changed and removed by th
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

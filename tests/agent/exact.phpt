@@ -5,7 +5,7 @@ The bundled agent's counters of all groups agree with tcpdump's count of the sam
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

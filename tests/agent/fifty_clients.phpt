@@ -5,7 +5,7 @@ The bundled agent serves 50 clients at once that read all its tables, while it r
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

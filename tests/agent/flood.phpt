@@ -5,7 +5,7 @@ The bundled agent's memory is bounded: 200,000 addresses and pairs with all grou
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

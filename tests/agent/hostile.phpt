@@ -5,7 +5,7 @@ The bundled agent serves many clients, whatever some of them do
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

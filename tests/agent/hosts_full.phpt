@@ -5,7 +5,7 @@ The bundled agent keeps 10000 hosts and conversations, and 1000 entries of an ev
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent's reports of the busiest hosts when the host table is restarte
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

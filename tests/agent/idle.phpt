@@ -5,7 +5,7 @@ The bundled agent stays idle while it waits: for a recording, for slow clients, 
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent stays idle without frames, while an interface is down, and aft
 require __DIR__ . '/../needs.inc';
 needs_own_network();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent's intervals begin with their rows and lie on a grid: samples, 
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

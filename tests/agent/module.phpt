@@ -5,7 +5,7 @@ The module and the bundled agent together: this machine's interfaces, a row's li
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 declare(strict_types=1);
 require __DIR__ . '/client.inc';
 

@@ -5,7 +5,7 @@ The bundled agent learns the devices that export NetFlow, and keeps the configur
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

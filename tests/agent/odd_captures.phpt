@@ -5,7 +5,7 @@ The bundled agent reads captures with absurd times, truncated headers and unknow
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent reads pcapng files of several interfaces, sections and byte or
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent starts, reports errors in one line, and ends when it is told t
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

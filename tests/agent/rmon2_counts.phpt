@@ -5,7 +5,7 @@ The bundled agent's counts by protocol, address, host and pair of hosts are exac
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent's protocol directory: what it has at first, its order, what se
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

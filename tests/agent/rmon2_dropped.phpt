@@ -5,7 +5,7 @@ The bundled agent counts a frame as dropped once when the tables of hosts, pairs
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent's RMON2 control rows: their life, tables that are full, rows t
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

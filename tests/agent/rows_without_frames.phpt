@@ -5,7 +5,7 @@ The bundled agent names the rows that count nothing because it does not capture
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

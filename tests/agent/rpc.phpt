@@ -5,7 +5,7 @@ The bundled agent answers calls, good and bad, as RPC requires
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -8,7 +8,7 @@ require __DIR__ . '/../needs.inc';
 needs_agent();
 needs_test_root();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

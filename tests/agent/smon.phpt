@@ -5,7 +5,7 @@ The bundled agent counts by VLAN and by priority, as the tags of the frames have
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent says in one line what keeps it from starting, and where it has
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

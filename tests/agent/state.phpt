@@ -5,7 +5,7 @@ Settings of the bundled agent survive a restart, and a kill at any moment
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent's aggregation, its lock and the rows that count survive a kill
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

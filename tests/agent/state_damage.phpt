@@ -5,7 +5,7 @@ No damage of the settings file goes unnoticed; files of the older form are read;
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

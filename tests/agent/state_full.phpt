@@ -5,7 +5,7 @@ Settings that can't be written: sets work all the same, one line tells, and once
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent's rows of history, hosts, reports, matrix, alarms, filters and
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

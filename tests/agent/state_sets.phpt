@@ -5,7 +5,7 @@ Settings too long to be written anew each time: clients set at once, a journal, 
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

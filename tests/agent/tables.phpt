@@ -5,7 +5,7 @@ Every table of the bundled agent: a walk ends, is in order, and shows what getbu
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

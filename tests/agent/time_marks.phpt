@@ -5,7 +5,7 @@ The bundled agent's tables with a TimeFilter: a mark shows the rows that changed
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ The bundled agent's MIB variables: each of the tables' counters, by name and by 
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

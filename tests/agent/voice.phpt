@@ -5,7 +5,7 @@ The bundled agent's voice monitors build tables, rankings and totals from a scen
 require __DIR__ . '/../needs.inc';
 needs_agent();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

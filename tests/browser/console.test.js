@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every page of the console in Chromium. The pages are those of the console's own list: a new one is walked too.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';

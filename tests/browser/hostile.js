@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An agent's reply with each text in it replaced by one that is meant to do harm. It knows no procedure: on the wire a
 // text is its length and its bytes, filled up to four with zeros, which hardly anything else looks like.
 import { connect, createServer } from 'node:net';

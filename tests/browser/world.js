@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tests in a browser run against: agents with known content, agents that misbehave, and consoles that know them.
 import { spawn, execFileSync } from 'node:child_process';
 import { createRequire } from 'node:module';

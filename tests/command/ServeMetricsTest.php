@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 declare(strict_types=1);
 
 namespace Rmon\Tests\Command;
@@ -20,7 +22,8 @@ final class ServeMetricsTest extends CommandTestCase
     {
         $agent = $this->bundled();
         $port = self::port();
-        $run = $this->begin(null, 'serve-metrics', '--listen', "127.0.0.1:$port", '--workers', '2', '--ports', (string) $agent->port);
+        $options = ['--listen', "127.0.0.1:$port", '--workers', '2', '--ports', (string) $agent->port];
+        $run = $this->begin(null, 'serve-metrics', ...$options);
         $run->until(static fn(Run $run) => str_contains($run->out, 'Ctrl-C'));
         self::assertStringStartsWith("http://127.0.0.1:$port/metrics?target=", $run->out, $run->error);
         $ask = "http://127.0.0.1:$port/metrics?module=system&target=127.0.0.1:$agent->port";

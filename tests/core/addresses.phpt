@@ -1,7 +1,7 @@
 --TEST--
 Address arguments: internal order, low bytes, conversion in place, limits
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 $agent = scripted_agent(always(reply(rows())));

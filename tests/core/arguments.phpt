@@ -1,7 +1,7 @@
 --TEST--
 Arguments: what may stand for a link, an integer, a text; user code that runs in a conversion
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

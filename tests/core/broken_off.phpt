@@ -3,7 +3,7 @@ A request that ends in the middle of a conversion: nothing leaks, the next one w
 --ENV--
 USE_TRACKED_ALLOC=1
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -1,7 +1,7 @@
 --TEST--
 rmon_close: what each call gives back, and when the connection ends
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

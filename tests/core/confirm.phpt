@@ -1,7 +1,7 @@
 --TEST--
 confirm_rmon_compiled
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 $text = 'Congratulations, you have successfully loaded module %s in PHP';

@@ -1,7 +1,7 @@
 --TEST--
 rmon_connect: one link for each host text, limits, hosts that don't resolve
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

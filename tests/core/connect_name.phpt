@@ -5,7 +5,7 @@ rmon_connect: a host by its name, which is a link beside the one by its address
 require __DIR__ . '/../needs.inc';
 needs_localhost();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 $agent = scripted_agent();

@@ -1,7 +1,7 @@
 --TEST--
 Constants, with and without the sockets extension in either order
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -1,7 +1,7 @@
 --TEST--
 Rows: flat for get and getnext, a list for getbulk, counts that lie
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 $wire = fn (int $i): string => record(

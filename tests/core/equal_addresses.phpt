@@ -1,7 +1,7 @@
 --TEST--
 Rows that repeat the previous row's addresses: a script still sees an array of its own in each
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 $wire = fn (array $source, array $dest): string => record(

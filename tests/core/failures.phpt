@@ -1,7 +1,7 @@
 --TEST--
 Calls that fail: what is reported, and that the link goes on working
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 $system = record(

@@ -3,7 +3,7 @@ A forked process has none of its parent's links: calls on them fail, persistent 
 --EXTENSIONS--
 pcntl
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -1,7 +1,7 @@
 --TEST--
 The information page, the version, the module's place in the engine
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -1,7 +1,7 @@
 --TEST--
 Any order of connect, pconnect, copy, unset, close, use, agent kill and agent restart
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -1,7 +1,7 @@
 --TEST--
 Loaded twice, and with opcache
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

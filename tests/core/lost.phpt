@@ -1,7 +1,7 @@
 --TEST--
 A persistent link whose agent is gone closes the request's resources that name it
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -1,7 +1,7 @@
 --TEST--
 Persistent links: kept between requests, tested before they are used again
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

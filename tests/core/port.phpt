@@ -5,7 +5,7 @@ The agent's port: configured, from the environment, from the services database, 
 require __DIR__ . '/../needs.inc';
 needs_preloads();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -1,7 +1,7 @@
 --TEST--
 A dead agent raises no signal that ends the process; commands inherit no link
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -3,7 +3,7 @@ DSMON addresses: 255 elements are accepted, 20 bytes are sent, and the length in
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

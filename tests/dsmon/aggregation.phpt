@@ -3,7 +3,7 @@ DSMON aggregation: control rows, groups, the profile's set and the lock
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

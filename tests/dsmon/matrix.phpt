@@ -3,7 +3,7 @@ DSMON matrix: control rows and the two views of the host pairs
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

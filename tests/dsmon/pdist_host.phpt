@@ -3,7 +3,7 @@ DSMON protocol distribution and hosts: control rows and counters
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -3,7 +3,7 @@ DSMON aggregation: a profile is read by a call for each DSCP value, whether the 
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -3,7 +3,7 @@ DSMON statistics: control rows and counters of the aggregation groups
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -3,7 +3,7 @@ DSMON: a script's own code runs while arguments are converted, and may close the
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 A process without descriptors left can't connect, and can again when it has one
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

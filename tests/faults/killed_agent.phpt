@@ -1,7 +1,7 @@
 --TEST--
 An agent is killed before, during and after a reply; a late reply is never taken for the next call's
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 $row = fn(int $number): string => record(

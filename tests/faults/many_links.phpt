@@ -1,7 +1,7 @@
 --TEST--
 A link takes no reserved port and less than 64 KB of memory, long calls and replies included
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

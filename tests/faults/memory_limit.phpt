@@ -3,7 +3,7 @@ The memory limit is reached while many rows are made, in every table; nothing le
 --ENV--
 USE_TRACKED_ALLOC=1
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../hostile/hostile.inc';
 
 /** Rows in a reply, the most first: the longest rows fill a reply of this size before there are many. */

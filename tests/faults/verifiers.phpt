@@ -1,7 +1,7 @@
 --TEST--
 Replies with a verifier: accepted, refused and skipped as without one, and their memory is released
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 /** After a reply's transaction id: accepted, with a verifier of so many bytes. */

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/agent.h"
 
 #include "agent/capture/start.h"

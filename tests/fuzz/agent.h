@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The bundled agent, as its fuzzers and the program that makes their seeds start it: without a process of its
  * own. */
 #pragma once

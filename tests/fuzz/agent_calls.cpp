@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The bundled agent with all groups at work: calls, frames and NetFlow packets,
  * and clients that say whatever they like.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The files that the bundled agent reads. The first byte of an input says what
  * the rest is: a capture file, a scenario of voice calls, the kept settings.

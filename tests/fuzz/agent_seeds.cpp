@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Writes inputs for the fuzzers of the bundled agent to begin with: calls of
  * each procedure, frames, NetFlow packets, and the files that it reads.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Any bytes as the result of any function's call: decoded, converted to a value
  * of PHP's and released. The engine and the module are a part of this program.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* What the fuzzers and the program that makes their seeds have in common. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Any bytes as any record: decoded, encoded and released, from memory and from
  * a record stream that arrives in pieces.

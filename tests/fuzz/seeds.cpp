@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Writes inputs for the fuzzers to begin with: for each procedure's records,
  * replies that repeat one unit, read as a count where a count stands, and for

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Calls on one connection whose other end sends what the input says.
  *

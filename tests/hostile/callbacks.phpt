@@ -7,7 +7,7 @@ appliance
 require __DIR__ . '/../needs.inc';
 needs_test_root();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/hostile.inc';
 
 /** What user code does when the module runs it: in a conversion to a text, and in an error handler. */

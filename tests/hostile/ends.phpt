@@ -9,7 +9,7 @@ USE_TRACKED_ALLOC=1
 require __DIR__ . '/../needs.inc';
 needs_test_root();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/hostile.inc';
 
 $agent = new AnsweringAgent('numbered');

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The settings of a capture, with what newer headers of libpcap say of them: their results have to be looked
  * at. */
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* What the native tests have in common: counting checks, and an encoder of their own. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The families of the agent: what they declare fits together, and fits the client's stubs. */
 #include "tests/native/check.h"
 

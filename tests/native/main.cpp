@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/native/check.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* What a reply of many rows takes: at most four times its bytes on the wire, in every table. */
 
 #include "rmon/rpc/rmonrpc_clnt.h"

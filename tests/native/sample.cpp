@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/native/sample.h"
 
 #include <deque>

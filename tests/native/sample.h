@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* A record with every kind of field, alone and side by side, and its bytes. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The text of the bundled agent's settings file: no damage goes unnoticed, whichever bit it is. */
 #include "agent/core/settings_file.h"
 #include "tests/native/check.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Rows that are decoded straight from the bytes that are there: the same rows as
  * by the routine that takes any record, wherever a read or the reply ends.

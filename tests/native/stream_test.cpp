@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * The routines on record streams, where a run may meet the end of a read or of
  * a fragment at any byte, and on encoding the end of a small buffer.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The client stubs, over a handle that answers from memory and notes what it was asked. */
 
 #include "rmon/rpc/rmonrpc_clnt.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Calls on a connection whose other end is the test: what each reply comes to,
  * held against the words of the RPC library's own client.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The routines on memory streams: equality with an encoder of the tests' own, truncations, lying counts. */
 
 #include "rmon/rpc/rmonrpc_clnt.h"

@@ -1,7 +1,7 @@
 --TEST--
 NetFlow data sources: reads and writes
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/nde.inc';
 
 /** A record with this beginning. */

@@ -1,7 +1,7 @@
 --TEST--
 NetFlow devices: reads, writes, texts that fill their fields
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/nde.inc';
 
 /** A record with this beginning. */

@@ -1,7 +1,7 @@
 --TEST--
 NetFlow flow paths: reads, whose rows do not show the flag, and writes
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/nde.inc';
 
 /** A record with this beginning. */

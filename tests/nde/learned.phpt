@@ -1,7 +1,7 @@
 --TEST--
 NetFlow: learned devices, their interfaces, and switching learning on and off
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/nde.inc';
 
 function learned_dev(string $head, int $timeLastNdePkt = 0, int $numNdePkts = 0): string

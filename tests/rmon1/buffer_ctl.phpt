@@ -1,7 +1,7 @@
 --TEST--
 Capture buffers: rows of their control, and creating or changing one
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

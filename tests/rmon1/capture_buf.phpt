@@ -1,7 +1,7 @@
 --TEST--
 Captured packets
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 Saving captured packets to a file on the agent's machine
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

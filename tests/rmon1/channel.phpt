@@ -1,7 +1,7 @@
 --TEST--
 Channels: rows, and creating or changing one
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 Ethernet history: samples, one and many
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 Ethernet statistics: rows and their control
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

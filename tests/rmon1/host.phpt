@@ -1,7 +1,7 @@
 --TEST--
 Hosts by address
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

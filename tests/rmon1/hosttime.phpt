@@ -1,7 +1,7 @@
 --TEST--
 Hosts by the order in which they were first seen
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 Top-N reports
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 The interface table: a row and its data source
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 The log of events
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 Matrix: conversations in both views
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 The system group: read, and its three texts that can be set
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

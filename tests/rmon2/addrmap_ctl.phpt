@@ -1,7 +1,7 @@
 --TEST--
 Control table of the address map
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 The address map itself
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

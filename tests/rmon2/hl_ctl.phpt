@@ -1,7 +1,7 @@
 --TEST--
 Control tables of the higher-layer hosts and of the higher-layer matrix, which differ only in their names
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 Higher-layer hosts, of the network layer and of the application layer
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 The four views of the higher-layer matrix
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

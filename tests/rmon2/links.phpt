@@ -1,7 +1,7 @@
 --TEST--
 Scripts that close the link, or call the module again, while an argument is converted
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../tables.inc';
 
 /** Does something when it is made a text or, through the error handler, an integer. */

@@ -1,7 +1,7 @@
 --TEST--
 Protocol directory, by local index
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 Identifiers and parameters of the protocol directory: what is accepted, what is refused, and when
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/pdir.inc';
 
 $link = the_link();

@@ -1,7 +1,7 @@
 --TEST--
 Writing the protocol directory
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -1,7 +1,7 @@
 --TEST--
 Protocol distribution, and what belongs to no protocol
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -5,7 +5,7 @@ Descriptions of protocols, from a file under the test build's root
 require __DIR__ . '/../needs.inc';
 needs_test_root();
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 
 $file = getenv('RMON_TEST_ROOT') . '/usr/local/norv/etc/pdstruct.txt';

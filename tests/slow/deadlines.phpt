@@ -1,7 +1,7 @@
 --TEST--
 A call times out after 25 seconds, saving captured packets after 60; a late reply is not taken for the next call's
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/../agent.inc';
 require __DIR__ . '/../process.inc';
 

@@ -3,7 +3,7 @@ SMON: control rows and counters of VLANs and priorities
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 
 declare(strict_types=1);
 

@@ -3,7 +3,7 @@ Control of the voice monitors: settings, figures, table sizes, thresholds, switc
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/voice.inc';
 
 /** A function that reads one record of integers: all of them are shown, in the signed view. */

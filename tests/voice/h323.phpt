@@ -3,7 +3,7 @@ H.323: phones, calls, worst calls by jitter and by packet loss
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/voice.inc';
 
 /** The calling endpoint, in wire order; $n tells one from another. */

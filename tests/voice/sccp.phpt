@@ -3,7 +3,7 @@ SCCP: phones, calls, worst calls by jitter, by packet loss and by latency
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/voice.inc';
 
 /** A phone's identity, in wire order; $n tells one from another. */

@@ -3,7 +3,7 @@ Voice functions: user code that runs while arguments are converted and while fai
 --EXTENSIONS--
 rmon
 --FILE--
-<?php
+<?php // SPDX-License-Identifier: MIT
 require __DIR__ . '/voice.inc';
 
 /** @return resource a link of its own, when the one before it is closed */

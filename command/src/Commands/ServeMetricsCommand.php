@@ -1,5 +1,7 @@
 <?php
 
+// SPDX-License-Identifier: MIT
+
 declare(strict_types=1);
 
 namespace Rmon\Command\Commands;
@@ -69,7 +71,9 @@ final class ServeMetricsCommand extends ProbeCommand
         $networks = (string) $input->getOption('networks');
         $ports = (string) $input->getOption('ports');
         if ($file !== null && [$networks, $ports] !== [self::NETWORKS, self::PORTS]) {
-            throw new UsageError('With --config, the file says which networks and ports: --networks and --ports can\'t.');
+            throw new UsageError(
+                'With --config, the file says which networks and ports: --networks and --ports can\'t.',
+            );
         }
         $file = $file === null ? null : (realpath($file) ?: $file);
         try {

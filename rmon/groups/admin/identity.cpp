@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Local utilities: the appliance's identity, its host name, addresses as texts. */
 
 #include "rmon/groups/admin/identity.h"

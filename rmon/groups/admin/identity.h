@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The appliance's identity, as its settings file tells. */
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The appliance's network settings: addresses, host name, name servers. */
 
 #include "rmon/answers.h"

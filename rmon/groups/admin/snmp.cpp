@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The appliance's own SNMP agent: trap destinations, communities, the value of a MIB variable. */
 
 #include "rmon/answers.h"

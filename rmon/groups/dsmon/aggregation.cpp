@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Aggregation profiles (RFC 3287, dsmonAggControlTable, dsmonAggGroupTable and
  * dsmonAggProfileTable) and the lock that keeps them from being changed.

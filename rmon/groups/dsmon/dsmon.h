@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the DSMON tables (RFC 3287) have in common and other tables don't: a
  * call that fails is never reported, and a row that can't be read is

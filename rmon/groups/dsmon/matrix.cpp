@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Traffic of each aggregation group between pairs of hosts (RFC 3287,
  * dsmonMatrixCtlTable, dsmonMatrixSDTable and dsmonMatrixDSTable).

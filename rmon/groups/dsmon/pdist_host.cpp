@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Traffic of each aggregation group by protocol and by host (RFC 3287,
  * dsmonPdistCtlTable, dsmonPdistStatsTable, dsmonHostCtlTable and

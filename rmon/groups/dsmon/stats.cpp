@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Traffic of each aggregation group (RFC 3287, dsmonStatsControlTable and dsmonStatsTable). */
 
 #include "rmon/groups/dsmon/dsmon.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The devices that the agent learned from the NetFlow data it receives, and the switch of the learning. */
 
 #include "rmon/groups/nde/nde.h"

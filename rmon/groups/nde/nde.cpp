@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The devices that export NetFlow data, their data sources and the flow paths of those. */
 
 #include "rmon/groups/nde/nde.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the NetFlow tables have in common: rows are keyed by a device's address,
  * reads answer with all rows under one key, writes tell in the record what is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Alarms, events and the log of events (RFC 2819, alarmTable, eventTable and
  * logTable). All report under the labels of the hosts' control table.

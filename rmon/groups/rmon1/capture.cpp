@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Packet capture (RFC 2819, bufferControlTable and captureBufferTable), and saving what was captured. */
 
 #include "rmon/answers.h"

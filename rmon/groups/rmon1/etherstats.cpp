@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Ethernet statistics (RFC 2819, etherStatsTable). */
 
 #include "rmon/answers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Filters and channels (RFC 2819, filterTable and channelTable, with RFC 2021's protocol indexes). */
 
 #include "rmon/answers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* History (RFC 2819, historyControlTable and etherHistoryTable). */
 
 #include "rmon/answers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Hosts (RFC 2819, hostControlTable, hostTable and hostTimeTable). */
 
 #include "rmon/answers.h"

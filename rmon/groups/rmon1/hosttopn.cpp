@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Host Top-N (RFC 2819, hostTopNControlTable and hostTopNTable). */
 
 #include "rmon/answers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Matrix (RFC 2819, matrixControlTable, matrixSDTable and matrixDSTable). */
 
 #include "rmon/answers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The system group and the interface table (RFC 1213), with each interface's data source. */
 
 #include "rmon/answers.h"

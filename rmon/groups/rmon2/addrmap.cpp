@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Address map (RFC 2021, its scalars, addressMapControlTable and addressMapTable). */
 
 #include "rmon/answers.h"

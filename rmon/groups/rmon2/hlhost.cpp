@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Higher-layer hosts (RFC 2021, hlHostControlTable, nlHostTable and alHostTable). */
 
 #include "rmon/answers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Higher-layer matrix (RFC 2021, hlMatrixControlTable, nlMatrixSDTable,
  * nlMatrixDSTable, alMatrixSDTable and alMatrixDSTable).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Protocol directory (RFC 2021, protocolDirTable), and descriptions of protocols from a local file. */
 
 #include "rmon/answers.h"

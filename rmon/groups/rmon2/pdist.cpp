@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Protocol distribution (RFC 2021, protocolDistControlTable and protocolDistStatsTable). */
 
 #include "rmon/answers.h"

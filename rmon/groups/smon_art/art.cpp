@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Application response time: how long servers take to answer their clients. */
 
 #include "rmon/answers.h"

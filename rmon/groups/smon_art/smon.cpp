@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * VLAN and priority statistics (RFC 2613, smonVlanStatsControlTable,
  * smonVlanIdStatsTable, smonPrioStatsControlTable and smonPrioStatsTable).

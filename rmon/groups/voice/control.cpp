@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Control of the three voice monitors: settings, table sizes, thresholds, switches, and the aggregate
  * figures. */
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The H.323 monitor's phones and calls, and its worst calls by jitter and by packet loss. */
 
 #include "rmon/groups/voice/voice.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The SCCP monitor's phones and calls, and its worst calls by jitter, by packet loss and by latency. */
 
 #include "rmon/groups/voice/voice.h"

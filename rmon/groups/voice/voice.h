@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * What the tables of the three voice monitors have in common: how a field is
  * shown, the aggregate figures, the calls of a phone, and the answer of a

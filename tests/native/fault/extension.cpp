@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An extension with one function, commit_fault(string $kind): bool.
 
 #include <php.h>

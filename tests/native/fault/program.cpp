@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // usage: fault none|leak|heap|signed
 
 #include "tests/native/fault/fault.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preloaded, ahead of the sanitizers' runtime, into a PHP that is not built for them: such a PHP loads its
 // extensions with RTLD_DEEPBIND, which the runtime refuses.
 

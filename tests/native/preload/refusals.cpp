@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preloaded by a test: a system that tells no name of its own and makes no texts of addresses.
 
 #include <arpa/inet.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preloaded by a test: a services database that has an entry for the agent, "rmonrpc" 19000/tcp.
 
 #include <arpa/inet.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /*
  * Search in pages that were opened as files. Browsers give such pages neither requests nor workers: the index comes as a
  * script (search_from_files.py makes it), and the worker runs in a frame of this page.
