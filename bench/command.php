@@ -12,51 +12,15 @@
 declare(strict_types=1);
 
 require __DIR__ . '/../command/autoload.php';
+require __DIR__ . '/hosts.inc';
 
 use Rmon\Command\Listing;
 use Rmon\Command\Output\Screen;
 use Rmon\Command\OutputOptions;
-use Rmon\Probe;
 use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\ArrayInput;
 
-const HOSTS = 10000;
 const TARGET = 2.0;
-
-/** A capture file of a frame from each host. */
-function capture(): string
-{
-    $name = tempnam(sys_get_temp_dir(), 'rmon-bench');
-    $file = fopen($name, 'wb');
-    fwrite($file, pack('VvvVVVV', 0xa1b2c3d4, 2, 4, 0, 0, 65535, 1));
-    for ($host = 1; $host <= HOSTS; $host++) {
-        $frame = pack('H*', '0200000000010200000000020800')
-            . pack('CCnnnCCnNN', 0x45, 0, 46, 0, 0, 64, 17, 0, 0x0a000000 + $host, 0x0a000001) . str_repeat("\0", 26);
-        fwrite($file, pack('VVVV', 1, $host, strlen($frame), strlen($frame)) . $frame);
-    }
-    fclose($file);
-    return $name;
-}
-
-/** Processor time of this process in milliseconds. */
-function spent(): float
-{
-    $usage = getrusage();
-    return 1e3 * ($usage['ru_utime.tv_sec'] + $usage['ru_stime.tv_sec'])
-        + ($usage['ru_utime.tv_usec'] + $usage['ru_stime.tv_usec']) / 1e3;
-}
-
-/** The least of some tries. */
-function least(callable $work): float
-{
-    $times = [];
-    for ($try = 0; $try < 7; $try++) {
-        $begun = spent();
-        $work();
-        $times[] = spent() - $begun;
-    }
-    return min($times);
-}
 
 /** Reads all rows by the function itself, and prints them as a script does. */
 function bare(mixed $link, mixed $out): void
@@ -83,24 +47,7 @@ function bare(mixed $link, mixed $out): void
     }
 }
 
-$file = capture();
-$agent = proc_open(
-    [$argv[1], '--port', '0', '--read', $file, '--hold'],
-    [['null'], ['pipe', 'w'], ['pipe', 'w']],
-    $pipes,
-);
-preg_match('/:(\d+)$/', trim(fgets($pipes[1])), $found);
-$probe = Probe::connect('127.0.0.1', (int) $found[1]);
-$probe->table('hlHostControlTable')->set(
-    hlHostControlIndex: 1,
-    hlHostControlDataSource: 1,
-    hlHostControlNlMaxDesiredEntries: 2 * HOSTS,
-    hlHostControlAlMaxDesiredEntries: 10,
-    hlHostControlOwner: 'bench',
-);
-proc_terminate($agent, SIGUSR1);
-while (!str_contains((string) fgets($pipes[2]), ' ended: ')) {
-}
+$probe = probe_of_hosts($argv[1]);
 $missed = false;
 $out = fopen('/dev/null', 'wb');
 $link = $probe->link->resource();
@@ -123,6 +70,4 @@ foreach (['' => 'a table', '--json' => '--json', '--csv' => '--csv'] as $form =>
         $grown / 1000,
     );
 }
-proc_terminate($agent);
-unlink($file);
 exit((int) $missed);

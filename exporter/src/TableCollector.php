@@ -95,7 +95,7 @@ final class TableCollector
         $schema = $choice->schema;
         $ranking = Ranking::of(
             $table->pages(),
-            $choice->by === null ? static fn(array $row): int => 0 : $choice->by->name,
+            $choice->by?->name,
             true,
             $choice->limit,
             self::works($schema),
@@ -107,7 +107,7 @@ final class TableCollector
         $this->tally->read($schema->name, $ranking->read);
         $this->tally->leaveOut($schema->name, 'limit', $ranking->matched - count($ranking->rows));
         $createTime = $schema->createTime();
-        $taken = $texts = $begins = [];
+        $taken = $texts = [];
         $prefix = Labels::text($labels);
         $series = self::series($choice, $this->created);
         $source = TableChoice::source($schema);
@@ -121,10 +121,13 @@ final class TableCollector
                 $this->seen[$text] = true;
                 $taken[] = $row;
                 $texts[] = $text;
-                $begins[] = $createTime === null ? $began : $this->clock->at($row[$createTime]);
             }
         }
-        $begins = $this->created ? $begins : array_fill(0, count($begins), null);
+        $begins = match (true) {
+            !$this->created => array_fill(0, count($taken), null),
+            $createTime === null => array_fill(0, count($taken), $began),
+            default => array_map($this->clock->at(...), array_column($taken, $createTime)),
+        };
         foreach ($out as [$family, $what]) {
             match (true) {
                 $what instanceof Column => $this->column($family, $what, $texts, $taken, $begins),
@@ -246,12 +249,12 @@ final class TableCollector
         return $labels;
     }
 
-    /** @return Closure(array<string, mixed>): bool whether a row works; rows without a state always do */
-    private static function works(TableSchema $schema): Closure
+    /** @return (Closure(array<string, mixed>): bool)|null whether a row works; null where all do */
+    private static function works(TableSchema $schema): ?Closure
     {
         $status = (string) $schema->status;
         return isset($schema->columns[$status])
             ? static fn(array $row): bool => $row[$status] === RowStatus::valid->value
-            : static fn(array $row): bool => true;
+            : null;
     }
 }

@@ -28,8 +28,8 @@ final class Ranking
 
     /**
      * @param iterable<list<array<string, mixed>>> $pages       rows, some at a time: see Table::pages()
-     * @param string|callable(array<string, mixed>): mixed $by  what to order by: a column of numbers or of lists, or
-     *                                                          what is made of a row
+     * @param string|(callable(array<string, mixed>): mixed)|null $by what to order by: a column of numbers or of lists,
+     *                                                          or what is made of a row; null: rows stay as they come
      * @param bool $descending                                  whether the largest stands first
      * @param int $most                                         how many rows are wanted
      * @param (callable(array<string, mixed>): bool)|null $keep which rows count; all when not given
@@ -37,7 +37,7 @@ final class Ranking
      */
     public static function of(
         iterable $pages,
-        string|callable $by,
+        string|callable|null $by,
         bool $descending,
         int $most,
         ?callable $keep = null,
@@ -81,8 +81,11 @@ final class Ranking
      * @param list<array<string, mixed>> $rows
      * @return list<mixed> what each is ordered by
      */
-    private static function values(array $rows, string|callable $by): array
+    private static function values(array $rows, string|callable|null $by): array
     {
+        if ($by === null) {
+            return array_fill(0, count($rows), 0);
+        }
         if (!is_string($by)) {
             return array_map($by, $rows);
         }

@@ -182,6 +182,8 @@ final class DemoScrapeTest extends ExporterTestCase
             self::assertEquals($row['artSummaryTimeouts'], $scrape->value('rmon_art_timeouts_total', $labels));
             $slowest = $scrape->value('rmon_art_max_response_time_seconds', $labels);
             self::assertEqualsWithDelta($row['artSummaryMaxRspTime'] / 1000, $slowest, 1e-12);
+            $mean = $scrape->value('rmon_art_avg_response_time_seconds', $labels);
+            self::assertEqualsWithDelta($row['artSummaryAvgRspTime'] / 1000, $mean, 1e-12);
             $responses += $sum;
         }
         $known = 0;

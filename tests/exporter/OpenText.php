@@ -22,6 +22,7 @@ final class OpenText
         'counter' => ['_total', '_created'],
         'gauge' => [''],
         'info' => ['_info'],
+        // The form takes "_sum" and "_count" together or not at all, and there is no true sum.
         'histogram' => ['_bucket', '_created'],
     ];
 

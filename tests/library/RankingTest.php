@@ -66,6 +66,15 @@ final class RankingTest extends TestCase
         }
     }
 
+    public function testTheFirstOnesWithoutAnOrder(): void
+    {
+        foreach ([true, false] as $descending) {
+            $ranking = Ranking::of(self::pages(5000, 7), null, $descending, 30);
+            self::assertSame(range(0, 29), array_column($ranking->rows, 'number'));
+            self::assertSame([5000, 5000], [$ranking->read, $ranking->matched]);
+        }
+    }
+
     public function testWhatIsKept(): void
     {
         $keep = static fn(array $row): bool => $row['number'] % 1000 === 5;

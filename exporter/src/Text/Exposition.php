@@ -29,30 +29,14 @@ final class Exposition
             $text .= "# UNIT $name $family->unit\n";
         }
         $text .= "# HELP $name " . Labels::escaped($family->help) . "\n";
-        $sample = $name . $family->type->suffix();
-        foreach ($family->values as $at => $value) {
-            $labels = $family->labels[$at];
-            $text .= is_array($value)
-                ? self::buckets($name, $labels, $value)
-                : self::sample($sample, $labels, $value);
-            // Beside the value that it belongs to.
-            $created = $family->created[$at];
-            if ($created !== null) {
-                $text .= self::sample("{$name}_created", $labels, $created);
-            }
-        }
-        return $text;
+        return $text . self::samples($family, $name . $family->type->suffix(), true);
     }
 
     /** The older form has a type for each name that samples have, and times of creation are gauges of their own. */
     private static function plain(Family $family): string
     {
         $name = $family->name . $family->type->suffix();
-        $text = self::plainHead($name, $family->type->plain(), $family->help);
-        foreach ($family->values as $at => $value) {
-            $labels = $family->labels[$at];
-            $text .= is_array($value) ? self::buckets($name, $labels, $value) : self::sample($name, $labels, $value);
-        }
+        $text = self::plainHead($name, $family->type->plain(), $family->help) . self::samples($family, $name, false);
         $created = array_filter($family->created, static fn(?float $time) => $time !== null);
         if ($created !== []) {
             $text .= self::plainHead("{$family->name}_created", 'gauge', "When $name began, in seconds since 1970.");
@@ -67,6 +51,31 @@ final class Exposition
     {
         // Quotes stay as they are there.
         return "# HELP $name " . strtr($help, ['\\' => '\\\\', "\n" => '\\n']) . "\n# TYPE $name $type\n";
+    }
+
+    /**
+     * Its values. A large table's scrape is mostly this: a number is written without a call more than it takes.
+     *
+     * @param string $name   what samples that are one number are called
+     * @param bool $creation whether each is followed by the time when it began
+     */
+    private static function samples(Family $family, string $name, bool $creation): string
+    {
+        $text = '';
+        $labels = $family->labels;
+        $created = $creation ? $family->created : [];
+        foreach ($family->values as $at => $value) {
+            $number = is_float($value) ? Number::text($value) : $value;
+            $text .= match (true) {
+                is_array($number) => self::buckets($name, $labels[$at], $number),
+                $labels[$at] === '' => "$name $number\n",
+                default => "$name{{$labels[$at]}} $number\n",
+            };
+            if (isset($created[$at])) {
+                $text .= self::sample("{$family->name}_created", $labels[$at], $created[$at]);
+            }
+        }
+        return $text;
     }
 
     /** @param array<string, int> $counts by bound */

@@ -12,6 +12,9 @@ final class Labels
     /** Octets of the longest value: agents say what they like, and each value is kept for months. */
     public const LONGEST = 200;
 
+    /** Texts that stay as they are: short ones of printable ASCII, without a quote and a backslash. */
+    private const SIMPLE = '/^[ !#-[\]-~]{0,200}$/D';
+
     /** Control characters, and what turns the direction of the text behind it or shows as nothing. */
     private const UNSEEN = '/[\x00-\x1f\x{7f}-\x{9f}\x{200b}-\x{200f}\x{202a}-\x{202e}\x{2060}-\x{2069}\x{feff}]/u';
 
@@ -22,11 +25,14 @@ final class Labels
      */
     public static function text(array $values): string
     {
-        $pairs = [];
+        $text = '';
         foreach ($values as $name => $value) {
-            $pairs[] = "$name=\"" . self::escaped(self::clean((string) $value)) . '"';
+            if (preg_match(self::SIMPLE, (string) $value) !== 1) {
+                $value = self::escaped(self::clean((string) $value));
+            }
+            $text .= $text === '' ? "$name=\"$value\"" : ",$name=\"$value\"";
         }
-        return implode(',', $pairs);
+        return $text;
     }
 
     /** Two parts of what stands between the braces. */
