@@ -18,6 +18,7 @@ void test_memory();
 void test_transport();
 void test_settings();
 void test_families();
+void test_voice();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

@@ -68,6 +68,7 @@ int main()
     test_transport();
     test_settings();
     test_families();
+    test_voice();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }
