@@ -19,6 +19,7 @@ void test_transport();
 void test_settings();
 void test_families();
 void test_voice();
+void test_rtp();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

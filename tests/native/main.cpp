@@ -69,6 +69,7 @@ int main()
     test_settings();
     test_families();
     test_voice();
+    test_rtp();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }
