@@ -14,6 +14,10 @@ final class Call
     /** What the two phones tell themselves at the end, "caller" and "callee"; empty where they tell nothing. */
     public array $told = [];
 
+    /** Of a call by H.323: its identifier in hexadecimal digits, and how the media were agreed on. */
+    public string $id = '';
+    public string $form = '';
+
     /**
      * @param int $number  from 0 on, of its protocol
      * @param int $begin   when the caller begins
@@ -106,6 +110,8 @@ final class Call
             'begin' => $this->begin,
             'answer' => $this->answer,
             'end' => $this->hangUp,
+            'id' => $this->id,
+            'form' => $this->form,
             'round_trip' => $this->roundTrip,
             'told' => $this->told,
             'forward' => $this->forward->known(),

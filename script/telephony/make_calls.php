@@ -13,11 +13,11 @@ spl_autoload_register(function (string $class): void {
     require __DIR__ . "/$class.php";
 });
 
-const PROTOCOLS = ['sccp', 'mgcp'];
+const PROTOCOLS = ['sccp', 'mgcp', 'h323'];
 
 /** What can be chosen, with what holds where nothing is. Ranges are FROM-TO, and each stream draws its own. */
 const USUAL = [
-    'protocol' => 'sccp,mgcp',
+    'protocol' => 'sccp,mgcp,h323',
     'calls' => '3',
     'phones' => '0',
     'start' => '1770000000',
@@ -31,6 +31,7 @@ const USUAL = [
     'round-trip' => '0',
     'reports' => '5',
     'told' => 'yes',
+    'form' => 'slow,fast,tunnel',
     'seed' => '1',
     'known' => '',
 ];
@@ -165,8 +166,9 @@ function planned(array $options, array $phones, int $start): array
 function check_codecs(string $name, array $options): void
 {
     foreach (explode(',', $options['codec']) as $codec) {
-        if ($name === 'sccp' && Codec::tryFrom($codec)?->sccp() === null) {
-            misused("$name has no $codec");
+        $codec = Codec::tryFrom($codec);
+        if ($name === 'sccp' && $codec?->sccp() === null || $name === 'h323' && $codec?->h245() === null) {
+            misused("not all codecs are there in $name");
         }
     }
 }
@@ -179,6 +181,7 @@ function protocol(string $name, Line $line, array $phones, array $options): Prot
     return match ($name) {
         'sccp' => new SccpProtocol($line, $server, $phones, $telling),
         'mgcp' => new MgcpProtocol($line, $server, $phones, $telling),
+        'h323' => new H323Protocol($line, $server, $phones, chosen($options, 'form', H323Protocol::FORMS)),
     };
 }
 

@@ -52,7 +52,8 @@ foreach (known_streams($known) as $stream) {
 }
 
 // All at once, with all codecs. Of 499 packets of 20 ms, or 332 of 30 ms, four percent are lost: 20 or 13.
-foreach (['sccp' => 'PCMU,PCMA,G722,G723,G729', 'mgcp' => 'PCMU,PCMA,G722,G723,G729,opus'] as $protocol => $codecs) {
+$each = 'PCMU,PCMA,G722,G723,G729';
+foreach (['sccp' => $each, 'mgcp' => "$each,opus", 'h323' => $each] as $protocol => $codecs) {
     $what = "damaged calls of $protocol";
     [$file, $known] = calls(
         ...['--protocol', $protocol, '--calls', '12', '--codec', $codecs, '--seed', '7', '--round-trip', '80'],
@@ -104,8 +105,19 @@ expect_same(
     'connections of MGCP',
 );
 
+$names = ['ip.src', 'h225.dialledDigits', 'h225.h323_ID', 'h225.guid'];
+$setups = explode("\n", trim(tshark($file, '-Y', 'h225.setup_element', ...$fields(...$names))));
+$expected = [];
+foreach ([0, 1] as $i) {
+    $call = $known['calls'][4 + $i];
+    $id = preg_replace('/^(.{8})(.{4})(.{4})(.{4})/', '$1-$2-$3-$4-', $call['id']);
+    // The numbers of both, the caller's name.
+    $expected[] = ['10.3.0.' . 2 * $i + 1, (3000 + 2 * $i) . ',' . (3001 + 2 * $i), ['Reception', 'Office'][$i], $id];
+}
+expect_same(array_map(fn(array $row) => implode("\t", $row), $expected), $setups, 'parties of H.323');
+
 // The phones' own figures are of what they received: some packets fewer than there were where the capture was made.
-foreach ($known['calls'] as $call) {
+foreach (array_slice($known['calls'], 0, 4) as $call) {
     foreach (['caller' => 'reverse', 'callee' => 'forward'] as $side => $way) {
         $told = $call['told'][$side];
         $more = $told['lost'] - $call[$way]['lost'];
