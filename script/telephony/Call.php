@@ -23,6 +23,7 @@ final class Call
      * @param int $begin   when the caller begins
      * @param int $answer  when the callee answers, and the media begin
      * @param int $hangUp  when one of them hangs up
+     * @param int $roundTrip from one phone to the other and back, in microseconds
      */
     public function __construct(
         public readonly int $number,
@@ -88,7 +89,8 @@ final class Call
         if ($heard > 0) {
             [$seconds, $fraction] = Stream::ntp($heard);
             $echo = ($seconds & 0xffff) << 16 | $fraction >> 16;
-            $delay = (int) ceil(max(0, $time - $heard - $this->roundTrip) * 0.065_536);
+            // The capture is made halfway.
+            $delay = (int) ceil(max(0, $time - $heard - intdiv($this->roundTrip, 2)) * 0.065_536);
         }
         $block = $other->receiverReport($time, $since, $echo, $delay);
         $report = $own->senderReport($time) . $block;
