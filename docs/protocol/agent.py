@@ -13,56 +13,41 @@ import time
 
 PROGRAM, VERSION = 99999, 1
 SUCCESS, PROG_UNAVAIL, PROG_MISMATCH, PROC_UNAVAIL, GARBAGE_ARGS = range(5)
-GET, GETNEXT = 1, 2
+GET = 1  # the other one is getnext
 VALID, CREATE_REQUEST, UNDER_CREATION, INVALID = 1, 2, 3, 4
 NO_ERROR, NO_SUCH_NAME, BAD_VALUE = 0, 2, 3
 LONGEST_CALL = 65536
 BEGUN = time.monotonic()
 
 
-class Garbage(Exception):
-    """Arguments that end early or hold a text that is too long."""
-
-
 class Reader:
-    """Takes an argument apart, field by field."""
+    """Takes a call apart, field by field; struct.error where it ends early or a text is too long."""
 
     def __init__(self, octets):
         self.octets, self.at = octets, 0
 
-    def take(self, count):
-        self.at += count
-        if self.at > len(self.octets):
-            raise Garbage
-        return self.octets[self.at - count : self.at]
-
-    def int(self):
-        return struct.unpack(">i", self.take(4))[0]
-
-    def unsigned(self):
-        return struct.unpack(">I", self.take(4))[0]
-
-    def hyper(self):
-        return struct.unpack(">Q", self.take(8))[0]
+    def take(self, fields):
+        values = struct.unpack_from(">" + fields, self.octets, self.at)
+        self.at += struct.calcsize(">" + fields)
+        return values
 
     def text(self, bound=255):
-        length = self.unsigned()
+        (length,) = self.take("I")
         if length > bound:
-            raise Garbage
-        return self.take((length + 3) // 4 * 4)[:length]
+            raise struct.error("too long")
+        return self.take(f"{length}s{-length % 4}x")[0]
 
 
 def ints(*values):
-    return b"".join(struct.pack(">I", value & 0xFFFFFFFF) for value in values)
+    return struct.pack(f">{len(values)}I", *(value & 0xFFFFFFFF for value in values))
 
 
 def hypers(*values):
-    return b"".join(struct.pack(">Q", value) for value in values)
+    return struct.pack(f">{len(values)}Q", *values)
 
 
 def text(value):
-    octets = value if isinstance(value, bytes) else value.encode()
-    octets = octets[:255]
+    octets = (value if isinstance(value, bytes) else value.encode())[:255]
     return ints(len(octets)) + octets + bytes(-len(octets) % 4)
 
 
@@ -72,32 +57,32 @@ def byte_list(octets):
 
 
 def uptime():
-    return int((time.monotonic() - BEGUN) * 100) & 0xFFFFFFFF
+    return int((time.monotonic() - BEGUN) * 100)
 
 
-def of_interface(name, file):
+def of_interface(name, file, otherwise="0"):
     try:
         with open(f"/sys/class/net/{name}/{file}", encoding="ascii") as value:
-            return value.read().strip()
+            return value.read().strip() or otherwise
     except OSError:
-        return ""
+        return otherwise
+
+
+def counters(name, *which):
+    return [int(of_interface(name, f"statistics/{counter}")) for counter in which]
 
 
 def interfaces():
     """Names by ifIndex, in their order."""
-    names = {int(of_interface(name, "ifindex") or 0): name for name in os.listdir("/sys/class/net")}
+    names = {int(of_interface(name, "ifindex")): name for name in os.listdir("/sys/class/net")}
     return {index: names[index] for index in sorted(names) if index > 0}
 
 
-def counter(name, which):
-    return int(of_interface(name, f"statistics/{which}") or 0)
-
-
-def find(rows, index, get_type):
+def find(known, index, get_type):
     """The index of the row that a key means, or None."""
     if get_type == GET:
-        return index if index in rows else None
-    return min((other for other in rows if other > index), default=None)
+        return index if index in known else None
+    return min((other for other in known if other > index), default=None)
 
 
 def get_system(_):
@@ -106,23 +91,18 @@ def get_system(_):
 
 
 def get_interface(argument):
-    index = find(interfaces(), argument.int(), argument.int())
+    index = find(interfaces(), *argument.take("ii"))
     if index is None:
         return ints(NO_SUCH_NAME, 0) + text("") + ints(0, 0, 0) + byte_list(b"") + ints(*[0] * 22)
     name = interfaces()[index]
-    octets = bytes.fromhex(of_interface(name, "address").replace(":", ""))
+    octets = bytes.fromhex(of_interface(name, "address", "").replace(":", ""))
     up = 1 if of_interface(name, "operstate") in ("up", "unknown") else 2
-    speed = max(0, int(of_interface(name, "speed") or 0)) * 1_000_000
-    received = [counter(name, f"rx_{which}") for which in ("bytes", "packets", "multicast", "dropped", "errors")]
-    sent = [counter(name, f"tx_{which}") for which in ("bytes", "packets")]
-    return (
-        ints(NO_ERROR, index)
-        + text(name)
-        + ints(6, int(of_interface(name, "mtu") or 0), min(speed, 0xFFFFFFFF))
-        + byte_list(octets)
-        + ints(1, up, 0, *received, 0, *sent, 0, counter(name, "tx_dropped"), counter(name, "tx_errors"), 0)
-        + ints(*[0] * 7)  # what a switch would tell of its port
-    )
+    speed = max(0, int(of_interface(name, "speed"))) * 1_000_000
+    received = counters(name, "rx_bytes", "rx_packets", "rx_multicast", "rx_dropped", "rx_errors")
+    sent = [*counters(name, "tx_bytes", "tx_packets"), 0, *counters(name, "tx_dropped", "tx_errors"), 0]
+    head = ints(NO_ERROR, index) + text(name) + ints(6, int(of_interface(name, "mtu")), min(speed, 0xFFFFFFFF))
+    # At the end, what a switch would tell of its port.
+    return head + byte_list(octets) + ints(1, up, 0, *received, 0, *sent, *[0] * 7)
 
 
 # Rows of the Ethernet statistics: interface, owner, status, create time.
@@ -130,23 +110,19 @@ rows = {index: [index, b"monitor", VALID, 0] for index in interfaces()}
 
 
 def get_statistics(argument):
-    index = find(rows, argument.int(), argument.int())
+    index = find(rows, *argument.take("ii"))
     if index is None:
         return ints(NO_SUCH_NAME, 0, 0) + hypers(*[0] * 17) + text("") + ints(0) + hypers(0) + ints(0)
     source, owner, status, created = rows[index]
-    name = interfaces().get(source, "")
-    octets = counter(name, "rx_bytes") + counter(name, "tx_bytes")
-    packets = counter(name, "rx_packets") + counter(name, "tx_packets")
-    counters = [counter(name, "rx_dropped"), octets, packets, 0, counter(name, "rx_multicast")] + [0] * 12
-    return ints(NO_ERROR, index, source) + hypers(*counters) + text(owner) + ints(status) + hypers(0) + ints(created)
+    which = ("rx_dropped", "rx_bytes", "tx_bytes", "rx_packets", "tx_packets", "rx_multicast")
+    dropped, octets, more_octets, packets, more_packets, multicast = counters(interfaces().get(source, ""), *which)
+    values = [dropped, octets + more_octets, packets + more_packets, 0, multicast] + [0] * 12
+    return ints(NO_ERROR, index, source) + hypers(*values) + text(owner) + ints(status) + hypers(0) + ints(created)
 
 
 def set_statistics(argument):
-    argument.int()
-    index, source = argument.int(), argument.int()
-    for _ in range(17):
-        argument.hyper()
-    owner, status = argument.text(), argument.int()
+    _, index, source, *_ = argument.take("3i17Q")  # the counters are the agent's own
+    owner, (status,) = argument.text(), argument.take("i")
     if status not in (VALID, CREATE_REQUEST, UNDER_CREATION, INVALID) or not 1 <= index <= 65535:
         return ints(BAD_VALUE)
     if (status == CREATE_REQUEST) == (index in rows):
@@ -164,14 +140,13 @@ PROCEDURES = {0: lambda _: ints(0), 1: get_system, 3: get_interface, 4: get_stat
 
 
 def answer(call):
-    """The reply to a call; None to what is none."""
+    """The reply to a call; struct.error to what is none."""
     message = Reader(call)
-    transaction, kind, rpc = message.unsigned(), message.unsigned(), message.unsigned()
+    transaction, kind, rpc, program, version, procedure = message.take("6I")
     if kind != 0 or rpc != 2:
-        return None
-    program, version, procedure = message.unsigned(), message.unsigned(), message.unsigned()
-    for _ in range(2):  # credentials and verifier
-        message.unsigned()
+        raise struct.error("no call")
+    for _ in ("credentials", "verifier"):
+        message.take("I")
         message.text(400)
     head = ints(transaction, 1, 0, 0, 0)  # a reply, accepted, no verifier
     if program != PROGRAM:
@@ -182,41 +157,34 @@ def answer(call):
         return head + ints(PROC_UNAVAIL)
     try:
         return head + ints(SUCCESS) + PROCEDURES[procedure](message)
-    except Garbage:
+    except struct.error:
         return head + ints(GARBAGE_ARGS)
 
 
 class Client(socketserver.StreamRequestHandler):
     def record(self):
-        """A call, of one fragment or more; None at the end."""
+        """A call, of one fragment or more."""
         call, last = b"", False
         while not last:
-            head = self.rfile.read(4)
-            if len(head) < 4:
-                return None
-            (mark,) = struct.unpack(">I", head)
+            (mark,) = struct.unpack(">I", self.rfile.read(4))
             last, length = mark & 0x80000000, mark & 0x7FFFFFFF
             if len(call) + length > LONGEST_CALL:
-                return None
+                raise struct.error("too long")
             call += self.rfile.read(length)
         return call
 
     def handle(self):
-        while (call := self.record()) is not None:
-            try:
-                reply = answer(call)
-            except Garbage:
-                return
-            if reply is None:
-                return
-            self.wfile.write(struct.pack(">I", 0x80000000 | len(reply)) + reply)
-
-
-class Agent(socketserver.ThreadingTCPServer):
-    allow_reuse_address = daemon_threads = True
+        try:
+            while True:
+                reply = answer(self.record())
+                self.wfile.write(ints(0x80000000 | len(reply)) + reply)
+        except struct.error:
+            pass  # it is at its end, or speaks otherwise
 
 
 if __name__ == "__main__":
-    with Agent(("127.0.0.1", int(sys.argv[1]) if len(sys.argv) > 1 else 9911), Client) as server:
+    socketserver.ThreadingTCPServer.allow_reuse_address = socketserver.ThreadingTCPServer.daemon_threads = True
+    port = int(sys.argv[1]) if len(sys.argv) > 1 else 9911
+    with socketserver.ThreadingTCPServer(("127.0.0.1", port), Client) as server:
         print(f"listening on 127.0.0.1:{server.server_address[1]}", flush=True)
         server.serve_forever()
