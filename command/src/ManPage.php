@@ -55,6 +55,7 @@ final class ManPage
             '.SH ENVIRONMENT',
             '.TP', '.B RMON_HOST', 'The agent where \fB\-H\fR isn\(aqt given; else 127.0.0.1.',
             '.TP', '.B RMONRPC_PORT', 'The port where none is given; else that of the service rmonrpc, or 9911.',
+            '.TP', '.B RMONRPC_TIMEOUT', 'Milliseconds that a call waits at most, where that is less than 25 seconds.',
             '.TP', '.B NO_COLOR', 'No colours.',
             '.SH EXAMPLES',
             '.nf',

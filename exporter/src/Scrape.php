@@ -61,7 +61,7 @@ final class Scrape
         } catch (OutOfTime $late) {
             $failure = $this->failed('time', $late->getMessage());
         } catch (ConnectionLost $lost) {
-            $failure = $this->failed('lost', $lost->text);
+            $failure = $this->failed($this->left() <= 0 ? 'time' : 'lost', $lost->text);
         } catch (ConnectionFailed $absent) {
             $failure = $this->failed('absent', $absent->text);
         } catch (CallFailed $refused) {
@@ -78,7 +78,8 @@ final class Scrape
             throw new ConnectionFailed($missing[0], ...$place);
         }
         $timeout = max(self::LEAST, min($this->patience, $this->left()));
-        $probe = Probe::connect(...$place, persistent: $this->keepLink, timeout: $timeout);
+        $end = $this->begun + $this->seconds;
+        $probe = Probe::connect(...$place, persistent: $this->keepLink, timeout: $timeout, end: $end);
         try {
             $this->readFrom($probe);
         } finally {

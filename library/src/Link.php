@@ -23,6 +23,9 @@ final class Link
 {
     private const KEPT_NOTICES = 20;
 
+    /** What the module asks the environment for: the longest that it waits, in milliseconds. */
+    private const LIMIT = 'RMONRPC_TIMEOUT';
+
     /** @var list<string> reports that came with a result, the latest last: a link made anew, a row without an owner */
     public array $notices = [];
 
@@ -39,12 +42,14 @@ final class Link
      * @param int $port       1 to 65535
      * @param bool $persistent whether the link outlives the request
      * @param float $timeout  seconds that connecting may take
+     * @param float|null $end the time of hrtime(), in seconds, up to which calls wait; null: as long as the module does
      */
     public function __construct(
         public readonly string $host,
         public readonly int $port,
         public readonly bool $persistent,
         public readonly float $timeout,
+        public readonly ?float $end = null,
     ) {
         if (!function_exists('rmon_connect')) {
             throw new ExtensionMissing('The PHP module rmon is not loaded: extension=rmon in php.ini loads it.');
@@ -92,7 +97,7 @@ final class Link
             return true;
         });
         try {
-            $result = $function($resource, ...$arguments);
+            $result = $this->invoke($function, $resource, ...$arguments);
         } finally {
             restore_error_handler();
         }
@@ -187,7 +192,7 @@ final class Link
             return true;
         });
         try {
-            $resource = $connect(self::spelled($this->address, $this->port));
+            $resource = $this->invoke($connect, self::spelled($this->address, $this->port));
         } finally {
             restore_error_handler();
             ini_set('rmon.default_port', $before);
@@ -199,6 +204,22 @@ final class Link
         array_walk($reports, $this->note(...));
         $this->made++;
         return $this->resource = $resource;
+    }
+
+    /** Calls a function of the module, which waits for no more than the time that is left. */
+    private function invoke(string $function, mixed ...$arguments): mixed
+    {
+        if ($this->end === null) {
+            return $function(...$arguments);
+        }
+        $before = getenv(self::LIMIT);
+        $left = max(1, (int) (1000 * ($this->end - hrtime(true) / 1e9)));
+        putenv(self::LIMIT . '=' . (is_numeric($before) && $before > 0 ? min($left, (int) $before) : $left));
+        try {
+            return $function(...$arguments);
+        } finally {
+            putenv($before === false ? self::LIMIT : self::LIMIT . "=$before");
+        }
     }
 
     private function knock(): void

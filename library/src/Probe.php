@@ -34,6 +34,7 @@ final class Probe
      * @param int|null $port    its TCP port; that of the module's functions when not given
      * @param bool $persistent  whether the link stays open for later requests of this process
      * @param float $timeout    seconds that connecting may take, name look-ups apart
+     * @param float|null $end   the time of hrtime(), in seconds, up to which calls wait; null: 25 seconds each
      * @throws ConnectionFailed|BadArgument
      */
     public static function connect(
@@ -41,12 +42,13 @@ final class Probe
         ?int $port = null,
         bool $persistent = false,
         float $timeout = 5.0,
+        ?float $end = null,
     ): self {
         if ($port === null && preg_match('/^([^:]+):(\d{1,5})$/D', $host, $parts)) {
             [, $host, $port] = $parts;
         }
         $port ??= self::defaultPort();
-        $link = new Link($host, (int) $port, $persistent, $timeout);
+        $link = new Link($host, (int) $port, $persistent, $timeout, $end);
         $link->resource();
         return new self($link);
     }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -101,10 +102,23 @@ int64_t milliseconds(timeval time)
     return int64_t{time.tv_sec} * 1000 + (time.tv_usec + 999) / 1000;
 }
 
+/**
+ * How long a wait may last by the environment, in milliseconds. Asked at each wait: a script whose own time
+ * runs out lowers it from call to call. What is no positive number says nothing.
+ */
+int64_t patience()
+{
+    const char *text = getenv("RMONRPC_TIMEOUT");
+    int64_t limit = 0;
+    if (text)
+        std::from_chars(text, text + std::strlen(text), limit);
+    return limit > 0 ? limit : no_limit;
+}
+
 /** The end of a wait that begins now. The millisecond that has begun doesn't count: no wait is shorter. */
 int64_t deadline_in(timeval timeout)
 {
-    return milliseconds() + 1 + milliseconds(timeout);
+    return milliseconds() + 1 + std::min(milliseconds(timeout), patience());
 }
 
 /** Notes what the call fails with; false. */

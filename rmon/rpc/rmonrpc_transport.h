@@ -40,6 +40,9 @@
  * Connects to address and makes a handle for calls of this program, all of it
  * before the time is up. A port of 0 is the one that the port mapper there
  * knows. Null on failure; clnt_spcreateerror tells why.
+ *
+ * Connecting and each call end after RMONRPC_TIMEOUT milliseconds, where the
+ * environment has that and their own time-out is longer.
  */
 CLIENT *connect_client(sockaddr_in address, uint32_t program, uint32_t version, timeval timeout);
 

@@ -103,6 +103,21 @@ final class ScrapeTest extends ExporterTestCase
         self::assertCount(2, $agent->calls(2), 'nothing is asked behind the end');
     }
 
+    /** It hangs in a call: the scrape ends when its time is up, not the module's, and tells what it has. */
+    public function testATargetThatHangsInACall(): void
+    {
+        $agent = $this->scripted(\reply(''), self::system('a'), self::system('a'), \always(\no_answer()));
+        $server = self::OPEN + ['HTTP_X_PROMETHEUS_SCRAPE_TIMEOUT_SECONDS' => '2.5'];
+        $scrape = new OpenText($this->ask($this->exporter(), $agent, 'default', $server)->body);
+        self::assertSame(0.0, $scrape->value('rmon_scrape_success'));
+        self::assertSame(['reason="time"' => 1.0], $scrape->of('rmon_scrape_failure_info'));
+        self::assertGreaterThanOrEqual(1.9, $scrape->value('rmon_scrape_duration_seconds'));
+        // On a busy machine too: less than the 25 seconds of the module.
+        self::assertLessThan(15.0, $scrape->value('rmon_scrape_duration_seconds'));
+        self::assertCount(1, $scrape->of('rmon_system_info'));
+        self::assertFalse(getenv('RMONRPC_TIMEOUT'));
+    }
+
     /** A table that an agent doesn't have: the others are there, and the scrape says that one is missing. */
     public function testATableThatIsRefused(): void
     {

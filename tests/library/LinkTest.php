@@ -80,6 +80,25 @@ final class LinkTest extends AgentTestCase
         self::assertLessThan(10.0, microtime(true) - $began);
     }
 
+    public function testCallsEndWithTheTimeThatIsLeft(): void
+    {
+        $agent = $this->scripted(self::system(), \no_answer(), self::system());
+        $probe = Probe::connect('127.0.0.1', $agent->port, end: hrtime(true) / 1e9 + 2);
+        self::assertSame(100, $probe->uptime());
+        putenv('RMONRPC_TIMEOUT=60000');
+        try {
+            $lost = $this->thrown($probe->uptime(...));
+            self::assertSame('60000', getenv('RMONRPC_TIMEOUT'));
+        } finally {
+            putenv('RMONRPC_TIMEOUT');
+        }
+        self::assertInstanceOf(ConnectionLost::class, $lost);
+        self::assertStringContainsString('Timed out', $lost->text);
+        self::assertCount(2, $agent->calls(2), 'it is not asked again');
+        // Another probe of the same process has all its time.
+        self::assertSame(100, $this->probe($agent)->uptime());
+    }
+
     public function testHostAndPortInOneText(): void
     {
         $agent = $this->scripted(self::system());
