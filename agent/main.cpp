@@ -10,6 +10,7 @@
 #include "agent/rpc/server.h"
 #include "agent/voice/scenario.h"
 #include "agent/voice/voice.h"
+#include "agent/voice/watch.h"
 
 #include <cerrno>
 #include <csignal>
@@ -96,9 +97,8 @@ const char *origin(const options &chosen, bool may_capture)
 }
 
 /** Begins to measure. An empty text, or what went wrong. */
-std::string start_measuring(probe &agent, const options &chosen)
+std::string start_measuring(probe &agent, const options &chosen, bool may_capture)
 {
-    const bool may_capture = chosen.capture && capture_permitted();
     agent.sources.ring = chosen.ring;
     agent.interfaces.measured = chosen.interfaces;
     std::string wrong = start_probe(agent, may_capture, chosen.reading);
@@ -115,6 +115,10 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
         wrong = read_scenario(storage<voice_monitors>(agent).scenario, chosen.voice);
     if (!wrong.empty())
         return wrong;
+    const bool may_capture = chosen.capture && capture_permitted();
+    // A scenario is played in the place of what is seen.
+    if (chosen.voice.empty() && (may_capture || !chosen.reading.files.empty()))
+        prepare_watch(agent);
     hearing heard{&agent, -1};
     if (!open_loop(agent.loop) || !catch_signals(heard))
         return std::string("cannot wait for events: ") + std::strerror(errno);
@@ -123,7 +127,7 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
     if (wrong.empty() && !chosen.captures.empty())
         wrong = open_captures(agent, chosen.captures);
     if (wrong.empty())
-        wrong = start_measuring(agent, chosen);
+        wrong = start_measuring(agent, chosen, may_capture);
     if (wrong.empty() && chosen.netflow)
         wrong = open_netflow(agent, chosen.host, *chosen.netflow);
     if (wrong.empty() && !chosen.state.empty())
@@ -134,6 +138,7 @@ std::string serve_until_signal(probe &agent, tcp_server &server, const options &
         return wrong;
 
     play_scenario(agent);
+    begin_watch(agent);
     if (!chosen.reading.held && !begin_capture_files(agent.files, agent.loop))
         return std::string("cannot read files: ") + std::strerror(errno);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-/* The phones and calls that the voice monitors see, as a scenario has them. */
+/* The phones and calls that the voice monitors see, as a scenario or what was measured has them. */
 #pragma once
 
 #include "rmon/rpc/rmonrpc_voice.h"
@@ -12,8 +12,10 @@
 struct call_times {
     uint32_t after = 0;
     uint32_t duration = 0;
+    uint32_t took = 0; // hundredths of a second, to be added to the duration
 };
 
+/** A party without a name is none of the monitor's phones: it has no row, and no figures of its own. */
 struct sccp_phone {
     std::string name;
     rmonrpc_sccp_common_row_t identity{};
@@ -25,6 +27,9 @@ struct sccp_call {
     sccp_phone callee;
     rmonrpc_sccp_qual_row_t qual{}; // as the caller saw it
     rmonrpc_sccp_qual_row_t callee_qual{};
+    uint32_t index = 0;   // of its row, which it has since it runs; 0: none yet
+    uint32_t samples = 1; // of the caller's figures; 0: there are none
+    uint32_t callee_samples = 1;
 };
 
 struct h323_phone {
@@ -61,6 +66,9 @@ struct mgcp_call {
     mgcp_phone caller;
     mgcp_phone callee;
     rmonrpc_mgcp_call_t record{};
+    uint32_t index = 0; // as of sccp_call
+    uint32_t samples = 1;
+    uint32_t callee_samples = 1;
 };
 
 template <class Phone, class Call> struct protocol_scenario {

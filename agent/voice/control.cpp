@@ -4,6 +4,7 @@
 #include "agent/capture/family.h"
 #include "agent/core/reply.h"
 #include "agent/voice/rows.h"
+#include "agent/voice/watch.h"
 
 #include <initializer_list>
 
@@ -199,6 +200,12 @@ int32_t load_mgcp_settings(probe &agent, const voice_config_params_t &kept)
 
 namespace {
 
+void on_voice_tick(probe &agent)
+{
+    play_due_calls(agent);
+    tick_watch(agent);
+}
+
 constexpr auto sccp = &voice_monitors::sccp;
 constexpr auto h323 = &voice_monitors::h323;
 constexpr auto mgcp = &voice_monitors::mgcp;
@@ -288,7 +295,10 @@ constexpr state_part kept[] = {
 
 extern const family voice_family = {
     .name = "voice",
-    .tick = play_due_calls,
+    .stop = end_watch,
+    .tick = on_voice_tick,
+    .interface_changed = watch_interface,
+    .interface_gone = leave_interface,
     .procedures = procedures,
     .kept = kept,
 };

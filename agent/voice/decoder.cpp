@@ -196,9 +196,11 @@ bool read_messages(
 
 namespace {
 
-/** What waits: some seconds of what a large installation says. */
-constexpr std::size_t max_waiting = 65536;
-constexpr std::size_t max_waiting_octets = std::size_t{32} << 20;
+/** What waits: thousands of calls of a file that is read in a second, of which the child takes 15,000 frames
+ * a second.
+ */
+constexpr std::size_t max_waiting = 262144;
+constexpr std::size_t max_waiting_octets = std::size_t{64} << 20;
 
 /** Octets of what is printed for one frame. */
 constexpr std::size_t max_object = std::size_t{4} << 20;
@@ -429,7 +431,7 @@ void tell_lost(voice_decoder &decoder)
     const uint64_t lost = decoder.dropped + decoder.unreadable;
     if (lost == decoder.told || (decoder.told > 0 && now_ms() - decoder.last_told < pause_of_lines))
         return;
-    tell((std::to_string(lost - decoder.told) + " frames were not decoded").c_str());
+    tell(("frames that were not decoded: " + std::to_string(lost - decoder.told)).c_str());
     decoder.told = lost;
     decoder.last_told = now_ms();
 }
@@ -450,7 +452,7 @@ void open_decoder(
         decoder.launcher = &launcher;
 }
 
-void decode_signalling(voice_decoder &decoder, int32_t interface, const frame &seen)
+void decode_signalling(voice_decoder &decoder, int32_t interface, const frame &seen, uint32_t up_time)
 {
     const std::size_t octets = octets_of_record_header + seen.captured;
     if (!decoder.launcher || decoder.waiting.size() >= max_waiting
@@ -461,6 +463,7 @@ void decode_signalling(voice_decoder &decoder, int32_t interface, const frame &s
     voice_message origin{};
     origin.interface = interface;
     origin.time = seen.time;
+    origin.up_time = up_time;
     origin.from = seen.from;
     origin.to = seen.to;
     origin.from_port = seen.from_port;
@@ -486,6 +489,15 @@ void tick_decoder(voice_decoder &decoder)
 bool is_decoding(const voice_decoder &decoder)
 {
     return !decoder.waiting.empty() || !decoder.sent.empty();
+}
+
+const voice_message *next_undecoded(const voice_decoder &decoder, int32_t interface)
+{
+    for (const auto *frames : {&decoder.sent, &decoder.waiting})
+        for (const signalling_frame &one : *frames)
+            if (one.origin.interface == interface)
+                return &one.origin;
+    return nullptr;
 }
 
 void close_decoder(voice_decoder &decoder)

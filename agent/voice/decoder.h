@@ -66,7 +66,8 @@ std::optional<uint64_t> decoded_number(std::string_view text);
 struct voice_message {
     voice_protocol protocol;
     int32_t interface;
-    int64_t time; // of the frame in which it ended, microseconds since 1970
+    int64_t time;     // of the frame in which it ended, microseconds since 1970
+    uint32_t up_time; // sysUpTime when that frame passed by
     net_address from;
     net_address to;
     uint16_t from_port;
@@ -123,12 +124,15 @@ void open_decoder(
     void *context);
 
 /** Has a frame decoded, of which a copy is taken. The child starts with the first one. */
-void decode_signalling(voice_decoder &decoder, int32_t interface, const frame &seen);
+void decode_signalling(voice_decoder &decoder, int32_t interface, const frame &seen, uint32_t up_time);
 
 /** Once a second: ends a child that hangs, starts one where one is missed, tells what was lost. */
 void tick_decoder(voice_decoder &decoder);
 
 /** Whether frames wait or are in the child. */
 bool is_decoding(const voice_decoder &decoder);
+
+/** The oldest frame of an interface that is not decoded yet; null when all are. */
+const voice_message *next_undecoded(const voice_decoder &decoder, int32_t interface);
 
 void close_decoder(voice_decoder &decoder);

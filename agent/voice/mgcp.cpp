@@ -35,7 +35,7 @@ void complete(rmonrpc_mgcp_call_t &row, const mgcp_call &call, uint32_t now)
     row.callee_phone_num = callee.number;
     row.media.value[0].caller_ip_addr = caller.address;
     row.media.value[0].callee_ip_addr = callee.address;
-    row.start_time = now - std::min(now, call.times.duration * 100);
+    row.start_time = now - std::min(now, call.times.duration * 100 + call.times.took);
     row.end_time = now;
 }
 
@@ -46,6 +46,8 @@ void add_leg(
     const rmonrpc_mgcp_call_t &row,
     const voice_quality &quality)
 {
+    if (phone.name.empty())
+        return;
     auto &kept = seen(monitor, phone);
     kept.sums.calls++;
     add_quality(kept.sums, quality);
@@ -59,6 +61,36 @@ void add_leg(
     add_quality(monitor.sums, quality);
 }
 
+/** The figures of one call that rank it. */
+struct leg_figures {
+    uint32_t lost_1;
+    uint32_t lost_2;
+    uint32_t jitter_1;
+    uint32_t jitter_2;
+};
+
+leg_figures figures_of(const rmonrpc_mgcp_call_t &row)
+{
+    const rmonrpc_mgcp_media_session_t &media = row.media.value[0];
+    const auto unsigned_of = [](int32_t value) { return static_cast<uint32_t>(std::max(value, 0)); };
+    return {
+        unsigned_of(media.pkt_loss_1), unsigned_of(media.pkt_loss_2), unsigned_of(media.jitter_1),
+        unsigned_of(media.jitter_2)};
+}
+
+rmonrpc_mgcp_call_t
+row_of(const mgcp_monitor &monitor, const mgcp_call &call, uint32_t index, uint32_t up_time)
+{
+    rmonrpc_mgcp_call_t row = call.record;
+    row.index = static_cast<int32_t>(index);
+    complete(row, call, up_time);
+    // The worse leg ranks the call.
+    const leg_figures legs = figures_of(row);
+    row.call_flag = alarms_of(
+        monitor.settings, std::max(legs.jitter_1, legs.jitter_2), std::max(legs.lost_1, legs.lost_2), 0);
+    return row;
+}
+
 } // namespace
 
 void see_phone(mgcp_monitor &monitor, const mgcp_phone &phone)
@@ -69,32 +101,30 @@ void see_phone(mgcp_monitor &monitor, const mgcp_phone &phone)
     trim_tables(monitor);
 }
 
+void show_call(mgcp_monitor &monitor, mgcp_call &call, uint32_t up_time)
+{
+    show_running(monitor, call, [&](uint32_t index) { return row_of(monitor, call, index, up_time); });
+    trim_tables(monitor);
+}
+
 void see_call(mgcp_monitor &monitor, const mgcp_call &call, uint32_t up_time)
 {
     if (!monitor.settings.enable)
         return;
-    const uint32_t index = ++monitor.last_call;
-    rmonrpc_mgcp_call_t row = call.record;
-    row.index = static_cast<int32_t>(index);
-    complete(row, call, up_time);
-
-    const rmonrpc_mgcp_media_session_t &media = row.media.value[0];
-    const auto unsigned_of = [](int32_t value) { return static_cast<uint32_t>(std::max(value, 0)); };
-    const uint32_t lost_1 = unsigned_of(media.pkt_loss_1);
-    const uint32_t lost_2 = unsigned_of(media.pkt_loss_2);
-    const uint32_t jitter_1 = unsigned_of(media.jitter_1);
-    const uint32_t jitter_2 = unsigned_of(media.jitter_2);
-    // The worse leg ranks the call.
-    const uint32_t jitter = std::max(jitter_1, jitter_2);
-    const uint32_t lost = std::max(lost_1, lost_2);
-    row.call_flag = alarms_of(monitor.settings, jitter, lost, 0);
-
+    const uint32_t index = call.index ? call.index : ++monitor.last_call;
+    const rmonrpc_mgcp_call_t row = row_of(monitor, call, index, up_time);
+    const auto sampled = [](uint64_t lost, uint64_t jitter, uint32_t samples) {
+        return voice_quality{lost * samples, jitter * samples, samples};
+    };
+    const leg_figures legs = figures_of(row);
     monitor.sums.calls++;
     monitor.sums.flag |= row.call_flag;
-    add_leg(monitor, call.caller, row, {lost_1, jitter_1, 1});
-    add_leg(monitor, call.callee, row, {lost_2, jitter_2, 1});
-    rank_call(monitor.top_jitter, jitter, row);
-    rank_call(monitor.top_lost, lost, row);
-    monitor.calls.emplace(index, row);
+    add_leg(monitor, call.caller, row, sampled(legs.lost_1, legs.jitter_1, call.samples));
+    add_leg(monitor, call.callee, row, sampled(legs.lost_2, legs.jitter_2, call.callee_samples));
+    if (call.samples + call.callee_samples > 0) {
+        rank_call(monitor.top_jitter, std::max(legs.jitter_1, legs.jitter_2), row);
+        rank_call(monitor.top_lost, std::max(legs.lost_1, legs.lost_2), row);
+    }
+    monitor.calls.insert_or_assign(index, row);
     trim_tables(monitor);
 }

@@ -129,21 +129,36 @@ alarms_of(const voice_config_params_t &settings, uint32_t jitter, uint32_t lost,
            | (settings.latency_alarm_enable && latency > settings.latency_threshold ? latency_alarm : 0);
 }
 
-/** The phone of this name, which is made if it is not there: Identify fills in its row. */
+/** The phone of this name, which is made if it is not there. Identify fills in its row: more may be known of
+ * it than before. */
 template <class Monitor, class Identify>
 auto &seen_phone(Monitor &monitor, const std::string &name, const Identify &identify)
 {
     const auto found =
         std::ranges::find_if(monitor.phones, [&](const auto &entry) { return entry.second.name == name; });
-    auto *phone = found == monitor.phones.end() ? nullptr : &found->second;
-    if (!phone) {
-        const uint32_t index = ++monitor.last_phone;
-        phone = &monitor.phones[index];
-        phone->name = name;
-        identify(phone->row, index);
+    const uint32_t index = found == monitor.phones.end() ? ++monitor.last_phone : found->first;
+    auto &phone = monitor.phones[index];
+    phone.name = name;
+    identify(phone.row, index);
+    phone.last_active = ++monitor.seen;
+    return phone;
+}
+
+/**
+ * The row of a call that runs, which is made if there is none yet, or renewed; one that was dropped stays so.
+ * Build makes it for its number.
+ */
+template <class Monitor, class Call, class Build>
+void show_running(Monitor &monitor, Call &call, const Build &build)
+{
+    if (call.index == 0 && !monitor.settings.enable)
+        return;
+    if (call.index == 0) {
+        call.index = ++monitor.last_call;
+        monitor.calls.emplace(call.index, build(call.index));
+    } else if (const auto found = monitor.calls.find(call.index); found != monitor.calls.end()) {
+        found->second = build(call.index);
     }
-    phone->last_active = ++monitor.seen;
-    return *phone;
 }
 
 /** Puts a call in front of a phone's history. */

@@ -31,28 +31,45 @@ void complete(
     std::memcpy(qual.peer_ipAddr.value, peer.phone_ipAddr.value, sizeof qual.peer_ipAddr.value);
     qual.peer_num = peer.phone_num;
     qual.peer_owner = peer.phone_owner;
-    qual.start_time = now - std::min(now, times.duration * 100);
+    qual.start_time = now - std::min(now, times.duration * 100 + times.took);
     qual.end_time = now;
     qual.flag = alarms_of(settings, qual.jitter, qual.pkt_lost, qual.latency);
 }
 
 /** One party's side of a call goes into its phone's row, the ranks and the sums. */
-void add_party(sccp_monitor &monitor, const sccp_phone &phone, const rmonrpc_sccp_qual_row_t &qual)
+void add_party(
+    sccp_monitor &monitor, const sccp_phone &phone, const rmonrpc_sccp_qual_row_t &qual, uint32_t samples)
 {
-    const voice_quality quality{qual.pkt_lost, qual.jitter, 1};
+    if (phone.name.empty())
+        return;
+    const voice_quality quality{uint64_t{qual.pkt_lost} * samples, uint64_t{qual.jitter} * samples, samples};
     auto &kept = seen(monitor, phone);
     kept.sums.calls++;
     kept.sums.flag |= qual.flag;
     add_quality(kept.sums, quality);
     kept.row.aggregate = averages_to_show(kept.sums);
     put_in_history(kept.row, qual);
+    monitor.sums.flag |= qual.flag;
+    if (samples == 0)
+        return;
 
     const rmonrpc_sccp_top_row_t ranked{kept.row.common, qual};
     rank_call(monitor.top_jitter, qual.jitter, ranked);
     rank_call(monitor.top_lost, qual.pkt_lost, ranked);
     rank_call(monitor.top_latency, qual.latency, ranked);
     add_quality(monitor.sums, quality);
-    monitor.sums.flag |= qual.flag;
+}
+
+rmonrpc_sccp_call_row_t
+row_of(const sccp_monitor &monitor, const sccp_call &call, uint32_t index, uint32_t up_time)
+{
+    const voice_config_params_t &settings = monitor.settings;
+    rmonrpc_sccp_call_row_t row{call.caller.identity, call.qual, call.callee.identity, call.callee_qual};
+    row.common.index = index;
+    row.callee_common.index = index;
+    complete(row.qual, call.callee.identity, outbound, call.times, up_time, settings);
+    complete(row.callee_qual, call.caller.identity, inbound, call.times, up_time, settings);
+    return row;
 }
 
 } // namespace
@@ -65,21 +82,21 @@ void see_phone(sccp_monitor &monitor, const sccp_phone &phone)
     trim_tables(monitor);
 }
 
+void show_call(sccp_monitor &monitor, sccp_call &call, uint32_t up_time)
+{
+    show_running(monitor, call, [&](uint32_t index) { return row_of(monitor, call, index, up_time); });
+    trim_tables(monitor);
+}
+
 void see_call(sccp_monitor &monitor, const sccp_call &call, uint32_t up_time)
 {
-    const voice_config_params_t &settings = monitor.settings;
-    if (!settings.enable)
+    if (!monitor.settings.enable)
         return;
-    const uint32_t index = ++monitor.last_call;
-    rmonrpc_sccp_call_row_t row{call.caller.identity, call.qual, call.callee.identity, call.callee_qual};
-    row.common.index = index;
-    row.callee_common.index = index;
-    complete(row.qual, call.callee.identity, outbound, call.times, up_time, settings);
-    complete(row.callee_qual, call.caller.identity, inbound, call.times, up_time, settings);
-
+    const uint32_t index = call.index ? call.index : ++monitor.last_call;
+    const rmonrpc_sccp_call_row_t row = row_of(monitor, call, index, up_time);
     monitor.sums.calls++;
-    add_party(monitor, call.caller, row.qual);
-    add_party(monitor, call.callee, row.callee_qual);
-    monitor.calls.emplace(index, row);
+    add_party(monitor, call.caller, row.qual, call.samples);
+    add_party(monitor, call.callee, row.callee_qual, call.callee_samples);
+    monitor.calls.insert_or_assign(index, row);
     trim_tables(monitor);
 }

@@ -2,9 +2,8 @@
 /*
  * The voice monitors: SCCP, H.323 and MGCP.
  *
- * The agent does not take signalling apart. Phones and calls come from a
- * scenario (scenario.h); what the monitors make of them by their settings
- * is done here as if they had been seen on the network.
+ * Phones and calls come from what passes by (watch.h), or from a scenario
+ * (scenario.h); what the monitors make of them by their settings is the same.
  */
 #pragma once
 
@@ -32,6 +31,10 @@ void see_phone(mgcp_monitor &monitor, const mgcp_phone &phone);
 void see_call(sccp_monitor &monitor, const sccp_call &call, uint32_t up_time);
 void see_call(h323_monitor &monitor, const h323_call &call, uint32_t up_time);
 void see_call(mgcp_monitor &monitor, const mgcp_call &call, uint32_t up_time);
+
+/** A call that runs is shown in the call table as it is now; it has a number from then on. */
+void show_call(sccp_monitor &monitor, sccp_call &call, uint32_t up_time);
+void show_call(mgcp_monitor &monitor, mgcp_call &call, uint32_t up_time);
 
 /** Begins to play a scenario: its phones are seen now, its calls when they are due. */
 void play_scenario(probe &agent);

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+/*
+ * Phones and calls of SCCP, from its messages.
+ *
+ * A phone has a connection to its call manager, which tells it all it does. The
+ * manager's reference names one side of a call: a phone's leg. Two legs that
+ * speak with each other, by where their media go or by their numbers, are one
+ * call; a leg whose other side is elsewhere is one by itself.
+ */
+#pragma once
+
+#include "agent/voice/calls.h"
+#include "agent/voice/decoder.h"
+#include "agent/voice/measured.h"
+#include "agent/voice/monitor.h"
+#include "agent/voice/recent.h"
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+/** Phones whose connections are followed, and legs of one phone. */
+inline constexpr std::size_t max_sccp_phones = 4096;
+inline constexpr std::size_t max_sccp_legs = 16;
+
+/** What a phone told of a call at its end. */
+struct sccp_report {
+    bool came = false;
+    uint32_t packets_sent = 0;
+    uint32_t octets_sent = 0;
+    uint32_t packets_received = 0;
+    uint32_t octets_received = 0;
+    uint32_t lost = 0;
+    uint32_t jitter = 0;
+    uint32_t latency = 0;
+};
+
+struct sccp_side {
+    std::string number;
+    std::string name;
+};
+
+/** A phone's side of a call. */
+struct sccp_leg {
+    int32_t interface = 0; // the one on which its messages count
+    int64_t start = 0;     // times of frames, microseconds
+    int64_t end = 0;
+    int64_t last = 0;          // of its signalling
+    uint32_t last_up_time = 0; // when that passed by
+    uint32_t end_up_time = 0;
+    bool ended = false;
+    bool answered = false;
+    bool silent = false; // ended because nothing came any more
+    uint32_t state = 0;  // the last one that the manager told
+    uint32_t direction = 0;
+    sccp_side calling;
+    sccp_side called;
+    rmonrpc_sccp_qual_row_t qual{}; // what messages say
+    net_endpoint receives;          // where its media come in
+    net_endpoint sends;             // where they go to
+    std::vector<net_endpoint> announced;
+    sccp_report report;
+
+    net_endpoint partner_phone; // the other leg, once it is found; partner 0: none yet
+    uint32_t partner = 0;
+    bool search = false; // for the other leg: something was learned
+    uint32_t row = 0;    // of the call table, which the calling leg of two has
+};
+
+struct sccp_line {
+    std::string number;
+    std::string name;
+};
+
+/** A phone's connection to its manager. */
+struct sccp_session {
+    net_endpoint phone;
+    int32_t interface = -1; // the one on which its messages count; -1: none yet
+    int64_t last = 0;       // of a message
+    uint32_t version = 0;
+    std::string device;
+    uint32_t device_type = 0;
+    std::map<uint32_t, sccp_line> lines; // by their instance
+    std::map<uint32_t, sccp_leg> legs;   // by the manager's reference
+    std::array<uint32_t, 8> over{};      // references of legs that are done
+    std::size_t next_over = 0;
+};
+
+struct sccp_tracker {
+    recent_table<net_endpoint, sccp_session> sessions;
+    std::map<int32_t, std::string> interface_names;
+};
+
+/** Takes in a message of SCCP. */
+void take_message(
+    sccp_tracker &tracker, sccp_monitor &monitor, rtp_follower &follower, const voice_message &message);
+
+/** Once a second: shows calls that run, hands over those that are done. */
+void settle_calls(
+    sccp_tracker &tracker, sccp_monitor &monitor, rtp_follower &follower, const voice_clock &clock);
