@@ -9,6 +9,8 @@
 #include "config.h"
 #endif
 
+#include "rmon/version.h"
+
 #include "php.h"
 
 #ifdef ZTS
@@ -16,7 +18,7 @@
     "rmon keeps one set of globals, links and replies per process: build it for a PHP without thread safety (NTS)"
 #endif
 
-#define PHP_RMON_VERSION "0.1.0"
+#define PHP_RMON_VERSION RMON_VERSION
 
 extern zend_module_entry rmon_module_entry;
 #define phpext_rmon_ptr &rmon_module_entry
