@@ -107,13 +107,13 @@ final class ScrapeTest extends ExporterTestCase
     public function testATargetThatHangsInACall(): void
     {
         $agent = $this->scripted(\reply(''), self::system('a'), self::system('a'), \always(\no_answer()));
-        $server = self::OPEN + ['HTTP_X_PROMETHEUS_SCRAPE_TIMEOUT_SECONDS' => '2.5'];
+        $server = self::OPEN + ['HTTP_X_PROMETHEUS_SCRAPE_TIMEOUT_SECONDS' => '4.5'];
         $scrape = new OpenText($this->ask($this->exporter(), $agent, 'default', $server)->body);
         self::assertSame(0.0, $scrape->value('rmon_scrape_success'));
         self::assertSame(['reason="time"' => 1.0], $scrape->of('rmon_scrape_failure_info'));
-        self::assertGreaterThanOrEqual(1.9, $scrape->value('rmon_scrape_duration_seconds'));
+        self::assertGreaterThanOrEqual(3.9, $scrape->value('rmon_scrape_duration_seconds'));
         // On a busy machine too: less than the 25 seconds of the module.
-        self::assertLessThan(15.0, $scrape->value('rmon_scrape_duration_seconds'));
+        self::assertLessThan(20.0, $scrape->value('rmon_scrape_duration_seconds'));
         self::assertCount(1, $scrape->of('rmon_system_info'));
         self::assertFalse(getenv('RMONRPC_TIMEOUT'));
     }

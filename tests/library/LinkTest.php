@@ -83,7 +83,7 @@ final class LinkTest extends AgentTestCase
     public function testCallsEndWithTheTimeThatIsLeft(): void
     {
         $agent = $this->scripted(self::system(), \no_answer(), self::system());
-        $probe = Probe::connect('127.0.0.1', $agent->port, end: hrtime(true) / 1e9 + 2);
+        $probe = Probe::connect('127.0.0.1', $agent->port, end: hrtime(true) / 1e9 + 4);
         self::assertSame(100, $probe->uptime());
         putenv('RMONRPC_TIMEOUT=60000');
         try {
