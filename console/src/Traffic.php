@@ -115,13 +115,14 @@ final class Traffic
         );
         $milliseconds = static fn(int|float $time): string => Format::whole($time) . ' ms';
         $server = static fn(array $row): string => Address::text($row['artSummaryServerAddress']);
+        $protocol = static fn(array $row): string =>
+            $protocols->path($row['protocolDirLocalIndex']) ?? (string) $row['protocolDirLocalIndex'];
         return DataTable::ofRows(
             [
                 Field::text('server', 'Server', $server)->linked(
                     static fn(array $row): string => Links::host($visit, $interface->index, $server($row)),
                 ),
-                Field::text('protocol', 'Protocol', static fn(array $row): string =>
-                    $protocols->path($row['protocolDirLocalIndex']) ?? (string) $row['protocolDirLocalIndex']),
+                Field::text('protocol', 'Protocol', $protocol)->nested(),
                 $number('artSummaryAvgRspTime', 'Average', $milliseconds),
                 $number('artSummaryMaxRspTime', 'Longest', $milliseconds),
                 $number('artSummaryTotalResponses', 'Answers', Format::whole(...)),

@@ -56,7 +56,7 @@ final class ProtocolsPage extends Page
         $number = static fn(string $name): Closure => static fn(array $row): float => $row[$name];
         yield 'tree' => DataTable::ofRows(
             [
-                Field::text('protocol', 'Protocol', static fn(array $row): string => $row['path']),
+                Field::text('protocol', 'Protocol', static fn(array $row): string => $row['path'])->nested(),
                 Field::number('octets', 'Octets', $number('octets'), Format::octets(...)),
                 Field::number('part', 'Of all', $number('part'), Format::part(...))->bar($number('part')),
                 Field::number('own', 'Not of one above it', $number('own'), Format::octets(...)),

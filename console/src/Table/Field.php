@@ -32,6 +32,7 @@ final class Field
      * @param Closure(array): (string|null)|null $link  where it leads to
      * @param Closure(array): string|null $picture SVG that a class below Picture/ made, before the text
      * @param Closure(array): string|null $mark the word of a state that its colour follows: "up", "down", "warn"
+     * @param bool $nested              whether it is a path of words with dots between them
      */
     private function __construct(
         public readonly string $name,
@@ -48,6 +49,7 @@ final class Field
         public readonly ?Closure $picture = null,
         public readonly ?Closure $mark = null,
         private readonly float $limit = INF,
+        private readonly bool $nested = false,
     ) {
     }
 
@@ -184,6 +186,15 @@ final class Field
         return $this->with(mark: $mark);
     }
 
+    /**
+     * The same, a path as a place in a tree: below what stands before its last dot. Small tables leave the first word
+     * out.
+     */
+    public function nested(): self
+    {
+        return $this->with(nested: true);
+    }
+
     /** The same, under another heading. */
     public function titled(string $heading): self
     {
@@ -195,16 +206,20 @@ final class Field
      *
      * @param array<string, mixed> $row
      * @return array{text: string, title: string, href: string|null, number: bool, time: array|null, part: float|null,
-     *     full: bool, picture: string, mark: string}
+     *     full: bool, picture: string, mark: string, above: string, depth: int}
      */
     public function cell(array $row): array
     {
         $text = ($this->text)($row);
+        $above = $this->nested ? substr($text, 0, (int) strrpos(".$text", '.')) : '';
         $exact = ($this->exact)($row);
         $part = $this->part === null ? null : ($this->part)($row);
         $title = is_scalar($exact) && (string) $exact !== $text && $this->number ? (string) $exact : '';
         return [
-            'text' => Text::shown($text),
+            'text' => Text::shown(substr($text, strlen($above))),
+            'above' => Text::shown($above),
+            // Styles have a step for each of so many.
+            'depth' => min(6, substr_count($above, '.')),
             'title' => $title === '' || $this->hint === '' ? Text::shown($title) : "$title",
             'href' => $this->link === null ? null : ($this->link)($row),
             'number' => $this->number,
@@ -246,6 +261,7 @@ final class Field
         ?Closure $mark = null,
         ?float $limit = null,
         ?Closure $text = null,
+        ?bool $nested = null,
     ): self {
         return new self(
             $this->name,
@@ -262,6 +278,7 @@ final class Field
             $picture ?? $this->picture,
             $mark ?? $this->mark,
             $limit ?? $this->limit,
+            $nested ?? $this->nested,
         );
     }
 }
