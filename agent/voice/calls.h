@@ -42,6 +42,7 @@ struct h323_call {
     h323_phone caller;
     h323_phone callee;
     rmonrpc_h323_qual_row_t qual{};
+    uint32_t index = 0; // as of sccp_call
 };
 
 struct mgcp_identity {

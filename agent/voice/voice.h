@@ -34,6 +34,7 @@ void see_call(mgcp_monitor &monitor, const mgcp_call &call, uint32_t up_time);
 
 /** A call that runs is shown in the call table as it is now; it has a number from then on. */
 void show_call(sccp_monitor &monitor, sccp_call &call, uint32_t up_time);
+void show_call(h323_monitor &monitor, h323_call &call, uint32_t up_time);
 void show_call(mgcp_monitor &monitor, mgcp_call &call, uint32_t up_time);
 
 /** Begins to play a scenario: its phones are seen now, its calls when they are due. */

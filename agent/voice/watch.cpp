@@ -134,6 +134,8 @@ void take_message(void *context, const voice_message &message)
         take_message(watch.sccp, monitors.sccp, watch.follower, message);
     else if (message.protocol == voice_protocol::mgcp)
         take_message(watch.mgcp, monitors.mgcp, watch.follower, message);
+    else
+        take_message(watch.h323, monitors.h323, watch.follower, message);
 }
 
 /* ---- live interfaces -------------------------------------------------------------------------- */
@@ -335,6 +337,7 @@ void tick_watch(probe &agent)
     voice_monitors &monitors = storage<voice_monitors>(agent);
     settle_calls(watch.sccp, monitors.sccp, watch.follower, clock);
     settle_calls(watch.mgcp, monitors.mgcp, watch.follower, clock);
+    settle_calls(watch.h323, monitors.h323, watch.follower, clock);
 }
 
 void end_watch(probe &agent)

@@ -16,6 +16,7 @@
 
 #include "agent/capture/frame.h"
 #include "agent/voice/decoder.h"
+#include "agent/voice/h323_calls.h"
 #include "agent/voice/launcher.h"
 #include "agent/voice/measured.h"
 #include "agent/voice/mgcp_calls.h"
@@ -50,6 +51,7 @@ struct voice_watch {
     rtp_follower follower;
     sccp_tracker sccp;
     mgcp_tracker mgcp;
+    h323_tracker h323;
     recent_table<net_address, bool> h323_hosts;       // that signal by H.225
     recent_table<std::size_t, bool> h245_connections; // by their two ends
     std::map<int32_t, watched_interface> interfaces;

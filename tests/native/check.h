@@ -20,6 +20,7 @@ void test_settings();
 void test_families();
 void test_voice();
 void test_rtp();
+void test_h323();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

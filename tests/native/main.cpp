@@ -70,6 +70,7 @@ int main()
     test_families();
     test_voice();
     test_rtp();
+    test_h323();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }
