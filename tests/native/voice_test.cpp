@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-/* The decoder of voice signalling, with the real child and with ones that misbehave. */
+/* The decoder of voice signalling, with the real child and with ones that misbehave, and what is made of
+ * messages. */
 #include "tests/native/check.h"
 
 #include "agent/voice/decoder.h"
+#include "agent/voice/sccp_calls.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -153,7 +156,7 @@ void decode(decoding &opened, int64_t time, const octets &bytes)
     decode_frame(
         seen, bytes.data(), static_cast<uint32_t>(bytes.size()), static_cast<uint32_t>(bytes.size() + 4),
         time);
-    decode_signalling(opened.decoder, 7, seen);
+    decode_signalling(opened.decoder, 7, seen, 0);
 }
 
 /** Runs the loop until it is so, for at most a minute. */
@@ -228,12 +231,424 @@ void test_real_decoder(const std::string &program)
     close_decoding(opened);
 }
 
+/* ---- children that misbehave ---------------------------------------------------------- */
+
+/** A program in the decoder's place, which anybody may run. */
+struct stand_in {
+    std::filesystem::path folder;
+    std::string path;
+
+    explicit stand_in(const std::string &script)
+    {
+        char name[] = "/tmp/rmon-decoder-XXXXXX";
+        check(mkdtemp(name) != nullptr, "a folder for a program");
+        folder = name;
+        path = folder / "decoder";
+        std::ofstream(path) << "#!/bin/sh\n" << script;
+        const auto all = std::filesystem::perms::owner_all | std::filesystem::perms::group_read
+                         | std::filesystem::perms::group_exec | std::filesystem::perms::others_read
+                         | std::filesystem::perms::others_exec;
+        std::filesystem::permissions(folder, all);
+        std::filesystem::permissions(path, all);
+    }
+    stand_in(const stand_in &) = delete;
+    stand_in &operator=(const stand_in &) = delete;
+    ~stand_in() { std::filesystem::remove_all(folder); }
+};
+
+void decode_one(decoding &opened)
+{
+    decode(opened, 1000000, tcp_frame(1, 2000, 11, 50000, 1, state_of_call(100)));
+}
+
+void test_rights()
+{
+    // Prints who it is, and what it could do, for its first frame.
+    const stand_in program(R"(printf '[\n  {"layers": {"skinny": {"skinny.messageId": "%s", ' $(id -u)
+printf '"skinny.callReference": "0x%s"}}\n  }' $(sed -n 's/^CapEff:[^0-9a-f]*//p' /proc/self/status)
+cat >/dev/null
+)");
+    decoding opened;
+    open_decoding(opened, program.path);
+    decode_one(opened);
+    wait_until_decoded(opened);
+    const std::string user = std::to_string(geteuid() == 0 ? 65534 : geteuid());
+    check_lines(
+        opened.said, {"7 1000000 1:2000 11:50000 sccp " + user + " call 0 to ?"},
+        "the decoder is nobody's process and has no capability");
+    close_decoding(opened);
+}
+
+void test_garbage()
+{
+    const stand_in program("printf '[\\n  {nonsense\\n  }'\ncat >/dev/null\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    decode_one(opened);
+    wait_until_decoded(opened);
+    check(opened.decoder.unreadable == 1 && opened.said.lines.empty(), "what is no JSON costs its frame");
+    close_decoding(opened);
+}
+
+void test_more_than_asked()
+{
+    const stand_in program("printf '[\\n  {\\n  },\\n  {\\n  },\\n  {\\n  }'\ncat >/dev/null\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    decode_one(opened);
+    wait_until_decoded(opened);
+    check(
+        wait_until(opened, [&] { return opened.decoder.pipes.input < 0; }),
+        "who says more than it was asked is no longer heard");
+    decode_one(opened);
+    check(wait_until(opened, [&] { return opened.decoder.starts == 2; }), "another one is started");
+    close_decoding(opened);
+}
+
+void test_endless()
+{
+    const stand_in program("exec yes '  an object without an end'\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    decode_one(opened);
+    wait_until_decoded(opened);
+    check(opened.decoder.dropped == 1, "an object without an end ends the child");
+    close_decoding(opened);
+}
+
+void test_deaths()
+{
+    for (const char *script : {"exit 1\n", "head -c 30 >/dev/null\n", "kill -9 $$\n"}) {
+        const stand_in program(script);
+        decoding opened;
+        open_decoding(opened, program.path);
+        decode_one(opened);
+        wait_until_decoded(opened);
+        decode_one(opened);
+        wait_until_decoded(opened);
+        check(
+            opened.decoder.dropped == 2 && opened.decoder.starts >= 2 && opened.said.lines.empty(),
+            std::string("a child that dies costs what it had: ") + script);
+        close_decoding(opened);
+    }
+}
+
+void test_restarts_are_rare()
+{
+    const stand_in program("exit 1\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    opened.decoder.pause_of_starts = 3600000;
+    decode_one(opened);
+    wait_until_decoded(opened);
+    for (int i = 0; i < 5; i++)
+        decode_one(opened);
+    for (int i = 0; i < 5; i++) {
+        turn_loop(opened.loop, 1);
+        tick_decoder(opened.decoder);
+    }
+    check(
+        opened.decoder.starts == 1 && opened.decoder.waiting.size() == 5,
+        "the next one is not started at once");
+    close_decoding(opened);
+}
+
+void test_silence()
+{
+    const stand_in program("exec sleep 1000\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    opened.decoder.max_silence = 50;
+    decode_one(opened);
+    wait_until_decoded(opened);
+    check(opened.decoder.dropped == 1, "a child that says nothing is ended");
+    decode_one(opened);
+    check(wait_until(opened, [&] { return opened.decoder.starts == 2; }), "and another one is started");
+    close_decoding(opened);
+}
+
+void test_nothing_there()
+{
+    decoding opened;
+    open_decoding(opened, "/nonexistent/decoder");
+    decode_one(opened);
+    wait_until_decoded(opened);
+    check(opened.decoder.dropped == 1, "a program that went away costs the frames");
+    close_decoding(opened);
+}
+
+void test_full_queue()
+{
+    const stand_in program("exec sleep 1000\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    const octets large = tcp_frame(1, 2000, 11, 50000, 1, octets(60000));
+    for (int i = 0; i < 1500; i++)
+        decode(opened, i, large);
+    check(
+        opened.decoder.waiting_octets <= std::size_t{64} << 20 && opened.decoder.dropped > 300,
+        "what finds no room is dropped");
+    close_decoding(opened);
+}
+
+void test_lost_launcher()
+{
+    const stand_in program("exec sleep 1000\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    kill(opened.launcher.process, SIGKILL);
+    decode_one(opened);
+    wait_until_decoded(opened);
+    decode_one(opened);
+    check(opened.decoder.dropped == 2 && !is_decoding(opened.decoder), "without a launcher nothing waits");
+    close_decoding(opened);
+}
+
+/* ---- calls of SCCP --------------------------------------------------------------------------- */
+
+/** Messages as the decoder prints them, taken in without one. */
+struct sccp_watching {
+    sccp_tracker tracker;
+    sccp_monitor monitor;
+    rtp_follower follower;
+    voice_clock clock;
+};
+
+void take_sccp(void *context, const voice_message &message)
+{
+    auto &watching = *static_cast<sccp_watching *>(context);
+    take_message(watching.tracker, watching.monitor, watching.follower, message);
+}
+
+net_address address(uint8_t host)
+{
+    const uint8_t octets_of_it[4] = {10, 0, 0, host};
+    return make_net_address(octets_of_it, 4);
+}
+
+/** A message of the manager to a phone, at a second; fields without their protocol's name. */
+void tell(
+    sccp_watching &watching,
+    int32_t interface,
+    int64_t second,
+    uint8_t phone,
+    int kind,
+    const std::string &fields)
+{
+    voice_message origin{};
+    origin.interface = interface;
+    origin.time = second * 1000000;
+    origin.up_time = static_cast<uint32_t>(second * 100);
+    origin.from = address(1);
+    origin.from_port = 2000;
+    origin.to = address(phone);
+    origin.to_port = 50000;
+    std::string text = R"({"layers": {"skinny": {"skinny.messageId": ")" + std::to_string(kind) + "\"";
+    std::size_t begin = 0;
+    while (begin < fields.size()) { // name=value,
+        const std::size_t equals = fields.find('=', begin);
+        const std::size_t end = fields.find(',', equals);
+        text += ", \"skinny." + fields.substr(begin, equals - begin) + "\": \""
+                + fields.substr(equals + 1, end - equals - 1) + "\"";
+        begin = end == std::string::npos ? fields.size() : end + 1;
+    }
+    text += "}}}";
+    check(read_messages(text.data(), text.size(), origin, take_sccp, &watching), "JSON: " + text);
+}
+
+void settle_at(sccp_watching &watching, int64_t second)
+{
+    watching.clock.up_time = static_cast<uint32_t>(second * 100);
+    for (const int32_t interface : {1, 2})
+        watching.clock.interfaces[interface] = {second * 1000000, watching.clock.up_time};
+    settle_calls(watching.tracker, watching.monitor, watching.follower, watching.clock);
+}
+
+constexpr int state_message = 0x111;
+constexpr int info_message = 0x8f;
+constexpr int place_message = 0x22;
+constexpr int send_message = 0x8a;
+
+std::string state(int value, int reference)
+{
+    return "callState=" + std::to_string(value)
+           + ",lineInstance=1,callReference=" + std::to_string(reference);
+}
+
+std::string info(int direction, int reference)
+{
+    return "callingParty=2001,callingPartyName=Alice,calledParty=2002,calledPartyName=Bob,callReference="
+           + std::to_string(reference) + ",callType=" + std::to_string(direction);
+}
+
+std::string sends_to(int host, int port, int reference)
+{
+    return "remoteIpAddr.ipv4=10.0.0." + std::to_string(host) + ",remotePortNumber=" + std::to_string(port)
+           + ",callReference=" + std::to_string(reference);
+}
+
+/** Phones 11 and 12 speak from second 10 on, on an interface. */
+void begin_call(sccp_watching &watching, int32_t interface)
+{
+    tell(watching, interface, 10, 11, info_message, info(2, 100));
+    tell(watching, interface, 10, 12, info_message, info(1, 200));
+    tell(watching, interface, 11, 11, send_message, sends_to(12, 18002, 100));
+    tell(watching, interface, 11, 12, send_message, sends_to(11, 18000, 200));
+}
+
+std::size_t calls_over(const sccp_watching &watching)
+{
+    return watching.monitor.sums.calls;
+}
+
+void test_running_call()
+{
+    sccp_watching watching;
+    begin_call(watching, 1);
+    settle_at(watching, 12);
+    check(watching.monitor.calls.size() == 1 && calls_over(watching) == 0, "a call that runs has a row");
+    check(watching.monitor.calls.begin()->second.qual.call_status == 2, "that says that it was answered");
+    tell(watching, 1, 20, 11, state_message, state(2, 100));
+    tell(watching, 1, 20, 12, state_message, state(2, 200));
+    settle_at(watching, 21);
+    check(calls_over(watching) == 0, "what comes late still counts");
+    settle_at(watching, 22);
+    check(
+        watching.monitor.calls.size() == 1 && calls_over(watching) == 1, "a call that is over keeps its row");
+    const rmonrpc_sccp_call_row_t &row = watching.monitor.calls.begin()->second;
+    check(row.qual.start_time == 1000 && row.qual.end_time == 2000, "and has its times");
+    check(
+        std::string(row.common.phone_num.value) == "2001"
+            && std::string(row.callee_common.phone_owner.value) == "Bob",
+        "and its parties");
+    tell(watching, 1, 23, 11, info_message, info(2, 100));
+    settle_at(watching, 30);
+    check(calls_over(watching) == 1, "what comes behind the end begins no call");
+}
+
+void test_two_interfaces()
+{
+    sccp_watching watching;
+    for (const int32_t interface : {1, 2})
+        begin_call(watching, interface);
+    for (const int32_t interface : {1, 2})
+        for (const auto &[phone, reference] : {std::pair{11, 100}, std::pair{12, 200}})
+            tell(watching, interface, 20, static_cast<uint8_t>(phone), state_message, state(2, reference));
+    settle_at(watching, 30);
+    check(
+        calls_over(watching) == 1 && watching.monitor.calls.size() == 1,
+        "a call that two interfaces see counts once");
+}
+
+void test_call_without_an_end()
+{
+    sccp_watching watching;
+    begin_call(watching, 1);
+    settle_at(watching, 300);
+    check(calls_over(watching) == 0, "a call of which nothing is heard goes on for a while");
+    settle_at(watching, 320);
+    settle_at(watching, 330);
+    check(calls_over(watching) == 1, "and is over then");
+    check(watching.monitor.calls.begin()->second.qual.call_status == 3, "which its row says");
+}
+
+void test_other_side_elsewhere()
+{
+    sccp_watching watching;
+    tell(watching, 1, 10, 12, info_message, info(1, 200));
+    tell(watching, 1, 11, 12, place_message, "ipAddr.ipv4=10.0.0.12,portNumber=18002,callReference=200");
+    tell(watching, 1, 11, 12, send_message, sends_to(99, 30000, 200));
+    tell(watching, 1, 20, 12, state_message, state(2, 200));
+    settle_at(watching, 30);
+    check(calls_over(watching) == 1 && watching.monitor.phones.size() == 1, "who is elsewhere is no phone");
+    const rmonrpc_sccp_call_row_t &row = watching.monitor.calls.begin()->second;
+    check(
+        row.common.phone_ipAddr.value[3] == 99 && std::string(row.common.phone_num.value) == "2001"
+            && row.callee_common.phone_ipAddr.value[3] == 12,
+        "but is the call's party");
+}
+
+void test_transfer()
+{
+    sccp_watching watching;
+    begin_call(watching, 1);
+    settle_at(watching, 12);
+    // The caller leaves, and the called phone goes on with another one.
+    tell(watching, 1, 20, 11, state_message, state(2, 100));
+    tell(watching, 1, 20, 12, send_message, sends_to(13, 18004, 200));
+    tell(watching, 1, 20, 13, info_message, info(2, 300));
+    tell(watching, 1, 20, 13, place_message, "ipAddr.ipv4=10.0.0.13,portNumber=18004,callReference=300");
+    settle_at(watching, 30);
+    settle_at(watching, 31);
+    check(
+        calls_over(watching) == 1 && watching.monitor.calls.size() == 2, "each leg of a transfer is a call");
+    tell(watching, 1, 40, 12, state_message, state(2, 200));
+    tell(watching, 1, 40, 13, state_message, state(2, 300));
+    settle_at(watching, 50);
+    check(calls_over(watching) == 2 && watching.monitor.calls.size() == 2, "and ends by itself");
+}
+
+void test_flood()
+{
+    sccp_watching watching;
+    for (uint32_t i = 0; i < 3 * max_sccp_phones; i++) {
+        voice_message origin{};
+        origin.interface = 1;
+        origin.from = address(1);
+        origin.from_port = 2000;
+        origin.to = address(7);
+        origin.to_port = static_cast<uint16_t>(10000 + i);
+        const std::string text =
+            R"({"layers": {"skinny": {"skinny.messageId": "138", "skinny.callReference": ")"
+            + std::to_string(i + 1)
+            + R"(", "skinny.remoteIpAddr.ipv4": "10.0.0.9", "skinny.remotePortNumber": "9"}}})";
+        read_messages(text.data(), text.size(), origin, take_sccp, &watching);
+    }
+    check(
+        watching.tracker.sessions.entries.size() == max_sccp_phones
+            && watching.follower.receivers.size() <= 1,
+        "forged phones grow nothing");
+    tell(watching, 1, 10, 11, state_message, std::string("callState=99999999999999999999,callReference=1"));
+    tell(watching, 1, 10, 11, info_message, "callingParty=" + std::string(5000, 'x') + ",callReference=1");
+    settle_at(watching, 11);
+    check(calls_over(watching) == 0, "numbers and names of any length are taken");
+}
+
+void test_texts()
+{
+    char field[8];
+    put_text(field, sizeof field, "abc\tdef\x1b[0m");
+    check(std::string(field) == "abc?def", "what a terminal obeys is not shown");
+    put_text(field, sizeof field, "abcde\xc3\xa4\xc3\xb6");
+    check(std::string(field) == "abcde\xc3\xa4", "a text is cut between characters");
+    put_text(field, sizeof field, "abcdef\xc3\xa4");
+    check(std::string(field) == "abcdef", "and not inside one");
+}
+
 } // namespace
 
 void test_voice()
 {
+    std::signal(SIGPIPE, SIG_IGN); // as the agent does: children die
     const std::string program = find_decoder();
     check(!program.empty(), "the decoder is installed");
     if (!program.empty())
         test_real_decoder(program);
+    test_rights();
+    test_garbage();
+    test_more_than_asked();
+    test_endless();
+    test_deaths();
+    test_restarts_are_rare();
+    test_silence();
+    test_nothing_there();
+    test_full_queue();
+    test_lost_launcher();
+    test_running_call();
+    test_two_interfaces();
+    test_call_without_an_end();
+    test_other_side_elsewhere();
+    test_transfer();
+    test_flood();
+    test_texts();
 }
