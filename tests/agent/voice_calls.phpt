@@ -112,6 +112,39 @@ function check_mgcp(mixed $link, array $calls, array $streams, bool $told): void
     }
 }
 
+function check_h323(mixed $link, array $calls, array $streams): void
+{
+    $rows = voice_rows($link, 'h323_call_rec');
+    expect_same(count($calls), count($rows), 'calls of H.323');
+    foreach ($calls as $call) {
+        $row = row_of($rows, 'f_num', $call);
+        [$caller, $callee] = [$call['caller'], $call['callee']];
+        expect_same(
+            [$caller['address'], $caller['name'], $callee['address'], $callee['number']],
+            values($row, ['f_q931_ipAddr', 'f_alias', 'reverse_q931_ipAddr', 'reverse_num']),
+            'parties of H.323',
+        );
+        expect_same(
+            [
+                implode(' ', str_split($call['id'], 4)), (int) ($call['form'] === 'fast'),
+                (int) ($call['form'] === 'tunnel'),
+            ],
+            values($row, ['call_id', 'faststart', 'tunneling']),
+            "an H.323 call, $call[form]",
+        );
+        foreach (['forward', 'reverse'] as $way) {
+            $stream = $streams[$call[$way]['ssrc']];
+            expect_same(
+                [(float) $call[$way]['ssrc'], max(0, $stream['lost'])],
+                values($row, ["{$way}_ssrc", "{$way}_sr_pkt_lost"]),
+                "$way of H.323",
+            );
+            $jitter = $row["{$way}_sr_jitter"];
+            expect_same(true, is_near($jitter, $stream['mean_jitter']), "$way jitter: $jitter, $stream[mean_jitter]");
+        }
+    }
+}
+
 $damage = ['--loss', '0-6', '--jitter', '1-5', '--reordered', '0-2', '--duplicates', '0-2', '--round-trip', '60'];
 foreach ([
     'clean, told' => ['--told', 'yes'],
