@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 /* rmon-agent: starts the probe and the server, and runs them until a signal comes. */
 
-#include "agent/rmon1/capture_save.h"
-#include "agent/rpc/dispatch.h"
-#include "agent/nde/netflow.h"
-#include "agent/options.h"
 #include "agent/capture/probe.h"
 #include "agent/capture/start.h"
+#include "agent/core/log.h"
+#include "agent/nde/netflow.h"
+#include "agent/options.h"
+#include "agent/rmon1/capture_save.h"
+#include "agent/rpc/dispatch.h"
 #include "agent/rpc/server.h"
+#include "agent/service/confine.h"
+#include "agent/service/notify.h"
 #include "agent/voice/scenario.h"
 #include "agent/voice/voice.h"
 #include "agent/voice/watch.h"
+
+#include "rmon/version.h"
 
 #include <cerrno>
 #include <csignal>
@@ -22,6 +27,15 @@
 #include <unistd.h>
 
 namespace {
+
+/** All that runs, and what it was started with. */
+struct running {
+    std::vector<std::string> words;
+    options chosen;
+    probe agent;
+    tcp_server server;
+    int signals = -1; // where signals are heard
+};
 
 bool on_call(
     void *context,
@@ -41,38 +55,57 @@ void on_settings_written(void *context, uint64_t number)
     release_replies(*static_cast<tcp_server *>(context), number);
 }
 
-void say(const std::string &line)
+const std::vector<network> &allowed_networks(const options &chosen)
 {
-    std::fprintf(stderr, "rmon-agent: %s\n", line.c_str());
-}
-
-/** The signals that the agent hears, and where it hears them. */
-struct hearing {
-    probe *agent;
-    int descriptor;
-};
-
-void on_signal(void *context, uint32_t)
-{
-    const auto &heard = *static_cast<hearing *>(context);
-    probe &agent = *heard.agent;
-    signalfd_siginfo caught;
-    if (read(heard.descriptor, &caught, sizeof caught) != sizeof caught)
-        return;
-    if (caught.ssi_signo == SIGHUP)
-        say("SIGHUP: the settings stay as they are");
-    else if (caught.ssi_signo != SIGUSR1)
-        end_loop(agent.loop);
-    else if (!begin_capture_files(agent.files, agent.loop))
-        say(std::string("cannot read files: ") + std::strerror(errno));
+    return chosen.allowed.empty() ? loopback_networks() : chosen.allowed;
 }
 
 /**
- * Has SIGINT and SIGTERM end the loop, and SIGUSR1 begin the reading of files. SIGHUP ends nothing: it is
- * what a terminal that closes sends, and people who mean that settings are to be read again. False, with
- * errno, when the kernel refuses.
+ * Takes from the configuration file what can change while the agent runs; no
+ * counter and no row is touched. What is wrong with the file is told, and all
+ * stays as it was.
  */
-bool catch_signals(hearing &heard)
+void read_configuration_again(running &all)
+{
+    if (all.chosen.config.empty()) {
+        say(log_level::notice, "SIGHUP: the settings stay as they are");
+        return;
+    }
+    notify_reloading();
+    options now;
+    if (const std::string wrong = read_options(now, all.words); !wrong.empty()) {
+        say(log_level::error, "SIGHUP: the settings stay as they are: " + wrong);
+    } else {
+        all.chosen.allowed = now.allowed;
+        allow_networks(all.server, allowed_networks(all.chosen));
+        const bool is_whole = all.chosen == now;
+        say(is_whole ? log_level::notice : log_level::warning,
+            "SIGHUP: read " + all.chosen.config + " again"
+                + (is_whole ? "" : "; what changed beside the networks of clients needs a restart"));
+    }
+    notify_ready();
+}
+
+void on_signal(void *context, uint32_t)
+{
+    auto &all = *static_cast<running *>(context);
+    signalfd_siginfo caught;
+    if (read(all.signals, &caught, sizeof caught) != sizeof caught)
+        return;
+    if (caught.ssi_signo == SIGHUP)
+        read_configuration_again(all);
+    else if (caught.ssi_signo != SIGUSR1)
+        end_loop(all.agent.loop);
+    else if (!begin_capture_files(all.agent.files, all.agent.loop))
+        say(log_level::error, std::string("cannot read files: ") + std::strerror(errno));
+}
+
+/**
+ * Has SIGINT and SIGTERM end the loop, SIGUSR1 begin the reading of files, and
+ * SIGHUP read the configuration again: it ends nothing, as a terminal that
+ * closes sends it too. False, with errno, when the kernel refuses.
+ */
+bool catch_signals(running &all)
 {
     std::signal(SIGPIPE, SIG_IGN);
     sigset_t signals;
@@ -80,8 +113,8 @@ bool catch_signals(hearing &heard)
     for (const int signal : {SIGINT, SIGTERM, SIGUSR1, SIGHUP})
         sigaddset(&signals, signal);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
-    heard.descriptor = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC); // stays open to the end
-    return heard.descriptor >= 0 && watch(heard.agent->loop, heard.descriptor, EPOLLIN, on_signal, &heard);
+    all.signals = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC); // stays open to the end
+    return all.signals >= 0 && watch(all.agent.loop, all.signals, EPOLLIN, on_signal, &all);
 }
 
 /** Where the Ethernet statistics come from. */
@@ -96,82 +129,96 @@ const char *origin(const options &chosen, bool may_capture)
                : "Ethernet statistics come from the kernel's counters";
 }
 
-/** Begins to measure. An empty text, or what went wrong. */
+/** Finds the interfaces, takes back what was set, and begins to measure. An empty text, or what went
+ * wrong. */
 std::string start_measuring(probe &agent, const options &chosen, bool may_capture)
 {
+    std::string wrong;
+    if (!chosen.captures.empty())
+        wrong = open_captures(agent, chosen.captures);
+    if (!wrong.empty())
+        return wrong;
     agent.sources.ring = chosen.ring;
     agent.interfaces.measured = chosen.interfaces;
-    std::string wrong = start_probe(agent, may_capture, chosen.reading);
-    if (wrong.empty())
-        say(origin(chosen, may_capture));
-    return wrong;
+    wrong = start_probe(agent, may_capture, chosen.reading);
+    if (!wrong.empty())
+        return wrong;
+    say(log_level::notice, origin(chosen, may_capture));
+    if (chosen.netflow)
+        wrong = open_netflow(agent, chosen.host, *chosen.netflow);
+    if (wrong.empty() && !chosen.state.empty())
+        wrong = open_state(agent, chosen.state);
+    if (!wrong.empty())
+        return wrong;
+    play_scenario(agent);
+    begin_watch(agent);
+    if (!chosen.reading.held && !begin_capture_files(agent.files, agent.loop))
+        return std::string("cannot read files: ") + std::strerror(errno);
+    return {};
 }
 
 /** Runs until it is told to end. An empty text, or what went wrong. */
-std::string serve_until_signal(probe &agent, tcp_server &server, const options &chosen)
+std::string serve_until_signal(running &all)
 {
+    probe &agent = all.agent;
+    const options &chosen = all.chosen;
     std::string wrong;
     if (!chosen.voice.empty())
         wrong = read_scenario(storage<voice_monitors>(agent).scenario, chosen.voice);
     if (!wrong.empty())
         return wrong;
     const bool may_capture = chosen.capture && capture_permitted();
-    // A scenario is played in the place of what is seen.
+    // The decoder's process begins before there is anything that it could inherit. A scenario is played in
+    // the place of what is seen.
     if (chosen.voice.empty() && (may_capture || !chosen.reading.files.empty()))
         prepare_watch(agent);
-    hearing heard{&agent, -1};
-    if (!open_loop(agent.loop) || !catch_signals(heard))
+    if (!open_loop(agent.loop) || !catch_signals(all))
         return std::string("cannot wait for events: ") + std::strerror(errno);
-
-    wrong = open_server(server, agent.loop, chosen.host, chosen.port, on_call, &agent);
-    if (wrong.empty() && !chosen.captures.empty())
-        wrong = open_captures(agent, chosen.captures);
-    if (wrong.empty())
-        wrong = start_measuring(agent, chosen, may_capture);
-    if (wrong.empty() && chosen.netflow)
-        wrong = open_netflow(agent, chosen.host, *chosen.netflow);
-    if (wrong.empty() && !chosen.state.empty())
-        wrong = open_state(agent, chosen.state);
+    wrong = open_server(all.server, agent.loop, chosen.host, chosen.port, on_call, &agent);
+    if (!wrong.empty())
+        return wrong;
+    allow_networks(all.server, allowed_networks(chosen));
     agent.state.tell = on_settings_written;
-    agent.state.context = &server;
+    agent.state.context = &all.server;
+    wrong = start_measuring(agent, chosen, may_capture);
+    if (wrong.empty())
+        wrong = confine({chosen.user, may_capture && chosen.reading.files.empty()});
     if (!wrong.empty())
         return wrong;
 
-    play_scenario(agent);
-    begin_watch(agent);
-    if (!chosen.reading.held && !begin_capture_files(agent.files, agent.loop))
-        return std::string("cannot read files: ") + std::strerror(errno);
-
-    std::printf("rmon-agent: listening on %s\n", server.address.c_str());
+    std::printf("rmon-agent: listening on %s\n", all.server.address.c_str());
     std::fflush(stdout);
-    if (!run_loop(agent.loop))
-        return std::string("cannot wait for events: ") + std::strerror(errno);
-    return {};
+    start_watchdog(agent.loop);
+    notify_ready();
+    const bool ended_well = run_loop(agent.loop);
+    const int error = errno;
+    notify_stopping();
+    return ended_well ? "" : std::string("cannot wait for events: ") + std::strerror(error);
 }
 
 } // namespace
 
 int main(int count, char **words)
 {
-    options chosen;
-    const std::string mistake = read_options(chosen, count, words);
+    running all;
+    all.words.assign(words + std::min(count, 1), words + count);
+    const std::string mistake = read_options(all.chosen, all.words);
     if (!mistake.empty()) {
-        say(mistake + " (--help lists the options)");
+        say(log_level::error, mistake + " (--help lists the options)");
         return 2;
     }
-    if (chosen.help) {
-        std::fputs(usage, stdout);
+    if (all.chosen.help || all.chosen.version) {
+        const std::string text = all.chosen.help ? usage() : "rmon-agent " RMON_VERSION "\n";
+        std::fputs(text.c_str(), stdout);
         return 0;
     }
 
-    probe agent;
-    tcp_server server;
-    const std::string error = serve_until_signal(agent, server, chosen);
+    const std::string error = serve_until_signal(all);
     if (!error.empty())
-        say(error);
-    finish_state(agent); // and its clients hear of it
-    close_server(server);
-    stop_probe(agent);
-    close_loop(agent.loop);
+        say(log_level::error, error);
+    finish_state(all.agent); // and its clients hear of it
+    close_server(all.server);
+    stop_probe(all.agent);
+    close_loop(all.agent.loop);
     return error.empty() ? 0 : 1;
 }

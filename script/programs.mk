@@ -50,6 +50,8 @@ rpc_objects := $(call objects,rmon/rpc/*.cpp)
 
 # The agent's objects, and its folders.
 agent_objects := $(call objects,agent/*.cpp agent/*/*.cpp)
+# What makes it a process of this machine, which tests that have it in them are not.
+service_objects := $(filter $(O)/obj/agent/main.o $(O)/obj/agent/service/%,$(agent_objects))
 agent_rooms := $(patsubst %/,%,$(sort $(dir $(wildcard $(root)/agent/*.cpp $(root)/agent/*/*.cpp))))
 
 # Programs also depend on their folders, whose time tells that a source file came or went.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "agent/capture/capture_files.h"
 
+#include "agent/core/log.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -122,7 +124,7 @@ enum class next_frame { there, skipped, none };
 /** Reports damage, at which the file ends. */
 next_frame tell_damage(capture_file &file, const char *what)
 {
-    std::fprintf(stderr, "rmon-agent: %s: %s\n", file.path.c_str(), what);
+    say(log_level::error, file.path + ": " + what);
     file.repeat = false;
     return next_frame::none;
 }
@@ -206,7 +208,7 @@ bool begin_again(capture_file &file)
     const std::string wrong = open_capture(file);
     if (wrong.empty())
         return true;
-    std::fprintf(stderr, "rmon-agent: %s\n", wrong.c_str());
+    say(log_level::error, wrong);
     return false;
 }
 
@@ -222,7 +224,7 @@ void tell_end(const capture_file &file)
     }
     if (file.skipped > 0)
         line += ", " + std::to_string(file.skipped) + " skipped that are not Ethernet's";
-    std::fprintf(stderr, "rmon-agent: %s\n", line.c_str());
+    say(log_level::info, line);
 }
 
 /** The end of the file: begins again, or tells of the end. */

@@ -26,6 +26,8 @@ struct file_reading {
     bool recorded = false; // at the pace of the recording
     bool repeat = false;   // from the beginning again after the end
     bool held = false;     // reading begins with SIGUSR1
+
+    bool operator==(const file_reading &) const = default;
 };
 
 struct capture_file {

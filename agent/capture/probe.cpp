@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "agent/capture/probe.h"
 
+#include "agent/core/log.h"
 #include "agent/rpc/procedures.h"
 
 #include <ctime>
@@ -78,7 +79,6 @@ void tell_of_silence(const probe &agent, int32_t data_source, std::string_view t
                                ? source->second.capturing
                                : agent.sources.may_capture || iface->second.file;
     if (!capturing)
-        std::fprintf(
-            stderr, "rmon-agent: %.*s %d counts nothing: there is no capture on %s\n",
-            static_cast<int>(table.size()), table.data(), index, iface->second.name.c_str());
+        say(log_level::warning, std::string(table) + ' ' + std::to_string(index)
+                                    + " counts nothing: there is no capture on " + iface->second.name);
 }

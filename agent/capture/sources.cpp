@@ -2,6 +2,7 @@
 #include "agent/capture/sources.h"
 
 #include "agent/capture/protocols.h"
+#include "agent/core/log.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -207,11 +208,9 @@ void start_capture(data_source &source, const interface &iface)
     if (!capture) {
         if (code == PCAP_ERROR_IFACE_NOT_UP || code == PCAP_ERROR_NO_SUCH_DEVICE)
             return; // it went down or away just now
-        std::fprintf(
-            stderr,
-            "rmon-agent: cannot capture on %s (%s): its statistics come from the kernel's counters, "
-            "and rows that count frames count nothing\n",
-            iface.name.c_str(), why.c_str());
+        say(log_level::warning, "cannot capture on " + iface.name + " (" + why
+                                    + "): its statistics come from the kernel's counters, "
+                                      "and rows that count frames count nothing");
         source.capturing = false;
         return;
     }

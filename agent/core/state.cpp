@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "agent/core/state.h"
 
+#include "agent/core/log.h"
 #include "agent/core/settings_file.h"
 
 #include "rmon/rpc/rmonrpc_xdr.h"
@@ -258,9 +259,8 @@ namespace {
 
 void tell_of_foreign_journal(const state_store &store)
 {
-    std::fprintf(
-        stderr, "rmon-agent: %s/%s belongs to another settings file: nothing is taken from it\n",
-        store.name.c_str(), journal_name);
+    say(log_level::warning,
+        store.name + "/" + journal_name + " belongs to another settings file: nothing is taken from it");
 }
 
 /** Takes back what the files hold, or says what is wrong. */
@@ -339,7 +339,7 @@ bool take_result(probe &agent, disk_work &&work)
     if (work.error != 0) {
         errno = work.error;
         if (!store.failed)
-            std::fprintf(stderr, "rmon-agent: %s\n", failure("keep the settings in", store.name).c_str());
+            say(log_level::error, failure("keep the settings in", store.name));
         store.failed = true;
         store.changed = true;
         // Nobody knows what the disk has of the journal.

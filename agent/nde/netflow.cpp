@@ -2,6 +2,7 @@
 #include "agent/nde/netflow.h"
 
 #include "agent/capture/family.h"
+#include "agent/core/log.h"
 #include "agent/core/reply.h"
 #include "agent/core/read_rows.h"
 
@@ -158,7 +159,7 @@ std::string open_netflow(probe &agent, const std::string &host, uint16_t port)
     if (!watch(agent.loop, socket, EPOLLIN, on_packets, &agent))
         return what + std::strerror(errno);
     storage<netflow_learning>(agent).start_time = up_time(agent);
-    std::fprintf(stderr, "rmon-agent: NetFlow packets are taken on port %u\n", unsigned{port_of(socket)});
+    say(log_level::notice, "NetFlow packets are taken on port " + std::to_string(port_of(socket)));
     return {};
 }
 

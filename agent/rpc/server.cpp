@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "agent/rpc/server.h"
 
+#include "agent/core/log.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -240,13 +242,35 @@ void add_connection(tcp_server &server, int socket)
         close_connection(client);
 }
 
+std::string text_of(const sockaddr_storage &address, socklen_t size)
+{
+    char host[NI_MAXHOST];
+    const auto *generic = reinterpret_cast<const sockaddr *>(&address);
+    return getnameinfo(generic, size, host, sizeof host, nullptr, 0, NI_NUMERICHOST) == 0 ? host : "?";
+}
+
+/** Hangs up. The first of each second is told by its address, so that a flood fills no log. */
+void refuse(tcp_server &server, int socket, const sockaddr_storage &from, socklen_t size)
+{
+    if (server.refused++ == 0)
+        say(log_level::warning,
+            "refused a client of " + text_of(from, size) + ": not among the networks of --allow");
+    close(socket);
+}
+
 void on_listener(void *context, uint32_t)
 {
     auto &server = *static_cast<tcp_server *>(context);
     for (int round = 0; round < 64; round++) {
-        const int socket = accept4(server.listener, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
+        sockaddr_storage from{};
+        socklen_t size = sizeof from;
+        auto *const generic = reinterpret_cast<sockaddr *>(&from);
+        const int socket = accept4(server.listener, generic, &size, SOCK_NONBLOCK | SOCK_CLOEXEC);
         if (socket >= 0) {
-            add_connection(server, socket);
+            if (is_within(server.allowed, from))
+                add_connection(server, socket);
+            else
+                refuse(server, socket, from, size);
             continue;
         }
         const bool exhausted = errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
@@ -264,6 +288,9 @@ void on_server_tick(void *context)
     auto &server = *static_cast<tcp_server *>(context);
     if (!server.accepting)
         accept_clients(server, true);
+    if (server.refused > 1)
+        say(log_level::warning, "refused " + std::to_string(server.refused) + " clients within a second");
+    server.refused = 0;
     const int64_t limit = now_ms() - patience_ms;
     for (auto next = server.connections.begin(); next != server.connections.end();) {
         connection &client = (next++)->second;
@@ -359,6 +386,19 @@ void release_replies(tcp_server &server, uint64_t number)
         client.held_for = 0;
         client.last_active = now_ms();
         if (!settle(client))
+            close_connection(client);
+    }
+}
+
+void allow_networks(tcp_server &server, const std::vector<network> &networks)
+{
+    server.allowed = networks;
+    for (auto next = server.connections.begin(); next != server.connections.end();) {
+        connection &client = (next++)->second;
+        sockaddr_storage from{};
+        socklen_t size = sizeof from;
+        if (getpeername(client.socket, reinterpret_cast<sockaddr *>(&from), &size) != 0
+            || !is_within(server.allowed, from))
             close_connection(client);
     }
 }

@@ -14,6 +14,7 @@
 #pragma once
 
 #include "agent/core/loop.h"
+#include "agent/rpc/networks.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -58,7 +59,9 @@ struct tcp_server {
     event_loop *loop = nullptr;
     int listener = -1;
     bool accepting = false;
-    std::string address; // as in "127.0.0.1:9911"
+    std::string address;                                // as in "127.0.0.1:9911"
+    std::vector<network> allowed = loopback_networks(); // whose clients are taken
+    uint64_t refused = 0;                               // clients of elsewhere, since the last tick
     std::map<int, connection> connections;
     on_message answer = nullptr;
     void *context = nullptr;
@@ -78,5 +81,8 @@ std::string open_server(
 
 /** Sends the replies that wait for numbers up to this one. */
 void release_replies(tcp_server &server, uint64_t number);
+
+/** From now on clients of these networks alone are taken; those of others are sent away. */
+void allow_networks(tcp_server &server, const std::vector<network> &networks);
 
 void close_server(tcp_server &server);

@@ -2,11 +2,11 @@
 #include "agent/voice/decoder.h"
 
 #include "agent/capture/ether_counters.h"
+#include "agent/core/log.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <cstdio>
 #include <cstring>
 #include <memory>
 
@@ -252,7 +252,7 @@ std::vector<uint8_t> record_of(const frame &seen)
 
 void tell(const char *what)
 {
-    std::fprintf(stderr, "rmon-agent: voice signalling: %s\n", what);
+    say(log_level::warning, std::string("voice signalling: ") + what);
 }
 
 /** Ends what was between the agent and a child, which is killed when the next one is asked for. */

@@ -2,10 +2,10 @@
 #include "agent/voice/watch.h"
 
 #include "agent/capture/probe.h"
+#include "agent/core/log.h"
 #include "agent/voice/voice.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 #include <linux/if.h>
@@ -285,7 +285,7 @@ void begin_watch(probe &agent)
         return; // it sees no frames
     if (!watch.works) {
         if (is_any_on(storage<voice_monitors>(agent)))
-            std::fprintf(stderr, "rmon-agent: tshark is not installed: no telephone calls are measured\n");
+            say(log_level::notice, "tshark is not installed: no telephone calls are measured");
         return;
     }
     open_decoder(watch.decoder, agent.loop, watch.launcher, take_message, &watch);

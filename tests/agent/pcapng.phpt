@@ -191,7 +191,7 @@ foreach ($damaged as $what => $rest) {
     $agent = reading_agent([file_of($one . $rest)], '--loop');
     read_files($agent);
     expect_same(1, ether_row(client($agent), 1)['Pkts'], "frames before $what");
-    expect_same(3, substr_count($agent->said(), "\n"), "lines about $what: {$agent->said()}");
+    expect_same(4, substr_count($agent->said(), "\n"), "lines about $what: {$agent->said()}");
     end_agent($agent);
 }
 

@@ -113,7 +113,7 @@ foreach ([
     $agent = reading_agent([file_of($good . $rest)], '--loop');
     read_files($agent);
     expect_same(1, ether_row(client($agent), 1)['Pkts'], "frames before a $what");
-    expect_same(3, substr_count($agent->said(), "\n"), "lines about a $what");
+    expect_same(4, substr_count($agent->said(), "\n"), "lines about a $what");
     end_agent($agent);
 }
 $agent = reading_agent([file_of($good . pack('VVVV', 2, 0, 60, 0xffffffff) . $small)]);

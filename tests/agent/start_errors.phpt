@@ -58,12 +58,14 @@ foreach ($wrong as $case) {
     }
 }
 
-// Every option is described.
+// Every option is described, and stands in the README's table.
 [, $help] = run(agent_program(), '--help');
 preg_match_all('/"(--[a-z-]+)"/', file_get_contents(__DIR__ . '/../../agent/options.cpp'), $options);
 expect_same(true, count(array_unique($options[1])) > 10, 'options that the agent looks for');
+preg_match_all('/^\| .*`/m', file_get_contents(__DIR__ . '/../../agent/README.md'), $rows);
 foreach (array_unique($options[1]) as $option) {
     expect_same(1, preg_match("/^  $option /m", $help), "help on $option");
+    expect_same(1, count(preg_grep("/`{$option}[ `,]/", $rows[0])), "the README's row on $option");
 }
 
 // A capture file needs no right to capture; without both, the kernel's counters are used.

@@ -21,6 +21,7 @@ void test_families();
 void test_voice();
 void test_rtp();
 void test_h323();
+void test_networks();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

@@ -71,6 +71,7 @@ int main()
     test_voice();
     test_rtp();
     test_h323();
+    test_networks();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }
