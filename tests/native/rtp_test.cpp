@@ -50,11 +50,9 @@ octets ethernet(const path &way, const octets &datagram, bool tagged = false)
         put(made, 0x8100a064, 4);
     const std::size_t length = datagram.size() + 8;
     if (way.to.size() == 4) {
-        put(made, 0x0800450000000000, 8);
-        made[made.size() - 4] = static_cast<uint8_t>((length + 20) >> 8);
-        made[made.size() - 3] = static_cast<uint8_t>(length + 20);
-        made.resize(made.size() - 2);
-        put(made, 0x0000000040110000, 8);
+        put(made, 0x08004500, 4);
+        put(made, length + 20, 2);
+        put(made, 0x40110000, 8);
     } else {
         put(made, 0x86dd60000000, 6);
         put(made, length, 2);
