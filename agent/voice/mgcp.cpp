@@ -103,7 +103,11 @@ void see_phone(mgcp_monitor &monitor, const mgcp_phone &phone)
 
 void show_call(mgcp_monitor &monitor, mgcp_call &call, uint32_t up_time)
 {
-    show_running(monitor, call, [&](uint32_t index) { return row_of(monitor, call, index, up_time); });
+    show_running(monitor, call, [&](uint32_t index) {
+        rmonrpc_mgcp_call_t row = row_of(monitor, call, index, up_time);
+        row.end_time = 0;
+        return row;
+    });
     trim_tables(monitor);
 }
 

@@ -84,7 +84,11 @@ void see_phone(sccp_monitor &monitor, const sccp_phone &phone)
 
 void show_call(sccp_monitor &monitor, sccp_call &call, uint32_t up_time)
 {
-    show_running(monitor, call, [&](uint32_t index) { return row_of(monitor, call, index, up_time); });
+    show_running(monitor, call, [&](uint32_t index) {
+        rmonrpc_sccp_call_row_t row = row_of(monitor, call, index, up_time);
+        row.qual.end_time = row.callee_qual.end_time = 0;
+        return row;
+    });
     trim_tables(monitor);
 }
 

@@ -70,6 +70,7 @@ read_files($agent);
 foreach (VOICE_PROTOCOLS as $protocol) {
     expect_decoded(1, fn() => count(voice_rows($link, "{$protocol}_call_rec")), "running calls of $protocol");
     expect_same(0, ("{$protocol}_aggregate_data_get")($link)['num_call_mon'], "ended calls of $protocol");
+    expect_same(0, voice_rows($link, "{$protocol}_call_rec")[0]['end_time'], "end of a running call of $protocol");
 }
 $parties = fn() => values(voice_rows($link, 'sccp_call_rec')[0] ?? [], ['phone_num', 'callee_phone_num']);
 expect_decoded(['1000', '1001'], $parties, 'parties of a running call');

@@ -508,6 +508,10 @@ void test_running_call()
     settle_at(watching, 12);
     check(watching.monitor.calls.size() == 1 && calls_over(watching) == 0, "a call that runs has a row");
     check(watching.monitor.calls.begin()->second.qual.call_status == 2, "that says that it was answered");
+    check(
+        watching.monitor.calls.begin()->second.qual.end_time == 0
+            && watching.monitor.calls.begin()->second.callee_qual.end_time == 0,
+        "and no end");
     tell(watching, 1, 20, 11, state_message, state(2, 100));
     tell(watching, 1, 20, 12, state_message, state(2, 200));
     settle_at(watching, 21);
