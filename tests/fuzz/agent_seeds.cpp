@@ -3,7 +3,7 @@
  * Writes inputs for the fuzzers of the bundled agent to begin with: calls of
  * each procedure, frames, NetFlow packets, and the files that it reads.
  *
- * usage: fuzz-agent-seeds DIR-FOR-CALLS DIR-FOR-FILES SCENARIO
+ * usage: fuzz-agent-seeds DIR-FOR-CALLS DIR-FOR-FILES DIR-FOR-VOICE SCENARIO
  */
 #include "agent/rpc/procedures.h"
 #include "tests/fuzz/agent.h"
@@ -179,17 +179,89 @@ void write_calls(const std::string &directory)
     write_file(directory + "/deaf", joined(step(248, 1, {}), step(9, 0, {})));
 }
 
+/** A step of agent_voice.cpp: what the decoder printed for a frame between two ends, of its addresses and
+ * ports. */
+bytes printed(const bytes &ends, const std::string &text)
+{
+    const auto size = static_cast<uint16_t>(text.size());
+    return joined(
+        joined({2, 0}, ends),
+        joined({static_cast<uint8_t>(size >> 8), static_cast<uint8_t>(size)}, {text.begin(), text.end()}));
+}
+
+/** Of call signalling: its header and its body. */
+std::string signalled(const std::string &header, const std::string &body)
+{
+    return R"({"layers":{"q931":{"q931.call_ref":"00:01",)" + header + R"(},"h225":{)" + body + "}}}";
+}
+
+void write_voice(const std::string &directory)
+{
+    bytes stream;
+    for (const uint8_t number : {1, 2, 3}) {
+        bytes packet =
+            hex(macs
+                + "0800 4500 0028 0000 0000 4011 0000 0a000001 0a000002 4000 4000 0014 0000 "
+                  "8000 0000 00000000 00000007");
+        packet[45] = number;
+        packet[49] = static_cast<uint8_t>(number * 160);
+        stream = joined(stream, joined({3, 0, 0, static_cast<uint8_t>(packet.size())}, packet));
+    }
+    // Who asks for the streams to 10.0.0.2, port 16384.
+    write_file(directory + "/stream", joined(stream, {7, 2, 6}));
+
+    const bytes by_caller = {1, 2, 5, 1};
+    const bytes by_callee = {2, 1, 1, 5};
+    bytes call = printed(
+        by_caller, signalled(
+                       R"("q931.call_ref_flag":"0","q931.message_type":"0x05")",
+                       R"("h225.sourceAddress_tree":{"h225.dialledDigits":"1","h225.h323_ID":"x"})"));
+    call = joined(
+        call, printed(
+                  by_callee,
+                  signalled(
+                      R"("q931.call_ref_flag":"1","q931.message_type":"0x07")",
+                      R"("h225.h245Address_tree":{"h225.h245Ip":"10.0.0.2","h225.h245IpPort":"30000"})")));
+    call = joined(
+        call,
+        printed(
+            {2, 1, 5, 6},
+            R"({"layers":{"h245":{"h245.openLogicalChannelAck_element":{"h245.forwardLogicalChannelNumber":"1",)"
+            R"("h245.mediaChannel_tree":{"h245.ip4_network":"10.0.0.2","h245.tsapIdentifier":"16384"}}}}})"));
+    call = joined(joined(call, stream), {6});
+    call = joined(
+        call,
+        printed(
+            by_caller, signalled(
+                           R"("q931.call_ref_flag":"0","q931.message_type":"0x5a","q931.cause_value":"16")",
+                           R"("h225.guid":"0a1b2c3d-4e5f-6071-8293-a4b5c6d7e8f9")")));
+    write_file(directory + "/h323", joined(call, {6}));
+    write_file(
+        directory + "/sccp",
+        printed(
+            {1, 2, 0, 6},
+            R"({"layers":{"skinny":[{"skinny.messageId":"0x00000111","skinny.callState":"3","skinny.callReference":"1"},)"
+            R"({"skinny.messageId":"0x0000008a","skinny.callReference":"1","skinny.remotePortNumber":"16384"}]}})"));
+    write_file(
+        directory + "/mgcp",
+        printed(
+            {1, 2, 4, 3},
+            R"({"layers":{"mgcp":{"mgcp.req.verb":"CRCX","mgcp.transid":"1","mgcp.req.endpoint":"a@b",)"
+            R"("mgcp.param.callid":"1"},"sdp":{"sdp.media.port":"16384"}}})"));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
-    if (argc != 4)
+    if (argc != 5)
         return 1;
     write_calls(argv[1]);
     const std::string directory = argv[2];
     write_file(directory + "/capture", joined({0}, capture()));
     write_file(directory + "/new-capture", joined({0}, new_capture()));
-    std::ifstream scenario(argv[3], std::ios::binary);
+    write_voice(argv[3]);
+    std::ifstream scenario(argv[4], std::ios::binary);
     write_file(directory + "/scenario", joined({1}, {std::istreambuf_iterator<char>(scenario), {}}));
     write_file(directory + "/settings", joined({2}, settings()));
     return 0;
