@@ -191,6 +191,7 @@ bool give_up_rights()
 [[noreturn]] void run_launcher(int socket, const std::string &decoder)
 {
     prctl(PR_SET_NAME, "rmon-launcher");
+    std::signal(SIGHUP, SIG_IGN); // it ends the agent neither; the decoder has that from here
     // Whoever waits for the end of what the agent prints does not wait for this process.
     const int nothing = open("/dev/null", O_RDWR);
     if (nothing < 0)

@@ -392,6 +392,22 @@ void test_full_queue()
     close_decoding(opened);
 }
 
+/** A terminal that closes sends it to all of the agent's processes. */
+void test_hangup()
+{
+    const stand_in program("head -c 30 >/dev/null\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    decode_one(opened);
+    wait_until_decoded(opened);
+    const uint64_t before = opened.decoder.starts;
+    kill(opened.launcher.process, SIGHUP);
+    decode_one(opened);
+    wait_until_decoded(opened);
+    check(opened.decoder.starts > before, "the launcher outlives a hangup, as the agent does");
+    close_decoding(opened);
+}
+
 void test_lost_launcher()
 {
     const stand_in program("exec sleep 1000\n");
@@ -648,6 +664,7 @@ void test_voice()
     test_silence();
     test_nothing_there();
     test_full_queue();
+    test_hangup();
     test_lost_launcher();
     test_running_call();
     test_two_interfaces();
