@@ -129,7 +129,8 @@ constexpr option all[] = {
     {"--netflow", "NUMBER", "UDP port on which NetFlow export packets (versions 5 and 9) are taken; 0 takes\n"
                             "any free one",
      set_netflow},
-    {"--voice", "FILE", "scenario of phones and calls that fills the voice tables (agent/voice.ini)",
+    {"--voice", "FILE", "scenario of phones and calls that fills the voice tables (agent/voice.ini). When not\n"
+                        "given, calls of SCCP, H.323 and MGCP are measured, where tshark is installed.",
      set_text<&options::voice>, "no file"},
     {"--state", "DIRECTORY", "keep all that is set in this directory, over restarts",
      set_text<&options::state>, "no directory"},
