@@ -83,33 +83,6 @@ bool is_wildcard(std::string_view endpoint)
 
 /* ---- legs -------------------------------------------------------------------------------- */
 
-void announce_place(mgcp_leg &leg, rtp_follower &follower, const net_endpoint &place, int64_t since)
-{
-    // Media that are moved again and again are forged.
-    constexpr std::size_t max_places = 8;
-    if (!is_known(place) || leg.announced.size() >= max_places
-        || std::ranges::find(leg.announced, place) != leg.announced.end())
-        return;
-    announce(follower, leg.interface, place.address, place.port, since, leg.clock_rate);
-    leg.announced.push_back(place);
-}
-
-void forget_places(mgcp_leg &leg, rtp_follower &follower)
-{
-    for (const net_endpoint &place : leg.announced)
-        forget(follower, leg.interface, place.address, place.port);
-    leg.announced.clear();
-}
-
-void end_leg(mgcp_leg &leg, int64_t time, uint32_t up_time)
-{
-    if (leg.ended)
-        return;
-    leg.ended = true;
-    leg.end = time;
-    leg.end_up_time = up_time;
-}
-
 /** Where a session description wants media; unknown where there is none. */
 net_endpoint place_of(const voice_message &message)
 {
@@ -255,36 +228,9 @@ mgcp_phone phone_of(const mgcp_endpoint &endpoint)
     return phone;
 }
 
-/** The figures of one leg, as its gateway told them or as they were measured. */
-mgcp_report figures_of(const mgcp_report &told, const media_figures &received, const media_figures &sent)
-{
-    if (told.came)
-        return told;
-    return {false,           sent.packets,  sent.octets,     received.packets,
-            received.octets, received.lost, received.jitter, round_trip(received, sent)};
-}
-
 int32_t as_i32(uint32_t value)
 {
     return static_cast<int32_t>(std::min<uint32_t>(value, INT32_MAX));
-}
-
-struct leg_media {
-    media_figures received;
-    media_figures sent;
-};
-
-leg_media media_of(const mgcp_leg &leg, const rtp_follower &follower)
-{
-    const int64_t until = leg.ended ? leg.end + int64_t{seconds_to_settle} * 1000000 : INT64_MAX;
-    return {
-        measured_at(follower, leg.interface, leg.receives, leg.start, until),
-        measured_at(follower, leg.interface, leg.sends, leg.start, until)};
-}
-
-uint32_t samples_of(const mgcp_leg &leg, const leg_media &media)
-{
-    return leg.report.came || media.received.streams > 0 ? 1 : 0;
 }
 
 mgcp_endpoint *endpoint_of(mgcp_tracker &tracker, const mgcp_leg &leg)
@@ -304,7 +250,7 @@ void learn_numbers(mgcp_endpoint &caller, mgcp_endpoint &callee)
     learn(callee.number, caller.dialed);
 }
 
-void put_first_leg(rmonrpc_mgcp_media_session_t &media, const mgcp_leg &leg, const mgcp_report &figures)
+void put_first_leg(rmonrpc_mgcp_media_session_t &media, const mgcp_leg &leg, const leg_report &figures)
 {
     put_text(media.conns_id_1, leg.connection);
     media.rtp_port_1 = leg.receives.port;
@@ -317,7 +263,7 @@ void put_first_leg(rmonrpc_mgcp_media_session_t &media, const mgcp_leg &leg, con
     media.latency_1 = as_i32(figures.latency);
 }
 
-void put_second_leg(rmonrpc_mgcp_media_session_t &media, uint16_t port, const mgcp_report &figures)
+void put_second_leg(rmonrpc_mgcp_media_session_t &media, uint16_t port, const leg_report &figures)
 {
     media.rtp_port_2 = port;
     media.pkt_sent_2 = as_i32(figures.packets_sent);
@@ -334,7 +280,7 @@ void put_elsewhere(mgcp_call &call, const mgcp_leg &leg, const leg_media &media)
 {
     rmonrpc_mgcp_media_session_t &session = call.record.media.value[0];
     put_text(call.callee.identity.address, text_of(leg.sends.address));
-    put_second_leg(session, leg.sends.port, figures_of({}, media.sent, media.received));
+    put_second_leg(session, leg.sends.port, report_of({}, media.sent, media.received));
     call.callee_samples = 0;
 }
 
@@ -362,7 +308,7 @@ mgcp_call call_of(
     media.sampling_period = as_i32(one.period);
     media.silence_sup = one.suppresses;
     const leg_media first = media_of(one, follower);
-    put_first_leg(media, one, figures_of(one.report, first.received, first.sent));
+    put_first_leg(media, one, report_of(one.report, first.received, first.sent));
     call.samples = samples_of(one, first);
     if (!other) {
         put_elsewhere(call, one, first);
@@ -371,7 +317,7 @@ mgcp_call call_of(
     put_text(call.record.call_id_2, of.id);
     put_text(media.conns_id_2, other->connection);
     const leg_media second = media_of(*other, follower);
-    put_second_leg(media, other->receives.port, figures_of(other->report, second.received, second.sent));
+    put_second_leg(media, other->receives.port, report_of(other->report, second.received, second.sent));
     call.callee_samples = samples_of(*other, second);
     return call;
 }
@@ -524,40 +470,12 @@ void take_response(
 
 /* ---- the end ------------------------------------------------------------------------------------------ */
 
-bool has_settled(const mgcp_leg &leg, const voice_clock &clock, uint32_t seconds)
-{
-    return leg.ended && has_passed(clock, leg.interface, leg.end, leg.end_up_time, seconds);
-}
-
-/** A leg of which nothing was heard for long, neither signalling nor media, is over since then. */
-void end_if_silent(mgcp_leg &leg, const rtp_follower &follower, const voice_clock &clock)
-{
-    if (leg.ended || !has_passed(clock, leg.interface, leg.last, leg.last_up_time, seconds_of_silence))
-        return;
-    const leg_media media = media_of(leg, follower);
-    const int64_t heard = std::max({leg.last, media.received.last, media.sent.last});
-    const int64_t newest = newest_frame(clock, leg.interface);
-    // Media go on: the next look is in as long again.
-    if (newest - heard < int64_t{seconds_of_silence} * 1000000 && heard != leg.last) {
-        leg.last = heard;
-        leg.last_up_time = clock.up_time;
-        return;
-    }
-    leg.silent = true;
-    end_leg(leg, heard, leg.last_up_time);
-}
-
 struct settling {
     mgcp_tracker &tracker;
     mgcp_monitor &monitor;
     rtp_follower &follower;
     const voice_clock &clock;
 };
-
-uint32_t hundredths_between(int64_t from, int64_t to)
-{
-    return static_cast<uint32_t>(std::clamp<int64_t>((to - from) / 10000, 0, UINT32_MAX / 2));
-}
 
 /** The first legs of a call are over, or another one is. Row: of the call table, 0 when it has none. */
 void hand_over(

@@ -11,7 +11,7 @@
 
 #include "agent/voice/calls.h"
 #include "agent/voice/decoder.h"
-#include "agent/voice/measured.h"
+#include "agent/voice/leg.h"
 #include "agent/voice/monitor.h"
 #include "agent/voice/recent.h"
 
@@ -26,18 +26,6 @@ inline constexpr std::size_t max_mgcp_transactions = 8192;
 
 /** Connections of one call identifier. */
 inline constexpr std::size_t max_mgcp_legs = 16;
-
-/** What a gateway told of a connection at its end; what it did not tell is 0. */
-struct mgcp_report {
-    bool came = false;
-    uint32_t packets_sent = 0;
-    uint32_t octets_sent = 0;
-    uint32_t packets_received = 0;
-    uint32_t octets_received = 0;
-    uint32_t lost = 0;
-    uint32_t jitter = 0;
-    uint32_t latency = 0;
-};
 
 /** A telephone at a gateway. */
 struct mgcp_endpoint {
@@ -54,26 +42,13 @@ struct mgcp_endpoint {
     std::string shown_name;
 };
 
-struct mgcp_leg {
+struct mgcp_leg : call_leg {
     std::string endpoint; // its key
     std::string connection;
-    int32_t interface = 0;
-    int64_t start = 0; // times of frames, microseconds
-    int64_t end = 0;
-    int64_t last = 0;
-    uint32_t last_up_time = 0;
-    uint32_t end_up_time = 0;
-    bool ended = false;
-    bool silent = false; // ended because nothing came any more
     bool speaks = false; // its mode is to send and to receive
-    net_endpoint receives;
-    net_endpoint sends;
     std::string codec;
-    uint32_t clock_rate = 8000;
-    uint32_t period = 0;
+    uint32_t period = 0;     // milliseconds
     bool suppresses = false; // silence
-    std::vector<net_endpoint> announced;
-    mgcp_report report;
 };
 
 struct mgcp_calls_of_id {

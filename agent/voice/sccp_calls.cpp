@@ -54,38 +54,11 @@ net_address address_field(const voice_message &message, const std::string &name)
 
 /* ---- legs ----------------------------------------------------------------------------- */
 
-void announce_place(sccp_leg &leg, rtp_follower &follower, const net_endpoint &place, int64_t since)
-{
-    // A phone that moves its media again and again is a forged one.
-    constexpr std::size_t max_places = 8;
-    if (!is_known(place) || leg.announced.size() >= max_places
-        || std::ranges::find(leg.announced, place) != leg.announced.end())
-        return;
-    announce(follower, leg.interface, place.address, place.port, since);
-    leg.announced.push_back(place);
-}
-
-void forget_places(sccp_leg &leg, rtp_follower &follower)
-{
-    for (const net_endpoint &place : leg.announced)
-        forget(follower, leg.interface, place.address, place.port);
-    leg.announced.clear();
-}
-
 /** Whether a leg was a call: off the hook and on again is none. */
 bool is_call(const sccp_leg &leg)
 {
     return !leg.calling.number.empty() || !leg.called.number.empty() || is_known(leg.receives)
-           || is_known(leg.sends) || leg.report.came;
-}
-
-void end_leg(sccp_leg &leg, int64_t time, uint32_t up_time)
-{
-    if (leg.ended)
-        return;
-    leg.ended = true;
-    leg.end = time;
-    leg.end_up_time = up_time;
+           || is_known(leg.sends) || leg.report.told;
 }
 
 /** The leg that a message is about; null when there is none, and the message begins none. */
@@ -259,11 +232,11 @@ sccp_leg *take_call_message(sccp_session &session, rtp_follower &follower, const
 /* ---- rows ------------------------------------------------------------------------------ */
 
 /** The number and the name of a phone's line; of its first one where the line is not known. */
-sccp_line line_of(const sccp_session &session, uint32_t instance)
+sccp_side line_of(const sccp_session &session, uint32_t instance)
 {
     if (const auto found = session.lines.find(instance); found != session.lines.end())
         return found->second;
-    return session.lines.empty() ? sccp_line{} : session.lines.begin()->second;
+    return session.lines.empty() ? sccp_side{} : session.lines.begin()->second;
 }
 
 /** A phone by its address: no scenario's name begins like this. */
@@ -282,7 +255,7 @@ sccp_phone phone_of(const sccp_tracker &tracker, const sccp_session &session, co
     identity.vers = static_cast<int32_t>(session.version);
     identity.phone_ipAddr_length =
         static_cast<int32_t>(put_address(identity.phone_ipAddr, session.phone.address));
-    sccp_line line = line_of(session, leg ? leg->qual.line_instance : 1);
+    sccp_side line = line_of(session, leg ? leg->qual.line_instance : 1);
     if (leg) {
         const sccp_side &own = leg->direction == inbound ? leg->called : leg->calling;
         if (line.number.empty())
@@ -314,40 +287,15 @@ sccp_phone elsewhere(const sccp_leg &leg)
     return phone;
 }
 
-void put_measured(rmonrpc_sccp_qual_row_t &qual, const media_figures &received, const media_figures &sent)
+void put_figures(rmonrpc_sccp_qual_row_t &qual, const leg_report &figures)
 {
-    qual.pkt_sent = sent.packets;
-    qual.oct_sent = sent.octets;
-    qual.pkt_recv = received.packets;
-    qual.oct_recv = received.octets;
-    qual.pkt_lost = received.lost;
-    qual.jitter = received.jitter;
-    qual.latency = round_trip(received, sent);
-}
-
-void put_report(rmonrpc_sccp_qual_row_t &qual, const sccp_report &report)
-{
-    qual.pkt_sent = report.packets_sent;
-    qual.oct_sent = report.octets_sent;
-    qual.pkt_recv = report.packets_received;
-    qual.oct_recv = report.octets_received;
-    qual.pkt_lost = report.lost;
-    qual.jitter = report.jitter;
-    qual.latency = report.latency;
-}
-
-/** A leg's media, as they were measured. */
-struct leg_media {
-    media_figures received;
-    media_figures sent;
-};
-
-leg_media media_of(const sccp_leg &leg, const rtp_follower &follower)
-{
-    const int64_t until = leg.ended ? leg.end + int64_t{seconds_to_settle} * 1000000 : INT64_MAX;
-    return {
-        measured_at(follower, leg.interface, leg.receives, leg.start, until),
-        measured_at(follower, leg.interface, leg.sends, leg.start, until)};
+    qual.pkt_sent = figures.packets_sent;
+    qual.oct_sent = figures.octets_sent;
+    qual.pkt_recv = figures.packets_received;
+    qual.oct_recv = figures.octets_received;
+    qual.pkt_lost = figures.lost;
+    qual.jitter = figures.jitter;
+    qual.latency = figures.latency;
 }
 
 rmonrpc_sccp_qual_row_t qual_of(const sccp_leg &leg, const leg_media &media)
@@ -356,16 +304,8 @@ rmonrpc_sccp_qual_row_t qual_of(const sccp_leg &leg, const leg_media &media)
     qual.call_state = leg.ended ? state_on_hook : leg.state;
     qual.call_status = leg.silent ? end_not_seen : leg.answered ? answered : not_answered;
     qual.call_direction = leg.direction;
-    if (leg.report.came)
-        put_report(qual, leg.report);
-    else
-        put_measured(qual, media.received, media.sent);
+    put_figures(qual, report_of(leg.report, media.received, media.sent));
     return qual;
-}
-
-uint32_t samples_of(const sccp_leg &leg, const leg_media &media)
-{
-    return leg.report.came || media.received.streams > 0 ? 1 : 0;
 }
 
 /** A leg, and the phone whose it is. */
@@ -413,7 +353,7 @@ sccp_call call_of(
         far_qual.call_direction = is_called ? outbound : inbound;
         far_qual.local_rtp_port = own_qual.remote_rtp_port;
         far_qual.remote_rtp_port = own_qual.local_rtp_port;
-        put_measured(far_qual, media.sent, media.received);
+        put_figures(far_qual, report_of({}, media.sent, media.received));
     }
     const uint32_t own_samples = samples_of(*one.leg, media);
     call.samples = is_called ? far_samples : own_samples;
@@ -512,29 +452,6 @@ void find_partners(sccp_tracker &tracker)
 
 /* ---- the end ------------------------------------------------------------------------------- */
 
-bool has_settled(const sccp_leg &leg, const voice_clock &clock, uint32_t seconds)
-{
-    return leg.ended && has_passed(clock, leg.interface, leg.end, leg.end_up_time, seconds);
-}
-
-/** A leg of which nothing was heard for long, neither signalling nor media, is over since then. */
-void end_if_silent(sccp_leg &leg, const rtp_follower &follower, const voice_clock &clock)
-{
-    if (leg.ended || !has_passed(clock, leg.interface, leg.last, leg.last_up_time, seconds_of_silence))
-        return;
-    const leg_media media = media_of(leg, follower);
-    const int64_t heard = std::max({leg.last, media.received.last, media.sent.last});
-    const int64_t newest = newest_frame(clock, leg.interface);
-    // Media go on: the next look is in as long again.
-    if (newest - heard < int64_t{seconds_of_silence} * 1000000 && heard != leg.last) {
-        leg.last = heard;
-        leg.last_up_time = clock.up_time;
-        return;
-    }
-    leg.silent = true;
-    end_leg(leg, heard, leg.last_up_time);
-}
-
 /** Forgets a leg that was handed over, or never was a call. */
 void drop_leg(const found_leg &dropped, rtp_follower &follower)
 {
@@ -555,11 +472,6 @@ bool has_row(const sccp_leg &leg, const sccp_leg &partner)
         return calls(leg) > calls(partner);
     return std::pair(leg.start, leg.qual.call_reference)
            < std::pair(partner.start, partner.qual.call_reference);
-}
-
-uint32_t hundredths_between(int64_t from, int64_t to)
-{
-    return static_cast<uint32_t>(std::clamp<int64_t>((to - from) / 10000, 0, UINT32_MAX / 2));
 }
 
 /** What a look at all calls takes. */

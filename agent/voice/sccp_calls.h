@@ -11,7 +11,7 @@
 
 #include "agent/voice/calls.h"
 #include "agent/voice/decoder.h"
-#include "agent/voice/measured.h"
+#include "agent/voice/leg.h"
 #include "agent/voice/monitor.h"
 #include "agent/voice/recent.h"
 
@@ -25,53 +25,25 @@
 inline constexpr std::size_t max_sccp_phones = 4096;
 inline constexpr std::size_t max_sccp_legs = 16;
 
-/** What a phone told of a call at its end. */
-struct sccp_report {
-    bool came = false;
-    uint32_t packets_sent = 0;
-    uint32_t octets_sent = 0;
-    uint32_t packets_received = 0;
-    uint32_t octets_received = 0;
-    uint32_t lost = 0;
-    uint32_t jitter = 0;
-    uint32_t latency = 0;
-};
-
+/** A number and whose it is: of a party, of a line. */
 struct sccp_side {
     std::string number;
     std::string name;
 };
 
 /** A phone's side of a call. */
-struct sccp_leg {
-    int32_t interface = 0; // the one on which its messages count
-    int64_t start = 0;     // times of frames, microseconds
-    int64_t end = 0;
-    int64_t last = 0;          // of its signalling
-    uint32_t last_up_time = 0; // when that passed by
-    uint32_t end_up_time = 0;
-    bool ended = false;
+struct sccp_leg : call_leg {
     bool answered = false;
-    bool silent = false; // ended because nothing came any more
-    uint32_t state = 0;  // the last one that the manager told
+    uint32_t state = 0; // the last one that the manager told
     uint32_t direction = 0;
     sccp_side calling;
     sccp_side called;
     rmonrpc_sccp_qual_row_t qual{}; // what messages say
-    net_endpoint receives;          // where its media come in
-    net_endpoint sends;             // where they go to
-    std::vector<net_endpoint> announced;
-    sccp_report report;
 
     net_endpoint partner_phone; // the other leg, once it is found; partner 0: none yet
     uint32_t partner = 0;
     bool search = false; // for the other leg: something was learned
     uint32_t row = 0;    // of the call table, which the calling leg of two has
-};
-
-struct sccp_line {
-    std::string number;
-    std::string name;
 };
 
 /** A phone's connection to its manager. */
@@ -82,7 +54,7 @@ struct sccp_session {
     uint32_t version = 0;
     std::string device;
     uint32_t device_type = 0;
-    std::map<uint32_t, sccp_line> lines; // by their instance
+    std::map<uint32_t, sccp_side> lines; // by their instance
     std::map<uint32_t, sccp_leg> legs;   // by the manager's reference
     std::array<uint32_t, 8> over{};      // references of legs that are done
     std::size_t next_over = 0;
