@@ -192,9 +192,11 @@ bool give_up_rights()
 {
     prctl(PR_SET_NAME, "rmon-launcher");
     std::signal(SIGHUP, SIG_IGN); // it ends the agent neither; the decoder has that from here
+    // An agent that was started without standard descriptors has the socket where one of these belongs.
+    socket = fcntl(socket, F_DUPFD_CLOEXEC, launcher_socket);
     // Whoever waits for the end of what the agent prints does not wait for this process.
     const int nothing = open("/dev/null", O_RDWR);
-    if (nothing < 0)
+    if (socket < 0 || nothing < 0)
         _exit(1);
     for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; standard++)
         dup2(nothing, standard);

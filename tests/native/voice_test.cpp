@@ -408,6 +408,29 @@ void test_hangup()
     close_decoding(opened);
 }
 
+/** The launcher's socket has the number of a standard descriptor then. */
+void test_closed_descriptors()
+{
+    std::fflush(stdout);
+    int kept[3];
+    for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; standard++)
+        kept[standard] = dup(standard);
+    for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; standard++)
+        close(standard);
+    const stand_in program("head -c 30 >/dev/null\n");
+    decoding opened;
+    open_decoding(opened, program.path);
+    decode_one(opened);
+    wait_until_decoded(opened);
+    const uint64_t starts = opened.decoder.starts;
+    close_decoding(opened);
+    for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; standard++) {
+        dup2(kept[standard], standard);
+        close(kept[standard]);
+    }
+    check(starts > 0, "a child starts without standard descriptors");
+}
+
 void test_lost_launcher()
 {
     const stand_in program("exec sleep 1000\n");
@@ -665,6 +688,7 @@ void test_voice()
     test_nothing_there();
     test_full_queue();
     test_hangup();
+    test_closed_descriptors();
     test_lost_launcher();
     test_running_call();
     test_two_interfaces();
