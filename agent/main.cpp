@@ -4,6 +4,7 @@
 #include "agent/capture/probe.h"
 #include "agent/capture/start.h"
 #include "agent/core/log.h"
+#include "agent/core/memory.h"
 #include "agent/nde/netflow.h"
 #include "agent/options.h"
 #include "agent/rmon1/capture_save.h"
@@ -167,6 +168,7 @@ std::string serve_until_signal(running &all)
         wrong = read_scenario(storage<voice_monitors>(agent).scenario, chosen.voice);
     if (!wrong.empty())
         return wrong;
+    learned_memory.limit = chosen.memory ? chosen.memory : usual_memory();
     const bool may_capture = chosen.capture && capture_permitted();
     // The decoder's process begins before there is anything that it could inherit. A scenario is played in
     // the place of what is seen.

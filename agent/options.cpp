@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "agent/options.h"
 
+#include "agent/core/memory.h"
+
 #include <algorithm>
 #include <charconv>
 #include <fstream>
@@ -95,6 +97,22 @@ mistake set_ring(options &chosen, std::string_view value)
     return fits ? "" : "no size of a ring (1 to 2047)";
 }
 
+/** Octets, or with K, M or G behind them as many units of 2^10, 2^20 or 2^30; the bounds of it in the same
+ * form. */
+mistake set_memory(options &chosen, std::string_view value)
+{
+    constexpr std::string_view units = "KMG";
+    constexpr uint64_t largest = uint64_t{1} << 46;
+    const std::size_t unit = value.empty() ? units.npos : units.find(value.back());
+    const int bits = unit == units.npos ? 0 : 10 * (static_cast<int>(unit) + 1);
+    if (bits)
+        value.remove_suffix(1);
+    const bool fits = read_number(value, chosen.memory) && chosen.memory <= largest >> bits
+                      && chosen.memory << bits >= smallest_memory;
+    chosen.memory <<= fits ? bits : 0;
+    return fits ? "" : "no size of the memory (16M to 65536G)";
+}
+
 /** Who may give an option. */
 enum class giver { anyone, words_alone };
 
@@ -140,6 +158,10 @@ constexpr option all[] = {
                       "2047. When not given 364, for a second of the shortest frames at 1 Gbit/s, but\n"
                       "of all interfaces together no more than an eighth of this machine's memory",
      set_ring},
+    {"--memory", "SIZE", "octets of all that is learned, in tables, histories and capture buffers, at most; K, M\n"
+                         "or G behind the number for units of 2^10, 2^20, 2^30. A quarter of this machine's\n"
+                         "memory, or of its control group's, when not given",
+     set_memory},
     {"--captures", "DIR", "where captured packets are saved when a client asks for it; made when it\n"
                           "is not there. Without it nothing is saved.",
      set_text<&options::captures>, "no directory"},

@@ -18,7 +18,8 @@ struct options {
     std::vector<network> allowed;        // whose clients are taken; none: the loopback's
     std::vector<std::string> interfaces; // names of those that are measured; none: all
     bool capture = true;
-    uint32_t ring = 0; // MiB, 0: the capture's own choice
+    uint32_t ring = 0;   // MiB, 0: the capture's own choice
+    uint64_t memory = 0; // octets of what is learned, 0: usual_memory()
     file_reading reading;
     std::optional<uint16_t> netflow; // UDP port
     std::string voice;               // scenario, empty: none

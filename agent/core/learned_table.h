@@ -2,21 +2,26 @@
 /*
  * Tables whose rows are learned from traffic.
  *
- * A table holds at most max_rows rows; when it is full,
- * the one used least recently gives way to a new one. Finding a row costs a hash of its key, and
+ * A table holds at most max_rows rows, and fewer where its share of the memory
+ * ends before (memory.h); when it is full, the one used least recently gives way
+ * to a new one. Finding a row costs a hash of its key, and
  * nothing is allocated once the table has its size. A key is a plain struct
  * without padding and of whole 64-bit words, so that its bytes are its
  * identity. The order of the MIB is made when somebody reads (ordered_view).
  */
 #pragma once
 
+#include "agent/core/memory.h"
+
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <random>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 /** Rows of a table for which nobody asked for a size. */
@@ -47,6 +52,7 @@ struct learned_use {
 
 template <class Key, class Row> struct learned_table {
     uint32_t max_rows = default_learned_rows;
+    memory_share memory; // for as many rows as entries has the capacity for
     std::vector<learned_entry<Key, Row>> entries;
     std::vector<learned_slot> slots; // a power of 2, of which at most half are taken
     uint64_t uses = 0;
@@ -123,15 +129,22 @@ template <class Key, class Row> void sort_by_use(learned_table<Key, Row> &table)
     std::erase_if(table.fresh, [&](const learned_use &one) {
         return table.entries[one.index].used != one.used || table.entries[one.index].kept;
     });
-    std::vector<learned_use> again;
+    // The others stand behind the place of the fresh ones, which then come in between them.
+    table.by_use.resize(table.fresh.size());
     for (uint32_t i = 0; i < table.entries.size(); i++) {
         const auto &entry = table.entries[i];
         if (!entry.kept && entry.used != entry.first)
-            again.push_back({entry.used, i});
+            table.by_use.push_back({entry.used, i});
     }
-    std::ranges::sort(again, {}, &learned_use::used);
-    table.by_use.resize(table.fresh.size() + again.size());
-    std::ranges::merge(table.fresh, again, table.by_use.begin(), {}, &learned_use::used, &learned_use::used);
+    const auto end = table.by_use.end();
+    auto to = table.by_use.begin();
+    auto from = to + std::ssize(table.fresh);
+    std::ranges::sort(from, end, {}, &learned_use::used);
+    for (const learned_use &one : table.fresh) {
+        while (from != end && from->used < one.used)
+            *to++ = *from++;
+        *to++ = one;
+    }
     table.fresh.clear();
     table.sorted_at = table.uses;
     table.next = 0;
@@ -186,15 +199,110 @@ template <class Key, class Row> void set_slot(learned_table<Key, Row> &table, ui
     table.slots[at] = {tag, index};
 }
 
-/** Makes room for another entry's slot: twice as many once there are half as many entries. */
-template <class Key, class Row> void grow_slots(learned_table<Key, Row> &table)
+/* ---- growth ------------------------------------------------------------------------- */
+
+/** Rows that a table begins with. In its part of the smallest bound, each has room for them. */
+inline constexpr std::size_t first_rows = 8;
+
+inline constexpr std::size_t slots_for(std::size_t rows)
 {
-    if (table.entries.size() * 2 < table.slots.size())
-        return;
-    table.slots.assign(std::max<std::size_t>(16, table.slots.size() * 2), learned_slot{});
+    return rows == 0 ? 0 : std::bit_ceil(rows * 2);
+}
+
+/** What a table with room for so many rows takes, the orders in which it is read and uses are noted included.
+ */
+template <class Key, class Row> constexpr std::size_t octets_of(std::size_t rows)
+{
+    constexpr std::size_t views = 3; // more than any table has
+    constexpr std::size_t notes = 2 * sizeof(learned_use) + views * sizeof(uint32_t);
+    return rows * (sizeof(learned_entry<Key, Row>) + notes) + slots_for(rows) * sizeof(learned_slot);
+}
+
+/**
+ * Rows for which a table with room for so many would make room next: twice as
+ * many, or as many as its memory allows. Old and new entries are there at once,
+ * and less than an eighth more is not worth it.
+ */
+template <class Key, class Row>
+std::size_t next_capacity(const learned_table<Key, Row> &table, std::size_t rows)
+{
+    static_assert(octets_of<Key, Row>(first_rows) <= memory_part(smallest_memory));
+    const std::size_t wanted = std::min<std::size_t>(std::max(first_rows, rows * 2), table.max_rows);
+    const auto allowed = [&](std::size_t more) {
+        const std::size_t octets = octets_of<Key, Row>(more);
+        return octets <= memory_within_reach(table.memory)
+               && memory_is_there(table.memory, octets + rows * sizeof(learned_entry<Key, Row>));
+    };
+    if (wanted <= rows)
+        return rows;
+    if (allowed(wanted))
+        return wanted;
+    std::size_t most = rows + rows / 8 + 1;
+    if (most >= wanted || !allowed(most))
+        return rows;
+    for (std::size_t too_many = wanted; too_many - most > 1;) {
+        const std::size_t middle = most + (too_many - most) / 2;
+        (allowed(middle) ? most : too_many) = middle;
+    }
+    return most;
+}
+
+/** Rows that a table has room for, or would have if it grew now. */
+template <class Key, class Row> uint32_t rows_within_reach(const learned_table<Key, Row> &table)
+{
+    std::size_t rows = table.entries.capacity();
+    for (std::size_t next; (next = next_capacity(table, rows)) > rows;)
+        rows = next;
+    return static_cast<uint32_t>(std::min<std::size_t>(rows, table.max_rows));
+}
+
+/** Whether a table has room for another row, or would make it. */
+template <class Key, class Row> bool has_room(const learned_table<Key, Row> &table)
+{
+    const std::size_t rows = table.entries.capacity();
+    return table.entries.size() < table.max_rows
+           && (table.entries.size() < rows || next_capacity(table, rows) > rows);
+}
+
+/** Has room for exactly so many elements, neither more nor fewer. */
+template <class Element> void set_room(std::vector<Element> &list, std::size_t elements)
+{
+    std::vector<Element> moved;
+    moved.reserve(elements);
+    moved.assign(list.begin(), list.end());
+    list = std::move(moved);
+}
+
+template <class Key, class Row> void set_slots(learned_table<Key, Row> &table)
+{
+    std::ranges::fill(table.slots, learned_slot{});
     for (uint32_t i = 0; i < table.entries.size(); i++)
         set_slot(table, i);
 }
+
+/** Has room for so many rows from now on, which are not fewer than there are. */
+template <class Key, class Row> void set_capacity(learned_table<Key, Row> &table, std::size_t rows)
+{
+    have_memory(table.memory, octets_of<Key, Row>(rows));
+    set_room(table.entries, rows);
+    set_room(table.fresh, rows);
+    set_room(table.by_use, rows);
+    table.slots = {};
+    table.slots.resize(slots_for(rows));
+    set_slots(table);
+}
+
+/** Whether there is room for another row; makes it where it can. */
+template <class Key, class Row> bool make_room(learned_table<Key, Row> &table)
+{
+    if (!has_room(table))
+        return false;
+    if (table.entries.size() == table.entries.capacity())
+        set_capacity(table, next_capacity(table, table.entries.capacity()));
+    return true;
+}
+
+/* ---- finding ------------------------------------------------------------------------ */
 
 /** The entry with a key that has this tag, or no_entry. */
 template <class Key, class Row>
@@ -251,8 +359,7 @@ Row *learn_sought(learned_table<Key, Row> &table, const tagged_key<Key> &sought)
         return &table.entries[index].row;
     }
 
-    if (table.entries.size() < table.max_rows) {
-        grow_slots(table);
+    if (make_room(table)) {
         index = static_cast<uint32_t>(table.entries.size());
         table.entries.emplace_back();
     } else {
@@ -304,6 +411,18 @@ template <class Key, class Row> void forget_all(learned_table<Key, Row> &table)
 
 /* ---- in order ------------------------------------------------------------------------ */
 
+/** Has a place for each entry of a table, and room for as many as the table has. */
+template <class Key, class Row, class Place>
+void fit_to(const learned_table<Key, Row> &table, std::vector<Place> &places)
+{
+    static_assert(sizeof(Place) == sizeof(uint32_t)); // as octets_of() counts them
+    if (places.capacity() != table.entries.capacity()) {
+        places = {};
+        places.reserve(table.entries.capacity());
+    }
+    places.resize(table.entries.size());
+}
+
 /** A table's entries in one order. It is made anew when it is asked for and keys came or went since. */
 struct ordered_view {
     uint64_t version = UINT64_MAX;
@@ -315,7 +434,7 @@ const std::vector<uint32_t> &in_order(const learned_table<Key, Row> &table, orde
 {
     if (view.version == table.version)
         return view.order;
-    view.order.resize(table.entries.size());
+    fit_to(table, view.order);
     for (uint32_t i = 0; i < view.order.size(); i++)
         view.order[i] = i;
     std::ranges::sort(view.order, [&](uint32_t one, uint32_t other) {

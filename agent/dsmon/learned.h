@@ -124,7 +124,7 @@ template <class Kind, bool Keep> int32_t keep_counted(probe &agent, const typena
     const uint32_t index = find_learned(learned, Kind::key_of(asked));
     if (index == no_entry)
         return no_such_name;
-    if (Keep && !learned.entries[index].kept && learned.kept >= learned.max_rows / 2)
+    if (Keep && !learned.entries[index].kept && learned.kept >= rows_within_reach(learned) / 2)
         return gen_err;
     keep_learned(learned, index, Keep);
     return no_error;

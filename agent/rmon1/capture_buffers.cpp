@@ -26,9 +26,22 @@ constexpr int32_t max_octets = 4 * 1024 * 1024;
 /** Each may have all of these octets. */
 constexpr row_limits buffer_rows{first_control_index, last_control_index, 16};
 
-int32_t granted(const buffer_row &row)
+/** Octets of a buffer, if there is memory for them. */
+int32_t wanted_octets(const buffer_row &row)
 {
     return row.octets_requested < 0 ? max_octets : std::min(row.octets_requested, max_octets);
+}
+
+/**
+ * Has a buffer's memory taken, as much as there is of what is wanted. Besides the octets of the packets there
+ * is what is noted of each, which is as much again where packets are short.
+ */
+void take_ring(buffer_work &work, int32_t wanted)
+{
+    const std::size_t room = memory_within_reach(work.memory) / 2;
+    const std::size_t octets = std::min(room, static_cast<std::size_t>(wanted));
+    have_memory(work.memory, 2 * octets);
+    work.ring.resize(octets);
 }
 
 int64_t microseconds_now()
@@ -62,7 +75,7 @@ struct buffer_control_table {
         if (!storage<channel_table>(agent).contains(started.channel))
             return bad_value;
         started.work = std::make_shared<buffer_work>();
-        started.work->ring.resize(static_cast<std::size_t>(granted(started)));
+        take_ring(*started.work, wanted_octets(started));
         started.work->wraps = started.full_action == wrap_when_full;
         started.work->slice = static_cast<uint32_t>(started.capture_slice);
         started.work->turned_on = microseconds_now();
@@ -75,9 +88,10 @@ struct buffer_control_table {
     static void show(probe &agent, request &reply, int32_t control, const row &shown)
     {
         reply.bufferControlFullStatus = space_available;
-        reply.bufferControlMaxOctetsGranted = granted(shown);
+        reply.bufferControlMaxOctetsGranted = wanted_octets(shown);
         reply.bufferControlTurnOnTime = shown.turn_on_time;
         if (const buffer_work *work = find_buffer(agent, control)) {
+            reply.bufferControlMaxOctetsGranted = static_cast<int32_t>(work->ring.size());
             reply.bufferControlFullStatus = work->full ? is_full : space_available;
             reply.bufferControlCapturedPackets = static_cast<uint32_t>(work->packets.size());
         }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "agent/capture/frame.h"
+#include "agent/core/memory.h"
 #include "agent/core/row_status.h"
 
 #include "rmon/rpc/rmonrpc_rmon1.h"
@@ -26,6 +27,7 @@ struct captured_packet {
 };
 
 struct buffer_work {
+    memory_share memory;
     std::vector<uint8_t> ring; // the packets' octets, the oldest packet's first
     uint32_t next = 0;         // where the next packet goes
     uint32_t used = 0;         // octets, overhead included

@@ -22,15 +22,32 @@ constexpr int32_t max_buckets = 3600;
 /** Each may hold all of these buckets. */
 constexpr row_limits history_rows{first_control_index, last_control_index, 200};
 
-int32_t granted(const history_row &row)
+/** Buckets of a row, if there is memory for them. */
+int32_t wanted_buckets(const history_row &row)
 {
     return std::min(row.buckets_requested, max_buckets);
 }
 
+int32_t granted(const history_row &row)
+{
+    if (!row.memory)
+        return wanted_buckets(row);
+    const std::size_t room = memory_within_reach(*row.memory) / sizeof(history_sample);
+    return static_cast<int32_t>(std::min<std::size_t>(
+        std::max(room, row.samples.size()), static_cast<std::size_t>(wanted_buckets(row))));
+}
+
+/** Forgets the oldest samples while there are too many, or no memory for all of them. */
 void forget_oldest(history_row &row)
 {
-    while (std::ssize(row.samples) > granted(row))
+    while (std::ssize(row.samples) > wanted_buckets(row))
         row.samples.pop_front();
+    if (!row.memory)
+        return;
+    const auto octets = [&] { return row.samples.size() * sizeof(history_sample); };
+    while (octets() > row.memory->octets && !take_memory(*row.memory, octets()))
+        row.samples.pop_front();
+    have_memory(*row.memory, octets());
 }
 
 /* ---- sampling ------------------------------------------------------------------------------ */
@@ -106,6 +123,7 @@ struct history_control_table {
     {
         if (!use_source(agent.sources, started.data_source))
             return bad_value;
+        started.memory = std::make_shared<memory_share>();
         begin_interval(agent, started);
         started.sampling = call_at(
             agent.loop, started.began_ms + milliseconds_of(started.interval), on_sampling, &agent, &started);
@@ -117,6 +135,7 @@ struct history_control_table {
         take_back(agent.loop, stopped.sampling);
         leave_source(agent.sources, stopped.data_source);
         stopped.samples.clear();
+        stopped.memory.reset();
         stopped.last_index = 0;
     }
 

@@ -4,6 +4,7 @@
 
 #include "agent/capture/ether_counters.h"
 #include "agent/core/loop.h"
+#include "agent/core/memory.h"
 #include "agent/core/row_status.h"
 
 #include "rmon/rpc/rmonrpc_rmon1.h"
@@ -11,6 +12,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <memory>
 #include <string>
 
 struct history_sample {
@@ -31,6 +33,7 @@ struct history_row {
     ether_counters before{}; // the source's counters then
     int32_t last_index = 0;  // etherHistorySampleIndex of the newest sample; they are numbered from 1 on
     std::deque<history_sample> samples;
+    std::shared_ptr<memory_share> memory; // of the samples, while the row is valid
 };
 
 using history_table = std::map<int32_t, history_row>; // by historyControlIndex

@@ -89,10 +89,10 @@ const std::vector<uint32_t> &in_creation_order(host_work &work)
     const auto &entries = work.learned.entries;
     if (version == work.learned.version)
         return order;
-    order.resize(entries.size());
+    fit_to(work.learned, order);
     std::iota(order.begin(), order.end(), 0);
     std::ranges::sort(order, {}, [&](uint32_t index) { return entries[index].row.serial; });
-    work.creation_orders.resize(entries.size());
+    fit_to(work.learned, work.creation_orders);
     for (std::size_t i = 0; i < order.size(); i++)
         work.creation_orders[order[i]] = static_cast<int32_t>(i + 1);
     version = work.learned.version;

@@ -21,7 +21,7 @@
 struct probe;
 
 /** Rows of one learned table at most, whatever is desired. */
-inline constexpr uint32_t max_learned_rows = 65536;
+inline constexpr uint32_t max_learned_rows = 1 << 20;
 
 /** Rows that a table gets for its MaxDesiredEntries: -1 leaves it to the agent. */
 inline uint32_t granted_rows(int32_t desired)

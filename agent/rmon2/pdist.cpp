@@ -7,9 +7,25 @@
 #include "agent/capture/counting.h"
 #include "agent/capture/frame.h"
 
+#include <algorithm>
+
 namespace {
 
 /* ---- counting ---------------------------------------------------------------------- */
+
+/** Has a counter for each protocol that there is now. False when there is no memory for them. */
+bool follow_directory(distribution &work)
+{
+    // What a directory without protocols of others takes is part of the row. A persistent one is a node of a
+    // set, too.
+    constexpr std::size_t usual_protocols = 256, each = sizeof(protocol_counter) + 48;
+    const std::size_t protocols = work.agent->protocols.rows.size();
+    if (!take_memory(work.memory, std::max(protocols, usual_protocols) * each - usual_protocols * each))
+        return false;
+    work.counted.reserve(protocols);
+    work.counted.resize(protocols);
+    return true;
+}
 
 void count(void *context, const frame &seen)
 {
@@ -18,8 +34,10 @@ void count(void *context, const frame &seen)
                             : seen.network_index   ? seen.network_index
                                                    : base_protocol_of(seen);
     const auto at = static_cast<std::size_t>(highest);
-    if (at >= work.counted.size())
-        work.counted.resize(work.agent->protocols.rows.size()); // protocols were added
+    if (at >= work.counted.size() && !follow_directory(work)) {
+        work.dropped_frames++;
+        return;
+    }
     work.counted[at].pkts++;
     work.counted[at].octets += seen.length;
 }
@@ -63,13 +81,16 @@ struct distribution_control_table {
     {
         started.work = std::make_shared<distribution>();
         started.work->agent = &agent;
-        started.work->counted.resize(agent.protocols.rows.size());
+        if (!follow_directory(*started.work)) {
+            started.work.reset();
+            return gen_err;
+        }
         return start_counting(agent, started, count);
     }
 
     static void show(probe &, request &reply, int32_t, const row &shown)
     {
-        reply.protocolDistControlDroppedFrames = 0; // there are no frames that the agent chooses not to count
+        reply.protocolDistControlDroppedFrames = shown.work ? shown.work->dropped_frames : 0;
         reply.protocolDistControlCreateTime = shown.create_time;
     }
 };

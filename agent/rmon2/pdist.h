@@ -9,6 +9,7 @@
 #pragma once
 
 #include "agent/capture/counting_row.h"
+#include "agent/core/memory.h"
 
 #include "rmon/rpc/rmonrpc_rmon2.h"
 
@@ -30,6 +31,8 @@ struct distribution {
     /** By local index; at 0 the frames of which not even the base layer is known. */
     std::vector<protocol_counter> counted;
     std::set<int32_t> persistent; // shown even without traffic
+    memory_share memory;
+    uint32_t dropped_frames = 0; // of protocols for which there was no memory
 };
 
 using distribution_row = counting_row<distribution>;

@@ -78,6 +78,7 @@ void begin_reports(probe &agent, art_row &row)
 
 /* ---- control rows ----------------------------------------------------------------------- */
 
+/** Rows of a report, if there is memory for them. */
 uint32_t granted_size(const art_row &row)
 {
     return row.requested < 0 ? default_learned_rows
@@ -147,7 +148,7 @@ struct art_control_table {
         reply.artControlTimeRemaining = std::max(shown.interval - passed, 0);
         reply.artControlDuration = shown.interval > 0 ? shown.interval : passed;
         reply.artControlRptStartTime = shown.work->start_time;
-        reply.artControlGrantedSize = static_cast<int32_t>(granted_size(shown));
+        reply.artControlGrantedSize = static_cast<int32_t>(rows_within_reach(shown.work->meter.exchanges));
         reply.artControlGeneratedRpts = shown.work->reports;
     }
 };

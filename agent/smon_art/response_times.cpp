@@ -215,8 +215,7 @@ void expire_requests(response_meter &meter, int64_t now)
             continue;
         const exchange_key exchange = exchange_of(entry.key, entry.row);
         // Silent connections must not take the place of active ones.
-        const bool full = meter.exchanges.entries.size() >= meter.exchanges.max_rows;
-        if (full && find_learned(meter.exchanges, exchange) == no_entry)
+        if (!has_room(meter.exchanges) && find_learned(meter.exchanges, exchange) == no_entry)
             entry.row.awaited = false;
         else if (exchange_counters *counters = learn(meter.exchanges, exchange))
             give_up_late(meter, entry.row, *counters, now);

@@ -13,33 +13,13 @@ require __DIR__ . '/client.inc';
 require __DIR__ . '/captures.inc';
 require __DIR__ . '/rmon2.inc';
 require __DIR__ . '/groups.inc';
+require __DIR__ . '/flood.inc';
 
 const FRAMES = 200000;
 const ROWS = 10000;      // of a learned table of which no size is asked for
 const MOST_KB = 262144;
 
-/** The most memory that the agent had so far, in kilobytes; 0 in a build with sanitizers, which need memory too. */
-function most_memory(BundledAgent $agent): int
-{
-    $text = file_get_contents('/proc/' . $agent->pid() . '/status');
-    preg_match('/^VmSize:\s*(\d+)/m', $text, $size);
-    preg_match('/^VmHWM:\s*(\d+)/m', $text, $used);
-    return $size[1] > 1 << 30 ? 0 : (int) $used[1];
-}
-
-// Each frame is a DNS query from another host to another host: its number is part of all its addresses.
-$frame = ethernet(mac(0), mac(0), 0x0800, ip4('10.0.0.0', '11.0.0.0', 17, udp(1024, 53, "\0\0\x01\0")));
-$file = file_of(CAPTURE_OPENING);
-$out = fopen($file, 'ab');
-for ($i = 0; $i < FRAMES; $i++) {
-    $number = pack('N', $i);
-    $frame = "\x02\x01$number" . "\x02\x02$number" . substr($frame, 12, 14) . pack('N', 0x0a000000 + $i)
-        . pack('N', 0x0b000000 + $i) . pack('n', 1024 + $i % 60000) . substr($frame, 36);
-    fwrite($out, pack('VVVV', 1 + intdiv($i, 1000000), $i % 1000000, strlen($frame), strlen($frame)) . $frame);
-}
-fclose($out);
-
-$agent = reading_agent([$file]);
+$agent = reading_agent([flood_file(FRAMES)]);
 $link = module_link($agent);
 foreach (start_groups($link, 1, -1) as $group => $status) {
     expect_same(1, $status, "status of $group");

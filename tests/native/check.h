@@ -22,6 +22,7 @@ void test_voice();
 void test_rtp();
 void test_h323();
 void test_networks();
+void test_learned();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

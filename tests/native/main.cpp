@@ -72,6 +72,7 @@ int main()
     test_rtp();
     test_h323();
     test_networks();
+    test_learned();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }
