@@ -13,8 +13,10 @@ uint64_t lowest_limit(const std::string &root, std::string group, const std::str
 {
     uint64_t lowest = UINT64_MAX;
     for (;;) {
+        std::string file = root;
+        file.append(group).append("/").append(name);
         uint64_t limit = 0; // "max" is no number
-        if (std::ifstream(root + group + '/' + name) >> limit)
+        if (std::ifstream(file) >> limit)
             lowest = std::min(lowest, limit);
         const std::size_t slash = group.rfind('/');
         if (slash == group.npos)
