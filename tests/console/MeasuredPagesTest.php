@@ -213,6 +213,13 @@ final class MeasuredPagesTest extends ConsoleTestCase
             ["etherStatsPkts of $name rose to 4 packets, threshold 3", '3: busy', '1'],
             array_slice($entry, 1),
         );
+        $overview = $console->get('/probe/core1');
+        self::assertMatchesRegularExpression(
+            '/^Logged last: ' . preg_quote("etherStatsPkts of $name rose", '/')
+                . ' to 4 packets, threshold 3, \d+ (s|min) ago\.$/D',
+            $overview->texts('//*[@id="answer"]//p')[1],
+        );
+        self::assertSame("etherStatsPkts of $name rose to 4 packets, threshold 3", $overview->table('lately')[0][1]);
         self::assertSame('', $console->log());
     }
 

@@ -150,7 +150,7 @@ final class AlarmsPage extends Page
     {
         return DataTable::ofRows([
             Field::time('time', 'When', fn(array $row) => $this->visit->timeOf($row['entry']->time)),
-            Field::text('what', 'What happened', fn(array $row) => $this->told($row['entry'])),
+            Field::text('what', 'What happened', fn(array $row) => $this->alarms()->told($row['entry'])),
             Field::text('event', 'Event', fn(array $row) => $this->eventName($row['entry']->event)),
             Field::number('entry', 'Entry', static fn(array $row) => $row['entry']->index, Format::whole(...)),
         ], fn(): array => array_map(
@@ -175,19 +175,6 @@ final class AlarmsPage extends Page
             Field::text('owner', 'Owner', static fn(array $row) => $row['eventOwner']),
         ], fn(): array => array_values($this->alarms()->events), 'There is no event: alarms are seen here alone.')
             ->titled('Events')->beside('events');
-    }
-
-    /** An entry of the log; of an alarm, with the name of what it watches, and without the event's own words. */
-    private function told(LogEntry $entry): string
-    {
-        foreach ($entry->variable === null ? [] : $this->alarms()->alarms as $alarm) {
-            if ($alarm->variable->text === $entry->variable) {
-                $way = $entry->rose ? 'rose' : 'fell';
-                return "{$alarm->variable->name()} $way to {$alarm->variable->amount($entry->value)}, threshold "
-                    . number_format($entry->threshold);
-            }
-        }
-        return $entry->text;
     }
 
     private function eventName(int $index): string

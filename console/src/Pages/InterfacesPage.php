@@ -6,6 +6,7 @@ declare(strict_types=1);
 
 namespace Rmon\Console\Pages;
 
+use Closure;
 use Rmon\Console\Block\DataTable;
 use Rmon\Console\Page;
 use Rmon\Console\Picture\Spark;
@@ -40,7 +41,7 @@ final class InterfacesPage extends Page
     private const UP = 1;
 
     /** The utilization from which an interface counts as full. */
-    private const BUSY = 0.7;
+    public const BUSY = 0.7;
 
     /** Interfaces that are sampled for their small charts. */
     public const MOST = 32;
@@ -50,9 +51,10 @@ final class InterfacesPage extends Page
         yield 'interfaces' => self::table($this->visit);
     }
 
-    public static function table(Visit $visit): DataTable
+    /** @param (Closure(): list<array<string, mixed>>)|null $rows those of rows(), where somebody else needs them too */
+    public static function table(Visit $visit, ?Closure $rows = null): DataTable
     {
-        return DataTable::from(static function () use ($visit): ListSource {
+        return DataTable::from(static function () use ($visit, $rows): ListSource {
             $schema = $visit->probe()->table('ifTable')->schema;
             $fields = [];
             foreach ($schema->columns as $name => $column) {
@@ -60,7 +62,7 @@ final class InterfacesPage extends Page
             }
             return new ListSource(
                 [...self::ours($visit), ...array_values(array_diff_key($fields, ['ifDescr' => 0, 'ifSpeed' => 0]))],
-                static fn(): array => self::rows($visit),
+                $rows ?? static fn(): array => self::rows($visit),
                 'The agent has no interface.',
                 ['ifDescr', 'state', 'now', 'utilization', 'errors', 'ifSpeed', 'ifInOctets', 'ifOutOctets'],
             );
@@ -97,13 +99,9 @@ final class InterfacesPage extends Page
             Field::number(
                 'utilization',
                 'Utilization',
-                static fn(array $row): ?float => $last($row) === null || $row['ifSpeed'] === 0
-                    ? null
-                    : $last($row)->row['etherHistoryUtilization'] / 10000,
+                self::utilization(...),
                 Format::part(...),
-            )->bar(static fn(array $row): ?float => $last($row) === null || $row['ifSpeed'] === 0
-                ? null
-                : $last($row)->row['etherHistoryUtilization'] / 10000, self::BUSY),
+            )->bar(self::utilization(...), self::BUSY),
             Field::number(
                 'errors',
                 'Errors',
@@ -125,8 +123,24 @@ final class InterfacesPage extends Page
         };
     }
 
-    /** @return list<array<string, mixed>> */
-    private static function rows(Visit $visit): array
+    /**
+     * The part of its speed that an interface carried in the last interval; null where one of the two is not known.
+     *
+     * @param array<string, mixed> $row
+     */
+    public static function utilization(array $row): ?float
+    {
+        return $row['last'] === null || $row['ifSpeed'] === 0
+            ? null
+            : $row['last']->row['etherHistoryUtilization'] / 10000;
+    }
+
+    /**
+     * Rows of ifTable with the "last" sample of each interface and the "bits" of its small chart.
+     *
+     * @return list<array<string, mixed>>
+     */
+    public static function rows(Visit $visit): array
     {
         $rows = [];
         foreach ($visit->probe()->table('ifTable') as $row) {

@@ -9,6 +9,8 @@ namespace Rmon\Console\Pages;
 use Rmon\Alarm\Alarms;
 use Rmon\Console\Block\DataTable;
 use Rmon\Console\Block\Facts;
+use Rmon\Console\Block\Words;
+use Rmon\Console\Glance;
 use Rmon\Console\Page;
 use Rmon\Console\Table\Field;
 use Rmon\Console\Text;
@@ -26,6 +28,12 @@ final class OverviewPage extends Page
     /** Seconds of the log that are shown. */
     private const LATELY = 3600;
 
+    /** @var list<array<string, mixed>>|null the interfaces, read once for all blocks that show them */
+    private ?array $interfaces = null;
+
+    /** @var list<array{time: float, text: string}>|null the log of the last hour, likewise */
+    private ?array $log = null;
+
     public function title(): string
     {
         $configured = $this->visit->configured();
@@ -34,13 +42,38 @@ final class OverviewPage extends Page
 
     public function blocks(): iterable
     {
+        yield 'answer' => new Words(fn(): array => Glance::sentences($this->interfaces(), $this->log()));
         yield 'state' => new Facts($this->state(...));
-        yield 'interfaces' => InterfacesPage::table($this->visit)->titled('Interfaces')->compact(InterfacesPage::MOST);
+        yield 'interfaces' => InterfacesPage::table($this->visit, $this->interfaces(...))
+            ->titled('Interfaces')
+            ->compact(InterfacesPage::MOST);
         $busiest = $this->busiest();
         if ($busiest !== null) {
             yield 'panels' => Traffic::panels($this->visit, $busiest, ' on ' . Text::shown($busiest->name, 20));
         }
         yield 'lately' => $this->lately();
+    }
+
+    /** @return list<array<string, mixed>> */
+    private function interfaces(): array
+    {
+        return $this->interfaces ??= InterfacesPage::rows($this->visit);
+    }
+
+    /** @return list<array{time: float, text: string}> the latest entry first */
+    private function log(): array
+    {
+        if ($this->log === null) {
+            $this->log = [];
+            $now = microtime(true);
+            $alarms = Alarms::read($this->visit->probe(), 20);
+            foreach ($alarms->log as $entry) {
+                if ($entry->ago <= self::LATELY) {
+                    $this->log[] = ['time' => $now - $entry->ago, 'text' => $alarms->told($entry)];
+                }
+            }
+        }
+        return $this->log;
     }
 
     /** @return array<string, string> */
@@ -79,14 +112,10 @@ final class OverviewPage extends Page
             Field::time('time', 'When', static fn(array $row): float => $row['time']),
             Field::text('text', 'What', static fn(array $row): string => $row['text']),
         ];
-        return DataTable::ofRows($fields, function (): array {
-            $rows = [];
-            foreach (Alarms::read($this->visit->probe(), 20)->log as $entry) {
-                if ($entry->ago <= self::LATELY) {
-                    $rows[] = ['time' => microtime(true) - $entry->ago, 'text' => $entry->text];
-                }
-            }
-            return $rows;
-        }, 'No alarm went off and nothing was logged in the last hour.')->titled('The last hour')->compact(10);
+        return DataTable::ofRows(
+            $fields,
+            $this->log(...),
+            'No alarm went off and nothing was logged in the last hour.',
+        )->titled('The last hour')->compact(10);
     }
 }

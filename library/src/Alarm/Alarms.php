@@ -57,6 +57,19 @@ final class Alarms
         return new self($alarms, $events, $log);
     }
 
+    /** An entry of the log; of an alarm, with the name of what it watches, and without the event's own words. */
+    public function told(LogEntry $entry): string
+    {
+        foreach ($entry->variable === null ? [] : $this->alarms as $alarm) {
+            if ($alarm->variable->text === $entry->variable) {
+                $way = $entry->rose ? 'rose' : 'fell';
+                return "{$alarm->variable->name()} $way to {$alarm->variable->amount($entry->value)}, threshold "
+                    . number_format($entry->threshold);
+            }
+        }
+        return $entry->text;
+    }
+
     /**
      * The latest entries of an event's log, which can only be read forwards: where it ends is found by halving.
      *
