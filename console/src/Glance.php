@@ -6,6 +6,7 @@ declare(strict_types=1);
 
 namespace Rmon\Console;
 
+use Rmon\Alarm\Alarm;
 use Rmon\Console\Pages\InterfacesPage;
 use Rmon\Format;
 
@@ -17,10 +18,11 @@ final class Glance
 
     /**
      * @param list<array<string, mixed>> $interfaces see InterfacesPage::rows()
+     * @param list<Alarm> $alarms
      * @param list<array{time: float, text: string}> $log of the last hour, the latest entry first
      * @return list<array{string, string}> each with its kind: "answer" or "warning"
      */
-    public static function sentences(array $interfaces, array $log): array
+    public static function sentences(array $interfaces, array $alarms, array $log): array
     {
         $sentences = [[self::busiest($interfaces), 'answer']];
         $full = array_filter(
@@ -45,11 +47,28 @@ final class Glance
                 'warning',
             ];
         }
+        array_push($sentences, ...self::high($alarms));
         if ($log !== []) {
             $ago = Format::ago(microtime(true) - $log[0]['time']);
-            $sentences[] = ["Logged last: {$log[0]['text']}, $ago.", 'warning'];
+            $sentences[] = ["Logged last: {$log[0]['text']}, $ago.", 'answer'];
         }
         return $sentences;
+    }
+
+    /**
+     * The alarms that are high.
+     *
+     * @param list<Alarm> $alarms
+     * @return list<array{string, string}>
+     */
+    public static function high(array $alarms): array
+    {
+        return array_values(array_map(static fn(Alarm $alarm) => [
+            $alarm->variable->name() . ' is high: ' . ($alarm->happened() === ''
+                ? $alarm->variable->amount((int) $alarm->value) . " over $alarm->rising"
+                : $alarm->happened()) . '.',
+            'warning',
+        ], array_filter($alarms, static fn(Alarm $alarm) => $alarm->state() === 'high')));
     }
 
     /** @param list<array<string, mixed>> $interfaces */

@@ -36,14 +36,14 @@ final class GlanceTest extends TestCase
 
     public function testNothingIsThere(): void
     {
-        self::assertSame([['The agent has no interface.', 'answer']], Glance::sentences([], []));
+        self::assertSame([['The agent has no interface.', 'answer']], Glance::sentences([], [], []));
         self::assertSame(
             [['What the interfaces carry is being measured.', 'answer']],
-            Glance::sentences([self::carrying('eth0', null)], []),
+            Glance::sentences([self::carrying('eth0', null)], [], []),
         );
         self::assertSame(
             [['No interface carried anything in the last 10 s.', 'answer']],
-            Glance::sentences([self::carrying('eth0', 0), self::carrying('eth1', null)], []),
+            Glance::sentences([self::carrying('eth0', 0), self::carrying('eth1', null)], [], []),
         );
     }
 
@@ -55,12 +55,12 @@ final class GlanceTest extends TestCase
                 self::carrying('eth0', 10_000),
                 self::carrying('eth1', 5_000_000, 400, 100_000_000),
                 self::carrying('eth2', null),
-            ], []),
+            ], [], []),
         );
         // A speed that isn't known has no part.
         self::assertSame(
             [['eth0 carries most: 8.0 kbit/s.', 'answer']],
-            Glance::sentences([self::carrying('eth0', 10_000, 9999)], []),
+            Glance::sentences([self::carrying('eth0', 10_000, 9999)], [], []),
         );
     }
 
@@ -80,7 +80,7 @@ final class GlanceTest extends TestCase
             ['eth2 is nearly full: 9.9 Mbit/s, 99.0 % of its 10.0 Mbit/s.', 'warning'],
             ['eth0 is nearly full: 70.0 Mbit/s, 70.0 % of its 100 Mbit/s.', 'warning'],
             ['Frames with errors were seen on eth3, eth4, eth5 and 1 more.', 'warning'],
-            ['Logged last: the latest, 5 min ago.', 'warning'],
-        ], Glance::sentences($rows, [self::entry('the latest'), self::entry('one before')]));
+            ['Logged last: the latest, 5 min ago.', 'answer'],
+        ], Glance::sentences($rows, [], [self::entry('the latest'), self::entry('one before')]));
     }
 }

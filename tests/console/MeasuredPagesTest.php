@@ -214,10 +214,11 @@ final class MeasuredPagesTest extends ConsoleTestCase
             array_slice($entry, 1),
         );
         $overview = $console->get('/probe/core1');
+        self::assertStringStartsWith($start, $overview->texts('//*[@id="answer"]//p[@class="warning"]')[0]);
         self::assertMatchesRegularExpression(
             '/^Logged last: ' . preg_quote("etherStatsPkts of $name rose", '/')
                 . ' to 4 packets, threshold 3, \d+ (s|min) ago\.$/D',
-            $overview->texts('//*[@id="answer"]//p')[1],
+            $overview->texts('//*[@id="answer"]//p')[2],
         );
         self::assertSame("etherStatsPkts of $name rose to 4 packets, threshold 3", $overview->table('lately')[0][1]);
         self::assertSame('', $console->log());

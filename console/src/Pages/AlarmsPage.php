@@ -16,6 +16,7 @@ use Rmon\Console\Block\Words;
 use Rmon\Console\Form\Changes;
 use Rmon\Console\Form\Input;
 use Rmon\Console\Form\Plan;
+use Rmon\Console\Glance;
 use Rmon\Console\Page;
 use Rmon\Console\Response;
 use Rmon\Console\Table\Field;
@@ -103,20 +104,15 @@ final class AlarmsPage extends Page
     private function answer(): array
     {
         $alarms = $this->alarms()->alarms;
-        $high = array_filter($alarms, static fn(Alarm $alarm) => $alarm->state() === 'high');
         if ($alarms === []) {
             return [['No alarm is set on this probe.', 'answer']];
         }
+        $high = Glance::high($alarms);
         if ($high === []) {
             $all = count($alarms) === 1 ? 'The only alarm is' : 'All ' . count($alarms) . ' alarms are';
             return [["$all below the upper threshold.", 'answer']];
         }
-        return array_values(array_map(static fn(Alarm $alarm) => [
-            $alarm->variable->name() . ' is high: ' . ($alarm->happened() === ''
-                ? $alarm->variable->amount((int) $alarm->value) . " over $alarm->rising"
-                : $alarm->happened()) . '.',
-            'warning',
-        ], $high));
+        return $high;
     }
 
     private function alarmTable(): DataTable

@@ -31,8 +31,8 @@ final class OverviewPage extends Page
     /** @var list<array<string, mixed>>|null the interfaces, read once for all blocks that show them */
     private ?array $interfaces = null;
 
-    /** @var list<array{time: float, text: string}>|null the log of the last hour, likewise */
-    private ?array $log = null;
+    /** Alarms and log, likewise. */
+    private ?Alarms $alarms = null;
 
     public function title(): string
     {
@@ -42,7 +42,11 @@ final class OverviewPage extends Page
 
     public function blocks(): iterable
     {
-        yield 'answer' => new Words(fn(): array => Glance::sentences($this->interfaces(), $this->log()));
+        yield 'answer' => new Words(fn(): array => Glance::sentences(
+            $this->interfaces(),
+            $this->alarms()->alarms,
+            $this->log(),
+        ));
         yield 'state' => new Facts($this->state(...));
         yield 'interfaces' => InterfacesPage::table($this->visit, $this->interfaces(...))
             ->titled('Interfaces')
@@ -60,20 +64,22 @@ final class OverviewPage extends Page
         return $this->interfaces ??= InterfacesPage::rows($this->visit);
     }
 
-    /** @return list<array{time: float, text: string}> the latest entry first */
+    private function alarms(): Alarms
+    {
+        return $this->alarms ??= Alarms::read($this->visit->probe(), 20);
+    }
+
+    /** @return list<array{time: float, text: string}> of the last hour, the latest entry first */
     private function log(): array
     {
-        if ($this->log === null) {
-            $this->log = [];
-            $now = microtime(true);
-            $alarms = Alarms::read($this->visit->probe(), 20);
-            foreach ($alarms->log as $entry) {
-                if ($entry->ago <= self::LATELY) {
-                    $this->log[] = ['time' => $now - $entry->ago, 'text' => $alarms->told($entry)];
-                }
+        $now = microtime(true);
+        $log = [];
+        foreach ($this->alarms()->log as $entry) {
+            if ($entry->ago <= self::LATELY) {
+                $log[] = ['time' => $now - $entry->ago, 'text' => $this->alarms()->told($entry)];
             }
         }
-        return $this->log;
+        return $log;
     }
 
     /** @return array<string, string> */
