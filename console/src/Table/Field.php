@@ -187,8 +187,7 @@ final class Field
     }
 
     /**
-     * The same, a path as a place in a tree: below what stands before its last dot. Small tables leave the first word
-     * out.
+     * The same, a path as a place in a tree: below what stands before its last dot, which small tables leave out.
      */
     public function nested(): self
     {
