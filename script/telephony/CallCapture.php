@@ -18,13 +18,14 @@ final class CallCapture implements Line
         $checksumAt = $protocol === TCP ? 16 : 6;
         $packet = ip($from, $to, $protocol, $segment, $checksumAt, $dscp, 64, count($this->frames) & 0xffff);
         $this->times[] = $time;
-        $this->frames[] = str_pad(self::adapter($to) . self::adapter($from) . "\x08\0" . $packet, 60, "\0");
+        $type = str_contains($to, ':') ? "\x86\xdd" : "\x08\0";
+        $this->frames[] = str_pad(self::adapter($to) . self::adapter($from) . $type . $packet, 60, "\0");
     }
 
     /** A locally administered address made of the network's. */
     private static function adapter(string $address): string
     {
-        return "\2\0" . inet_pton($address);
+        return "\2\0" . substr((string) inet_pton($address), -4);
     }
 
     public function count(): int

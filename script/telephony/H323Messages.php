@@ -35,7 +35,9 @@ final class H323Messages
     /** A transport address of H.225. */
     private static function address(Per $per, string $ip, int $port): Per
     {
-        return $per->choice(0, 7)->octets((string) inet_pton($ip))->whole($port, 0, 65_535);
+        // What an address of IPv6 has may be extended.
+        str_contains($ip, ':') ? $per->choice(3, 7)->flags(0) : $per->choice(0, 7);
+        return $per->octets((string) inet_pton($ip))->whole($port, 0, 65_535);
     }
 
     /** Both names of a phone, or the number alone. */
@@ -331,7 +333,9 @@ final class H323Messages
     /** A transport address of H.245. */
     private static function unicast(Per $per, string $ip, int $port): Per
     {
-        return $per->choice(0, 2)->choice(0, 5)->flags(0)->octets((string) inet_pton($ip))->whole($port, 0, 65_535);
+        $version = str_contains($ip, ':') ? 2 : 0;
+        return $per->choice(0, 2)->choice($version, 5)->flags(0)->octets((string) inet_pton($ip))
+            ->whole($port, 0, 65_535);
     }
 
     /**

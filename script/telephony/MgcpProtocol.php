@@ -92,7 +92,8 @@ final class MgcpProtocol implements Protocol
     private static function sdp(string $address, int $port, Codec $codec): string
     {
         $type = $codec->payloadType();
-        $lines = ['v=0', "o=- 25678 753849 IN IP4 $address", 's=-', "c=IN IP4 $address", 't=0 0',
+        $place = (str_contains($address, ':') ? 'IN IP6 ' : 'IN IP4 ') . $address;
+        $lines = ['v=0', "o=- 25678 753849 $place", 's=-', "c=$place", 't=0 0',
             "m=audio $port RTP/AVP $type", "a=rtpmap:$type " . $codec->sdp(), 'a=ptime:' . $codec->period()];
         return implode("\r\n", $lines) . "\r\n";
     }

@@ -32,6 +32,7 @@ const USUAL = [
     'reports' => '5',
     'told' => 'yes',
     'form' => 'slow,fast,tunnel',
+    'ip' => '4',
     'seed' => '1',
     'known' => '',
 ];
@@ -92,13 +93,23 @@ function chosen(array $options, string $name, array $words): array
     return array_diff($chosen, $words) === [] ? $chosen : misused("--$name is of " . implode(', ', $words));
 }
 
+/** An address in the network of a protocol. */
+function address(array $options, int $network, int $third, int $fourth): string
+{
+    return chosen($options, 'ip', ['4', '6']) === ['4'] ? "10.$network.$third.$fourth" : sprintf(
+        'fd00::%x:%x',
+        $network,
+        $third << 8 | $fourth,
+    );
+}
+
 /** @return array<string, Phone> by their addresses */
-function phones(int $network, int $count): array
+function phones(array $options, int $network, int $count): array
 {
     $names = ['Reception', 'Workshop', 'Office', 'Kitchen', 'Library', 'Depot', 'Archive', 'Studio', 'Yard', 'Lobby'];
     $phones = [];
     for ($i = 0; $i < $count; $i++) {
-        $address = sprintf('10.%d.%d.%d', $network, intdiv($i, 250), 1 + $i % 250);
+        $address = address($options, $network, intdiv($i, 250), 1 + $i % 250);
         $name = $names[$i % 10] . ($i < 10 ? '' : ' ' . intdiv($i, 10));
         $number = 1000 * $network + 10_000 * intdiv($i, 1000) + $i % 1000;
         $phones[$address] = new Phone($address, (string) $number, $name);
@@ -162,9 +173,12 @@ function planned(array $options, array $phones, int $start): array
     return $calls;
 }
 
-/** Whether the codecs have numbers in a protocol. */
-function check_codecs(string $name, array $options): void
+/** Whether the codecs have numbers in a protocol, and the addresses room. */
+function check_protocol(string $name, array $options): void
 {
+    if ($name === 'sccp' && $options['ip'] === '6') {
+        misused('calls of sccp are made of IPv4');
+    }
     foreach (explode(',', $options['codec']) as $codec) {
         $codec = Codec::tryFrom($codec);
         if ($name === 'sccp' && $codec?->sccp() === null || $name === 'h323' && $codec?->h245() === null) {
@@ -177,7 +191,7 @@ function protocol(string $name, Line $line, array $phones, array $options): Prot
 {
     $telling = chosen($options, 'told', ['yes', 'no']) === ['yes'];
     $network = array_search($name, PROTOCOLS, true) + 1;
-    $server = "10.$network.255.250";
+    $server = address($options, $network, 255, 250);
     return match ($name) {
         'sccp' => new SccpProtocol($line, $server, $phones, $telling),
         'mgcp' => new MgcpProtocol($line, $server, $phones, $telling),
@@ -193,9 +207,10 @@ $line = new CallCapture();
 $known = [];
 try {
     foreach (chosen($options, 'protocol', PROTOCOLS) as $name) {
-        check_codecs($name, $options);
+        check_protocol($name, $options);
         $network = array_search($name, PROTOCOLS, true) + 1;
-        $phones = phones($network, whole($options, 'phones', 0, 60_000) ?: 2 * whole($options, 'calls', 1, 30_000));
+        $count = whole($options, 'phones', 0, 60_000) ?: 2 * whole($options, 'calls', 1, 30_000);
+        $phones = phones($options, $network, $count);
         $protocol = protocol($name, $line, $phones, $options);
         $protocol->register($start);
         // A phone's registration takes some milliseconds, one after the other.
