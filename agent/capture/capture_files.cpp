@@ -30,6 +30,13 @@ constexpr uint32_t max_frame = 1 << 20;
  * others. */
 constexpr int64_t pause_of_loop = 1000;
 
+/** The same for who goes by the frames' times: long enough for whatever one round left open to be over in the
+ * next. */
+constexpr int64_t time_between_rounds = 10 * 60 * int64_t{1000000};
+
+/** How far such times reach: files may have any. */
+constexpr int64_t last_time = INT64_MAX / 4;
+
 int64_t now_us()
 {
     timespec now;
@@ -190,6 +197,9 @@ void count_interface(capture_file &file)
 {
     file.frames++;
     file.frames_of_round++;
+    const int64_t time = std::clamp<int64_t>(file.stamp, 0, last_time);
+    file.oldest = std::min(file.oldest, time);
+    file.newest = std::max(file.newest, time);
     kernel_counters &counters = file.interfaces[file.from]->counters;
     counters.rx_packets++;
     counters.rx_bytes += file.length;
@@ -227,12 +237,20 @@ void tell_end(const capture_file &file)
     say(log_level::info, line);
 }
 
+/** The next round's times go on behind those of this one. */
+void move_on(capture_file &file)
+{
+    if (file.later < last_time)
+        file.later += file.newest - file.oldest + time_between_rounds;
+}
+
 /** The end of the file: begins again, or tells of the end. */
 void end_round(capture_file &file)
 {
     const bool again = file.repeat && file.frames_of_round > 0;
     file.frames_of_round = 0;
     if (again && begin_again(file)) {
+        move_on(file);
         wake_in(file, file.recorded ? pause_of_loop : 0);
         return;
     }
@@ -247,6 +265,8 @@ void find_counted(capture_file &file)
     for (const interface *iface : file.interfaces) {
         const auto found = file.sources->rows.find(iface->index);
         file.counted.push_back(found == file.sources->rows.end() ? nullptr : &found->second);
+        if (file.counted.back())
+            file.counted.back()->later = file.later;
     }
 }
 

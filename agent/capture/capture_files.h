@@ -46,6 +46,10 @@ struct capture_file {
     uint64_t frames_of_round = 0;
     int64_t round_began = 0;
     int64_t first_stamp = 0; // time of recording of the round's first frame, microseconds
+    // For who tells rounds apart: what times are recorded, and how far those of this round are behind them.
+    int64_t oldest = INT64_MAX;
+    int64_t newest = 0;
+    int64_t later = 0;
     // A frame that is read and whose time has not come.
     bool waiting = false;
     uint32_t from = 0; // of the interfaces

@@ -237,7 +237,26 @@ std::vector<uint8_t> file_header()
     return header;
 }
 
-std::vector<uint8_t> record_of(const frame &seen)
+void add_to_u32(uint8_t *at, uint32_t by)
+{
+    const uint32_t value = read_u32(at) + by;
+    for (int i = 0; i < 4; i++)
+        at[i] = static_cast<uint8_t>(value >> (24 - 8 * i));
+}
+
+/** The child would take what a connection says in a file's next round for what was said already: its sequence
+ * numbers go on. */
+void move_sequence(std::vector<uint8_t> &record, const frame &seen, uint32_t round)
+{
+    constexpr uint32_t step = 1 << 28;
+    if (round == 0 || seen.ip_protocol != ip_tcp || !seen.has_tcp_header)
+        return;
+    uint8_t *header = record.data() + octets_of_record_header + (seen.transport - seen.bytes);
+    add_to_u32(header + 4, round * step);
+    add_to_u32(header + 8, round * step);
+}
+
+std::vector<uint8_t> record_of(const frame &seen, uint32_t round)
 {
     constexpr int64_t million = 1000000;
     std::vector<uint8_t> record;
@@ -247,6 +266,7 @@ std::vector<uint8_t> record_of(const frame &seen)
     put_u32(record, seen.captured);
     put_u32(record, std::max(seen.captured, seen.length - fcs_octets));
     record.insert(record.end(), seen.bytes, seen.bytes + seen.captured);
+    move_sequence(record, seen, round);
     return record;
 }
 
@@ -452,7 +472,8 @@ void open_decoder(
         decoder.launcher = &launcher;
 }
 
-void decode_signalling(voice_decoder &decoder, int32_t interface, const frame &seen, uint32_t up_time)
+void decode_signalling(
+    voice_decoder &decoder, int32_t interface, const frame &seen, uint32_t up_time, uint32_t round)
 {
     const std::size_t octets = octets_of_record_header + seen.captured;
     if (!decoder.launcher || decoder.waiting.size() >= max_waiting
@@ -468,7 +489,7 @@ void decode_signalling(voice_decoder &decoder, int32_t interface, const frame &s
     origin.to = seen.to;
     origin.from_port = seen.from_port;
     origin.to_port = seen.to_port;
-    decoder.waiting.push_back({origin, record_of(seen)});
+    decoder.waiting.push_back({origin, record_of(seen, round)});
     decoder.waiting_octets += octets;
     if (decoder.pipes.input < 0)
         start_child(decoder);

@@ -123,8 +123,10 @@ void open_decoder(
     take_voice_message take,
     void *context);
 
-/** Has a frame decoded, of which a copy is taken. The child starts with the first one. */
-void decode_signalling(voice_decoder &decoder, int32_t interface, const frame &seen, uint32_t up_time);
+/** Has a frame decoded, of which a copy is taken. The child starts with the first one. The round is that of a
+ * file that is read again and again: its connections are others each time. */
+void decode_signalling(
+    voice_decoder &decoder, int32_t interface, const frame &seen, uint32_t up_time, uint32_t round = 0);
 
 /** Once a second: ends a child that hangs, starts one where one is missed, tells what was lost. */
 void tick_decoder(voice_decoder &decoder);

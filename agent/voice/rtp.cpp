@@ -11,6 +11,9 @@ namespace {
 /** A stream that was heard so shortly before signalling told of its receiver is that of the same call. */
 constexpr int64_t early_media = 5000000;
 
+/** A sender that was silent for as long is another one, whose call may be another. */
+constexpr int64_t longest_silence = 300 * int64_t{1000000};
+
 /** RFC 3550, A.1: a step forward that is a loss, a step back that is another order; others are a new
  * beginning. */
 constexpr uint32_t max_dropout = 3000;
@@ -457,7 +460,8 @@ void follow_rtp(rtp_follower &follower, int32_t interface, const frame &seen, co
                       packet.ssrc,         interface,         seen.from.length};
     const uint32_t hash = short_hash(key);
     uint32_t index = find_stream(follower, key, hash);
-    if (index == no_entry) {
+    // The one before stays as it is until its call was handed over: the newest is found first.
+    if (index == no_entry || elapsed(follower.streams[index].last, seen.time) > longest_silence) {
         index = place_for_candidate(follower);
         move_to(follower, index, rtp_standing::candidate);
         follower.streams[index].key = key;

@@ -61,6 +61,15 @@ bool is_call(const sccp_leg &leg)
            || is_known(leg.sends) || leg.report.told;
 }
 
+/** Whether a message comes late, of a leg that was over: the manager uses a reference again only long after
+ * that. */
+bool is_past(const sccp_session &session, uint32_t reference, int64_t time)
+{
+    return std::ranges::any_of(session.over, [&](const sccp_past_leg &past) {
+        return past.reference == reference && time - past.end < int64_t{seconds_of_silence} * 1000000;
+    });
+}
+
 /** The leg that a message is about; null when there is none, and the message begins none. */
 sccp_leg *leg_of(sccp_session &session, const voice_message &message, bool begins)
 {
@@ -68,7 +77,7 @@ sccp_leg *leg_of(sccp_session &session, const voice_message &message, bool begin
     if (const auto found = session.legs.find(reference); found != session.legs.end())
         return &found->second;
     if (reference == 0 || !begins || session.legs.size() >= max_sccp_legs
-        || std::ranges::find(session.over, reference) != session.over.end())
+        || is_past(session, reference, message.time))
         return nullptr;
     sccp_leg &leg = session.legs[reference];
     leg.interface = message.interface;
@@ -458,7 +467,7 @@ void drop_leg(const found_leg &dropped, rtp_follower &follower)
     sccp_session &session = *dropped.session;
     const uint32_t reference = dropped.leg->qual.call_reference;
     forget_places(*dropped.leg, follower);
-    session.over[session.next_over++ % session.over.size()] = reference;
+    session.over[session.next_over++ % session.over.size()] = {reference, dropped.leg->end};
     session.legs.erase(reference);
 }
 

@@ -46,6 +46,12 @@ struct sccp_leg : call_leg {
     uint32_t row = 0;    // of the call table, which the calling leg of two has
 };
 
+/** A leg that is done. */
+struct sccp_past_leg {
+    uint32_t reference = 0;
+    int64_t end = 0;
+};
+
 /** A phone's connection to its manager. */
 struct sccp_session {
     net_endpoint phone;
@@ -56,7 +62,7 @@ struct sccp_session {
     uint32_t device_type = 0;
     std::map<uint32_t, sccp_side> lines; // by their instance
     std::map<uint32_t, sccp_leg> legs;   // by the manager's reference
-    std::array<uint32_t, 8> over{};      // references of legs that are done
+    std::array<sccp_past_leg, 8> over{}; // the last ones
     std::size_t next_over = 0;
 };
 

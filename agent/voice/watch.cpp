@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include <linux/if.h>
 #include <linux/if_arp.h>
@@ -20,12 +21,17 @@ constexpr uint16_t ras_port = 1719;
 constexpr uint16_t mgcp_gateway_port = 2427;
 constexpr uint16_t mgcp_agent_port = 2727;
 
-/** The same, and what begins as H.245 does (RFC 1006), which has no port of its own; tagged or not. */
-constexpr const char *signalling_filter =
-    "(tcp port 2000 or tcp port 1720 or udp port 1719 or udp port 2427 or udp port 2727"
-    " or tcp[((tcp[12:1] & 0xf0) >> 2):2] = 0x0300)"
-    " or (vlan and (tcp port 2000 or tcp port 1720 or udp port 1719 or udp port 2427 or udp port 2727"
-    " or tcp[((tcp[12:1] & 0xf0) >> 2):2] = 0x0300))";
+/** The same, and what begins as H.245 does (RFC 1006), which has no port of its own, also over IPv6 without
+ * further headers; and fragments, of which the first one alone has ports. Tagged or not. */
+std::string signalling_filter()
+{
+    const std::string untagged =
+        "(tcp port 2000 or tcp port 1720 or udp port 1719 or udp port 2427 or udp port 2727"
+        " or tcp[((tcp[12:1] & 0xf0) >> 2):2] = 0x0300"
+        " or (ip6[6] = 6 and ip6[(40 + ((ip6[52:1] & 0xf0) >> 2)):2] = 0x0300)"
+        " or (ip proto 17 and ip[6:2] & 0x1fff != 0) or (ip6[6] = 44 and ip6[40] = 17))";
+    return untagged + " or (vlan and " + untagged + ")";
+}
 
 /** Octets of the longest frame, offloads of the adapter included, and of the ring for frames that wait. */
 constexpr int whole_frames = 65535 + 18;
@@ -94,9 +100,14 @@ bool is_signalling_of_tcp(voice_watch &watch, const voice_monitors &monitors, co
     return true;
 }
 
+bool is_mgcp(const frame &seen)
+{
+    return seen.ip_protocol == ip_udp && (is_port(seen, mgcp_gateway_port) || is_port(seen, mgcp_agent_port));
+}
+
 bool is_signalling_of_udp(const voice_monitors &monitors, const frame &seen)
 {
-    if (is_port(seen, mgcp_gateway_port) || is_port(seen, mgcp_agent_port))
+    if (is_mgcp(seen))
         return monitors.mgcp.settings.enable;
     return is_port(seen, ras_port) && monitors.h323.settings.enable;
 }
@@ -109,26 +120,104 @@ bool is_signalling(voice_watch &watch, const frame &seen)
     return seen.ip_protocol == ip_udp && is_signalling_of_udp(monitors, seen);
 }
 
-void take_signalling(watched_interface &watched, const frame &seen)
+void decode(void *context, const frame &seen)
 {
-    watched.last_signalling = up_time(*watched.watch->agent);
-    decode_signalling(watched.watch->decoder, watched.index, seen, watched.last_signalling);
+    const auto &watched = *static_cast<const watched_interface *>(context);
+    decode_signalling(watched.watch->decoder, watched.index, seen, watched.last_signalling, watched.round);
 }
 
-/** A frame of the usual capture, or of a file. */
+/** A fragment of IP behind the first one, if that was signalling. */
+bool take_later_fragment(watched_interface &watched, const frame &seen, uint32_t identification)
+{
+    const datagram_ports *ports =
+        ports_of_fragment(watched.watch->fragmented, watched.index, seen, identification);
+    if (!ports)
+        return false;
+    frame completed = seen;
+    completed.from_port = ports->from;
+    completed.to_port = ports->to;
+    decode(&watched, completed);
+    return true;
+}
+
+/** Has a frame decoded if it is signalling. */
+bool take_signalling(watched_interface &watched, const frame &seen)
+{
+    const std::optional<uint32_t> identification = identification_of(seen);
+    if (identification && seen.later_fragment)
+        return take_later_fragment(watched, seen, *identification);
+    if (!is_signalling(*watched.watch, seen))
+        return false;
+    watched.last_signalling = up_time(*watched.watch->agent);
+    if (identification)
+        note_fragment(watched.watch->fragmented, watched.index, seen, *identification);
+    if (!identification && is_mgcp(seen))
+        visit_messages(seen, decode, &watched);
+    else
+        decode(&watched, seen);
+    return true;
+}
+
+/** A frame of the usual capture, or of a file in its first round. */
+void watch_frame_once(watched_interface &watched, const frame &seen)
+{
+    watched.newest = std::max(watched.newest, seen.time);
+    if (watched.is_file && take_signalling(watched, seen))
+        return;
+    if (seen.ip_protocol == ip_udp)
+        follow(watched.watch->follower, watched.index, seen);
+}
+
+/** A frame of the usual capture, or of a file, which may be read again and again. */
 void watch_frame(void *row, const frame &seen)
 {
     auto &watched = *static_cast<watched_interface *>(row);
-    watched.newest = std::max(watched.newest, seen.time);
-    if (watched.is_file && is_signalling(*watched.watch, seen))
-        take_signalling(watched, seen);
-    else if (seen.ip_protocol == ip_udp)
-        follow(watched.watch->follower, watched.index, seen);
+    if (watched.source->later == 0) {
+        watch_frame_once(watched, seen);
+        return;
+    }
+    watched.round += std::exchange(watched.later, watched.source->later) != watched.source->later;
+    frame later = seen;
+    if (__builtin_add_overflow(seen.time, watched.source->later, &later.time))
+        later.time = INT64_MAX;
+    watch_frame_once(watched, later);
+}
+
+voice_progress progress(const voice_decoder &decoder, const watched_interface &watched, uint32_t now)
+{
+    if (const voice_message *next = next_undecoded(decoder, watched.index))
+        return {std::min(next->time, watched.newest), next->up_time};
+    return {watched.newest, now};
+}
+
+/** Looks at all calls. */
+void settle_all(voice_watch &watch)
+{
+    voice_clock clock;
+    clock.up_time = up_time(*watch.agent);
+    for (const auto &[index, watched] : watch.interfaces)
+        clock.interfaces[index] = progress(watch.decoder, watched, clock.up_time);
+    voice_monitors &monitors = storage<voice_monitors>(*watch.agent);
+    settle_calls(watch.sccp, monitors.sccp, watch.follower, clock);
+    settle_calls(watch.mgcp, monitors.mgcp, watch.follower, clock);
+    settle_calls(watch.h323, monitors.h323, watch.follower, clock);
+}
+
+/** A message after a long silence, as at the begin of a file's next round: calls before it are over first. */
+void note_time(voice_watch &watch, const voice_message &message)
+{
+    const auto watched = watch.interfaces.find(message.interface);
+    if (watched == watch.interfaces.end())
+        return;
+    const int64_t before = std::exchange(watched->second.decoded, message.time);
+    if (message.time / 1000000 - before / 1000000 > seconds_of_silence)
+        settle_all(watch);
 }
 
 void take_message(void *context, const voice_message &message)
 {
     auto &watch = *static_cast<voice_watch *>(context);
+    note_time(watch, message);
     voice_monitors &monitors = storage<voice_monitors>(*watch.agent);
     if (message.protocol == voice_protocol::sccp)
         take_message(watch.sccp, monitors.sccp, watch.follower, message);
@@ -143,8 +232,11 @@ void take_message(void *context, const voice_message &message)
 /** Begins to follow the streams of an interface. */
 void follow_streams(watched_interface &watched)
 {
-    if (!watched.attached)
-        watched.attached = attach(*watched.watch->agent, watched.index, watch_frame, &watched);
+    probe &agent = *watched.watch->agent;
+    if (watched.attached || !attach(agent, watched.index, watch_frame, &watched))
+        return;
+    watched.attached = true;
+    watched.source = &agent.sources.rows.at(watched.index);
 }
 
 void on_signalling_frame(u_char *context, const pcap_pkthdr *header, const u_char *bytes)
@@ -154,10 +246,8 @@ void on_signalling_frame(u_char *context, const pcap_pkthdr *header, const u_cha
     const int64_t time = int64_t{header->ts.tv_sec} * 1000000 + header->ts.tv_usec;
     decode_frame(seen, bytes, header->caplen, header->len + fcs_octets, time);
     watched.newest = std::max(watched.newest, time);
-    if (!is_signalling(*watched.watch, seen))
-        return;
-    take_signalling(watched, seen);
-    follow_streams(watched);
+    if (take_signalling(watched, seen))
+        follow_streams(watched);
 }
 
 void close_signalling(watched_interface &watched)
@@ -182,8 +272,7 @@ void on_signalling(void *context, uint32_t)
 bool set_filter(pcap_t *capture, bool is_loopback)
 {
     // The loopback shows each frame when it is sent and when it is received.
-    const std::string text =
-        is_loopback ? "inbound and (" + std::string(signalling_filter) + ")" : signalling_filter;
+    const std::string text = is_loopback ? "inbound and (" + signalling_filter() + ")" : signalling_filter();
     bpf_program filter{};
     if (pcap_compile(capture, &filter, text.c_str(), 1, PCAP_NETMASK_UNKNOWN) != 0)
         return false;
@@ -256,13 +345,6 @@ std::string shown_name(const interface &iface)
     return iface.file ? iface.name.substr(iface.name.rfind('/') + 1) : iface.name;
 }
 
-voice_progress progress(const voice_decoder &decoder, const watched_interface &watched, uint32_t now)
-{
-    if (const voice_message *next = next_undecoded(decoder, watched.index))
-        return {std::min(next->time, watched.newest), next->up_time};
-    return {watched.newest, now};
-}
-
 bool is_any_on(const voice_monitors &monitors)
 {
     return monitors.sccp.settings.enable || monitors.h323.settings.enable || monitors.mgcp.settings.enable;
@@ -328,16 +410,9 @@ void tick_watch(probe &agent)
     if (!watch.decoder.loop)
         return;
     tick_decoder(watch.decoder);
-    voice_clock clock;
-    clock.up_time = up_time(agent);
-    for (auto &[index, watched] : watch.interfaces) {
+    for (auto &[index, watched] : watch.interfaces)
         look_after(watched);
-        clock.interfaces[index] = progress(watch.decoder, watched, clock.up_time);
-    }
-    voice_monitors &monitors = storage<voice_monitors>(agent);
-    settle_calls(watch.sccp, monitors.sccp, watch.follower, clock);
-    settle_calls(watch.mgcp, monitors.mgcp, watch.follower, clock);
-    settle_calls(watch.h323, monitors.h323, watch.follower, clock);
+    settle_all(watch);
 }
 
 void end_watch(probe &agent)

@@ -15,6 +15,8 @@
 #pragma once
 
 #include "agent/capture/frame.h"
+#include "agent/capture/sources.h"
+#include "agent/voice/datagrams.h"
 #include "agent/voice/decoder.h"
 #include "agent/voice/h323_calls.h"
 #include "agent/voice/launcher.h"
@@ -37,10 +39,14 @@ struct watched_interface {
     voice_watch *watch = nullptr;
     int32_t index = 0;
     bool is_file = false;
-    bool attached = false;        // to the usual capture
-    pcap_t *signalling = nullptr; // of a live interface that is up
-    int64_t newest = 0;           // time of the newest frame
-    uint32_t last_signalling = 0; // sysUpTime
+    bool attached = false;               // to the usual capture
+    const data_source *source = nullptr; // while it is attached
+    pcap_t *signalling = nullptr;        // of a live interface that is up
+    int64_t later = 0;                   // of a file's round, as its source has it
+    uint32_t round = 0;                  // of that, from 0 on
+    int64_t newest = 0;                  // time of the newest frame
+    int64_t decoded = 0;                 // time of the newest message
+    uint32_t last_signalling = 0;        // sysUpTime
 };
 
 struct voice_watch {
@@ -52,6 +58,7 @@ struct voice_watch {
     sccp_tracker sccp;
     mgcp_tracker mgcp;
     h323_tracker h323;
+    fragmented_datagrams fragmented;                  // of signalling
     recent_table<net_address, bool> h323_hosts;       // that signal by H.225
     recent_table<std::size_t, bool> h245_connections; // by their two ends
     std::map<int32_t, watched_interface> interfaces;

@@ -68,7 +68,10 @@ int main()
     test_transport();
     test_settings();
     test_families();
-    test_voice();
+    test_decoder();
+    test_datagrams();
+    test_sccp();
+    test_mgcp();
     test_rtp();
     test_h323();
     test_networks();

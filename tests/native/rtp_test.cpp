@@ -274,6 +274,25 @@ void test_jitter()
     check(told.clock_rate == 0 && told.jitter == 0, "a rate that is not measured has no jitter");
 }
 
+/** The same sender, when it was silent for long: what came before is not of its next call. */
+void test_long_silence()
+{
+    rtp_follower follower;
+    constexpr int64_t later = 301000;
+    for (const int64_t begin : {int64_t{0}, int64_t{1000}, 1040 + later})
+        for (const int i : {0, 1, 2}) {
+            const auto number = static_cast<uint16_t>(100 + i + (begin == 1000 ? 3 : 0));
+            send(follower, {}, {begin + 20 * i, number, 160U * number});
+        }
+    const auto before = streams(follower, {}, start, start + 2000000);
+    check(before.size() == 1 && before[0].packets == 6, "a stream goes on after a second");
+    const auto behind = streams(follower, {}, start + later * 1000, INT64_MAX);
+    check(
+        behind.size() == 1 && behind[0].packets == 3 && behind[0].lost == 0,
+        "and is another one after five minutes");
+    check(streams(follower).size() == 2, "beside the first one, which stays");
+}
+
 void test_headers()
 {
     // IPv6 in a VLAN; two contributing sources, an extension of one word, 4 octets of padding.
@@ -579,6 +598,7 @@ void test_rtp()
     test_sequence();
     test_first_packets();
     test_jitter();
+    test_long_silence();
     test_headers();
     test_reports();
     test_announcements();

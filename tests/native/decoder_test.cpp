@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
-/* The decoder of voice signalling, with the real child and with ones that misbehave, and what is made of
- * messages. */
+/* The decoder of voice signalling, with the real child and with ones that misbehave. */
 #include "tests/native/check.h"
+#include "tests/native/voice_frames.h"
 
 #include "agent/voice/decoder.h"
-#include "agent/voice/sccp_calls.h"
 
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -18,85 +16,6 @@
 #include <unistd.h>
 
 namespace {
-
-using octets = std::vector<uint8_t>;
-
-void put(octets &to, std::string_view text)
-{
-    to.insert(to.end(), text.begin(), text.end());
-}
-
-void put_u16(octets &to, uint32_t value)
-{
-    to.push_back(static_cast<uint8_t>(value >> 8));
-    to.push_back(static_cast<uint8_t>(value));
-}
-
-void put_u32(octets &to, uint32_t value)
-{
-    put_u16(to, value >> 16);
-    put_u16(to, value);
-}
-
-/** SCCP's byte order. */
-void put_low_first(octets &to, uint32_t value)
-{
-    for (int shift = 0; shift < 32; shift += 8)
-        to.push_back(static_cast<uint8_t>(value >> shift));
-}
-
-/** A message of SCCP: length of what follows the version, version, number, words. */
-octets sccp(uint32_t number, const std::vector<uint32_t> &words)
-{
-    octets made;
-    put_low_first(made, static_cast<uint32_t>(4 + 4 * words.size()));
-    put_low_first(made, 0);
-    put_low_first(made, number);
-    for (const uint32_t word : words)
-        put_low_first(made, word);
-    return made;
-}
-
-/** An Ethernet frame of IPv4: addresses are 10.0.0.0 and the last octet. */
-octets frame_of(uint8_t protocol, uint8_t from, uint8_t to, const octets &transport)
-{
-    octets made{2, 0, 0, 0, 0, to, 2, 0, 0, 0, 0, from, 8, 0};
-    put_u16(made, 0x4500);
-    put_u16(made, static_cast<uint32_t>(20 + transport.size()));
-    put_u32(made, 0x00010000);
-    put_u16(made, static_cast<uint32_t>(64 << 8 | protocol));
-    put_u16(made, 0); // the decoder does not judge checksums
-    for (const uint8_t host : {from, to})
-        put_u32(made, 0x0a000000U | host);
-    made.insert(made.end(), transport.begin(), transport.end());
-    return made;
-}
-
-octets tcp_frame(
-    uint8_t from, uint16_t from_port, uint8_t to, uint16_t to_port, uint32_t sequence, const octets &payload)
-{
-    octets segment;
-    put_u16(segment, from_port);
-    put_u16(segment, to_port);
-    put_u32(segment, sequence);
-    put_u32(segment, 1);
-    put_u16(segment, 0x5018);
-    put_u16(segment, 8192);
-    put_u32(segment, 0);
-    segment.insert(segment.end(), payload.begin(), payload.end());
-    return frame_of(6, from, to, segment);
-}
-
-octets udp_frame(uint8_t from, uint16_t from_port, uint8_t to, uint16_t to_port, std::string_view payload)
-{
-    octets datagram;
-    put_u16(datagram, from_port);
-    put_u16(datagram, to_port);
-    put_u16(datagram, static_cast<uint32_t>(8 + payload.size()));
-    put_u16(datagram, 0);
-    put(datagram, payload);
-    return frame_of(17, from, to, datagram);
-}
 
 /** What a message said, as text: what it points to is gone after the call. */
 struct heard {
@@ -150,13 +69,13 @@ void close_decoding(decoding &opened)
     close_loop(opened.loop);
 }
 
-void decode(decoding &opened, int64_t time, const octets &bytes)
+void decode(decoding &opened, int64_t time, const octets &bytes, uint32_t round = 0)
 {
     frame seen;
     decode_frame(
         seen, bytes.data(), static_cast<uint32_t>(bytes.size()), static_cast<uint32_t>(bytes.size() + 4),
         time);
-    decode_signalling(opened.decoder, 7, seen, 0);
+    decode_signalling(opened.decoder, 7, seen, 0, round);
 }
 
 /** Runs the loop until it is so, for at most a minute. */
@@ -228,6 +147,26 @@ void test_real_decoder(const std::string &program)
         },
         "messages of SCCP and MGCP");
     check(opened.decoder.starts == 1 && opened.decoder.dropped == 0, "by one child, without a loss");
+    close_decoding(opened);
+}
+
+/** A file that is read again says the same again, with the same numbers of its connections. */
+void test_rounds(const std::string &program)
+{
+    decoding opened;
+    open_decoding(opened, program);
+    for (const uint32_t round : {0, 1, 2, 20}) {
+        decode(opened, 1000000 + round, tcp_frame(1, 2000, 11, 50000, 1, state_of_call(100)), round);
+        decode(opened, 2000000 + round, tcp_frame(1, 2000, 11, 50000, 41, state_of_call(101)), round);
+    }
+    wait_until_decoded(opened);
+    std::vector<std::string> expected;
+    for (const int round : {0, 1, 2, 20})
+        for (const int which : {0, 1})
+            expected.push_back(
+                "7 " + std::to_string((which + 1) * 1000000 + round) + " 1:2000 11:50000 sccp 273 call "
+                + std::to_string(100 + which) + " to ?");
+    check_lines(opened.said, expected, "what is said in each round");
     close_decoding(opened);
 }
 
@@ -444,240 +383,17 @@ void test_lost_launcher()
     close_decoding(opened);
 }
 
-/* ---- calls of SCCP --------------------------------------------------------------------------- */
-
-/** Messages as the decoder prints them, taken in without one. */
-struct sccp_watching {
-    sccp_tracker tracker;
-    sccp_monitor monitor;
-    rtp_follower follower;
-    voice_clock clock;
-};
-
-void take_sccp(void *context, const voice_message &message)
-{
-    auto &watching = *static_cast<sccp_watching *>(context);
-    take_message(watching.tracker, watching.monitor, watching.follower, message);
-}
-
-net_address address(uint8_t host)
-{
-    const uint8_t octets_of_it[4] = {10, 0, 0, host};
-    return make_net_address(octets_of_it, 4);
-}
-
-/** A message of the manager to a phone, at a second; fields without their protocol's name. */
-void tell(
-    sccp_watching &watching,
-    int32_t interface,
-    int64_t second,
-    uint8_t phone,
-    int kind,
-    const std::string &fields)
-{
-    voice_message origin{};
-    origin.interface = interface;
-    origin.time = second * 1000000;
-    origin.up_time = static_cast<uint32_t>(second * 100);
-    origin.from = address(1);
-    origin.from_port = 2000;
-    origin.to = address(phone);
-    origin.to_port = 50000;
-    std::string text = R"({"layers": {"skinny": {"skinny.messageId": ")" + std::to_string(kind) + "\"";
-    std::size_t begin = 0;
-    while (begin < fields.size()) { // name=value,
-        const std::size_t equals = fields.find('=', begin);
-        const std::size_t end = fields.find(',', equals);
-        text += ", \"skinny." + fields.substr(begin, equals - begin) + "\": \""
-                + fields.substr(equals + 1, end - equals - 1) + "\"";
-        begin = end == std::string::npos ? fields.size() : end + 1;
-    }
-    text += "}}}";
-    check(read_messages(text.data(), text.size(), origin, take_sccp, &watching), "JSON: " + text);
-}
-
-void settle_at(sccp_watching &watching, int64_t second)
-{
-    watching.clock.up_time = static_cast<uint32_t>(second * 100);
-    for (const int32_t interface : {1, 2})
-        watching.clock.interfaces[interface] = {second * 1000000, watching.clock.up_time};
-    settle_calls(watching.tracker, watching.monitor, watching.follower, watching.clock);
-}
-
-constexpr int state_message = 0x111;
-constexpr int info_message = 0x8f;
-constexpr int place_message = 0x22;
-constexpr int send_message = 0x8a;
-
-std::string state(int value, int reference)
-{
-    return "callState=" + std::to_string(value)
-           + ",lineInstance=1,callReference=" + std::to_string(reference);
-}
-
-std::string info(int direction, int reference)
-{
-    return "callingParty=2001,callingPartyName=Alice,calledParty=2002,calledPartyName=Bob,callReference="
-           + std::to_string(reference) + ",callType=" + std::to_string(direction);
-}
-
-std::string sends_to(int host, int port, int reference)
-{
-    return "remoteIpAddr.ipv4=10.0.0." + std::to_string(host) + ",remotePortNumber=" + std::to_string(port)
-           + ",callReference=" + std::to_string(reference);
-}
-
-/** Phones 11 and 12 speak from second 10 on, on an interface. */
-void begin_call(sccp_watching &watching, int32_t interface)
-{
-    tell(watching, interface, 10, 11, info_message, info(2, 100));
-    tell(watching, interface, 10, 12, info_message, info(1, 200));
-    tell(watching, interface, 11, 11, send_message, sends_to(12, 18002, 100));
-    tell(watching, interface, 11, 12, send_message, sends_to(11, 18000, 200));
-}
-
-std::size_t calls_over(const sccp_watching &watching)
-{
-    return watching.monitor.sums.calls;
-}
-
-void test_running_call()
-{
-    sccp_watching watching;
-    begin_call(watching, 1);
-    settle_at(watching, 12);
-    check(watching.monitor.calls.size() == 1 && calls_over(watching) == 0, "a call that runs has a row");
-    check(watching.monitor.calls.begin()->second.qual.call_status == 2, "that says that it was answered");
-    check(
-        watching.monitor.calls.begin()->second.qual.end_time == 0
-            && watching.monitor.calls.begin()->second.callee_qual.end_time == 0,
-        "and no end");
-    tell(watching, 1, 20, 11, state_message, state(2, 100));
-    tell(watching, 1, 20, 12, state_message, state(2, 200));
-    settle_at(watching, 21);
-    check(calls_over(watching) == 0, "what comes late still counts");
-    settle_at(watching, 22);
-    check(
-        watching.monitor.calls.size() == 1 && calls_over(watching) == 1, "a call that is over keeps its row");
-    const rmonrpc_sccp_call_row_t &row = watching.monitor.calls.begin()->second;
-    check(row.qual.start_time == 1000 && row.qual.end_time == 2000, "and has its times");
-    check(
-        std::string(row.common.phone_num.value) == "2001"
-            && std::string(row.callee_common.phone_owner.value) == "Bob",
-        "and its parties");
-    tell(watching, 1, 23, 11, info_message, info(2, 100));
-    settle_at(watching, 30);
-    check(calls_over(watching) == 1, "what comes behind the end begins no call");
-}
-
-void test_two_interfaces()
-{
-    sccp_watching watching;
-    for (const int32_t interface : {1, 2})
-        begin_call(watching, interface);
-    for (const int32_t interface : {1, 2})
-        for (const auto &[phone, reference] : {std::pair{11, 100}, std::pair{12, 200}})
-            tell(watching, interface, 20, static_cast<uint8_t>(phone), state_message, state(2, reference));
-    settle_at(watching, 30);
-    check(
-        calls_over(watching) == 1 && watching.monitor.calls.size() == 1,
-        "a call that two interfaces see counts once");
-}
-
-void test_call_without_an_end()
-{
-    sccp_watching watching;
-    begin_call(watching, 1);
-    settle_at(watching, 300);
-    check(calls_over(watching) == 0, "a call of which nothing is heard goes on for a while");
-    settle_at(watching, 320);
-    settle_at(watching, 330);
-    check(calls_over(watching) == 1, "and is over then");
-    check(watching.monitor.calls.begin()->second.qual.call_status == 3, "which its row says");
-}
-
-void test_other_side_elsewhere()
-{
-    sccp_watching watching;
-    tell(watching, 1, 10, 12, info_message, info(1, 200));
-    tell(watching, 1, 11, 12, place_message, "ipAddr.ipv4=10.0.0.12,portNumber=18002,callReference=200");
-    tell(watching, 1, 11, 12, send_message, sends_to(99, 30000, 200));
-    tell(watching, 1, 20, 12, state_message, state(2, 200));
-    settle_at(watching, 30);
-    check(calls_over(watching) == 1 && watching.monitor.phones.size() == 1, "who is elsewhere is no phone");
-    const rmonrpc_sccp_call_row_t &row = watching.monitor.calls.begin()->second;
-    check(
-        row.common.phone_ipAddr.value[3] == 99 && std::string(row.common.phone_num.value) == "2001"
-            && row.callee_common.phone_ipAddr.value[3] == 12,
-        "but is the call's party");
-}
-
-void test_transfer()
-{
-    sccp_watching watching;
-    begin_call(watching, 1);
-    settle_at(watching, 12);
-    // The caller leaves, and the called phone goes on with another one.
-    tell(watching, 1, 20, 11, state_message, state(2, 100));
-    tell(watching, 1, 20, 12, send_message, sends_to(13, 18004, 200));
-    tell(watching, 1, 20, 13, info_message, info(2, 300));
-    tell(watching, 1, 20, 13, place_message, "ipAddr.ipv4=10.0.0.13,portNumber=18004,callReference=300");
-    settle_at(watching, 30);
-    settle_at(watching, 31);
-    check(
-        calls_over(watching) == 1 && watching.monitor.calls.size() == 2, "each leg of a transfer is a call");
-    tell(watching, 1, 40, 12, state_message, state(2, 200));
-    tell(watching, 1, 40, 13, state_message, state(2, 300));
-    settle_at(watching, 50);
-    check(calls_over(watching) == 2 && watching.monitor.calls.size() == 2, "and ends by itself");
-}
-
-void test_flood()
-{
-    sccp_watching watching;
-    for (uint32_t i = 0; i < 3 * max_sccp_phones; i++) {
-        voice_message origin{};
-        origin.interface = 1;
-        origin.from = address(1);
-        origin.from_port = 2000;
-        origin.to = address(7);
-        origin.to_port = static_cast<uint16_t>(10000 + i);
-        const std::string text =
-            R"({"layers": {"skinny": {"skinny.messageId": "138", "skinny.callReference": ")"
-            + std::to_string(i + 1)
-            + R"(", "skinny.remoteIpAddr.ipv4": "10.0.0.9", "skinny.remotePortNumber": "9"}}})";
-        read_messages(text.data(), text.size(), origin, take_sccp, &watching);
-    }
-    check(
-        watching.tracker.sessions.entries.size() == max_sccp_phones
-            && watching.follower.receivers.size() <= 1,
-        "forged phones grow nothing");
-    tell(watching, 1, 10, 11, state_message, std::string("callState=99999999999999999999,callReference=1"));
-    tell(watching, 1, 10, 11, info_message, "callingParty=" + std::string(5000, 'x') + ",callReference=1");
-    settle_at(watching, 11);
-    check(calls_over(watching) == 0, "numbers and names of any length are taken");
-}
-
-void test_texts()
-{
-    char field[8];
-    put_text(field, sizeof field, "abc\tdef\x1b[0m");
-    check(std::string(field) == "abc?def", "what a terminal obeys is not shown");
-    put_text(field, sizeof field, "abcde\xc3\xa4\xc3\xb6");
-    check(std::string(field) == "abcde\xc3\xa4", "a text is cut between characters");
-    put_text(field, sizeof field, "abcdef\xc3\xa4");
-    check(std::string(field) == "abcdef", "and not inside one");
-}
-
 } // namespace
 
-void test_voice()
+void test_decoder()
 {
     std::signal(SIGPIPE, SIG_IGN); // as the agent does: children die
     const std::string program = find_decoder();
     check(!program.empty(), "the decoder is installed");
-    if (!program.empty())
+    if (!program.empty()) {
         test_real_decoder(program);
+        test_rounds(program);
+    }
     test_rights();
     test_garbage();
     test_more_than_asked();
@@ -690,11 +406,4 @@ void test_voice()
     test_hangup();
     test_closed_descriptors();
     test_lost_launcher();
-    test_running_call();
-    test_two_interfaces();
-    test_call_without_an_end();
-    test_other_side_elsewhere();
-    test_transfer();
-    test_flood();
-    test_texts();
 }
