@@ -18,6 +18,7 @@
 
 #include "rmon/version.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -168,7 +169,7 @@ std::string serve_until_signal(running &all)
         wrong = read_scenario(storage<voice_monitors>(agent).scenario, chosen.voice);
     if (!wrong.empty())
         return wrong;
-    learned_memory.limit = chosen.memory ? chosen.memory : usual_memory();
+    learned_memory.limit = chosen.memory ? std::min<uint64_t>(chosen.memory, SIZE_MAX / 2) : usual_memory();
     const bool may_capture = chosen.capture && capture_permitted();
     // The decoder's process begins before there is anything that it could inherit. A scenario is played in
     // the place of what is seen.

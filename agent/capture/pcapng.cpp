@@ -2,6 +2,7 @@
 #include "agent/capture/pcapng.h"
 
 #include <algorithm>
+#include <bit>
 #include <cerrno>
 #include <cstring>
 
@@ -171,12 +172,35 @@ pcapng_block take_interface(pcapng_file &file, block_body body)
     return pcapng_block::interface;
 }
 
+/** Microseconds in so many ticks, which are less than a second's. */
+int64_t fraction_of(uint64_t ticks, uint64_t second)
+{
+    constexpr uint64_t million = 1000000;
+    if (ticks <= UINT64_MAX / million)
+        return static_cast<int64_t>(ticks * million / second);
+    // Of finer ones the product takes more than 64 bits: it is divided while it
+    // grows, by the binary digits of the million.
+    int64_t quotient = 0;
+    uint64_t rest = 0;
+    const auto add = [&](uint64_t more) {
+        const bool is_whole = rest >= second - more;
+        quotient += is_whole;
+        rest = is_whole ? rest - (second - more) : rest + more;
+    };
+    for (uint64_t digit = std::bit_floor(million); digit; digit /= 2) {
+        quotient *= 2;
+        add(rest);
+        if (million & digit)
+            add(ticks);
+    }
+    return quotient;
+}
+
 /** Microseconds since 1970 of a time in an interface's ticks. */
 int64_t microseconds_of(const pcapng_interface &of, uint64_t time)
 {
-    __extension__ using wide = unsigned __int128;
     constexpr int64_t latest = UINT32_MAX;
-    const auto fraction = static_cast<int64_t>(wide{time % of.ticks} * 1000000 / of.ticks);
+    const int64_t fraction = fraction_of(time % of.ticks, of.ticks);
     // Seconds reach farther than any clock.
     const auto seconds = static_cast<int64_t>(std::min<uint64_t>(time / of.ticks, INT64_MAX));
     int64_t moved;

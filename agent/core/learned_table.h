@@ -80,17 +80,31 @@ inline std::array<uint64_t, 2> hash_secrets()
 
 inline const std::array<uint64_t, 2> hash_secret = hash_secrets();
 
+/** Both halves of the product of two numbers of 64 bits, as one. */
+inline uint64_t folded_product(uint64_t a, uint64_t b)
+{
+#ifdef __SIZEOF_INT128__
+    __extension__ typedef unsigned __int128 wide;
+    const wide product = wide{a} * b;
+    return static_cast<uint64_t>(product) ^ static_cast<uint64_t>(product >> 64);
+#else
+    // As on paper, with digits of 32 bits.
+    constexpr uint64_t digit = 0xffffffff;
+    const uint64_t low = (a & digit) * (b & digit);
+    const uint64_t one = (a >> 32) * (b & digit) + (low >> 32);
+    const uint64_t other = (a & digit) * (b >> 32) + (one & digit);
+    return (other << 32 | (low & digit)) ^ ((a >> 32) * (b >> 32) + (one >> 32) + (other >> 32));
+#endif
+}
+
 template <class Key> uint64_t hash_of(const Key &key)
 {
     static_assert(std::has_unique_object_representations_v<Key> && sizeof(Key) % sizeof(uint64_t) == 0);
     std::array<uint64_t, sizeof(Key) / sizeof(uint64_t)> words;
     std::memcpy(words.data(), &key, sizeof key);
     uint64_t hash = hash_secret[1];
-    for (const uint64_t word : words) {
-        __extension__ typedef unsigned __int128 wide;
-        const wide product = wide{word ^ hash_secret[0]} * (hash ^ hash_secret[1] ^ 0x9e3779b97f4a7c15);
-        hash = static_cast<uint64_t>(product) ^ static_cast<uint64_t>(product >> 64);
-    }
+    for (const uint64_t word : words)
+        hash = folded_product(word ^ hash_secret[0], hash ^ hash_secret[1] ^ 0x9e3779b97f4a7c15);
     return hash;
 }
 

@@ -57,5 +57,6 @@ uint64_t machine_memory(const std::string &membership, const std::string &groups
 
 std::size_t usual_memory()
 {
-    return std::max<std::size_t>(machine_memory() / 4, smallest_memory);
+    // A machine of 32 bits may have more than an address tells.
+    return std::clamp<uint64_t>(machine_memory() / 4, smallest_memory, SIZE_MAX / 2);
 }

@@ -598,7 +598,7 @@ int connected_socket(int64_t deadline, const sockaddr_in &address)
 timeval time_until(int64_t deadline)
 {
     const int64_t left = std::max<int64_t>(deadline - milliseconds(), 0);
-    return {left / 1000, left % 1000 * 1000};
+    return {static_cast<time_t>(left / 1000), static_cast<suseconds_t>(left % 1000 * 1000)};
 }
 
 /** The program's port in network order, as the port mapper of the host tells it; 0 with its reason noted. */

@@ -96,7 +96,10 @@ $file = file_of(
     // Another byte order: nanoseconds, an hour later than they say; and ticks of 1/1024 s.
     . $big->section() . $big->link(1, 0, [9 => "\x09", 14 => $big->number(3600, 64)]) . $big->link(1, 0, [8 => pack('J', 10000000000), 9 => "\x8a"])
     . $big->frame(0, 2000 * 1000000000 + 123456789, $frame(60)) . $big->frame(1, 3000 * 1024 + 512, $frame(61))
-    . $big->frame(1, 3001 * 1024, $frame(62)),
+    . $big->frame(1, 3001 * 1024, $frame(62))
+    // Ticks as fine as they get: 10^19 to a second, some time later, and 2^63; 64 bits count not even two seconds.
+    . $big->link(1, 0, [9 => "\x13", 14 => $big->number(4000, 64)]) . $big->link(1, 0, [9 => "\xbf"])
+    . $big->frame(2, -1, $frame(63)) . $big->frame(3, -1, $frame(64)),
 );
 $plain = capture_file([[1.0, $frame(60)]]);
 
@@ -108,14 +111,12 @@ for ($index = 0; ($row = rmon_ifentry_getnext($link, $index)) && $row['status'] 
     $speeds[] = $row['ifSpeed'];
 }
 expect_same([
-    1 => ["$file#1 eth0", 6], 2 => ["$file#2", 6], 3 => ["$file#3", 1], 4 => ["$file#4", 6], 5 => ["$file#5", 6], 6 => [
-        $plain,
-        6,
-    ],
+    1 => ["$file#1 eth0", 6], 2 => ["$file#2", 6], 3 => ["$file#3", 1], 4 => ["$file#4", 6], 5 => ["$file#5", 6],
+    6 => ["$file#6", 6], 7 => ["$file#7", 6], 8 => [$plain, 6],
 ], $names, 'interfaces and their types');
 // Of 8 octets, in the section's byte order; 10 Gbit/s are more than an ifSpeed can tell.
-expect_same([100000000, 0, 0, 0, 4294967295, 0], $speeds, 'speeds');
-foreach ([1, 2, 4, 5] as $index) {
+expect_same([100000000, 0, 0, 0, 4294967295, 0, 0, 0], $speeds, 'speeds');
+foreach ([1, 2, 4, 5, 6, 7] as $index) {
     foreach ([CREATE_REQUEST, VALID] as $status) {
         expect_same(NO_ERROR, rmon_channel_set($link, $index, $index, 2, 1, 0, 0, 0, 1, '', '', $status), 'channel');
         expect_same(NO_ERROR, rmon_buffer_ctl_set($link, $index, $index, 1, 0, 0, 0, -1, '', $status), 'buffer');
@@ -127,15 +128,15 @@ $counted = fn(int $index): array => array_map(
     [rmon_etherstats_get($link, $index)['etherStatsPkts'], rmon_etherstats_get($link, $index)['etherStatsOctets']],
 );
 expect_same(
-    [[2, 504 + 204], [2, 1004 + 84], [1, 64], [2, 65 + 66], [1, 64]],
-    array_map($counted, [1, 2, 4, 5, 6]),
+    [[2, 504 + 204], [2, 1004 + 84], [1, 64], [2, 65 + 66], [1, 67], [1, 68], [1, 64]],
+    array_map($counted, [1, 2, 4, 5, 6, 7, 8]),
     'frames and octets of the interfaces',
 );
 expect_same(NO_SUCH_NAME, rmon_etherstats_get($link, 3)['status'], 'a row of what is not Ethernet');
 expect_same(
     1,
     preg_match(
-        "#^rmon-agent: $file ended: 7 frames in \\d+\\.\\d{3} s, 1 skipped that are not Ethernet's\n#m",
+        "#^rmon-agent: $file ended: 9 frames in \\d+\\.\\d{3} s, 1 skipped that are not Ethernet's\n#m",
         $agent->said(),
     ),
     $agent->said(),
@@ -156,6 +157,9 @@ expect_same(
 expect_same(bin2hex($saved(1001, 0, $frame(1000)) . $saved(1003, 7, $frame(80))), bin2hex($kept(2)), 'packets 2');
 expect_same(bin2hex($saved(5600, 123456, $frame(60))), bin2hex($kept(4)), 'packets 4');
 expect_same(bin2hex($saved(3000, 500000, $frame(61)) . $saved(3001, 0, $frame(62))), bin2hex($kept(5)), 'packets 5');
+// 2^64 - 1 ticks: 1.8446744... and 1.9999999... seconds.
+expect_same(bin2hex($saved(4001, 844674, $frame(63))), bin2hex($kept(6)), 'packets 6');
+expect_same(bin2hex($saved(1, 999999, $frame(64))), bin2hex($kept(7)), 'packets 7');
 rmon_close($link);
 rmon_close($link);
 expect_same(0, end_agent($agent), "the agent's exit code");

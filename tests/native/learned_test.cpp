@@ -104,6 +104,7 @@ void test_later_tables()
         before = octets;
     }
     // Each still gets 16 rows: 84 octets for each, and 32 slots of 8; for 19 rows they would be 64 slots.
+    // Where addresses have 32 bits, rows are smaller, and some more fit.
     std::list<table> later;
     for (int i = 0; i < 2900; i++) {
         later.push_back(huge());
@@ -111,7 +112,7 @@ void test_later_tables()
     }
     check(
         std::ranges::all_of(later, [](const table &of) { return of.entries.size() >= 16; })
-            && later.back().entries.size() == 16,
+            && (later.back().entries.size() == 16 || sizeof(void *) < 8),
         "the tables that come last have the rows of their part");
     check(learned_memory.taken <= bound, "all of them have no more than the bound");
 }
