@@ -6,6 +6,7 @@
  * would, with the names of its fields, or is the bytes as they are; the
  * trackers of all protocols take it.
  */
+#include "agent/voice/datagrams.h"
 #include "agent/voice/h323_calls.h"
 #include "agent/voice/mgcp_calls.h"
 #include "agent/voice/sccp_calls.h"
@@ -220,6 +221,7 @@ struct watched {
     sccp_tracker sccp_calls;
     mgcp_tracker mgcp_calls;
     h323_tracker h323_calls;
+    fragmented_datagrams fragmented;
     voice_clock clock;
     int64_t time = 1600000000000000;
 };
@@ -269,6 +271,12 @@ void take_object(watched &here, reader &from, bool as_it_is)
     read_messages(text.data(), text.size(), origin, take_message, &here);
 }
 
+void check_message(void *, const frame &message)
+{
+    if (message.ip_protocol != ip_udp || message.payload_length > message.payload_on_wire)
+        broken("a message has a datagram of its own");
+}
+
 void take_frame(watched &here, reader &from)
 {
     const int32_t interface = 1 + (from.byte() & 1);
@@ -280,6 +288,14 @@ void take_frame(watched &here, reader &from)
     const auto size = static_cast<uint32_t>(captured.size());
     decode_frame(seen, captured.data(), size, size + behind, here.time);
     follow(here.follower, interface, seen);
+    // As signalling, before it is decoded.
+    const std::optional<uint32_t> identification = identification_of(seen);
+    if (identification && seen.later_fragment)
+        ports_of_fragment(here.fragmented, interface, seen, *identification);
+    else if (identification)
+        note_fragment(here.fragmented, interface, seen, *identification);
+    else if (seen.ip_protocol == ip_udp)
+        visit_messages(seen, check_message, nullptr);
 }
 
 void check_figures(void *, const rtp_figures &stream)
