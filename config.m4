@@ -39,6 +39,17 @@ if test "$PHP_RMON" != "no"; then
     [AC_MSG_RESULT([yes])],
     [AC_MSG_ERROR([rmon needs PHP 8.1 or later, found `$PHP_CONFIG --version`])])
 
+  AC_MSG_CHECKING([for a PHP of 64 bits])
+  rmon_save_cppflags=$CPPFLAGS
+  CPPFLAGS="$CPPFLAGS `$PHP_CONFIG --includes`"
+  AC_COMPILE_IFELSE([AC_LANG_SOURCE([[
+      #include <php.h>
+      int of_64_bits[sizeof(zend_long) == 8 ? 1 : -1];
+    ]])],
+    [AC_MSG_RESULT([yes])],
+    [AC_MSG_ERROR([rmon needs a PHP of 64 bits: unsigned counters of 32 bits would turn negative in this one])])
+  CPPFLAGS=$rmon_save_cppflags
+
   PKG_CHECK_MODULES([LIBTIRPC], [libtirpc],,
     [AC_MSG_ERROR([rmon needs libtirpc, found through pkg-config (Debian: apt-get install libtirpc-dev pkg-config)])])
   PHP_EVAL_INCLINE([$LIBTIRPC_CFLAGS])
