@@ -46,11 +46,13 @@ void choose_capabilities(bool may_capture)
 /** Gives up all capabilities, but the one to capture where it is held and wanted. The error, or 0. */
 int drop_capabilities(const confinement &wanted)
 {
-    capng_get_caps_process();
+    errno = EPERM; // where the library fails by itself
+    if (capng_get_caps_process() != 0)
+        return errno;
     // Without CAP_SETPCAP the bounding set stays, which then bounds a set that can't grow any more.
     const bool may_bound = capng_have_capability(CAPNG_EFFECTIVE, CAP_SETPCAP);
     choose_capabilities(wanted.may_capture);
-    errno = EPERM; // where the library fails by itself
+    errno = EPERM;
     return capng_apply(may_bound ? CAPNG_SELECT_BOTH : CAPNG_SELECT_CAPS) == 0 ? 0 : errno;
 }
 
