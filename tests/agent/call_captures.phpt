@@ -23,7 +23,7 @@ function complaints(string $file): array
 }
 
 /** Whether tshark measures the streams that are known, and none else. */
-function compare(string $what, string $file, array $known): void
+function compare(string $what, string $file, array $known, array $figures = ['mean_jitter', 'max_jitter']): void
 {
     $found = tshark_streams($file);
     $streams = known_streams($known);
@@ -31,7 +31,7 @@ function compare(string $what, string $file, array $known): void
     expect_same([$count, $count], [count($streams), count($found)], "$what: streams");
     foreach ($streams as $ssrc => $stream) {
         $row = $found[$ssrc] ?? [];
-        foreach (['mean_jitter', 'max_jitter'] as $figure) {
+        foreach ($figures as $figure) {
             // tshark prints three digits behind the point.
             $near = abs($stream[$figure] - ($row[$figure] ?? -1)) < 0.0011;
             expect_same(true, $near, "$what: $figure of $ssrc, $stream[$figure] and " . ($row[$figure] ?? 'none'));
@@ -51,6 +51,12 @@ foreach (known_streams($known) as $stream) {
     expect_same([199, 199, 0, 0.0], $shown, 'a clean stream');
 }
 
+// From 4.4 on tshark leaves a packet out of the jitter when a later one overtook it, where RFC 3550 takes each.
+preg_match('/^TShark \(Wireshark\) (\d+\.\d+)/', run('tshark', '--version')[1], $version);
+$figures = version_compare($version[1], '4.4', '<') ? ['mean_jitter', 'max_jitter'] : [];
+[$file, $known] = calls('--calls', '4', '--seed', '7', '--loss', '4', '--jitter', '3', '--duplicates', '3');
+compare('calls in order', $file, $known);
+
 // All at once, with all codecs. Of 499 packets of 20 ms, or 332 of 30 ms, four percent are lost: 20 or 13.
 $each = 'PCMU,PCMA,G722,G723,G729';
 foreach (['sccp' => $each, 'mgcp' => "$each,opus", 'h323' => $each] as $protocol => $codecs) {
@@ -60,7 +66,7 @@ foreach (['sccp' => $each, 'mgcp' => "$each,opus", 'h323' => $each] as $protocol
         ...['--loss', '4', '--jitter', '3', '--reordered', '2', '--duplicates', '3'],
     );
     expect_same([], complaints($file), $what);
-    compare($what, $file, $known);
+    compare($what, $file, $known, $figures);
     foreach (known_streams($known) as $stream) {
         [$sent, $missing] = $stream['payload_type'] === 4 ? [332, 13] : [499, 20];
         expect_same(
