@@ -60,19 +60,24 @@ static zend_array *small_list(const uint8_t *bytes, uint32_t length)
 }
 #endif
 
+/** Out of line, so that short lists have none of its cost. */
+[[gnu::noinline]] static void set_any_bytes(zval *slot, const uint8_t *bytes, uint32_t length)
+{
+    if (length == 0)
+        ZVAL_EMPTY_ARRAY(slot);
+    else
+        ZVAL_ARR(slot, make_list(length, [=](zval *byte, uint32_t i) { ZVAL_LONG(byte, bytes[i]); }));
+}
+
 void set_bytes(zval *slot, const uint8_t *bytes, uint32_t length)
 {
-    if (length == 0) {
-        ZVAL_EMPTY_ARRAY(slot);
-        return;
-    }
 #if PHP_VERSION_ID >= 80200
-    if (length <= HT_MIN_SIZE) {
+    if (length > 0 && length <= HT_MIN_SIZE) {
         ZVAL_ARR(slot, small_list(bytes, length));
         return;
     }
 #endif
-    ZVAL_ARR(slot, make_list(length, [=](zval *byte, uint32_t i) { ZVAL_LONG(byte, bytes[i]); }));
+    set_any_bytes(slot, bytes, length);
 }
 
 void set_text(zval *slot, const char *text, size_t size)
@@ -89,15 +94,18 @@ void set_text(zval *slot, const char *text, size_t size)
 
 void set_dotted(zval *slot, const uint8_t *bytes)
 {
-    char text[sizeof "255.255.255.255"];
-    char *end = text;
+    // A constant size: the engine picks the bin while compiling. The fourth byte of a part is overwritten.
+    zend_string *text = zend_string_alloc(sizeof "255.255.255.255" - 1, 0);
+    char *end = ZSTR_VAL(text);
     for (int i = 0; i < 4; i++) {
         const decimal &part = decimals[bytes[i]];
-        std::memcpy(end, part.text, sizeof part.text);
+        std::memcpy(end, &part, sizeof part);
         end += part.length;
         *end++ = '.';
     }
-    ZVAL_STR(slot, zend_string_init(text, static_cast<size_t>(end - 1 - text), 0));
+    *--end = '\0';
+    ZSTR_LEN(text) = static_cast<size_t>(end - ZSTR_VAL(text));
+    ZVAL_NEW_STR(slot, text);
 }
 
 void set_hex(zval *slot, const uint8_t *bytes, uint32_t length, const char *digits, char separator)

@@ -27,6 +27,7 @@
 #include <bit>
 #include <concepts>
 #include <string_view>
+#include <utility>
 
 namespace rmon {
 
@@ -394,22 +395,32 @@ constexpr size_t used_bytes(uint32_t count)
 /**
  * Copies a table's data block, in steps of a cache line: for the sizes that
  * most rows have, that takes less time than the string instruction that
- * compilers make of a memcpy() of a known size.
+ * compilers make of a memcpy() of a known size. The steps of the narrow rows
+ * stand one after another.
  */
 template <uint32_t count> void copy_table(void *to, const void *from)
 {
     constexpr size_t line = 64;
-    constexpr size_t whole = used_bytes(count) / line * line;
-    constexpr size_t max_in_steps = 2048;
-    if constexpr (whole > max_in_steps) {
-        std::memcpy(to, from, used_bytes(count));
-        return;
-    }
+    constexpr size_t size = used_bytes(count), whole = size / line * line;
+    constexpr size_t max_unrolled = 1024, max_in_steps = 2048;
     auto *out = static_cast<std::byte *>(to);
     const auto *in = static_cast<const std::byte *>(from);
-    for (size_t i = 0; i < whole; i += line)
-        std::memcpy(out + i, in + i, line);
-    std::memcpy(out + whole, in + whole, used_bytes(count) - whole);
+    if constexpr (whole > max_in_steps) {
+        std::memcpy(out, in, size);
+        return;
+    }
+    const auto copy_line = [=](size_t i) { std::memcpy(out + i, in + i, line); };
+    if constexpr (whole <= max_unrolled) {
+        [=]<size_t... Line>(std::index_sequence<Line...>)
+        {
+            (copy_line(Line * line), ...);
+        }
+        (std::make_index_sequence<whole / line>{});
+    } else {
+        for (size_t i = 0; i < whole; i += line)
+            copy_line(i);
+    }
+    std::memcpy(out + whole, in + whole, size - whole);
 }
 
 /** Takes the keys off a row whose slots were left undefined. */
@@ -433,7 +444,7 @@ template <class... Column>
 inline constexpr bool may_be_absent<row_shape<Column...>> = (may_be_absent<Column> || ...);
 
 /** A row with the keys of a shape, and no values yet. */
-template <class Shape> zend_array *blank_row()
+template <class Shape> [[gnu::always_inline]] inline zend_array *blank_row()
 {
     constexpr auto count = static_cast<uint32_t>(Shape::keys.size());
     (void)Shape::declared;
@@ -515,24 +526,6 @@ zend_array *make_row(const Record &record, const Neighbour &...neighbour)
 }
 
 /**
- * Has the cache fetch the block that the row after next will probably lie in:
- * the engine hands out neighbours one after the other. In a large table the
- * wait for it is an eighth of a row's time; a wrong guess reads and writes
- * nothing. Always in line: g++ takes a function that only fetches for one
- * without effect, and drops its calls.
- */
-template <class Shape>
-[[gnu::always_inline]] inline void fetch_ahead(const zend_array *row, const zend_array *before)
-{
-    constexpr size_t line = 64;
-    const auto here = reinterpret_cast<uintptr_t>(HT_GET_DATA_ADDR(row));
-    const uintptr_t ahead = here + 2 * (here - reinterpret_cast<uintptr_t>(HT_GET_DATA_ADDR(before)));
-    for (size_t i = 0; i < used_bytes(Shape::keys.size()); i += line)
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): perhaps no object's address, so no pointer leads there
-        __builtin_prefetch(reinterpret_cast<const void *>(ahead + i), 1);
-}
-
-/**
  * The list of all rows, under 0, 1, 2 in their order. They are made from the
  * last to the first: the engine frees them from the first to the last, and hands
  * out first what was freed last. So either way begins with what the other left
@@ -543,13 +536,8 @@ template <class Shape, class Record> zend_array *make_rows(const Record *records
     zend_array *list = make_list(length, [](zval *slot, uint32_t) { ZVAL_EMPTY_ARRAY(slot); });
     const zend_array *before = nullptr;
     for (uint32_t i = list->nNumUsed; i-- > 0 && !out_of_memory();) {
-        zend_array *row;
-        if (before) {
-            row = make_row<Shape>(records[i], before->arData, records[i + 1]);
-            fetch_ahead<Shape>(row, before);
-        } else {
-            row = make_row<Shape>(records[i]);
-        }
+        zend_array *row = before ? make_row<Shape>(records[i], before->arData, records[i + 1])
+                                 : make_row<Shape>(records[i]);
         before = row;
         ZVAL_ARR(list_slot(list, i), row);
     }
