@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace {
 
@@ -62,6 +63,24 @@ net_endpoint endpoint_of(
 net_endpoint signalling_address(decoded_part body, std::string_view name)
 {
     return endpoint_of(part_of(body, name), "h225.ipV4", "h225.ipV4_port", "h225.ipV6", "h225.ipV6_port");
+}
+
+/*
+ * From 4.6 on tshark has other names for some fields of H.245, by the message that
+ * they are in: those that confirm a channel begin with ack.
+ */
+constexpr std::string_view channel_number[] = {
+    "h245.forwardLogicalChannelNumber", "h245.olc_fw_lcn", "h245.olc_ack_fw_lcn"};
+constexpr std::string_view session_number[] = {"h245.sessionID", "h245.sessionID_0_255"};
+constexpr std::string_view media_channel[] = {"h245.mediaChannel_tree", "h245.ack_mediaChannel_tree"};
+constexpr std::string_view control_channel[] = {
+    "h245.mediaControlChannel_tree", "h245.ack_mediaControlChannel_tree"};
+
+/** The name that a field has here. */
+std::string_view name_in(decoded_part part, std::span<const std::string_view> names)
+{
+    const auto found = std::ranges::find_if(names, [&](std::string_view name) { return has(part, name); });
+    return found == names.end() ? names.front() : *found;
 }
 
 /** Of H.245. */
@@ -247,7 +266,7 @@ bool learn_channel(direction &way, decoded_part parameters, uint32_t number)
         return false;
     way.media.codec = static_cast<uint32_t>(*codec);
     way.rate = rate_of(parameters);
-    way.session = number_in(parameters, "h245.sessionID");
+    way.session = number_in(parameters, name_in(parameters, session_number));
     way.channel = number;
     return true;
 }
@@ -266,7 +285,7 @@ constexpr std::string_view reverse_parameters = "h245.reverseLogicalChannelParam
 
 void open_channel(h323_tracked_call &call, decoded_part request, bool by_caller)
 {
-    const uint32_t number = number_in(request, "h245.forwardLogicalChannelNumber");
+    const uint32_t number = number_in(request, name_in(request, channel_number));
     const decoded_part parameters = part_of(request, forward_parameters);
     direction way = direction_of(call, by_caller);
     const bool audio = learn_channel(way, parameters, number);
@@ -280,13 +299,13 @@ void confirm_channel(
 {
     // The other side opened it. One that is not known was opened before the capture began: of sound, as most
     // are.
-    const uint32_t number = number_in(response, "h245.forwardLogicalChannelNumber");
+    const uint32_t number = number_in(response, name_in(response, channel_number));
     for (const h323_channel &opened : call.channels)
         if (opened.by_caller != by_caller && opened.number == number && !opened.audio)
             return;
     direction way = direction_of(call, !by_caller);
-    learn_reports(way, false, media_address(response, "h245.mediaControlChannel_tree"));
-    go_to(call, follower, !by_caller, media_address(response, "h245.mediaChannel_tree"), time);
+    learn_reports(way, false, media_address(response, name_in(response, control_channel)));
+    go_to(call, follower, !by_caller, media_address(response, name_in(response, media_channel)), time);
 }
 
 /**
@@ -301,7 +320,7 @@ void take_fast_channel(
     if (by_caller)
         parameters = part_of(channel, forward_parameters);
     direction way = direction_of(call, by_caller);
-    if (!learn_channel(way, parameters, number_in(channel, "h245.forwardLogicalChannelNumber")))
+    if (!learn_channel(way, parameters, number_in(channel, name_in(channel, channel_number))))
         return;
     learn_reports(
         way, by_caller == said_by_caller, media_address(parameters, "h245.mediaControlChannel_tree"));
