@@ -255,6 +255,7 @@ void end_round(capture_file &file)
         return;
     }
     close_capture(file);
+    settle(file.sources->late); // while nobody waits
     tell_end(file);
 }
 

@@ -10,10 +10,11 @@
 #include <cstdint>
 #include <map>
 
-/** Has count called with the row's work for each frame. A request_status; the row has no work on failure. */
-template <class Work> int32_t start_counting(probe &agent, counting_row<Work> &row, count_function count)
+/** Has frames counted for the row's work. A request_status; the row has no work on failure. */
+template <class Work> int32_t
+start_counting(probe &agent, counting_row<Work> &row, count_function count, counting how = counting::alike)
 {
-    if (!attach(agent, row.data_source, count, row.work.get())) {
+    if (!attach(agent, row.data_source, count, row.work.get(), how)) {
         row.work.reset();
         return bad_value;
     }
@@ -27,14 +28,14 @@ template <count_function Count, class Work> void stop_counting(probe &agent, cou
     row.work.reset();
 }
 
-/** A row begins its work: a new one, whose member `agent` tells where it belongs. */
-template <count_function Count, class Work, class Row = counting_row<Work>>
+/** A row begins its work: a new one, with a learned table or without. */
+template <count_function Count, class Work, counting How = counting::alike, class Row = counting_row<Work>>
 int32_t start_work(probe &agent, Row &row)
 {
     row.work = std::make_shared<Work>();
-    if constexpr (requires { row.work->agent; })
-        row.work->agent = &agent;
-    return start_counting(agent, row, Count);
+    if constexpr (requires { row.work->learned; })
+        row.work->learned.late = &agent.sources.late;
+    return start_counting(agent, row, Count, How);
 }
 
 /** Takes the frames that arrived for a row up to this moment. */

@@ -218,6 +218,7 @@ void decode_frame(frame &to, const uint8_t *bytes, uint32_t captured, uint32_t l
     to.bytes = bytes;
     to.captured = captured;
     to.length = length;
+    to.octets = length;
     to.time = time;
     if (captured >= mac_octets)
         to.to_mac = bytes;

@@ -67,8 +67,12 @@ inline constexpr uint8_t tcp_ack = 0x10;
 struct frame {
     const uint8_t *bytes = nullptr;
     uint32_t captured = 0;
-    uint32_t length = 0; // octets with the check sequence, as RFC 2819 counts them
-    int64_t time = 0;    // microseconds since 1970, of the capture's clock
+    uint32_t length = 0;    // octets with the check sequence, as RFC 2819 counts them
+    int64_t time = 0;       // microseconds since 1970, of the capture's clock
+    uint64_t pkts = 1;      // frames like this one that are counted together (capture/sums.h)
+    uint64_t octets = 0;    // of all of them
+    uint32_t up_time = 0;   // sysUpTime at the last of them
+    int32_t base_index = 0; // protocolDirLocalIndex of ether2 or llc; 0: cut within the Ethernet header
 
     const uint8_t *to_mac = nullptr; // MAC addresses; null when not captured
     const uint8_t *from_mac = nullptr;

@@ -18,7 +18,7 @@ int64_t hundredths()
 
 /** How long a reading of the clock is good for. */
 constexpr int64_t fresh_microseconds = 5000;
-constexpr uint32_t fresh_uses = 256;
+constexpr uint32_t fresh_uses = 32;
 
 } // namespace
 

@@ -40,7 +40,3 @@ void start_clock(probe &agent);
 
 /** sysUpTime: hundredths of a second since the agent's start, modulo 2^32. */
 uint32_t up_time(const probe &agent);
-
-/** sysUpTime of a frame that is counted now, older than 5 ms only where 256 counters or less saw frames
- * since. */
-uint32_t frame_time(probe &agent, const frame &seen);

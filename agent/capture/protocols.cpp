@@ -174,6 +174,7 @@ void fill_protocols(protocol_directory &directory)
 void classify(protocol_directory &directory, frame &what)
 {
     what.application_index = 0;
+    what.base_index = !what.network ? 0 : what.ethertype >= first_ethernet_type ? ether2 : llc;
     if (what.ethertype < first_ethernet_type) {
         const bool has_access_point = what.network && what.network_length > 0;
         what.network_index =
@@ -191,13 +192,6 @@ void classify(protocol_directory &directory, frame &what)
     const int32_t application =
         what.later_fragment ? 0 : application_of(*transport, what.from_port, what.to_port);
     what.application_index = application ? application : transport_index;
-}
-
-int32_t base_protocol_of(const frame &what)
-{
-    if (!what.network)
-        return 0; // cut within the Ethernet header
-    return what.ethertype >= first_ethernet_type ? ether2 : llc;
 }
 
 int32_t protocol_of_type(const protocol_directory &directory, uint16_t ethertype)

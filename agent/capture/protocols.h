@@ -103,12 +103,9 @@ struct protocol_directory {
 /** Fills an empty directory with the protocols that the agent knows by itself. */
 void fill_protocols(protocol_directory &directory);
 
-/** Sets the frame's network_index and application_index: the highest layers that are known, 0 where none is.
- */
+/** Sets the frame's base_index, and its network_index and application_index: the highest layers that are
+ * known, 0 where none is. */
 void classify(protocol_directory &directory, frame &what);
-
-/** The base layer of a frame. Its local index, or 0. */
-int32_t base_protocol_of(const frame &what);
 
 /** Null when there is none (any more) of this local index. */
 inline protocol *find_protocol(const protocol_directory &directory, int32_t local_index)

@@ -172,8 +172,9 @@ pcap_t *open_capture(const std::string &name, uint32_t octets, uint32_t ring, in
 uint32_t wanted_octets(const data_source &source)
 {
     uint32_t octets = usual_octets;
-    for (const attached_counter &counter : source.counters)
-        octets = std::max(octets, counter.octets);
+    for (const counter_list &list : source.counters.of)
+        for (const attached_counter &counter : list)
+            octets = std::max(octets, counter.octets);
     return octets;
 }
 
@@ -357,6 +358,7 @@ void leave_source(source_table &table, int32_t index)
     if (found == table.rows.end() || --found->second.users > 0)
         return;
     stop_capture(found->second);
+    settle_for_change(table.late);
     table.rows.erase(found);
 }
 
@@ -366,20 +368,31 @@ void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, ui
     count_frame(source.total, bytes, captured, length);
     if (source.counters.empty())
         return;
+    source_table &table = *source.table;
     frame seen;
     decode_frame(seen, bytes, captured, length, time);
-    classify(*source.table->protocols, seen);
-    for (const attached_counter &counter : source.counters)
-        counter.count(counter.row, seen);
+    classify(*table.protocols, seen);
+    seen.up_time = frame_time(*table.agent, seen);
+    table.late.frame = ++table.late.frames;
+    count_frame(source.counters[counting::each], seen);
+    add_up(table.late, source.index, source.counters, seen);
 }
 
-bool attach(probe &agent, int32_t index, count_function count, void *row)
+void settle_all(probe &agent)
 {
-    if (!use_source(source_table_of(agent), index))
+    settle_for_change(source_table_of(agent).late);
+}
+
+bool attach(probe &agent, int32_t index, count_function count, void *row, counting how)
+{
+    source_table &table = source_table_of(agent);
+    table.agent = &agent;
+    if (!use_source(table, index))
         return false;
-    data_source &source = source_table_of(agent).rows[index];
+    data_source &source = table.rows[index];
     take_waiting(source); // what arrived before is not for this row
-    source.counters.push_back({count, row, usual_octets});
+    settle_for_change(table.late);
+    source.counters[how].push_back({count, row, usual_octets});
     return true;
 }
 
@@ -389,9 +402,10 @@ void want_octets(probe &agent, int32_t index, count_function count, const void *
     if (found == source_table_of(agent).rows.end())
         return;
     data_source &source = found->second;
-    for (attached_counter &counter : source.counters)
-        if (counter.count == count && counter.row == row)
-            counter.octets = octets;
+    for (counter_list &list : source.counters.of)
+        for (attached_counter &counter : list)
+            if (counter.count == count && counter.row == row)
+                counter.octets = octets;
     // More than is wanted does no harm, and costs less than a new capture.
     if (!source.capture || source.octets >= wanted_octets(source))
         return;
@@ -405,16 +419,23 @@ void detach(probe &agent, int32_t index, count_function count, const void *row)
     const auto found = source_table_of(agent).rows.find(index);
     if (found == source_table_of(agent).rows.end())
         return;
+    settle_for_change(source_table_of(agent).late);
     const auto is_it = [&](const attached_counter &one) { return one.count == count && one.row == row; };
-    if (std::erase_if(found->second.counters, is_it) > 0)
+    std::size_t ended = 0;
+    for (counter_list &list : found->second.counters.of)
+        ended += std::erase_if(list, is_it);
+    if (ended > 0)
         leave_source(source_table_of(agent), index);
 }
 
 void catch_up(probe &agent, int32_t index)
 {
-    const auto found = source_table_of(agent).rows.find(index);
-    if (found != source_table_of(agent).rows.end())
-        take_waiting(found->second);
+    source_table &table = source_table_of(agent);
+    const auto found = table.rows.find(index);
+    if (found == table.rows.end())
+        return;
+    take_waiting(found->second);
+    settle(table.late);
 }
 
 const ether_counters &source_counters(source_table &table, int32_t index)
@@ -445,6 +466,7 @@ void source_changed(source_table &table, int32_t index)
 
 void close_sources(source_table &table)
 {
+    settle_for_change(table.late);
     for (auto &[index, source] : table.rows)
         stop_capture(source);
     table.rows.clear();

@@ -10,9 +10,11 @@
  */
 #pragma once
 
+#include "agent/capture/counters.h"
 #include "agent/capture/ether_counters.h"
 #include "agent/capture/frame.h"
 #include "agent/capture/interfaces.h"
+#include "agent/capture/sums.h"
 #include "agent/core/loop.h"
 
 #include <cstdint>
@@ -27,18 +29,6 @@ struct probe;
 struct protocol_directory;
 struct source_table;
 
-/**
- * Counts one frame for a row. It must not attach or detach anything, and must
- * not keep what the frame points to.
- */
-using count_function = void (*)(void *row, const frame &seen);
-
-struct attached_counter {
-    count_function count;
-    void *row;
-    uint32_t octets; // of each frame that the row wants captured
-};
-
 /** Octets of each frame that are captured when nobody wants more: headers, and the beginning of what they
  * carry. With what the kernel keeps of a frame besides they fill 256 octets of the ring, a sixteenth of a
  * page. */
@@ -51,7 +41,7 @@ struct data_source {
     source_table *table = nullptr;
     int32_t index = 0;  // ifIndex
     uint32_t users = 0; // rows that count on it
-    std::vector<attached_counter> counters;
+    attached_counters counters;
     bool loopback = false;
     uint32_t shortest = 0;  // octets, without check sequence, to which the adapter fills up what it sends
     bool capturing = false; // whether frames come from capture; stays so while the interface is down
@@ -68,6 +58,8 @@ struct data_source {
 };
 
 struct source_table {
+    probe *agent = nullptr; // once something is attached
+    summed_frames late;
     event_loop *loop = nullptr;
     interface_table *interfaces = nullptr;
     protocol_directory *protocols = nullptr;
@@ -78,6 +70,9 @@ struct source_table {
 
 /** The probe's. */
 source_table &source_table_of(probe &agent);
+
+/** sysUpTime of a frame that is counted now, older than 5 ms only where 32 frames or less came since. */
+uint32_t frame_time(probe &agent, const frame &seen);
 
 /** True when this process may capture frames. */
 bool capture_permitted();
@@ -98,11 +93,11 @@ void leave_source(source_table &table, int32_t index);
 
 /**
  * Begins to use a source and has each of its frames counted for a row, which
- * must stay where it is until it is detached. Rows count in the order in which
- * they were attached. False when there is no Ethernet-like interface of this
- * index.
+ * must stay where it is until it is detached. Rows that count alike do so in the
+ * order in which they were attached. False when there is no Ethernet-like
+ * interface of this index.
  */
-bool attach(probe &agent, int32_t index, count_function count, void *row);
+bool attach(probe &agent, int32_t index, count_function count, void *row, counting how = counting::each);
 
 /** Has at least so many octets of each frame captured for a row that is attached; usual_octets are at the
  * start. */
@@ -119,6 +114,9 @@ void catch_up(probe &agent, int32_t index);
  * sequence, of which the first captured are there. The time is in microseconds.
  */
 void take_frame(data_source &source, const uint8_t *bytes, uint32_t captured, uint32_t length, int64_t time);
+
+/** Has the tables count all frames that were taken, because what these mean is about to change. */
+void settle_all(probe &agent);
 
 /** What was counted on a source that is in use, up to this moment. */
 const ether_counters &source_counters(source_table &table, int32_t index);

@@ -31,6 +31,7 @@ template <class Key, class Row> void renew_order_of_use(learned_table<Key, Row> 
 template <class Key, class Row, class Wanted>
 void sift_learned(learned_table<Key, Row> &table, uint32_t max_rows, Wanted wanted)
 {
+    end_epoch(table);
     const std::size_t before = table.entries.size();
     std::erase_if(table.entries, [&](const auto &entry) { return !wanted(entry.key); });
     renew_order_of_use(table);

@@ -50,12 +50,30 @@ struct learned_use {
     uint32_t index;
 };
 
+/**
+ * What a table has to know of frames that are counted later than they came, because others like them came
+ * before (see capture/sums.h). Their rows are there: only the order of use is not yet known, and what the
+ * rows count.
+ */
+struct late_counts {
+    uint64_t frames = 0;     // that came so far; keeping a row or not takes a number too
+    uint64_t frame = 0;      // the number of the one that is being counted
+    uint64_t epoch = 1;      // rows that were used in it don't give way or go before its end
+    uint64_t began = 1;      // the number of its first frame
+    uint64_t learned = 1;    // grows as the epoch does, and whenever a row is learned
+    bool refused = false;    // set when there is no room for a row
+    bool some_first = false; // something waits that must be counted before another row is learned
+    void (*count)(late_counts &late) = nullptr; // counts all that waits; null before something does
+};
+
 template <class Key, class Row> struct learned_table {
     uint32_t max_rows = default_learned_rows;
-    memory_share memory; // for as many rows as entries has the capacity for
+    late_counts *late = nullptr; // where frames may be counted late
+    memory_share memory;         // for as many rows as entries has the capacity for
     std::vector<learned_entry<Key, Row>> entries;
     std::vector<learned_slot> slots; // a power of 2, of which at most half are taken
-    uint64_t uses = 0;
+    uint64_t uses = 0;               // the highest number of a use
+    uint64_t last_use = 0;           // the last number that was given, where frames may be counted late
     /**
      * The order of use as it was at sorted_at, from the entry on that gives way
      * next. Those that were used since are skipped: they stand behind all others.
@@ -122,13 +140,22 @@ template <class Key> bool same_key(const Key &one, const Key &other)
     return std::memcmp(&one, &other, sizeof one) == 0;
 }
 
-/** The next one in the order of use that can give way, as far as the order is known; else no_entry. */
+/** Numbers of uses that each frame has; it has no more uses in one table. */
+inline constexpr uint64_t uses_of_a_frame = 16;
+
+/**
+ * The next one in the order of use that can give way, as far as the order is known; else no_entry. It is not
+ * taken from the order yet.
+ */
 template <class Key, class Row> uint32_t next_unused(learned_table<Key, Row> &table)
 {
-    while (table.next < table.by_use.size()) {
-        const uint32_t index = table.by_use[table.next++].index;
-        if (!table.entries[index].kept && table.entries[index].used <= table.sorted_at)
-            return index;
+    for (; table.next < table.by_use.size(); table.next++) {
+        const uint32_t index = table.by_use[table.next].index;
+        const auto &entry = table.entries[index];
+        if (entry.kept || entry.used > table.sorted_at)
+            continue;
+        const bool safe = table.late && entry.used >= table.late->began * uses_of_a_frame;
+        return safe ? no_entry : index;
     }
     return no_entry;
 }
@@ -164,11 +191,58 @@ template <class Key, class Row> void sort_by_use(learned_table<Key, Row> &table)
     table.next = 0;
 }
 
+/**
+ * The number of a use, by which rows are ordered. Where frames may be counted late, it is made of the frame's
+ * number, so that it does not matter when it is counted.
+ */
+template <class Key, class Row> uint64_t next_use(learned_table<Key, Row> &table)
+{
+    if (!table.late)
+        return ++table.uses;
+    const uint64_t frame = table.late->frame;
+    table.last_use = table.last_use / uses_of_a_frame == frame ? table.last_use + 1 : frame * uses_of_a_frame;
+    table.uses = std::max(table.uses, table.last_use);
+    return table.last_use;
+}
+
+/** Counts all that waits, in the midst of counting another frame. */
+template <class Key, class Row> void count_late(learned_table<Key, Row> &table)
+{
+    if (!table.late->count)
+        return;
+    const uint64_t frame = table.late->frame;
+    const uint64_t last_use = table.last_use;
+    table.late->count(*table.late);
+    table.late->frame = frame;
+    table.last_use = last_use;
+}
+
+/** To be called before rows go that were used in the epoch. */
+template <class Key, class Row> void end_epoch(learned_table<Key, Row> &table)
+{
+    if (!table.late)
+        return;
+    count_late(table);
+    table.late->epoch++;
+    table.late->began = table.late->frames + 1;
+    table.late->learned++;
+}
+
+/** To be called before a row is learned. */
+template <class Key, class Row> void before_learning(learned_table<Key, Row> &table)
+{
+    if (!table.late)
+        return;
+    if (table.late->some_first)
+        count_late(table);
+    table.late->learned++;
+}
+
 /** Notes the first use of an entry. */
 template <class Key, class Row> void begin_use(learned_table<Key, Row> &table, uint32_t index)
 {
     auto &entry = table.entries[index];
-    entry.used = entry.first = ++table.uses;
+    entry.used = entry.first = next_use(table);
     table.fresh.push_back({entry.used, index});
 }
 
@@ -179,11 +253,25 @@ template <class Key, class Row> void begin_use(learned_table<Key, Row> &table, u
  */
 template <class Key, class Row> uint32_t least_recently_used(learned_table<Key, Row> &table)
 {
-    const uint32_t index = next_unused(table);
-    if (index != no_entry || table.kept == table.entries.size())
-        return index;
-    sort_by_use(table);
-    return next_unused(table);
+    if (table.kept == table.entries.size())
+        return no_entry;
+    uint32_t index = next_unused(table);
+    if (index == no_entry && table.next < table.by_use.size()) {
+        end_epoch(table);
+        index = next_unused(table);
+    }
+    if (index == no_entry) {
+        if (table.late)
+            count_late(table);
+        sort_by_use(table);
+        index = next_unused(table);
+    }
+    if (index == no_entry) {
+        end_epoch(table);
+        index = next_unused(table);
+    }
+    table.next += index != no_entry;
+    return index;
 }
 
 /** Takes an entry's slot away and closes the gap, so that those behind it are still found. */
@@ -332,6 +420,12 @@ uint32_t find_tagged(const learned_table<Key, Row> &table, const Key &key, uint3
     }
 }
 
+/** The later of two times that are not far from each other: sysUpTime begins anew at 2^32. */
+inline uint32_t later(uint32_t one, uint32_t other)
+{
+    return static_cast<int32_t>(other - one) > 0 ? other : one;
+}
+
 /* ---- use ---------------------------------------------------------------------------- */
 
 /** A key and its tag. */
@@ -369,17 +463,22 @@ Row *learn_sought(learned_table<Key, Row> &table, const tagged_key<Key> &sought)
     const auto &[key, tag] = sought;
     uint32_t index = find_tagged(table, key, tag);
     if (index != no_entry) {
-        table.entries[index].used = ++table.uses;
+        auto &used = table.entries[index].used;
+        used = std::max(used, next_use(table));
         return &table.entries[index].row;
     }
+    before_learning(table);
 
-    if (make_room(table)) {
+    if (table.entries.size() < table.max_rows && make_room(table)) {
         index = static_cast<uint32_t>(table.entries.size());
         table.entries.emplace_back();
     } else {
         index = least_recently_used(table);
-        if (index == no_entry)
+        if (index == no_entry) {
+            if (table.late)
+                table.late->refused = true;
             return nullptr;
+        }
         clear_slot(table, index);
         table.deletes++;
     }
@@ -405,14 +504,19 @@ template <class Key, class Row> void keep_learned(learned_table<Key, Row> &table
     auto &entry = table.entries[index];
     if (entry.kept == keep)
         return;
+    if (table.late) {
+        end_epoch(table);
+        table.late->frame = ++table.late->frames;
+    }
     entry.kept = keep;
-    entry.used = ++table.uses;
+    entry.used = next_use(table);
     table.kept += keep ? 1 : -1u;
 }
 
 /** Forgets all rows; the counts of inserts and deletes go on. */
 template <class Key, class Row> void forget_all(learned_table<Key, Row> &table)
 {
+    end_epoch(table);
     table.deletes += static_cast<uint32_t>(table.entries.size());
     table.entries.clear();
     std::ranges::fill(table.slots, learned_slot{});

@@ -52,13 +52,13 @@ void count_hosts(dsmon_host_counts &counts, const frame &seen, uint8_t group)
         return;
     const auto sender = seek(counts.learned, host_of(counts, seen.from, group, seen.network_index));
     const auto receiver = seek(counts.learned, host_of(counts, seen.to, group, seen.network_index));
-    if (dsmon_host_counters *row = learn_changed(counts.work, counts.learned, sender)) {
-        row->out_pkts++;
-        row->out_octets += seen.length;
+    if (dsmon_host_counters *row = learn_changed(counts.work, counts.learned, sender, seen)) {
+        row->out_pkts += seen.pkts;
+        row->out_octets += seen.octets;
     }
-    if (dsmon_host_counters *row = learn_changed(counts.work, counts.learned, receiver)) {
-        row->in_pkts++;
-        row->in_octets += seen.length;
+    if (dsmon_host_counters *row = learn_changed(counts.work, counts.learned, receiver, seen)) {
+        row->in_pkts += seen.pkts;
+        row->in_octets += seen.octets;
     }
 }
 

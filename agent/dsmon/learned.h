@@ -21,24 +21,25 @@ template <class Counts> void forget_learned(Counts &counts)
 }
 
 /** The row of this key, which changes now; null and a dropped frame when there is no room. */
-template <class Key, class Row>
-Row *learn_changed(dsmon_work &work, learned_table<Key, Row> &table, const tagged_key<Key> &key)
+template <class Key, class Row> Row *
+learn_changed(dsmon_work &work, learned_table<Key, Row> &table, const tagged_key<Key> &key, const frame &seen)
 {
+    const uint32_t inserts = table.inserts;
     Row *row = learn_sought(table, key);
     if (row)
-        row->changed = work.now;
+        row->changed = table.inserts != inserts ? seen.up_time : later(row->changed, seen.up_time);
     else
-        work.dropped++;
+        work.dropped += static_cast<uint32_t>(seen.pkts);
     return row;
 }
 
 /** Counts a frame in the row of this key. */
 template <class Key> void
-count_learned(dsmon_work &work, learned_table<Key, dsmon_counters> &table, const Key &key, uint32_t octets)
+count_learned(dsmon_work &work, learned_table<Key, dsmon_counters> &table, const Key &key, const frame &seen)
 {
-    if (dsmon_counters *row = learn_changed(work, table, seek(table, key))) {
-        row->pkts++;
-        row->octets += octets;
+    if (dsmon_counters *row = learn_changed(work, table, seek(table, key), seen)) {
+        row->pkts += seen.pkts;
+        row->octets += seen.octets;
     }
 }
 

@@ -49,7 +49,7 @@ void count_matrix(dsmon_matrix_counts &counts, const frame &seen, uint8_t group)
     key.group = group;
     key.network = seen.network_index;
     key.application = highest_protocol(seen);
-    count_learned(counts.work, counts.learned, key, seen.length);
+    count_learned(counts.work, counts.learned, key, seen);
 }
 
 struct dsmon_matrix_kind {

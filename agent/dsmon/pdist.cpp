@@ -20,7 +20,7 @@ void count_pdist(dsmon_pdist_counts &counts, const frame &seen, uint8_t group)
     const int32_t protocol = highest_protocol(seen);
     if (protocol == 0)
         return;
-    count_learned(counts.work, counts.learned, {protocol, group}, seen.length);
+    count_learned(counts.work, counts.learned, {protocol, group}, seen);
 }
 
 struct dsmon_pdist_kind {

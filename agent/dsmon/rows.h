@@ -39,7 +39,6 @@ struct dsmon_work {
     bool attached = false;
     dscp_map group_of{};
     uint32_t dropped = 0; // frames for which there was no room
-    uint32_t now = 0;     // sysUpTime of the frame that is being counted
 };
 
 /** A row of counters with the time of their last change, for TimeFilter. */

@@ -29,7 +29,6 @@ template <class Kind> void count_dsmon_frame(void *context, const frame &seen)
     if (seen.dscp < 0 || seen.dscp >= dscp_values)
         return;
     auto &counts = *static_cast<counts_of<Kind> *>(context);
-    counts.work.now = frame_time(*counts.work.agent, seen);
     Kind::count(counts, seen, counts.work.group_of[static_cast<uint32_t>(seen.dscp)]);
 }
 
@@ -54,8 +53,11 @@ template <class Kind> void begin_dsmon(probe &agent, dsmon_row_of<Kind> &row)
         return;
     counts_of<Kind> &counts = *row.counts;
     counts.work.group_of = *map;
+    if constexpr (requires { counts.learned; })
+        counts.learned.late = &agent.sources.late;
     Kind::begin(agent, row, counts);
-    counts.work.attached = attach(agent, row.data_source, count_dsmon_frame<Kind>, &counts);
+    counts.work.attached =
+        attach(agent, row.data_source, count_dsmon_frame<Kind>, &counts, counting::alike_with_tags);
 }
 
 /** Ends to count. */

@@ -14,8 +14,8 @@ void count_stats(dsmon_stats_counts &counts, const frame &seen, uint8_t group)
     const bool sent = counts.has_address && seen.from_mac
                       && std::memcmp(seen.from_mac, counts.address.data(), counts.address.size()) == 0;
     dsmon_direction &direction = (sent ? counts.out : counts.in)[group];
-    direction.pkts++;
-    direction.octets += seen.length;
+    direction.pkts += seen.pkts;
+    direction.octets += seen.octets;
 }
 
 /** The loopback has no address that would tell; all it carries is "in". */
@@ -73,6 +73,7 @@ using dsmon_stats_control = dsmon_control<dsmon_stats_kind>;
 
 void dsmon_stats_interface_changed(probe &agent, int32_t index)
 {
+    settle_all(agent); // what was taken came and went by the address that there was
     for (auto &[control, row] : storage<dsmon_stats_table>(agent))
         if (row.counts && row.data_source == index)
             take_address(agent, index, *row.counts);

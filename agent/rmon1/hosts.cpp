@@ -20,7 +20,7 @@ host_counts *learn_host(host_work &work, mac_key key, const frame &seen)
     if (host->serial == 0)
         host->serial = ++work.last_serial;
     if (work.learned.deletes != deletes)
-        work.last_delete = frame_time(*work.agent, seen);
+        work.last_delete = seen.up_time;
     return host;
 }
 
@@ -36,22 +36,22 @@ void count(void *context, const frame &seen)
         if (found == no_entry)
             return;
         host_counts &sender = work.learned.entries[found].row;
-        sender.out_pkts++;
-        sender.out_octets += seen.length;
-        sender.out_errors++;
+        sender.out_pkts += seen.pkts;
+        sender.out_octets += seen.octets;
+        sender.out_errors += seen.pkts;
         return;
     }
     host_counts &sender = *learn_host(work, from, seen);
-    sender.out_pkts++;
-    sender.out_octets += seen.length;
+    sender.out_pkts += seen.pkts;
+    sender.out_octets += seen.octets;
     if (is_broadcast(seen.to_mac))
-        sender.out_broadcast_pkts++;
+        sender.out_broadcast_pkts += seen.pkts;
     else if (is_group(seen.to_mac))
-        sender.out_multicast_pkts++;
+        sender.out_multicast_pkts += seen.pkts;
 
     host_counts &receiver = *learn_host(work, mac_key_of(seen.to_mac), seen);
-    receiver.in_pkts++;
-    receiver.in_octets += seen.length;
+    receiver.in_pkts += seen.pkts;
+    receiver.in_octets += seen.octets;
 }
 
 /* ---- the control table ----------------------------------------------------------------- */

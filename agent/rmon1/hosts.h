@@ -27,7 +27,6 @@ struct host_counts {
 };
 
 struct host_work {
-    probe *agent = nullptr;
     learned_table<mac_key, host_counts> learned;
     uint64_t last_serial = 0;
     uint32_t last_delete = 0; // sysUpTime at which a host gave way, 0: never

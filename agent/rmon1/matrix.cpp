@@ -22,17 +22,17 @@ void count(void *context, const frame &seen)
         if (found == no_entry)
             return;
         matrix_counts &counts = work.learned.entries[found].row;
-        counts.pkts++;
-        counts.octets += seen.length;
-        counts.errors++;
+        counts.pkts += seen.pkts;
+        counts.octets += seen.octets;
+        counts.errors += seen.pkts;
         return;
     }
     const uint32_t deletes = work.learned.deletes;
     matrix_counts &counts = *learn(work.learned, key);
     if (work.learned.deletes != deletes)
-        work.last_delete = frame_time(*work.agent, seen);
-    counts.pkts++;
-    counts.octets += seen.length;
+        work.last_delete = seen.up_time;
+    counts.pkts += seen.pkts;
+    counts.octets += seen.octets;
 }
 
 /* ---- the control table ----------------------------------------------------------------- */

@@ -26,7 +26,6 @@ struct matrix_counts {
 };
 
 struct matrix_work {
-    probe *agent = nullptr;
     learned_table<matrix_key, matrix_counts> learned;
     uint32_t last_delete = 0;     // sysUpTime at which a conversation gave way, 0: never
     ordered_view by_direction[2]; // MATRIX_SD, MATRIX_DS

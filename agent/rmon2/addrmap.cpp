@@ -37,17 +37,21 @@ bool learn_address(
 {
     if (!is_host_address(address) || !is_physical_address(mac))
         return true;
-    probe &agent = *watch.agent;
-    const protocol *found = find_protocol(agent.protocols, network);
+    const protocol *found = find_protocol(watch.agent->protocols, network);
     if (!found || found->address_map != protocol_config::on)
         return true;
+    auto &rows = watch.learned->rows;
+    const uint32_t inserts = rows.inserts;
     mapped_address *entry =
-        learn(watch.learned->rows, {key_address_of(address), address.length, network, watch.data_source, 0});
+        learn(rows, {key_address_of(address), address.length, network, watch.data_source, 0});
     if (!entry)
         return false;
     if (std::memcmp(entry->physical, mac, sizeof entry->physical) != 0) {
+        // Frames with the former one don't find the address as it was.
+        if (rows.inserts == inserts)
+            end_epoch(rows);
         std::memcpy(entry->physical, mac, sizeof entry->physical);
-        entry->changed = frame_time(agent, seen);
+        entry->changed = seen.up_time;
     }
     return true;
 }
@@ -119,6 +123,7 @@ struct address_watch_control_table {
     {
         started.work = std::make_shared<address_watch>(
             address_watch{&agent, &storage<address_map>(agent), started.data_source, 0});
+        started.work->learned->rows.late = &agent.sources.late;
         return start_counting(agent, started, count);
     }
 

@@ -107,6 +107,7 @@ template <count_function Count, class Row> int32_t hl_start(probe &agent, Row &r
 {
     row.work = std::make_shared<typename decltype(row.work)::element_type>();
     row.work->agent = &agent;
+    row.work->network.rows.late = row.work->application.rows.late = &agent.sources.late;
     row.work->network.rows.max_rows = granted_rows(row.desired_network);
     row.work->application.rows.max_rows = granted_rows(row.desired_application);
     return start_counting(agent, row, Count);

@@ -10,14 +10,14 @@ namespace {
 /* ---- counting ---------------------------------------------------------------------------- */
 
 /** The row of a host, or null when there is no room for it. */
-hl_host *host_of(hl_host_counts::table &table, const tagged_key<hl_host_key> &key, uint32_t now)
+hl_host *host_of(hl_host_counts::table &table, const tagged_key<hl_host_key> &key, const frame &seen)
 {
     hl_host *host = learn_sought(table.rows, key);
     if (!host)
         return nullptr;
     if (host->in_pkts + host->out_pkts == 0)
-        host->create_time = now;
-    host->changed = now;
+        host->create_time = host->changed = seen.up_time;
+    host->changed = later(host->changed, seen.up_time);
     return host;
 }
 
@@ -27,18 +27,19 @@ struct both_ends {
 };
 
 /** Counts a frame in one table, at its sender and at its receiver. False when there was no room for both. */
-bool count_in(hl_host_counts::table &table, const both_ends &ends, const frame &seen, uint32_t now)
+bool count_in(hl_host_counts::table &table, const both_ends &ends, const frame &seen)
 {
-    hl_host *sender = host_of(table, ends.from, now);
+    hl_host *sender = host_of(table, ends.from, seen);
     if (sender) {
-        sender->out_pkts++;
-        sender->out_octets += seen.length;
-        sender->out_mac_nonunicast_pkts += seen.to_mac[0] & 1;
+        sender->out_pkts += seen.pkts;
+        sender->out_octets += seen.octets;
+        if (is_group(seen.to_mac))
+            sender->out_mac_nonunicast_pkts += seen.pkts;
     }
-    hl_host *receiver = host_of(table, ends.to, now);
+    hl_host *receiver = host_of(table, ends.to, seen);
     if (receiver) {
-        receiver->in_pkts++;
-        receiver->in_octets += seen.length;
+        receiver->in_pkts += seen.pkts;
+        receiver->in_octets += seen.octets;
     }
     return sender && receiver;
 }
@@ -46,16 +47,14 @@ bool count_in(hl_host_counts::table &table, const both_ends &ends, const frame &
 void count(void *context, const frame &seen)
 {
     auto &counts = *static_cast<hl_host_counts *>(context);
-    const uint32_t now = frame_time(*counts.agent, seen);
     const auto begin = [&](hl_host_counts::table &table, int32_t application) -> both_ends {
         const auto end = [&](const net_address &of) -> hl_host_key {
             return {key_address_of(of), of.length, seen.network_index, application, 0};
         };
         return {seek(table.rows, end(seen.from)), seek(table.rows, end(seen.to))};
     };
-    count_layers<&protocol::host>(counts, seen, begin, [&](auto &table, const both_ends &ends) {
-        return count_in(table, ends, seen, now);
-    });
+    count_layers<&protocol::host>(
+        counts, seen, begin, [&](auto &table, const both_ends &ends) { return count_in(table, ends, seen); });
 }
 
 /* ---- the control table ---------------------------------------------------------------------- */

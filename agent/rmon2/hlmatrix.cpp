@@ -10,24 +10,22 @@ namespace {
 /* ---- counting ---------------------------------------------------------------------------- */
 
 /** False when there was no room. */
-bool count_in(
-    hl_pair_counts::table &table, const tagged_key<hl_pair_key> &key, const frame &seen, uint32_t now)
+bool count_in(hl_pair_counts::table &table, const tagged_key<hl_pair_key> &key, const frame &seen)
 {
     hl_pair *pair = learn_sought(table.rows, key);
     if (!pair)
         return false;
     if (pair->pkts == 0)
-        pair->create_time = now;
-    pair->changed = now;
-    pair->pkts++;
-    pair->octets += seen.length;
+        pair->create_time = pair->changed = seen.up_time;
+    pair->changed = later(pair->changed, seen.up_time);
+    pair->pkts += seen.pkts;
+    pair->octets += seen.octets;
     return true;
 }
 
 void count(void *context, const frame &seen)
 {
     auto &counts = *static_cast<hl_pair_counts *>(context);
-    const uint32_t now = frame_time(*counts.agent, seen);
     const auto begin = [&](hl_pair_counts::table &table, int32_t application) {
         return seek(
             table.rows, hl_pair_key{
@@ -35,7 +33,7 @@ void count(void *context, const frame &seen)
                             seen.network_index, application, 0});
     };
     count_layers<&protocol::matrix>(
-        counts, seen, begin, [&](auto &table, const auto &key) { return count_in(table, key, seen, now); });
+        counts, seen, begin, [&](auto &table, const auto &key) { return count_in(table, key, seen); });
 }
 
 /* ---- the control table ---------------------------------------------------------------------- */

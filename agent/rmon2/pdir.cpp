@@ -210,6 +210,7 @@ rmonrpc_pdir_t pdir_getnext_modified(probe &agent, const rmonrpc_pdir_key_t &key
 
 int32_t pdir_set(probe &agent, const rmonrpc_pdir_t &request)
 {
+    settle_all(agent); // frames that were taken are of the protocols that there were
     const protocol_key key = key_of(request.protocolDirID, request.protocolDirParameters);
     const auto status = static_cast<row_status>(request.protocolDirStatus);
     if (status == row_status::create_request)

@@ -32,14 +32,14 @@ void count(void *context, const frame &seen)
     auto &work = *static_cast<distribution *>(context);
     const int32_t highest = seen.application_index ? seen.application_index
                             : seen.network_index   ? seen.network_index
-                                                   : base_protocol_of(seen);
+                                                   : seen.base_index;
     const auto at = static_cast<std::size_t>(highest);
     if (at >= work.counted.size() && !follow_directory(work)) {
-        work.dropped_frames++;
+        work.dropped_frames += seen.pkts;
         return;
     }
-    work.counted[at].pkts++;
-    work.counted[at].octets += seen.length;
+    work.counted[at].pkts += seen.pkts;
+    work.counted[at].octets += seen.octets;
 }
 
 void add(protocol_counter &to, const protocol_counter &more)

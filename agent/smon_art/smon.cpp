@@ -15,15 +15,15 @@ void count_vlan(void *work, const frame &seen)
     auto &counts = *static_cast<vlan_counts *>(work);
     uint16_t &place = counts.place[static_cast<uint32_t>(seen.vlan)];
     if (place == 0) {
-        counts.seen.push_back({0, 0, 0, 0, up_time(*counts.agent)});
+        counts.seen.push_back({0, 0, 0, 0, seen.up_time});
         place = static_cast<uint16_t>(counts.seen.size());
     }
     vlan_counters &row = counts.seen[place - 1U];
-    row.pkts++;
-    row.octets += seen.length;
+    row.pkts += seen.pkts;
+    row.octets += seen.octets;
     if (seen.to_mac[0] & 1) {
-        row.nucast_pkts++;
-        row.nucast_octets += seen.length;
+        row.nucast_pkts += seen.pkts;
+        row.nucast_octets += seen.octets;
     }
 }
 
@@ -38,7 +38,7 @@ struct vlan_control_table {
         fixed<&request::smonVlanStatsControlDataSource, &row::data_source>(),
         changeable<&request::smonVlanStatsControlOwner, &row::owner>(),
     };
-    static constexpr auto start = start_work<count_vlan, vlan_counts>;
+    static constexpr auto start = start_work<count_vlan, vlan_counts, counting::alike_with_tags>;
     static constexpr auto stop = stop_counting<count_vlan, vlan_counts>;
 
     static void show(probe &, request &reply, int32_t, const row &shown)
@@ -54,8 +54,8 @@ void count_priority(void *work, const frame &seen)
     if (seen.priority < 0 || seen.priority >= priorities)
         return;
     auto &counts = *static_cast<priority_counts *>(work);
-    counts.pkts[static_cast<uint32_t>(seen.priority)]++;
-    counts.octets[static_cast<uint32_t>(seen.priority)] += seen.length;
+    counts.pkts[static_cast<uint32_t>(seen.priority)] += seen.pkts;
+    counts.octets[static_cast<uint32_t>(seen.priority)] += seen.octets;
 }
 
 struct priority_control_table {
@@ -69,7 +69,7 @@ struct priority_control_table {
         fixed<&request::smonPrioStatsControlDataSource, &row::data_source>(),
         changeable<&request::smonPrioStatsControlOwner, &row::owner>(),
     };
-    static constexpr auto start = start_work<count_priority, priority_counts>;
+    static constexpr auto start = start_work<count_priority, priority_counts, counting::alike_with_tags>;
     static constexpr auto stop = stop_counting<count_priority, priority_counts>;
 
     static void show(probe &, request &reply, int32_t, const row &shown)

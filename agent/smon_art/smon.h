@@ -31,7 +31,6 @@ struct vlan_counters {
 };
 
 struct vlan_counts {
-    probe *agent = nullptr;
     std::array<uint16_t, vlan_ids> place{}; // in seen, and 1; 0: no frame of that VLAN yet
     std::vector<vlan_counters> seen;
 };

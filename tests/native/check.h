@@ -26,6 +26,7 @@ void test_rtp();
 void test_h323();
 void test_networks();
 void test_learned();
+void test_sums();
 
 /** XDR as RFC 4506 puts it, written for the tests alone. */
 struct bytes {

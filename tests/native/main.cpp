@@ -76,6 +76,7 @@ int main()
     test_h323();
     test_networks();
     test_learned();
+    test_sums();
     printf("%d passed, %d failed\n", passed, failed);
     return failed ? 1 : 0;
 }
