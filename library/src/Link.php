@@ -213,7 +213,7 @@ final class Link
             return $function(...$arguments);
         }
         $before = getenv(self::LIMIT);
-        $left = max(1, (int) (1000 * ($this->end - hrtime(true) / 1e9)));
+        $left = max(1, (int) ceil(1000 * ($this->end - hrtime(true) / 1e9)));
         putenv(self::LIMIT . '=' . (is_numeric($before) && $before > 0 ? min($left, (int) $before) : $left));
         try {
             return $function(...$arguments);

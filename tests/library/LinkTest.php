@@ -99,6 +99,18 @@ final class LinkTest extends AgentTestCase
         self::assertSame(100, $this->probe($agent)->uptime());
     }
 
+    /** Whoever looks at the time behind a call that timed out sees that it is up. */
+    public function testNoCallEndsBeforeItsTime(): void
+    {
+        $agent = $this->scripted(\always(\no_answer()));
+        for ($i = 0; $i < 20; $i++) {
+            $end = hrtime(true) / 1e9 + 0.03 + $i * 0.0001;
+            $lost = $this->thrown(Probe::connect('127.0.0.1', $agent->port, end: $end)->uptime(...));
+            self::assertInstanceOf(ConnectionLost::class, $lost);
+            self::assertGreaterThanOrEqual($end, hrtime(true) / 1e9);
+        }
+    }
+
     public function testHostAndPortInOneText(): void
     {
         $agent = $this->scripted(self::system());
