@@ -27,6 +27,15 @@
 /** Rows of a table for which nobody asked for a size. */
 inline constexpr uint32_t default_learned_rows = 10000;
 
+/** Rows of a table at most, whatever is desired. */
+inline constexpr uint32_t max_learned_rows = 1 << 20;
+
+/** Rows that a table gets for its MaxDesiredEntries: -1 leaves it to the agent. */
+inline uint32_t granted_rows(int32_t desired)
+{
+    return desired < 0 ? default_learned_rows : std::min(static_cast<uint32_t>(desired), max_learned_rows);
+}
+
 inline constexpr uint32_t no_entry = UINT32_MAX;
 
 template <class Key, class Row> struct learned_entry {

@@ -19,7 +19,7 @@ bool host_less(const dsmon_host_key &one, const dsmon_host_key &other)
 
 void begin_hosts(probe &, const host_row &row, dsmon_host_counts &counts)
 {
-    counts.learned.max_rows = granted_rows(row);
+    counts.learned.max_rows = granted_rows(row.desired);
     counts.ipv4_prefix = row.ipv4_prefix;
     counts.ipv6_prefix = row.ipv6_prefix;
 }

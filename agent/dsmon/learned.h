@@ -12,7 +12,7 @@
 
 template <class Counts> void begin_learned(probe &, const dsmon_row<Counts> &row, Counts &counts)
 {
-    counts.learned.max_rows = granted_rows(row);
+    counts.learned.max_rows = granted_rows(row.desired);
 }
 
 template <class Counts> void forget_learned(Counts &counts)

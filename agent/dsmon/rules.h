@@ -8,8 +8,6 @@
 #include "agent/capture/counting.h"
 #include "agent/dsmon/rows.h"
 
-#include <algorithm>
-
 /**
  * What a kind of table adds to the rules stands in a type that is made for it,
  * with a name that no other kind has: compilers differ in whether they keep
@@ -36,13 +34,6 @@ template <class Kind> void count_dsmon_frame(void *context, const frame &seen)
 inline int32_t highest_protocol(const frame &seen)
 {
     return seen.application_index ? seen.application_index : seen.network_index;
-}
-
-/** Rows that a control row may learn. */
-template <class Counts> uint32_t granted_rows(const dsmon_row<Counts> &row)
-{
-    return row.desired < 0 ? default_learned_rows
-                           : std::min(static_cast<uint32_t>(row.desired), default_learned_rows);
 }
 
 /** Begins to count, if the profile is (still) there. */

@@ -13,21 +13,11 @@
 
 #include "rmon/rpc/rmonrpc_rmon2.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <string_view>
 
 struct probe;
-
-/** Rows of one learned table at most, whatever is desired. */
-inline constexpr uint32_t max_learned_rows = 1 << 20;
-
-/** Rows that a table gets for its MaxDesiredEntries: -1 leaves it to the agent. */
-inline uint32_t granted_rows(int32_t desired)
-{
-    return desired < 0 ? default_learned_rows : std::min(static_cast<uint32_t>(desired), max_learned_rows);
-}
 
 /** One layer's table of a control row. View is the order, or the orders, in which it is read. */
 template <class Key, class Row, class View> struct hl_table {
