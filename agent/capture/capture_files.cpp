@@ -11,6 +11,7 @@
 
 #include <linux/if.h>
 #include <linux/if_arp.h>
+#include <stdio_ext.h>
 #include <sys/epoll.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
@@ -80,13 +81,34 @@ std::string open_blocks(capture_file &file, std::vector<pcapng_interface> &found
     return {};
 }
 
+/** Octets that are read at once. By a page, as a stream does by itself, the kernel takes a third of the time;
+ * much more would leave the processor's cache. */
+constexpr std::size_t read_at_once = 64 * 1024;
+
+/** The stream of a file, by which libpcap reads it; null, with errno, when it can't be opened. */
+std::FILE *open_stream(capture_file &file)
+{
+    std::FILE *stream = file.path == "-" ? stdin : std::fopen(file.path.c_str(), "rbe");
+    if (!stream)
+        return nullptr;
+    file.buffer.resize(read_at_once);
+    (void)!std::setvbuf(stream, file.buffer.data(), _IOFBF, file.buffer.size());
+    __fsetlocking(stream, FSETLOCKING_BYCALLER); // no other thread has it
+    return stream;
+}
+
 /** Opens a file of any other form, with Ethernet frames. An empty text, or what is wrong. */
 std::string open_capture(capture_file &file)
 {
+    std::FILE *stream = open_stream(file);
+    if (!stream)
+        return "cannot read a capture: " + file.path + ": " + std::strerror(errno);
     char error[PCAP_ERRBUF_SIZE] = "";
-    file.capture = pcap_open_offline(file.path.c_str(), error); // its message names the file
-    if (!file.capture)
+    file.capture = pcap_fopen_offline(stream, error);
+    if (!file.capture) {
+        (void)!std::fclose(stream);
         return std::string("cannot read a capture: ") + error;
+    }
     if (pcap_datalink(file.capture) != DLT_EN10MB)
         return file.path + " has no Ethernet frames";
     file.reading = true;

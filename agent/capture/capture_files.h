@@ -37,6 +37,7 @@ struct capture_file {
     bool recorded = false;
     bool repeat = false;
     bool reading = false;      // until the end
+    std::vector<char> buffer;  // of the stream by which libpcap reads
     pcap_t *capture = nullptr; // libpcap's, or
     pcapng_file blocks;        // the other form, read here
     int timer = -1;            // readable when it is time for frames
