@@ -23,6 +23,10 @@ constexpr int frames_in_a_round = 1024;
 /** Frames taken in one go when the ring may be about to overflow: losses are looked at as often. */
 constexpr int frames_in_a_hurry = 32;
 
+/** Milliseconds for which frames gather in the ring once some came: to wake up for each costs more than to
+ * count it. Who reads has them taken before. */
+constexpr int64_t gathering_ms = 2;
+
 /** MiB of the smallest ring, and how much of the machine's memory the rings of all interfaces may have. */
 constexpr uint32_t smallest_ring = 2;
 constexpr uint64_t share_of_memory = 8;
@@ -87,21 +91,25 @@ void stop_capture(data_source &source)
     // The next frame, of whichever capture, is behind whatever was lost up to now.
     source.losses += source.gaps.size();
     source.gaps.clear();
+    take_back(*source.table->loop, source.gathered);
     unwatch(*source.table->loop, pcap_get_selectable_fd(source.capture));
     pcap_close(source.capture);
     source.capture = nullptr;
 }
 
-/** Takes what is there, at most one round. The number of frames. */
-int take_frames(data_source &source)
+/** How many frames may be taken in one go. */
+int most_frames(data_source &source)
 {
-    if (!source.capture)
-        return 0;
     count_dropped(source);
+    return in_a_hurry(source) ? frames_in_a_hurry : frames_in_a_round;
+}
+
+/** Takes what is there, so many frames at most. How many there were; the ring is empty when there were fewer.
+ */
+int take_frames(data_source &source, int most)
+{
     const uint64_t arrived = source.arrived;
-    const int taken = pcap_dispatch(
-        source.capture, in_a_hurry(source) ? frames_in_a_hurry : frames_in_a_round, on_frame,
-        reinterpret_cast<u_char *>(&source));
+    const int taken = pcap_dispatch(source.capture, most, on_frame, reinterpret_cast<u_char *>(&source));
     // The ring is empty: what was not seen of what arrived were frames that libpcap does not show.
     if (taken == 0)
         source.taken = std::max(source.taken, arrived);
@@ -115,13 +123,40 @@ void take_waiting(data_source &source)
 {
     const uint64_t max_frames = room_of(source);
     int frames = 1;
-    for (uint64_t taken = 0; taken <= max_frames && frames > 0; taken += static_cast<uint64_t>(frames))
-        frames = take_frames(source);
+    for (uint64_t taken = 0; source.capture && taken <= max_frames && frames > 0;
+         taken += static_cast<uint64_t>(frames))
+        frames = take_frames(source, most_frames(source));
+}
+
+/** Whether the ring has room for all that may come while frames gather, at 10 Gbit/s. */
+bool may_gather(const data_source &source)
+{
+    constexpr uint64_t frames_in_a_ms = 14881; // of 64 octets
+    return room_of(source) >= gathering_ms * frames_in_a_ms;
+}
+
+/** Takes a round. Where it emptied the ring, the next one begins when frames had time to gather; where none
+ * had come, with the next frame. */
+void take_round(data_source &source)
+{
+    const int most = most_frames(source);
+    const int taken = take_frames(source, most);
+    if (!source.capture)
+        return;
+    event_loop &loop = *source.table->loop;
+    const bool gathers = taken > 0 && taken < most && may_gather(source);
+    rewatch(loop, pcap_get_selectable_fd(source.capture), gathers ? uint32_t{0} : uint32_t{EPOLLIN});
+    take_back(loop, source.gathered);
+    if (gathers)
+        source.gathered = call_at(
+            loop, grid_ms() + gathering_ms,
+            [](void *context, void *) { take_round(*static_cast<data_source *>(context)); }, &source,
+            nullptr);
 }
 
 void on_capture(void *context, uint32_t)
 {
-    take_frames(*static_cast<data_source *>(context));
+    take_round(*static_cast<data_source *>(context));
 }
 
 /** Has a capture deliver each frame at once. A code of libpcap's; negative: it can't. */

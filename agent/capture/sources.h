@@ -52,6 +52,7 @@ struct data_source {
     uint64_t taken = 0;        // frames that were taken from the ring
     std::deque<uint64_t> gaps; // the numbers, as taken counts, of frames in front of which some were lost
     uint64_t losses = 0;       // gaps up to the frame that is being counted
+    timer gathered;            // when those that gather in the ring are taken
     int64_t later = 0; // microseconds; with them a file's frames are later than those of its last round
     kernel_counters kernel{}; // the kernel's counters when they were last asked for
     ether_counters total{};
