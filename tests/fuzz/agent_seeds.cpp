@@ -5,14 +5,21 @@
  *
  * usage: fuzz-agent-seeds DIR-FOR-CALLS DIR-FOR-FILES DIR-FOR-VOICE SCENARIO
  */
+#include "agent/core/settings_file.h"
+#include "agent/core/state.h"
 #include "agent/rpc/procedures.h"
 #include "tests/fuzz/agent.h"
 #include "tests/fuzz/common.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -133,7 +140,7 @@ bytes new_capture()
 }
 
 /** What an agent with all groups at work keeps. */
-bytes settings()
+std::string settings()
 {
     memory_file capture;
     fill(capture, empty_capture());
@@ -147,8 +154,54 @@ bytes settings()
     finish_state(started.agent);
     stop_agent(started);
     std::filesystem::remove_all(directory);
-    const std::string &kept = started.agent.state.written;
-    return {kept.begin(), kept.end()};
+    return started.agent.state.written;
+}
+
+bytes bytes_of(std::string_view text)
+{
+    return {text.begin(), text.end()};
+}
+
+/** The lines between the first one and the last one, without check values. */
+std::vector<std::string> unchecked_lines(const std::string &settings)
+{
+    constexpr size_t check = sizeof " 01234567" - 1;
+    std::vector<std::string> lines;
+    std::istringstream from(settings);
+    for (std::string line; std::getline(from, line);)
+        lines.push_back(line.substr(0, line.size() - check));
+    return {lines.begin() + 1, lines.end() - 1};
+}
+
+/** Has the records that the journal may take away. */
+bool has_keys(std::string_view name)
+{
+    return std::ranges::any_of(
+        state_parts(), [&](const state_part &part) { return part.key && part.name == name; });
+}
+
+/** Settings, then everything written again, then what can go away taken away: as agent_files.cpp reads it. */
+std::string with_journal(const std::vector<std::string> &lines)
+{
+    std::string text;
+    for (int block = 0; block < 2; block++) {
+        for (const std::string &line : lines)
+            text += line + '\n';
+        text += '\n';
+    }
+    for (const std::string &line : lines)
+        if (const size_t space = line.find(' '); space != line.npos && has_keys(line.substr(0, space)))
+            text += gone_mark + line + '\n';
+    return text;
+}
+
+/** In the form without check values. */
+std::string old_settings(const std::vector<std::string> &lines)
+{
+    std::string text = "rmon-agent settings 1\n";
+    for (const std::string &line : lines)
+        text += line + '\n';
+    return text + "end\n";
 }
 
 void write_calls(const std::string &directory)
@@ -263,6 +316,10 @@ int main(int argc, char **argv)
     write_voice(argv[3]);
     std::ifstream scenario(argv[4], std::ios::binary);
     write_file(directory + "/scenario", joined({1}, {std::istreambuf_iterator<char>(scenario), {}}));
-    write_file(directory + "/settings", joined({2}, settings()));
+    const std::string kept = settings();
+    const std::vector<std::string> lines = unchecked_lines(kept);
+    write_file(directory + "/settings", joined({2}, bytes_of(kept)));
+    write_file(directory + "/old-settings", joined({2}, bytes_of(old_settings(lines))));
+    write_file(directory + "/journal", joined({3, 0}, bytes_of(with_journal(lines))));
     return 0;
 }
