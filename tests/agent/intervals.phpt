@@ -130,10 +130,13 @@ $pause = function (int $milliseconds) use ($agent): void {
     proc_terminate($agent->process, 18); // SIGCONT
 };
 
-// A late sample is taken late, and the next one at its own time: the two last two seconds together.
-expect_soon(true, function () use ($pause, $samples) {
+// A late sample is taken late, and the next one at its own time: the two last two seconds together. The pause lies over
+// the end of an interval, from a tenth of a second before it on, and what follows over that of the next one.
+expect_soon(true, function () use ($pause, $samples, $link) {
+    $since = (rmon_system_get($link)['sysUpTime'] - $samples(11)[0][0]) % 100;
+    usleep((190 - $since) % 100 * 10000);
     $pause(300);
-    usleep(random_int(300000, 700000)); // the pause that follows is to come at any moment of a second
+    usleep(1000000);
     $found = $samples(11);
     for ($i = 0; $i + 1 < count($found); $i++) {
         [$late, $short] = [$found[$i][1], $found[$i + 1][1]];
