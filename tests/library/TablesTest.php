@@ -67,7 +67,8 @@ final class TablesTest extends AgentTestCase
         $rows = new ControlRows($probe, 'tables');
         $rows->hosts(1);
         $rows->conversations(1);
-        $rows->macTopHosts(1, 'hostTopNOutOctets', 1);
+        // Long enough that the frames come before its end, on a busy machine too.
+        $rows->macTopHosts(1, 'hostTopNOutOctets', 5);
         $rows->macConversations(1);
         $rows->protocols(1);
         $rows->addresses(1);
@@ -118,7 +119,7 @@ final class TablesTest extends AgentTestCase
     private static function waitFor(Probe $probe): void
     {
         foreach (['etherHistoryTable', 'hostTopNTable', 'logTable', 'sccpCallTable', 'h323CallTable'] as $table) {
-            \wait_until(static fn() => $probe->table($table)->first() !== null);
+            self::assertTrue(\wait_until(static fn() => $probe->table($table)->first() !== null), $table);
         }
     }
 
