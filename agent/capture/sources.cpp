@@ -104,17 +104,34 @@ int most_frames(data_source &source)
     return in_a_hurry(source) ? frames_in_a_hurry : frames_in_a_round;
 }
 
+/** Takes so many frames at most. How many there were, or a code of libpcap's. */
+int dispatch(data_source &source, int most)
+{
+    return pcap_dispatch(source.capture, most, on_frame, reinterpret_cast<u_char *>(&source));
+}
+
+/** Ends a capture whose interface went down or away. libpcap tells so once, before it shows what is still in
+ * the ring. */
+void finish_capture(data_source &source)
+{
+    const uint64_t max_frames = room_of(source);
+    int frames = 1;
+    for (uint64_t taken = 0; taken <= max_frames && frames > 0; taken += static_cast<uint64_t>(frames))
+        frames = dispatch(source, frames_in_a_round);
+    stop_capture(source);
+}
+
 /** Takes what is there, so many frames at most. How many there were; the ring is empty when there were fewer.
  */
 int take_frames(data_source &source, int most)
 {
     const uint64_t arrived = source.arrived;
-    const int taken = pcap_dispatch(source.capture, most, on_frame, reinterpret_cast<u_char *>(&source));
+    const int taken = dispatch(source, most);
     // The ring is empty: what was not seen of what arrived were frames that libpcap does not show.
     if (taken == 0)
         source.taken = std::max(source.taken, arrived);
     if (taken < 0)
-        stop_capture(source); // the interface went down or away; the next tick tries again if it did not
+        finish_capture(source); // the next tick tries again if the interface is there after all
     return taken;
 }
 
@@ -493,10 +510,12 @@ void source_changed(source_table &table, int32_t index)
     const auto iface = table.interfaces->rows.find(index);
     if (found == table.rows.end() || iface == table.interfaces->rows.end())
         return;
-    if (iface->second.flags & IFF_UP)
+    if (iface->second.flags & IFF_UP) {
         resume_capture(found->second);
-    else
+    } else {
+        take_waiting(found->second);
         stop_capture(found->second);
+    }
 }
 
 void close_sources(source_table &table)
