@@ -365,11 +365,11 @@ final class ControlRowsTest extends AgentTestCase
         // Long enough that the frames come before its end, on a busy machine too.
         $report = $rows->macTopHosts(1, 'hostTopNOutPkts', 3, 3);
         $this->read($this->agent);
-        $places = fn() => array_column(
-            self::listOf($this->probe->table('hostTopNTable', control: $report->index)),
-            'hostTopNIndex',
-        );
-        \expect_soon([1, 2, 3], $places, 'the report');
+        \wait_until(function () use ($report, &$places): bool {
+            $places = self::listOf($this->probe->table('hostTopNTable', control: $report->index));
+            return count($places) === 3;
+        });
+        self::assertSame([1, 2, 3], array_column($places, 'hostTopNIndex'));
         $rows->release();
     }
 
