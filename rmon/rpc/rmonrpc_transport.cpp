@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "rmon/rpc/rmonrpc_transport.h"
 
+#include "rmon/rpc/rmonrpc_waiting.h"
 #include "rmon/rpc/rmonrpc_xdr.h"
 
 #include <algorithm>
@@ -13,12 +14,10 @@
 #include <utility>
 
 #include <fcntl.h>
-#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <rpc/pmap_prot.h>
 #include <rpc/rpc_msg.h>
 #include <rpc/xdr.h>
 
@@ -90,14 +89,17 @@ link_client *state_of(CLIENT *client)
     return static_cast<link_client *>(client->cl_private);
 }
 
-int64_t milliseconds()
+/** Notes what the call fails with; false. */
+bool fail(link_client *link, clnt_stat status, int code)
 {
-    timespec now;
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
+    link->error.re_status = status;
+    link->error.re_errno = code;
+    return false;
 }
 
-int64_t milliseconds(timeval time)
+/* ---- time and waits --------------------------------------------------------------- */
+
+int64_t milliseconds_of(timeval time)
 {
     return int64_t{time.tv_sec} * 1000 + (time.tv_usec + 999) / 1000;
 }
@@ -115,23 +117,20 @@ int64_t patience()
     return limit > 0 ? limit : no_limit;
 }
 
-/** The end of a wait that begins now. The millisecond that has begun doesn't count: no wait is shorter. */
+} // namespace
+
+int64_t milliseconds()
+{
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
+}
+
 int64_t deadline_in(timeval timeout)
 {
-    return milliseconds() + 1 + std::min(milliseconds(timeout), patience());
+    return milliseconds() + 1 + std::min(milliseconds_of(timeout), patience());
 }
 
-/** Notes what the call fails with; false. */
-bool fail(link_client *link, clnt_stat status, int code)
-{
-    link->error.re_status = status;
-    link->error.re_errno = code;
-    return false;
-}
-
-/* ---- the stream's ends ------------------------------------------------------- */
-
-/** Waits for what poll() waits for: 1 when it is there, 0 when the time is up, -1 on failure. */
 int wait_until(int64_t deadline, int socket, short events)
 {
     for (;;) {
@@ -142,6 +141,10 @@ int wait_until(int64_t deadline, int socket, short events)
             return ready;
     }
 }
+
+namespace {
+
+/* ---- the stream's ends ------------------------------------------------------- */
 
 /** Waits until something can be read or written; the status is what a failure to wait means. */
 bool wait(link_client *link, short events, clnt_stat status)
@@ -575,93 +578,13 @@ void destroy(CLIENT *client)
 
 CLIENT::clnt_ops operations{make_call, abort_call, get_error, free_result, destroy, control};
 
-/* ---- connecting -------------------------------------------------------------------- */
-
-/** Notes why there is no client, for clnt_spcreateerror. */
-void fail_to_connect(clnt_stat status, clnt_stat call_status, int code)
-{
-    rpc_createerr.cf_stat = status;
-    rpc_createerr.cf_error.re_status = call_status;
-    rpc_createerr.cf_error.re_errno = code;
-}
-
-/** Connects socket: 0, or the number of the error. */
-int connect_until(int64_t deadline, int socket, const sockaddr_in &address)
-{
-    if (connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0)
-        return 0;
-    if (errno != EINPROGRESS && errno != EINTR)
-        return errno;
-    const int ready = wait_until(deadline, socket, POLLOUT);
-    if (ready <= 0)
-        return ready == 0 ? ETIMEDOUT : errno;
-    int error = 0;
-    socklen_t size = sizeof error;
-    return getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &size) == 0 ? error : errno;
-}
-
-/** A connected socket; -1 with its reason noted. No port is bound to it: the kernel takes any. */
-int connected_socket(int64_t deadline, const sockaddr_in &address)
-{
-    // Commands that the web server or the module starts are not to inherit the link.
-    const int made = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    const int error = made < 0 ? errno : connect_until(deadline, made, address);
-    if (error == 0) {
-        // The last fragment of a long call is not to wait until the agent acknowledges the one before.
-        const int yes = 1;
-        setsockopt(made, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-        return made;
-    }
-    if (made >= 0)
-        close(made);
-    fail_to_connect(RPC_SYSTEMERROR, RPC_SYSTEMERROR, error);
-    return -1;
-}
-
-timeval time_until(int64_t deadline)
-{
-    const int64_t left = std::max<int64_t>(deadline - milliseconds(), 0);
-    return {static_cast<time_t>(left / 1000), static_cast<suseconds_t>(left % 1000 * 1000)};
-}
-
-/** The program's port in network order, as the port mapper of the host tells it; 0 with its reason noted. */
-in_port_t mapped_port(int64_t deadline, sockaddr_in address, uint32_t program, uint32_t version)
-{
-    address.sin_port = htons(PMAPPORT);
-    CLIENT *mapper = connect_client(address, PMAPPROG, PMAPVERS, time_until(deadline));
-    if (!mapper)
-        return 0;
-    pmap wanted{program, version, IPPROTO_TCP, 0};
-    u_short port = 0;
-    const clnt_stat status = clnt_call(
-        mapper, PMAPPROC_GETPORT, reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_pmap)),
-        &wanted, reinterpret_cast<xdrproc_t>(reinterpret_cast<void (*)()>(xdr_u_short)), &port,
-        time_until(deadline));
-    if (status != RPC_SUCCESS)
-        fail_to_connect(RPC_PMAPFAILURE, status, 0);
-    else if (port == 0)
-        fail_to_connect(RPC_PROGNOTREGISTERED, RPC_SUCCESS, 0);
-    clnt_destroy(mapper);
-    return htons(port);
-}
-
 } // namespace
-
-CLIENT *connect_client(sockaddr_in address, uint32_t program, uint32_t version, timeval timeout)
-{
-    const int64_t deadline = deadline_in(timeout);
-    if (address.sin_port == 0 && (address.sin_port = mapped_port(deadline, address, program, version)) == 0)
-        return nullptr;
-    const int socket = connected_socket(deadline, address);
-    return socket < 0 ? nullptr : client_over(socket, program, version);
-}
 
 CLIENT *client_over(int socket, uint32_t program, uint32_t version)
 {
     auto *link = static_cast<link_client *>(std::calloc(1, sizeof(link_client)));
     if (!link) {
         close(socket);
-        fail_to_connect(RPC_SYSTEMERROR, RPC_SYSTEMERROR, ENOMEM);
         return nullptr;
     }
     link->handle.cl_ops = &operations;
