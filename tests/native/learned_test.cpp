@@ -91,6 +91,26 @@ void test_one_table()
     check(index != no_entry && one.entries[index].row == 3 * promised - 1, "the last row has its value");
 }
 
+/** With any memory, a table gets no more rows than it may have: replies tell of them in 32 bits. */
+void test_much_memory()
+{
+    check(granted_rows(INT32_MAX) == 1 << 20 && granted_rows((1 << 20) + 1) == 1 << 20, "rows at most");
+    check(
+        granted_rows(1 << 20) == 1 << 20 && granted_rows(1) == 1 && granted_rows(0) == 0, "rows as desired");
+    check(granted_rows(-1) == 10000 && granted_rows(INT32_MIN) == 10000, "rows when nobody says how many");
+    for (const uint64_t octets : {uint64_t{16} << 30, uint64_t{1} << 46, uint64_t{SIZE_MAX / 2}}) {
+        const bounded limit(static_cast<std::size_t>(std::min<uint64_t>(octets, SIZE_MAX / 2)));
+        const std::string name = "of " + std::to_string(octets) + " octets: ";
+        table one;
+        check(rows_within_reach(one) == 10000, name + "rows of a table for which nobody asked for a size");
+        one.max_rows = granted_rows(INT32_MAX);
+        check(rows_within_reach(one) == 1 << 20, name + "rows of one that wants the most");
+        learn_range(one, 0, 100);
+        one.max_rows = granted_rows(50);
+        check(rows_within_reach(one) == 50, name + "rows of one that has room for more than it may have now");
+    }
+}
+
 void test_later_tables()
 {
     const bounded limit(bound);
@@ -288,8 +308,8 @@ void test_option()
             read_options(chosen, {"--memory", text}).empty() && chosen.memory == octets, "--memory " + text);
     }
     for (const std::string text :
-         {"", "M", "15M", "16777215", "16m", "16MB", "-1", "1.5G", "65537G", "18446744073709551615G",
-          "99999999999999999999", " 16M"}) {
+         {"", "M", "15M", "16777215", "16m", "16MB", "-1", "1.5G", "65537G", "17179869185G",
+          "18446744073709551615G", "99999999999999999999", " 16M"}) {
         options chosen;
         check(
             read_options(chosen, {"--memory", text}) == "no size of the memory (16M to 65536G): " + text,
@@ -302,6 +322,7 @@ void test_option()
 void test_learned()
 {
     test_one_table();
+    test_much_memory();
     test_later_tables();
     test_giving_back();
     test_sifting();
