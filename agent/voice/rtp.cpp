@@ -2,14 +2,12 @@
 #include "agent/voice/rtp.h"
 
 #include "agent/core/learned_table.h"
+#include "agent/voice/rtcp.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-
-/** A stream that was heard so shortly before signalling told of its receiver is that of the same call. */
-constexpr int64_t early_media = 5000000;
 
 /** A sender that was silent for as long is another one, whose call may be another. */
 constexpr int64_t longest_silence = 300 * int64_t{1000000};
@@ -27,18 +25,6 @@ constexpr uint32_t first_port = 1024;
 constexpr uint8_t comfort_noise = 13;
 constexpr uint8_t last_static_type = 34;
 constexpr uint8_t first_dynamic_type = 96;
-
-constexpr uint8_t sender_report = 200;
-constexpr uint8_t receiver_report = 201;
-constexpr uint32_t report_block = 24;
-
-constexpr std::size_t chains = 16384;
-
-/** Microseconds between two times, which a capture file may put as far apart as it likes. */
-int64_t elapsed(int64_t from, int64_t to)
-{
-    return static_cast<int64_t>(static_cast<uint64_t>(to) - static_cast<uint64_t>(from));
-}
 
 /** Clock rates by payload type (RFC 3551); 0: the type is not known. */
 uint32_t static_rate(uint8_t type)
@@ -65,220 +51,6 @@ uint32_t static_rate(uint8_t type)
     default:
         return type < 19 ? 8000 : 0;
     }
-}
-
-/* ---- chains and queues --------------------------------------------------------------- */
-
-struct parties_key {
-    std::array<uint64_t, 2> from;
-    std::array<uint64_t, 2> to;
-    int32_t interface;
-    uint32_t ssrc;
-};
-
-rtp_receiver_key receiver_of(const rtp_key &key)
-{
-    return {key.to, key.interface, key.to_port, static_cast<uint16_t>(key.address_length)};
-}
-
-parties_key parties_of(const rtp_key &key)
-{
-    return {key.from, key.to, key.interface, key.ssrc};
-}
-
-template <class Key> uint32_t short_hash(const Key &key)
-{
-    return static_cast<uint32_t>(hash_of(key));
-}
-
-std::array<uint64_t, 2> words_of(const net_address &address)
-{
-    std::array<uint64_t, 2> words;
-    std::memcpy(words.data(), address.bytes, sizeof address.bytes);
-    return words;
-}
-
-net_address address_of(const std::array<uint64_t, 2> &words, uint32_t length)
-{
-    net_address address;
-    address.length = static_cast<uint8_t>(length);
-    std::memcpy(address.bytes, words.data(), sizeof address.bytes);
-    return address;
-}
-
-/** An index, by its heads and by its link within a stream. */
-using rtp_heads = std::vector<uint32_t> rtp_follower::*;
-using rtp_place = rtp_link rtp_stream::*;
-
-template <rtp_heads Heads, rtp_place Place>
-void put_in_chain(rtp_follower &follower, uint32_t index, uint32_t hash)
-{
-    uint32_t &head = (follower.*Heads)[hash % chains];
-    follower.streams[index].*Place = {hash, head, no_entry};
-    if (head != no_entry)
-        (follower.streams[head].*Place).before = index;
-    head = index;
-}
-
-template <rtp_heads Heads, rtp_place Place> void take_from_chain(rtp_follower &follower, uint32_t index)
-{
-    const rtp_link link = follower.streams[index].*Place;
-    if (link.before == no_entry)
-        (follower.*Heads)[link.hash % chains] = link.next;
-    else
-        (follower.streams[link.before].*Place).next = link.next;
-    if (link.next != no_entry)
-        (follower.streams[link.next].*Place).before = link.before;
-}
-
-void leave_queue(rtp_follower &follower, uint32_t index)
-{
-    const rtp_link &link = follower.streams[index].in_queue;
-    rtp_queue &queue = follower.queues[static_cast<std::size_t>(follower.streams[index].standing)];
-    (link.before == no_entry ? queue.head : follower.streams[link.before].in_queue.next) = link.next;
-    (link.next == no_entry ? queue.tail : follower.streams[link.next].in_queue.before) = link.before;
-    queue.count--;
-}
-
-/** To the end of the queue of this standing. */
-void join_queue(rtp_follower &follower, uint32_t index, rtp_standing standing)
-{
-    rtp_queue &queue = follower.queues[static_cast<std::size_t>(standing)];
-    rtp_stream &stream = follower.streams[index];
-    stream.standing = standing;
-    stream.touched = false;
-    stream.in_queue = {0, no_entry, queue.tail};
-    (queue.tail == no_entry ? queue.head : follower.streams[queue.tail].in_queue.next) = index;
-    queue.tail = index;
-    queue.count++;
-}
-
-void move_to(rtp_follower &follower, uint32_t index, rtp_standing standing)
-{
-    leave_queue(follower, index);
-    join_queue(follower, index, standing);
-}
-
-rtp_queue &queue_of(rtp_follower &follower, rtp_standing standing)
-{
-    return follower.queues[static_cast<std::size_t>(standing)];
-}
-
-/** Forgets a stream; its place can be used again. */
-void drop(rtp_follower &follower, uint32_t index)
-{
-    const rtp_standing standing = follower.streams[index].standing;
-    take_from_chain<&rtp_follower::by_key, &rtp_stream::by_key>(follower, index);
-    if (standing == rtp_standing::followed || standing == rtp_standing::kept) {
-        take_from_chain<&rtp_follower::by_receiver, &rtp_stream::by_receiver>(follower, index);
-        take_from_chain<&rtp_follower::by_parties, &rtp_stream::by_parties>(follower, index);
-    }
-    move_to(follower, index, rtp_standing::unused);
-}
-
-uint32_t find_stream(const rtp_follower &follower, const rtp_key &key, uint32_t hash)
-{
-    if (follower.by_key.empty())
-        return no_entry;
-    uint32_t at = follower.by_key[hash % chains];
-    while (at != no_entry && (follower.streams[at].by_key.hash != hash || follower.streams[at].key != key))
-        at = follower.streams[at].by_key.next;
-    return at;
-}
-
-/** Calls visit for each stream to this receiver, with its place. */
-template <class Visit>
-void each_stream_to(const rtp_follower &follower, const rtp_receiver_key &receiver, Visit visit)
-{
-    if (follower.by_receiver.empty())
-        return;
-    const uint32_t hash = short_hash(receiver);
-    for (uint32_t at = follower.by_receiver[hash % chains]; at != no_entry;
-         at = follower.streams[at].by_receiver.next)
-        if (follower.streams[at].by_receiver.hash == hash
-            && receiver_of(follower.streams[at].key) == receiver)
-            visit(at);
-}
-
-/* ---- room for streams ---------------------------------------------------------------- */
-
-/** A place for a first packet: the oldest of the others gives way where all are taken. */
-uint32_t place_for_candidate(rtp_follower &follower)
-{
-    if (follower.by_key.empty())
-        for (const rtp_heads heads :
-             {&rtp_follower::by_key, &rtp_follower::by_receiver, &rtp_follower::by_parties})
-            (follower.*heads).assign(chains, no_entry);
-    const rtp_queue &waiting = queue_of(follower, rtp_standing::candidate);
-    if (waiting.count >= max_rtp_candidates)
-        drop(follower, waiting.head);
-    if (queue_of(follower, rtp_standing::unused).count == 0) {
-        follower.streams.emplace_back();
-        join_queue(follower, static_cast<uint32_t>(follower.streams.size() - 1), rtp_standing::unused);
-    }
-    return queue_of(follower, rtp_standing::unused).head;
-}
-
-/** Makes room for one stream more that is followed. False when all are announced. */
-bool make_room(rtp_follower &follower)
-{
-    rtp_queue &others = queue_of(follower, rtp_standing::followed);
-    if (others.count + queue_of(follower, rtp_standing::kept).count < max_rtp_streams)
-        return true;
-    // Those that were used since they came to their place have another turn.
-    for (uint32_t turns = others.count; turns > 0 && follower.streams[others.head].touched; turns--)
-        move_to(follower, others.head, rtp_standing::followed);
-    if (others.count == 0)
-        return false;
-    drop(follower, others.head);
-    return true;
-}
-
-struct senders {
-    uint32_t count;    // streams to one receiver
-    uint32_t quietest; // of those that aren't announced; no_entry: none
-};
-
-senders senders_to(const rtp_follower &follower, const rtp_receiver_key &receiver)
-{
-    senders found{0, no_entry};
-    int64_t last = INT64_MAX;
-    each_stream_to(follower, receiver, [&](uint32_t at) {
-        const rtp_stream &stream = follower.streams[at];
-        found.count++;
-        if (stream.standing == rtp_standing::followed && stream.last <= last) {
-            last = stream.last;
-            found.quietest = at;
-        }
-    });
-    return found;
-}
-
-/** Whether a stream to an announced receiver is what was announced, not that of a call before. */
-bool is_of_call(const rtp_stream &stream, const rtp_receiver &announced)
-{
-    return announced.since <= INT64_MIN + early_media || stream.last >= announced.since - early_media;
-}
-
-/** A candidate becomes a stream, if there is room. */
-bool promote(rtp_follower &follower, uint32_t index)
-{
-    const rtp_receiver_key receiver = receiver_of(follower.streams[index].key);
-    const senders others = senders_to(follower, receiver);
-    if (others.count >= max_rtp_senders && others.quietest == no_entry)
-        return false;
-    if (others.count >= max_rtp_senders)
-        drop(follower, others.quietest);
-    if (!make_room(follower))
-        return false;
-    put_in_chain<&rtp_follower::by_receiver, &rtp_stream::by_receiver>(follower, index, short_hash(receiver));
-    put_in_chain<&rtp_follower::by_parties, &rtp_stream::by_parties>(
-        follower, index, short_hash(parties_of(follower.streams[index].key)));
-    const auto announced = follower.receivers.find(receiver);
-    const bool keep =
-        announced != follower.receivers.end() && is_of_call(follower.streams[index], announced->second);
-    move_to(follower, index, keep ? rtp_standing::kept : rtp_standing::followed);
-    return true;
 }
 
 /* ---- RTP ----------------------------------------------------------------------------- */
@@ -410,7 +182,7 @@ void count_jitter(rtp_stream &stream, const rtp_packet &packet, int64_t time)
         stream.has_timestamp = false;
     }
     if (stream.has_timestamp) {
-        const double spacing = static_cast<double>(elapsed(stream.arrival, time)) / 1000;
+        const double spacing = static_cast<double>(microseconds_between(stream.arrival, time)) / 1000;
         const uint32_t ticks = packet.timestamp - stream.timestamp;
         if (packet.payload_type >= first_dynamic_type)
             for (std::size_t i = 0; i < dynamic_rates.size(); i++)
@@ -458,14 +230,11 @@ void follow_rtp(rtp_follower &follower, int32_t interface, const frame &seen, co
 {
     const rtp_key key{words_of(seen.from), words_of(seen.to), seen.from_port,  seen.to_port,
                       packet.ssrc,         interface,         seen.from.length};
-    const uint32_t hash = short_hash(key);
-    uint32_t index = find_stream(follower, key, hash);
+    uint32_t index = find_stream(follower, key);
     // The one before stays as it is until its call was handed over: the newest is found first.
-    if (index == no_entry || elapsed(follower.streams[index].last, seen.time) > longest_silence) {
-        index = place_for_candidate(follower);
-        move_to(follower, index, rtp_standing::candidate);
-        follower.streams[index].key = key;
-        put_in_chain<&rtp_follower::by_key, &rtp_stream::by_key>(follower, index, hash);
+    if (index == no_entry
+        || microseconds_between(follower.streams[index].last, seen.time) > longest_silence) {
+        index = add_candidate(follower, key);
         begin_stream(follower.streams[index], packet, seen.time);
         return;
     }
@@ -483,102 +252,6 @@ void follow_rtp(rtp_follower &follower, int32_t interface, const frame &seen, co
     }
     if (count_sequence(stream, packet.sequence))
         count_packet(stream, packet, seen.time);
-}
-
-/* ---- RTCP ---------------------------------------------------------------------------- */
-
-/** The stream of this sender between two addresses, whatever its ports. */
-rtp_stream *find_by_parties(rtp_follower &follower, const parties_key &parties)
-{
-    const uint32_t hash = short_hash(parties);
-    uint32_t at = follower.by_parties.empty() ? no_entry : follower.by_parties[hash % chains];
-    rtp_stream *found = nullptr;
-    for (uint32_t steps = 0; at != no_entry && steps < max_rtp_senders; steps++) {
-        rtp_stream &stream = follower.streams[at];
-        const bool same = stream.by_parties.hash == hash && stream.key.from == parties.from
-                          && stream.key.to == parties.to
-                          && stream.key.interface == parties.interface && stream.key.ssrc == parties.ssrc;
-        if (same && (!found || stream.last > found->last))
-            found = &stream;
-        at = stream.by_parties.next;
-    }
-    return found;
-}
-
-/** What a receiver says of a stream; RFC 3550, 6.4.1. */
-void take_report(rtp_stream &stream, const uint8_t *block, int64_t time)
-{
-    stream.reports++;
-    stream.rr_fraction = block[4];
-    // 24 bits with a sign.
-    stream.rr_lost = static_cast<int32_t>(read_u32(block + 4) << 8) >> 8;
-    stream.rr_jitter = read_u32(block + 12);
-    stream.rr_fraction_sum += stream.rr_fraction;
-    stream.rr_jitter_sum += stream.rr_jitter;
-
-    const uint32_t report = read_u32(block + 16);
-    if (report == 0 || report != stream.report_stamp)
-        return;
-    // The receiver's delay is in units of 1/65536 s.
-    const int64_t delay = int64_t{read_u32(block + 20)} * 1000000 / 65536;
-    const int64_t since = elapsed(stream.report_sent, time);
-    if (since >= delay)
-        stream.round_trip_us = static_cast<uint32_t>(std::min<int64_t>(since - delay, UINT32_MAX));
-}
-
-/** Reads the report blocks from here on, as far as they were captured. */
-void follow_blocks(
-    rtp_follower &follower,
-    int32_t interface,
-    const frame &seen,
-    const uint8_t *at,
-    const uint8_t *end,
-    uint32_t count)
-{
-    for (; count > 0 && end - at >= static_cast<std::ptrdiff_t>(report_block); count--, at += report_block) {
-        const parties_key parties{words_of(seen.to), words_of(seen.from), interface, read_u32(at)};
-        if (rtp_stream *stream = find_by_parties(follower, parties))
-            take_report(*stream, at, seen.time);
-    }
-}
-
-/** One packet of a compound one, which has its 4 octets of header. */
-void follow_report(
-    rtp_follower &follower, int32_t interface, const frame &seen, const uint8_t *at, const uint8_t *end)
-{
-    const uint32_t count = at[0] & 31;
-    if (at[1] == receiver_report && end - at >= 8)
-        follow_blocks(follower, interface, seen, at + 8, end, count);
-    if (at[1] != sender_report || end - at < 28)
-        return;
-    const parties_key parties{words_of(seen.from), words_of(seen.to), interface, read_u32(at + 4)};
-    if (rtp_stream *stream = find_by_parties(follower, parties)) {
-        stream->report_stamp = read_u32(at + 10);
-        stream->report_sent = seen.time;
-        stream->sr_packets = read_u32(at + 20);
-        stream->sr_octets = read_u32(at + 24);
-    }
-    follow_blocks(follower, interface, seen, at + 28, end, count);
-}
-
-bool is_rtcp(const frame &seen)
-{
-    // RFC 3550, A.2: a report stands first, and is not padded.
-    return seen.payload_length >= 8 && (seen.payload[0] & 0xe0) == 0x80
-           && (seen.payload[1] == sender_report || seen.payload[1] == receiver_report);
-}
-
-void follow_rtcp(rtp_follower &follower, int32_t interface, const frame &seen)
-{
-    const uint8_t *at = seen.payload;
-    const uint8_t *end = at + seen.payload_length;
-    while (end - at >= 4 && at[0] >> 6 == 2) {
-        const std::ptrdiff_t octets = 4 + 4 * std::ptrdiff_t{read_u16(at + 2)};
-        follow_report(follower, interface, seen, at, at + std::min(octets, end - at));
-        if (octets > end - at)
-            return;
-        at += octets;
-    }
 }
 
 /* ---- what is told of a stream -------------------------------------------------------- */
@@ -628,17 +301,22 @@ rtp_figures figures_of(const rtp_stream &stream, uint32_t dynamic_rate)
     return told;
 }
 
-rtp_receiver_key make_receiver(int32_t interface, const net_address &to, uint16_t port)
+/** Who asks for figures, of streams of these times. */
+struct figures_asked {
+    int64_t from_time;
+    int64_t to_time;
+    void (*visit)(void *context, const rtp_figures &figures);
+    void *context;
+};
+
+void show_figures(void *context, const rtp_stream &stream, uint32_t dynamic_rate)
 {
-    return {words_of(to), interface, port, to.length};
+    const auto &asked = *static_cast<const figures_asked *>(context);
+    if (stream.last >= asked.from_time && stream.first <= asked.to_time)
+        asked.visit(asked.context, figures_of(stream, dynamic_rate));
 }
 
 } // namespace
-
-std::size_t rtp_receiver_hash::operator()(const rtp_receiver_key &key) const
-{
-    return hash_of(key);
-}
 
 void follow(rtp_follower &follower, int32_t interface, const frame &seen)
 {
@@ -647,43 +325,8 @@ void follow(rtp_follower &follower, int32_t interface, const frame &seen)
     rtp_packet packet;
     if (read_rtp(packet, seen))
         follow_rtp(follower, interface, seen, packet);
-    else if (is_rtcp(seen))
+    else
         follow_rtcp(follower, interface, seen);
-}
-
-void announce(
-    rtp_follower &follower,
-    int32_t interface,
-    const net_address &to,
-    uint16_t port,
-    int64_t since,
-    uint32_t clock_rate)
-{
-    const rtp_receiver_key key = make_receiver(interface, to, port);
-    if (follower.receivers.size() >= max_rtp_receivers && !follower.receivers.contains(key))
-        return;
-    rtp_receiver &receiver = follower.receivers[key];
-    if (receiver.announced++ == 0)
-        receiver.since = since;
-    receiver.since = std::min(receiver.since, since);
-    receiver.clock_rate = clock_rate;
-    each_stream_to(follower, key, [&](uint32_t at) {
-        if (follower.streams[at].standing == rtp_standing::followed
-            && is_of_call(follower.streams[at], receiver))
-            move_to(follower, at, rtp_standing::kept);
-    });
-}
-
-void forget(rtp_follower &follower, int32_t interface, const net_address &to, uint16_t port)
-{
-    const auto found = follower.receivers.find(make_receiver(interface, to, port));
-    if (found == follower.receivers.end() || --found->second.announced > 0)
-        return;
-    each_stream_to(follower, found->first, [&](uint32_t at) {
-        if (follower.streams[at].standing == rtp_standing::kept)
-            move_to(follower, at, rtp_standing::followed);
-    });
-    follower.receivers.erase(found);
 }
 
 void streams_to(
@@ -696,12 +339,6 @@ void streams_to(
     void (*visit)(void *context, const rtp_figures &figures),
     void *context)
 {
-    const rtp_receiver_key receiver = make_receiver(interface, to, port);
-    const auto announced = follower.receivers.find(receiver);
-    const uint32_t rate = announced == follower.receivers.end() ? 8000 : announced->second.clock_rate;
-    each_stream_to(follower, receiver, [&](uint32_t at) {
-        const rtp_stream &stream = follower.streams[at];
-        if (stream.last >= from_time && stream.first <= to_time)
-            visit(context, figures_of(stream, rate));
-    });
+    figures_asked asked{from_time, to_time, visit, context};
+    visit_streams(follower, interface, to, port, show_figures, &asked);
 }
