@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "agent/voice/h323_calls.h"
 
+#include "agent/voice/h323_media.h"
+#include "agent/voice/h323_message.h"
+#include "agent/voice/h323_shown.h"
+#include "agent/voice/voice.h"
+
 #include <algorithm>
-#include <cmath>
-#include <span>
 
 namespace {
 
@@ -19,76 +22,10 @@ enum signalling_kind : uint64_t {
 
 enum ras_kind : uint64_t { registration_request = 3, registration_confirm = 4 };
 
-/** A receiver's rows are of the direction from the other side to it. */
-struct direction {
-    rmonrpc_h323_media_t &media;
-    std::vector<net_endpoint> &places;
-    uint32_t &rate;
-    uint32_t &session;
-    uint32_t &channel;
-};
-
-direction direction_of(h323_tracked_call &call, bool by_caller)
-{
-    rmonrpc_h323_qual_row_t &qual = call.shown.qual;
-    if (by_caller)
-        return {
-            qual.forward_media, call.to_callee, call.rate_to_callee, qual.forward_session_id,
-            qual.forward_logical_channel_num};
-    return {
-        qual.reverse_media, call.to_caller, call.rate_to_caller, qual.reverse_session_id,
-        qual.reverse_logical_channel_num};
-}
-
-uint32_t number_in(decoded_part part, std::string_view name)
-{
-    return static_cast<uint32_t>(number_of(part, name).value_or(0));
-}
-
-/** The address and the port of a part, by the names of their fields for IPv4 and IPv6. */
-net_endpoint endpoint_of(
-    decoded_part part,
-    std::string_view ip4,
-    std::string_view port4,
-    std::string_view ip6,
-    std::string_view port6)
-{
-    net_endpoint found{address_of(part, ip4), static_cast<uint16_t>(number_in(part, port4))};
-    if (found.address.length == 0)
-        found = {address_of(part, ip6), static_cast<uint16_t>(number_in(part, port6))};
-    return found;
-}
-
 /** Of H.225.0: that in the part of this name. */
 net_endpoint signalling_address(decoded_part body, std::string_view name)
 {
     return endpoint_of(part_of(body, name), "h225.ipV4", "h225.ipV4_port", "h225.ipV6", "h225.ipV6_port");
-}
-
-/*
- * From 4.6 on tshark has other names for some fields of H.245, by the message that
- * they are in: those that confirm a channel begin with ack.
- */
-constexpr std::string_view channel_number[] = {
-    "h245.forwardLogicalChannelNumber", "h245.olc_fw_lcn", "h245.olc_ack_fw_lcn"};
-constexpr std::string_view session_number[] = {"h245.sessionID", "h245.sessionID_0_255"};
-constexpr std::string_view media_channel[] = {"h245.mediaChannel_tree", "h245.ack_mediaChannel_tree"};
-constexpr std::string_view control_channel[] = {
-    "h245.mediaControlChannel_tree", "h245.ack_mediaControlChannel_tree"};
-
-/** The name that a field has here. */
-std::string_view name_in(decoded_part part, std::span<const std::string_view> names)
-{
-    const auto found = std::ranges::find_if(names, [&](std::string_view name) { return has(part, name); });
-    return found == names.end() ? names.front() : *found;
-}
-
-/** Of H.245. */
-net_endpoint media_address(decoded_part parameters, std::string_view name)
-{
-    return endpoint_of(
-        part_of(parameters, name), "h245.ip4_network", "h245.tsapIdentifier", "h245.ip6_network",
-        "h245.ipv6.tsapIdentifier");
 }
 
 /** 16 octets that are written in hexadecimal digits with strokes between. False when they are not. */
@@ -204,144 +141,6 @@ void take_registration(h323_tracker &tracker, h323_monitor &monitor, const voice
         phone = *before;
     find_or_make(tracker.phones, address, max_h323_phones, nothing) = phone;
     see_phone(monitor, phone);
-}
-
-/* ---- media -------------------------------------------------------------------------------- */
-
-/** Clock rates of codecs that have another one than 8,000 Hz; by the kind of capability (H.245,
- * AudioCapability). */
-uint32_t rate_of(decoded_part data_type)
-{
-    constexpr uint64_t generic = 20; // G.722.1, and other wide ones
-    return number_of(data_type, "h245.audioData").value_or(0) == generic ? 16000 : 8000;
-}
-
-/** The media of one direction go to this place. */
-void go_to(
-    h323_tracked_call &call, rtp_follower &follower, bool by_caller, const net_endpoint &place, int64_t time)
-{
-    direction way = direction_of(call, by_caller);
-    if (!is_known(place))
-        return;
-    way.media.rtp_ipAddr_length = put_address(way.media.rtp_ipAddr, place.address);
-    way.media.rtp_port = place.port;
-    if (way.places.size() >= max_h323_places || std::ranges::find(way.places, place) != way.places.end())
-        return;
-    announce(follower, call.interface, place.address, place.port, time, way.rate);
-    way.places.push_back(place);
-}
-
-void forget_places(h323_tracked_call &call, rtp_follower &follower)
-{
-    for (std::vector<net_endpoint> *places : {&call.to_callee, &call.to_caller}) {
-        for (const net_endpoint &place : *places)
-            forget(follower, call.interface, place.address, place.port);
-        places->clear();
-    }
-}
-
-/**
- * Where reports go, as one side says where it waits for them: those of the
- * receiver, where it sends these media, those of the sender, where it receives them.
- */
-void learn_reports(direction &way, bool is_sender, const net_endpoint &place)
-{
-    if (!is_known(place))
-        return;
-    rmonrpc_h323_media_t &media = way.media;
-    if (is_sender) {
-        media.rtcp_rr_ipAddr_length = put_address(media.rtcp_rr_ipAddr, place.address);
-        media.rtcp_rr_port = place.port;
-    } else {
-        media.rtcp_sr_ipAddr_length = put_address(media.rtcp_sr_ipAddr, place.address);
-        media.rtcp_sr_port = place.port;
-    }
-}
-
-/** What opens a channel of sound: its codec, session and number. False when it is one of something else. */
-bool learn_channel(direction &way, decoded_part parameters, uint32_t number)
-{
-    const auto codec = number_of(part_of(parameters, "h245.dataType_tree"), "h245.audioData");
-    if (!codec)
-        return false;
-    way.media.codec = static_cast<uint32_t>(*codec);
-    way.rate = rate_of(parameters);
-    way.session = number_in(parameters, name_in(parameters, session_number));
-    way.channel = number;
-    return true;
-}
-
-void remember_channel(h323_tracked_call &call, const h323_channel &opened)
-{
-    std::erase_if(call.channels, [&](const h323_channel &other) {
-        return other.by_caller == opened.by_caller && other.number == opened.number;
-    });
-    if (call.channels.size() < max_h323_channels)
-        call.channels.push_back(opened);
-}
-
-constexpr std::string_view forward_parameters = "h245.forwardLogicalChannelParameters_element";
-constexpr std::string_view reverse_parameters = "h245.reverseLogicalChannelParameters_element";
-
-void open_channel(h323_tracked_call &call, decoded_part request, bool by_caller)
-{
-    const uint32_t number = number_in(request, name_in(request, channel_number));
-    const decoded_part parameters = part_of(request, forward_parameters);
-    direction way = direction_of(call, by_caller);
-    const bool audio = learn_channel(way, parameters, number);
-    if (audio)
-        learn_reports(way, true, media_address(parameters, "h245.mediaControlChannel_tree"));
-    remember_channel(call, {by_caller, number, audio});
-}
-
-void confirm_channel(
-    h323_tracked_call &call, rtp_follower &follower, decoded_part response, bool by_caller, int64_t time)
-{
-    // The other side opened it. One that is not known was opened before the capture began: of sound, as most
-    // are.
-    const uint32_t number = number_in(response, name_in(response, channel_number));
-    for (const h323_channel &opened : call.channels)
-        if (opened.by_caller != by_caller && opened.number == number && !opened.audio)
-            return;
-    direction way = direction_of(call, !by_caller);
-    learn_reports(way, false, media_address(response, name_in(response, control_channel)));
-    go_to(call, follower, !by_caller, media_address(response, name_in(response, media_channel)), time);
-}
-
-/**
- * One channel of fast start, which has the caller's view whoever says it: of
- * forward parameters it is what the caller sends, of reverse ones what it receives.
- */
-void take_fast_channel(
-    h323_tracked_call &call, rtp_follower &follower, decoded_part channel, bool said_by_caller, int64_t time)
-{
-    decoded_part parameters = part_of(channel, reverse_parameters);
-    const bool by_caller = parameters.tree == nullptr;
-    if (by_caller)
-        parameters = part_of(channel, forward_parameters);
-    direction way = direction_of(call, by_caller);
-    if (!learn_channel(way, parameters, number_in(channel, name_in(channel, channel_number))))
-        return;
-    learn_reports(
-        way, by_caller == said_by_caller, media_address(parameters, "h245.mediaControlChannel_tree"));
-    const net_endpoint place = media_address(parameters, "h245.mediaChannel_tree");
-    if (!said_by_caller && by_caller)
-        go_to(call, follower, true, place, time);
-    if (said_by_caller && !by_caller && is_known(place) && !is_known(call.offered))
-        call.offered = place;
-    if (!said_by_caller && !by_caller)
-        go_to(call, follower, false, call.offered, time);
-}
-
-void take_fast_start(
-    h323_tracked_call &call, rtp_follower &follower, const voice_message &message, bool by_caller)
-{
-    const std::vector<decoded_part> channels = parts_of(message.body, "h245.OpenLogicalChannel_element");
-    for (const decoded_part channel : channels)
-        take_fast_channel(call, follower, channel, by_caller, message.time);
-    // It is in use once the callee takes it.
-    if (!channels.empty() && !by_caller)
-        call.shown.qual.faststart = 1;
 }
 
 /* ---- calls ------------------------------------------------------------------------------- */
@@ -537,80 +336,10 @@ void take_control(h323_tracker &tracker, rtp_follower &follower, const voice_mes
     if (!call || call->ended || call->interface != message.interface)
         return;
     sign_of_life(*call, message);
-    if (const decoded_part request = part_of(message.body, "h245.openLogicalChannel_element"); request.tree)
-        open_channel(*call, request, by_caller);
-    if (const decoded_part response = part_of(message.body, "h245.openLogicalChannelAck_element");
-        response.tree)
-        confirm_channel(*call, follower, response, by_caller, message.time);
+    take_channels(*call, follower, message, by_caller);
 }
 
-/* ---- what was measured ------------------------------------------------------------------- */
-
-struct sum_of_streams {
-    uint64_t packets = 0;
-    uint64_t octets = 0;
-    uint64_t expected = 0;
-    int64_t lost = 0;
-    double jitter = 0;    // milliseconds, weighted by packets
-    uint64_t largest = 0; // packets of the stream whose source is shown
-    uint32_t ssrc = 0;
-    int64_t last = 0;
-};
-
-void add_stream(void *context, const rtp_figures &stream)
-{
-    auto &sum = *static_cast<sum_of_streams *>(context);
-    sum.packets += stream.packets;
-    sum.octets += stream.octets;
-    sum.expected += stream.expected;
-    sum.lost += std::max<int64_t>(stream.lost, 0);
-    sum.jitter += stream.mean_jitter * static_cast<double>(stream.packets);
-    sum.last = std::max(sum.last, stream.last);
-    if (stream.packets > sum.largest) {
-        sum.largest = stream.packets;
-        sum.ssrc = stream.ssrc;
-    }
-}
-
-sum_of_streams
-measured(const h323_tracked_call &call, const rtp_follower &follower, const std::vector<net_endpoint> &places)
-{
-    sum_of_streams sum;
-    for (const net_endpoint &place : places)
-        streams_to(
-            follower, call.interface, place.address, place.port, call.begin,
-            call.ended ? call.end : INT64_MAX, add_stream, &sum);
-    return sum;
-}
-
-/** The figures of one direction are one sample: what was measured of all of it. */
-void put_measured(rmonrpc_h323_quality_t &quality, uint32_t &samples, const sum_of_streams &sum)
-{
-    quality = {};
-    samples = sum.packets > 0;
-    if (sum.packets == 0)
-        return;
-    quality.ssrc = sum.ssrc;
-    quality.sr_pkt_sent = as_u32(sum.expected);
-    quality.sr_oct_sent = as_u32(sum.octets);
-    quality.sr_pkt_lost = as_u32(static_cast<uint64_t>(sum.lost));
-    // Of 256, as RTCP has it (RFC 3550, 6.4.1).
-    quality.sr_fraction_lost =
-        sum.expected == 0 ? 0 : as_u32(static_cast<uint64_t>(sum.lost) * 256 / sum.expected);
-    const double hundredths = sum.jitter / static_cast<double>(sum.packets) * 100;
-    quality.sr_jitter = static_cast<uint32_t>(std::min(std::round(hundredths), 4e9));
-}
-
-/** Fills in what changes while a call lasts. */
-void complete(h323_tracked_call &call, const rtp_follower &follower, int64_t until)
-{
-    rmonrpc_h323_qual_row_t &qual = call.shown.qual;
-    qual.call_state = static_cast<uint32_t>(call.state);
-    put_measured(qual.forward_quality, qual.forward_num_samples, measured(call, follower, call.to_callee));
-    put_measured(qual.reverse_quality, qual.reverse_num_samples, measured(call, follower, call.to_caller));
-    const int64_t microseconds = std::clamp<int64_t>(until - call.begin, 0, int64_t{INT32_MAX} * 10000);
-    call.shown.times.took = static_cast<uint32_t>(microseconds / 10000);
-}
+/* ---- the end ----------------------------------------------------------------------------- */
 
 /** Names and numbers of phones, by what their registration told. */
 void find_parties(h323_tracker &tracker, h323_tracked_call &call)
@@ -621,7 +350,7 @@ void find_parties(h323_tracker &tracker, h323_tracked_call &call)
 
 void hand_over(h323_tracked_call &call, h323_monitor &monitor, rtp_follower &follower)
 {
-    complete(call, follower, call.end);
+    complete_call(call, follower, call.end);
     see_call(monitor, call.shown, call.end_up_time);
     forget_places(call, follower);
 }
@@ -631,8 +360,7 @@ void end_if_silent(h323_tracked_call &call, const rtp_follower &follower, const 
 {
     if (call.ended || !has_passed(clock, call.interface, call.last, call.last_up_time, seconds_of_silence))
         return;
-    const int64_t heard = std::max(
-        measured(call, follower, call.to_callee).last, measured(call, follower, call.to_caller).last);
+    const int64_t heard = last_of_media(call, follower);
     if (heard <= call.last) {
         end_call(call, h323_state::end_not_seen, call.last, call.last_up_time);
         return;
@@ -673,7 +401,7 @@ void settle_calls(
             hand_over(call, monitor, follower);
             done.push_back(key);
         } else {
-            complete(
+            complete_call(
                 call, follower,
                 call.ended ? call.end : std::max(call.last, newest_frame(clock, call.interface)));
             show_call(monitor, call.shown, clock.up_time);
