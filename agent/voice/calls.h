@@ -15,6 +15,10 @@ struct call_times {
     uint32_t took = 0; // hundredths of a second, to be added to the duration
 };
 
+/** Directions of a call as a phone of SCCP sees it. */
+inline constexpr uint32_t sccp_inbound = 1;
+inline constexpr uint32_t sccp_outbound = 2;
+
 /** A party without a name is none of the monitor's phones: it has no row, and no figures of its own. */
 struct sccp_phone {
     std::string name;

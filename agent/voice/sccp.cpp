@@ -5,10 +5,6 @@
 
 namespace {
 
-/** Directions of a call as a phone sees it. */
-constexpr uint32_t inbound = 1;
-constexpr uint32_t outbound = 2;
-
 monitored_phone<rmonrpc_sccp_phone_row_t> &seen(sccp_monitor &monitor, const sccp_phone &phone)
 {
     return seen_phone(monitor, phone.name, [&](rmonrpc_sccp_phone_row_t &row, uint32_t index) {
@@ -67,8 +63,8 @@ row_of(const sccp_monitor &monitor, const sccp_call &call, uint32_t index, uint3
     rmonrpc_sccp_call_row_t row{call.caller.identity, call.qual, call.callee.identity, call.callee_qual};
     row.common.index = index;
     row.callee_common.index = index;
-    complete(row.qual, call.callee.identity, outbound, call.times, up_time, settings);
-    complete(row.callee_qual, call.caller.identity, inbound, call.times, up_time, settings);
+    complete(row.qual, call.callee.identity, sccp_outbound, call.times, up_time, settings);
+    complete(row.callee_qual, call.caller.identity, sccp_inbound, call.times, up_time, settings);
     return row;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "agent/voice/sccp_calls.h"
 
+#include "agent/voice/sccp_shown.h"
 #include "agent/voice/voice.h"
 
 #include <algorithm>
@@ -27,19 +28,6 @@ enum sccp_kind : uint64_t {
     call_state = 0x0111,
     dynamic_call_info = 0x014a,
 };
-
-/** States of a call, of those that the manager tells. */
-constexpr uint32_t state_on_hook = 2;
-constexpr uint32_t state_connected = 5;
-
-/** Directions, of those that it tells. */
-constexpr uint32_t inbound = 1;
-constexpr uint32_t outbound = 2;
-
-/** call_status of a row. */
-constexpr uint32_t not_answered = 1;
-constexpr uint32_t answered = 2;
-constexpr uint32_t end_not_seen = 3;
 
 uint32_t field(const voice_message &message, std::string_view name)
 {
@@ -110,8 +98,8 @@ void take_state(sccp_leg &leg, const voice_message &message)
 {
     leg.state = field(message, "skinny.callState");
     leg.qual.line_instance = field(message, "skinny.lineInstance");
-    leg.answered |= leg.state == state_connected;
-    if (leg.state == state_on_hook)
+    leg.answered |= leg.state == sccp_connected;
+    if (leg.state == sccp_on_hook)
         end_leg(leg, message.time, message.up_time);
 }
 
@@ -204,7 +192,7 @@ sccp_leg *take_call_message(sccp_session &session, rtp_follower &follower, const
             end_leg(*leg, message.time, message.up_time);
         break;
     case call_state:
-        if ((leg = leg_of(session, message, field(message, "skinny.callState") != state_on_hook)))
+        if ((leg = leg_of(session, message, field(message, "skinny.callState") != sccp_on_hook)))
             take_state(*leg, message);
         break;
     case call_info:
@@ -238,92 +226,9 @@ sccp_leg *take_call_message(sccp_session &session, rtp_follower &follower, const
     return leg;
 }
 
-/* ---- rows ------------------------------------------------------------------------------ */
+/* ---- the two sides of a call ------------------------------------------------------------ */
 
-/** The number and the name of a phone's line; of its first one where the line is not known. */
-sccp_side line_of(const sccp_session &session, uint32_t instance)
-{
-    if (const auto found = session.lines.find(instance); found != session.lines.end())
-        return found->second;
-    return session.lines.empty() ? sccp_side{} : session.lines.begin()->second;
-}
-
-/** A phone by its address: no scenario's name begins like this. */
-std::string name_of_phone(const net_endpoint &phone)
-{
-    return "\n" + text_of(phone.address);
-}
-
-/** A phone as the monitor has it; of a leg with the number of its line, or what the call says where that is
- * not known. */
-sccp_phone phone_of(const sccp_tracker &tracker, const sccp_session &session, const sccp_leg *leg)
-{
-    sccp_phone phone;
-    phone.name = name_of_phone(session.phone);
-    rmonrpc_sccp_common_row_t &identity = phone.identity;
-    identity.vers = static_cast<int32_t>(session.version);
-    identity.phone_ipAddr_length =
-        static_cast<int32_t>(put_address(identity.phone_ipAddr, session.phone.address));
-    sccp_side line = line_of(session, leg ? leg->qual.line_instance : 1);
-    if (leg) {
-        const sccp_side &own = leg->direction == inbound ? leg->called : leg->calling;
-        if (line.number.empty())
-            line.number = own.number;
-        if (line.name.empty())
-            line.name = own.name;
-    }
-    put_text(identity.phone_num, line.number);
-    put_text(identity.phone_owner, line.name);
-    std::string model = session.device;
-    if (session.device_type != 0)
-        model += (model.empty() ? "type " : ", type ") + std::to_string(session.device_type);
-    put_text(identity.phone_model, model);
-    if (const auto name = tracker.interface_names.find(session.interface);
-        name != tracker.interface_names.end())
-        put_text(identity.if_name, name->second);
-    return phone;
-}
-
-/** What is known of the other side of a leg that has no leg itself. */
-sccp_phone elsewhere(const sccp_leg &leg)
-{
-    sccp_phone phone;
-    const sccp_side &other = leg.direction == inbound ? leg.calling : leg.called;
-    phone.identity.phone_ipAddr_length =
-        static_cast<int32_t>(put_address(phone.identity.phone_ipAddr, leg.sends.address));
-    put_text(phone.identity.phone_num, other.number);
-    put_text(phone.identity.phone_owner, other.name);
-    return phone;
-}
-
-void put_figures(rmonrpc_sccp_qual_row_t &qual, const leg_report &figures)
-{
-    qual.pkt_sent = figures.packets_sent;
-    qual.oct_sent = figures.octets_sent;
-    qual.pkt_recv = figures.packets_received;
-    qual.oct_recv = figures.octets_received;
-    qual.pkt_lost = figures.lost;
-    qual.jitter = figures.jitter;
-    qual.latency = figures.latency;
-}
-
-rmonrpc_sccp_qual_row_t qual_of(const sccp_leg &leg, const leg_media &media)
-{
-    rmonrpc_sccp_qual_row_t qual = leg.qual;
-    qual.call_state = leg.ended ? state_on_hook : leg.state;
-    qual.call_status = leg.silent ? end_not_seen : leg.answered ? answered : not_answered;
-    qual.call_direction = leg.direction;
-    put_figures(qual, report_of(leg.report, media.received, media.sent));
-    return qual;
-}
-
-/** A leg, and the phone whose it is. */
-struct found_leg {
-    sccp_session *session = nullptr;
-    sccp_leg *leg = nullptr;
-};
-
-found_leg partner_of(sccp_tracker &tracker, const sccp_leg &leg)
+sccp_found_leg partner_of(sccp_tracker &tracker, const sccp_leg &leg)
 {
     if (leg.partner == 0)
         return {};
@@ -332,45 +237,8 @@ found_leg partner_of(sccp_tracker &tracker, const sccp_leg &leg)
         return {};
     sccp_session &session = place->second->second;
     const auto found = session.legs.find(leg.partner);
-    return found == session.legs.end() ? found_leg{} : found_leg{&session, &found->second};
+    return found == session.legs.end() ? sccp_found_leg{} : sccp_found_leg{&session, &found->second};
 }
-
-/** The call of a leg and its partner, who may be elsewhere, as it is now. */
-sccp_call call_of(
-    const sccp_tracker &tracker, const rtp_follower &follower, const found_leg &one, const found_leg &other)
-{
-    sccp_call call;
-    const leg_media media = media_of(*one.leg, follower);
-    const bool is_called = one.leg->direction == inbound;
-    sccp_phone &own = is_called ? call.callee : call.caller;
-    rmonrpc_sccp_qual_row_t &own_qual = is_called ? call.callee_qual : call.qual;
-    sccp_phone &far = is_called ? call.caller : call.callee;
-    rmonrpc_sccp_qual_row_t &far_qual = is_called ? call.qual : call.callee_qual;
-    uint32_t far_samples = 0;
-
-    own = phone_of(tracker, *one.session, one.leg);
-    own_qual = qual_of(*one.leg, media);
-    if (other.leg) {
-        const leg_media others = media_of(*other.leg, follower);
-        far = phone_of(tracker, *other.session, other.leg);
-        far_qual = qual_of(*other.leg, others);
-        far_samples = samples_of(*other.leg, others);
-    } else {
-        far = elsewhere(*one.leg);
-        far_qual.call_state = own_qual.call_state;
-        far_qual.call_status = own_qual.call_status;
-        far_qual.call_direction = is_called ? outbound : inbound;
-        far_qual.local_rtp_port = own_qual.remote_rtp_port;
-        far_qual.remote_rtp_port = own_qual.local_rtp_port;
-        put_figures(far_qual, report_of({}, media.sent, media.received));
-    }
-    const uint32_t own_samples = samples_of(*one.leg, media);
-    call.samples = is_called ? far_samples : own_samples;
-    call.callee_samples = is_called ? own_samples : far_samples;
-    return call;
-}
-
-/* ---- the two sides of a call ------------------------------------------------------------ */
 
 bool go_to_each_other(const sccp_leg &one, const sccp_leg &other)
 {
@@ -391,8 +259,8 @@ bool overlap(const sccp_leg &one, const sccp_leg &other)
 
 /** Legs that have no partner yet, by what they may be found. */
 struct free_legs {
-    std::unordered_multimap<net_endpoint, found_leg> by_receiver;
-    std::unordered_multimap<std::string, found_leg> by_numbers;
+    std::unordered_multimap<net_endpoint, sccp_found_leg> by_receiver;
+    std::unordered_multimap<std::string, sccp_found_leg> by_numbers;
 };
 
 std::string numbers_of(const sccp_leg &leg)
@@ -408,13 +276,13 @@ free_legs gather_free_legs(sccp_tracker &tracker)
             if (leg.partner != 0)
                 continue;
             if (is_known(leg.receives))
-                free.by_receiver.emplace(leg.receives, found_leg{&session, &leg});
-            free.by_numbers.emplace(numbers_of(leg), found_leg{&session, &leg});
+                free.by_receiver.emplace(leg.receives, sccp_found_leg{&session, &leg});
+            free.by_numbers.emplace(numbers_of(leg), sccp_found_leg{&session, &leg});
         }
     return free;
 }
 
-void join(const found_leg &one, const found_leg &other)
+void join(const sccp_found_leg &one, const sccp_found_leg &other)
 {
     one.leg->partner = other.leg->qual.call_reference;
     one.leg->partner_phone = other.session->phone;
@@ -423,9 +291,9 @@ void join(const found_leg &one, const found_leg &other)
 }
 
 /** Finds the other side of a leg among those that have none. */
-void find_partner(const found_leg &one, const free_legs &free)
+void find_partner(const sccp_found_leg &one, const free_legs &free)
 {
-    const auto fits = [&](const found_leg &other) {
+    const auto fits = [&](const sccp_found_leg &other) {
         return other.leg != one.leg && other.leg->partner == 0 && overlap(*one.leg, *other.leg);
     };
     const auto [first, last] = free.by_receiver.equal_range(one.leg->sends);
@@ -462,7 +330,7 @@ void find_partners(sccp_tracker &tracker)
 /* ---- the end ------------------------------------------------------------------------------- */
 
 /** Forgets a leg that was handed over, or never was a call. */
-void drop_leg(const found_leg &dropped, rtp_follower &follower)
+void drop_leg(const sccp_found_leg &dropped, rtp_follower &follower)
 {
     sccp_session &session = *dropped.session;
     const uint32_t reference = dropped.leg->qual.call_reference;
@@ -475,7 +343,7 @@ void drop_leg(const found_leg &dropped, rtp_follower &follower)
 bool has_row(const sccp_leg &leg, const sccp_leg &partner)
 {
     const auto calls = [](const sccp_leg &one) {
-        return one.direction == outbound ? 2 : one.direction == inbound ? 0 : 1;
+        return one.direction == sccp_outbound ? 2 : one.direction == sccp_inbound ? 0 : 1;
     };
     if (calls(leg) != calls(partner))
         return calls(leg) > calls(partner);
@@ -492,7 +360,7 @@ struct settling {
 };
 
 /** The call of a leg and its partner is over. */
-void hand_over(const settling &with, const found_leg &one, const found_leg &other)
+void hand_over(const settling &with, const sccp_found_leg &one, const sccp_found_leg &other)
 {
     sccp_call call = call_of(with.tracker, with.follower, one, other);
     int64_t start = one.leg->start;
@@ -512,7 +380,7 @@ void hand_over(const settling &with, const found_leg &one, const found_leg &othe
         drop_leg(other, with.follower);
 }
 
-void show(const settling &with, const found_leg &one, const found_leg &other)
+void show(const settling &with, const sccp_found_leg &one, const sccp_found_leg &other)
 {
     if (other.leg && other.leg->row != 0) {
         // It was shown by itself before its other side was known.
@@ -531,9 +399,9 @@ void show(const settling &with, const found_leg &one, const found_leg &other)
 }
 
 /** A leg whose partner goes on, with somebody else: each is a call by itself from now on. */
-void part(const found_leg &one, const found_leg &other)
+void part(const sccp_found_leg &one, const sccp_found_leg &other)
 {
-    for (const found_leg *leg : {&one, &other}) {
+    for (const sccp_found_leg *leg : {&one, &other}) {
         leg->leg->partner = 0;
         leg->leg->partner_phone = {};
         leg->leg->search = true;
@@ -541,9 +409,9 @@ void part(const found_leg &one, const found_leg &other)
 }
 
 /** Looks at a leg. */
-void settle(const settling &with, const found_leg &one)
+void settle(const settling &with, const sccp_found_leg &one)
 {
-    const found_leg other = partner_of(with.tracker, *one.leg);
+    const sccp_found_leg other = partner_of(with.tracker, *one.leg);
     const bool is_over = has_settled(*one.leg, with.clock, seconds_to_settle);
     if (!is_call(*one.leg)) {
         if (is_over)
