@@ -23,6 +23,7 @@ void test_datagrams();
 void test_sccp();
 void test_mgcp();
 void test_rtp();
+void test_rtp_like_tshark();
 void test_h323();
 void test_networks();
 void test_learned();

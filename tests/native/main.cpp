@@ -73,6 +73,7 @@ int main()
     test_sccp();
     test_mgcp();
     test_rtp();
+    test_rtp_like_tshark();
     test_h323();
     test_networks();
     test_learned();

@@ -1,104 +1,22 @@
 // SPDX-License-Identifier: MIT
 /*
  * The follower of RTP and RTCP: sequence numbers, losses and jitter as worked
- * out by hand from RFC 3550, and as tshark tells them of the same packets.
+ * out by hand from RFC 3550.
  */
 #include "tests/native/check.h"
+#include "tests/native/rtp_frames.h"
 
 #include "agent/voice/rtp.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 namespace {
-
-using octets = std::vector<uint8_t>;
-
-constexpr int32_t interface = 3;
-constexpr int64_t start = 1600000000000000; // microseconds
-
-void put(octets &to, uint64_t value, int size)
-{
-    for (int i = size - 1; i >= 0; i--)
-        to.push_back(static_cast<uint8_t>(value >> 8 * i));
-}
-
-/** Two ends of a call: octets of their addresses, and ports. */
-struct path {
-    octets from{10, 0, 0, 1};
-    octets to{10, 0, 0, 2};
-    uint16_t from_port = 5000;
-    uint16_t to_port = 6000;
-};
 
 path back(const path &way)
 {
     return {way.to, way.from, way.to_port, way.from_port};
-}
-
-octets ethernet(const path &way, const octets &datagram, bool tagged = false)
-{
-    octets made{2, 0, 0, 0, 0, 2, 2, 0, 0, 0, 0, 1};
-    if (tagged)
-        put(made, 0x8100a064, 4);
-    const std::size_t length = datagram.size() + 8;
-    if (way.to.size() == 4) {
-        put(made, 0x08004500, 4);
-        put(made, length + 20, 2);
-        put(made, 0x40110000, 8);
-    } else {
-        put(made, 0x86dd60000000, 6);
-        put(made, length, 2);
-        put(made, 0x1140, 2);
-    }
-    made.insert(made.end(), way.from.begin(), way.from.end());
-    made.insert(made.end(), way.to.begin(), way.to.end());
-    put(made, way.from_port, 2);
-    put(made, way.to_port, 2);
-    put(made, length << 16, 4);
-    made.insert(made.end(), datagram.begin(), datagram.end());
-    return made;
-}
-
-void send(rtp_follower &follower, const octets &bytes, int64_t time, std::size_t captured = SIZE_MAX)
-{
-    // In a block of its own, so that the sanitizers see what is read behind it.
-    const octets kept(
-        bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(std::min(captured, bytes.size())));
-    frame seen;
-    decode_frame(
-        seen, kept.data(), static_cast<uint32_t>(kept.size()), static_cast<uint32_t>(bytes.size() + 4), time);
-    follow(follower, interface, seen);
-}
-
-struct packet {
-    int64_t time = 0; // milliseconds after the start
-    uint16_t sequence = 0;
-    uint32_t timestamp = 0;
-    uint8_t type = 0;
-    uint32_t ssrc = 0x11223344;
-};
-
-octets rtp(const packet &one, std::size_t payload = 160)
-{
-    octets made{0x80, one.type};
-    put(made, one.sequence, 2);
-    put(made, one.timestamp, 4);
-    put(made, one.ssrc, 4);
-    made.resize(made.size() + payload, 0xd5);
-    return made;
-}
-
-void send(rtp_follower &follower, const path &way, const packet &one)
-{
-    send(follower, ethernet(way, rtp(one)), start + one.time * 1000);
 }
 
 /** Packets of 20 ms each with these sequence numbers, in this order. */
@@ -109,35 +27,6 @@ void send_sequence(rtp_follower &follower, const std::vector<uint16_t> &sequence
         send(follower, {}, {time, number, static_cast<uint32_t>(time * 8)});
         time += 20;
     }
-}
-
-net_address address(const octets &bytes)
-{
-    return make_net_address(bytes.data(), static_cast<uint8_t>(bytes.size()));
-}
-
-std::vector<rtp_figures> streams(
-    const rtp_follower &follower,
-    const path &way = {},
-    int64_t from_time = INT64_MIN,
-    int64_t to_time = INT64_MAX)
-{
-    std::vector<rtp_figures> all;
-    streams_to(
-        follower, interface, address(way.to), way.to_port, from_time, to_time,
-        [](void *list, const rtp_figures &one) {
-            static_cast<std::vector<rtp_figures> *>(list)->push_back(one);
-        },
-        &all);
-    return all;
-}
-
-/** What the only stream has. */
-rtp_figures only(const rtp_follower &follower, const std::string &what, const path &way = {})
-{
-    const auto all = streams(follower, way);
-    check(all.size() == 1, what + ": one stream");
-    return all.empty() ? rtp_figures{} : all[0];
 }
 
 struct counts {
@@ -477,139 +366,6 @@ void test_announcements()
     check(strays.streams.size() == max_rtp_candidates && streams(strays).empty(), "first packets alone");
 }
 
-/* ---- tshark's figures of the same packets --------------------------------------------- */
-
-/** Numbers that look like chance and are the same each time. */
-uint32_t next_number(uint32_t &state)
-{
-    state = state * 1664525 + 1013904223;
-    return state >> 16;
-}
-
-struct sent_frame {
-    int64_t time;
-    octets bytes;
-};
-
-constexpr uint32_t reordered_streams = 20; // of those that are compared, the first ones
-constexpr uint32_t compared_streams = 40;
-
-/**
- * 400 packets with losses, jitter, copies and another order here and there. The
- * first ones, the last ones and those around 65535 are as they were sent: tshark
- * takes another order there for losses.
- */
-std::vector<sent_frame> damaged_stream(uint32_t ssrc)
-{
-    std::vector<sent_frame> all;
-    uint32_t state = ssrc;
-    const path way{{10, 0, 0, 1}, {10, 0, 0, 2}, 5000, static_cast<uint16_t>(6000 + ssrc)};
-    for (uint32_t i = 0; i < 400; i++) {
-        const bool inside = (i > 3 && i < 130) || (i > 140 && i < 396);
-        const packet one{0, static_cast<uint16_t>(65400 + i), i * 160, 0, ssrc};
-        int64_t time = start + i * 20000 + next_number(state) % 9000;
-        if (inside && next_number(state) % 20 == 0)
-            continue;
-        if (inside && next_number(state) % 20 == 0 && ssrc <= reordered_streams)
-            time += 25000;
-        all.push_back({time, ethernet(way, rtp(one))});
-        if (inside && next_number(state) % 30 == 0)
-            all.push_back({time + 1000, all.back().bytes});
-    }
-    return all;
-}
-
-void little(FILE *file, uint32_t value)
-{
-    for (int i = 0; i < 4; i++)
-        fputc(static_cast<int>(value >> 8 * i & 255), file);
-}
-
-void write_capture(const std::string &path, const std::vector<sent_frame> &frames)
-{
-    FILE *file = fopen(path.c_str(), "wb");
-    check(file != nullptr, "a capture can be written");
-    if (!file)
-        return;
-    for (const uint32_t word : {0xa1b2c3d4u, 0x00040002u, 0u, 0u, 65535u, 1u})
-        little(file, word);
-    for (const sent_frame &one : frames) {
-        little(file, static_cast<uint32_t>(one.time / 1000000));
-        little(file, static_cast<uint32_t>(one.time % 1000000));
-        little(file, static_cast<uint32_t>(one.bytes.size()));
-        little(file, static_cast<uint32_t>(one.bytes.size()));
-        fwrite(one.bytes.data(), 1, one.bytes.size(), file);
-    }
-    fclose(file);
-}
-
-/** Whether tshark leaves a packet out of the jitter when a later one overtook it, as it does from 4.4 on. */
-bool leaves_out_overtaken()
-{
-    int major = 0, minor = 0;
-    FILE *told = popen("tshark --version 2>/dev/null", "r");
-    char line[1000];
-    if (told && fgets(line, sizeof line, told))
-        check(sscanf(line, "TShark (Wireshark) %d.%d", &major, &minor) == 2, "tshark tells its version");
-    if (told)
-        pclose(told);
-    return major > 4 || (major == 4 && minor >= 4);
-}
-
-void test_like_tshark()
-{
-    const uint32_t of_another_jitter = leaves_out_overtaken() ? reordered_streams : 0;
-    std::vector<sent_frame> frames;
-    for (uint32_t ssrc = 1; ssrc <= compared_streams; ssrc++) {
-        const auto more = damaged_stream(ssrc);
-        frames.insert(frames.end(), more.begin(), more.end());
-    }
-    std::ranges::stable_sort(frames, {}, &sent_frame::time);
-    rtp_follower follower;
-    for (const sent_frame &one : frames)
-        send(follower, one.bytes, one.time);
-
-    char path[] = "/tmp/rmon-rtp-XXXXXX";
-    const int descriptor = mkstemp(path);
-    check(descriptor >= 0, "there is a temporary file");
-    if (descriptor < 0)
-        return;
-    close(descriptor);
-    write_capture(path, frames);
-    const std::string command =
-        "tshark -n -o rtp.heuristic_rtp:TRUE -q -z rtp,streams -r " + std::string(path) + " 2>/dev/null";
-    FILE *told = popen(command.c_str(), "r");
-    char line[1000];
-    uint32_t compared = 0;
-    while (told && fgets(line, sizeof line, told)) {
-        unsigned int to_port, ssrc;
-        unsigned long packets;
-        long lost;
-        double mean, highest;
-        // Columns: times, from, to, SSRC, codec, packets, lost, deltas (3), jitters (3).
-        if (sscanf(
-                line, " %*f %*f %*s %*u %*s %u 0x%x %*s %lu %ld (%*f%%) %*f %*f %*f %*f %lf %lf", &to_port,
-                &ssrc, &packets, &lost, &mean, &highest)
-            != 6)
-            continue;
-        const ::path way{{10, 0, 0, 1}, {10, 0, 0, 2}, 5000, static_cast<uint16_t>(to_port)};
-        const rtp_figures ours = only(follower, "a stream that tshark tells of", way);
-        const std::string which = " of stream " + std::to_string(ssrc) + " as tshark counts";
-        check(ours.ssrc == ssrc && ours.packets == packets, "packets" + which);
-        check(ours.lost == lost, "losses" + which);
-        compared++;
-        if (ssrc <= of_another_jitter)
-            continue;
-        // It tells thousandths.
-        check(std::abs(ours.mean_jitter - mean) < 0.0006, "mean jitter" + which);
-        check(std::abs(ours.max_jitter - highest) < 0.0006, "greatest jitter" + which);
-    }
-    if (told)
-        pclose(told);
-    unlink(path);
-    check(compared == compared_streams, "tshark told of " + std::to_string(compared) + " streams");
-}
-
 } // namespace
 
 void test_rtp()
@@ -621,5 +377,4 @@ void test_rtp()
     test_headers();
     test_reports();
     test_announcements();
-    test_like_tshark();
 }
