@@ -107,7 +107,7 @@ std::string open_capture(capture_file &file)
     file.capture = pcap_fopen_offline(stream, error);
     if (!file.capture) {
         (void)!std::fclose(stream);
-        return std::string("cannot read a capture: ") + error;
+        return "cannot read a capture: " + file.path + ": " + error;
     }
     if (pcap_datalink(file.capture) != DLT_EN10MB)
         return file.path + " has no Ethernet frames";

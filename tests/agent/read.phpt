@@ -128,8 +128,8 @@ end_agent($agent);
 // A file that can't be read is reported in one line.
 $wrong = [
     '/nonexistent' => '/^rmon-agent: cannot read a capture: \/nonexistent: No such file or directory\n$/',
-    file_of('') => '/^rmon-agent: cannot read a capture: .*\n$/',
-    file_of('no capture file at all') => '/^rmon-agent: cannot read a capture: unknown file format\n$/',
+    file_of('') => '/^rmon-agent: cannot read a capture: \/\S+: .+\n$/',
+    file_of('no capture file at all') => '/^rmon-agent: cannot read a capture: \/\S+: unknown file format\n$/',
     file_of(substr(CAPTURE_OPENING, 0, 20) . pack('V', 101)) => '/^rmon-agent: .* has no Ethernet frames\n$/',
 ];
 foreach ($wrong as $file => $message) {
