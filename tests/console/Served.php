@@ -86,14 +86,7 @@ final class Served
 
     public function end(): void
     {
-        // PHP's server ends without its workers.
-        $pid = proc_get_status($this->process)['pid'];
-        $workers = explode(' ', trim((string) @file_get_contents("/proc/$pid/task/$pid/children")));
-        foreach (array_filter($workers) as $worker) {
-            posix_kill((int) $worker, SIGKILL);
-        }
-        proc_terminate($this->process, SIGKILL);
-        proc_close($this->process);
+        \end_server($this->process);
         exec('rm -rf ' . escapeshellarg($this->directory));
     }
 
