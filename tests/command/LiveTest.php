@@ -31,8 +31,9 @@ final class LiveTest extends CommandTestCase
     public function testHosts(): void
     {
         $rows = $this->measured('hlHostControlTable', 'top', 'hosts', '--limit', '2');
-        self::assertSame(['10.0.0.2', '10.0.0.1'], array_column($rows, 'address'));
-        // 358 octets of 874, and 258 when all of them passed as often.
+        // 358 octets of 874. Two hosts send 258 in each round, but the time measured may begin or end within one.
+        self::assertSame('10.0.0.2', $rows[0]['address']);
+        self::assertContains($rows[1]['address'], ['10.0.0.1', '10.0.0.3']);
         self::assertEqualsWithDelta([358 / 874, 258 / 874], array_column($rows, 'part'), 0.1);
     }
 
