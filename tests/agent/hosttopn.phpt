@@ -36,7 +36,7 @@ foreach ($anew as $how => $change) {
     foreach ([1 => [2, mac(1)], 2 => [1, mac(2)]] as $report => [$base, $host]) {
         expect_same(
             NO_ERROR,
-            start_row(fn(int $status) => rmon_hosttopn_ctl_set($link, $report, 1, $base, 1, 5, '', $status)),
+            start_row(fn(int $status) => rmon_hosttopn_ctl_set($link, $report, 1, $base, 2, 5, '', $status)),
             "report $report",
         );
     }
@@ -66,7 +66,7 @@ foreach ([true, false] as $goes) {
     $before = $counted(mac(1), 'OutPkts');
     expect_same(
         NO_ERROR,
-        start_row(fn(int $status) => rmon_hosttopn_ctl_set($link, 3, 1, 2, 1, 5, '', $status)),
+        start_row(fn(int $status) => rmon_hosttopn_ctl_set($link, 3, 1, 2, 2, 5, '', $status)),
         'report 3',
     );
     if ($goes) {
