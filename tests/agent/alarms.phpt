@@ -36,8 +36,17 @@ expect_same(
 );
 
 /** Sets an alarm that is above 10 or below 3, each second. */
-function alarm(int $index, int $status, int $type = 1, int $startup = 3, int $rising = 10, int $falling = 3, int $high = 1, int $low = 2, int $interval = 1): mixed
-{
+function alarm(
+    int $index,
+    int $status,
+    int $type = 1,
+    int $startup = 3,
+    int $rising = 10,
+    int $falling = 3,
+    int $high = 1,
+    int $low = 2,
+    int $interval = 1,
+): mixed {
     global $link;
     return rmon_alarm_set(
         $link,

@@ -37,11 +37,15 @@ abstract class CommandTestCase extends AgentTestCase
         return new Run(array_values($arguments), $environment + self::place($agent), true);
     }
 
-    /** Frames of three hosts that ask a web server, one of them a name server too. */
-    protected static function frames(): array
+    /**
+     * Frames of three hosts that ask a web server, one of them a name server too.
+     *
+     * @param int $third octets of the third one's text: with 200, it sends as many as the first one in all
+     */
+    protected static function frames(int $third = 200): array
     {
         $frames = [];
-        foreach ([1 => 100, 2 => 300, 3 => 200] as $host => $size) {
+        foreach ([1 => 100, 2 => 300, 3 => $third] as $host => $size) {
             $segment = \tcp(40000 + $host, 443, 24, str_repeat('x', $size));
             $frames[] = [1.0, \ethernet(\mac(9), \mac($host), 0x0800, \ip4("10.0.0.$host", '10.0.9.9', 6, $segment))];
         }

@@ -16,10 +16,13 @@ final class LiveTest extends CommandTestCase
         return $this->probe($agent)->interfaces()->name(1);
     }
 
-    /** Measures while the frames pass by again and again, about twenty times a second. */
+    /**
+     * Measures while the frames pass by again and again, about twenty times a second. The time measured may begin or
+     * end between two of them: no two hosts send so much alike that it would change their order.
+     */
     private function measured(string $control, string ...$arguments): array
     {
-        $frames = array_map(static fn(array $frame) => [$frame[0] > 1.0 ? 0.05 : 0.0, $frame[1]], self::frames());
+        $frames = array_map(static fn(array $frame) => [$frame[0] > 1.0 ? 0.05 : 0.0, $frame[1]], self::frames(150));
         $agent = $this->bundled('--read', \capture_file($frames), '--loop', '--speed', 'recorded');
         $on = $this->interfaceName($agent);
         $run = $this->rmon($agent, ...[...$arguments, '--on', $on, '--interval', '1', '--json']);
@@ -31,10 +34,9 @@ final class LiveTest extends CommandTestCase
     public function testHosts(): void
     {
         $rows = $this->measured('hlHostControlTable', 'top', 'hosts', '--limit', '2');
-        // 358 octets of 874. Two hosts send 258 in each round, but the time measured may begin or end within one.
-        self::assertSame('10.0.0.2', $rows[0]['address']);
-        self::assertContains($rows[1]['address'], ['10.0.0.1', '10.0.0.3']);
-        self::assertEqualsWithDelta([358 / 874, 258 / 874], array_column($rows, 'part'), 0.1);
+        self::assertSame(['10.0.0.2', '10.0.0.1'], array_column($rows, 'address'));
+        // 358 octets of 824, and 258 when all of them passed as often.
+        self::assertEqualsWithDelta([358 / 824, 258 / 824], array_column($rows, 'part'), 0.1);
     }
 
     public function testTalkers(): void
@@ -52,7 +54,7 @@ final class LiveTest extends CommandTestCase
     {
         $rows = $this->measured('protocolDistControlTable', 'top', 'protocols');
         $parts = array_column($rows, 'part', 'protocol');
-        self::assertEqualsWithDelta([774 / 874, 100 / 874], [$parts['ip.tcp.https'], $parts['ip.udp.domain']], 0.1);
+        self::assertEqualsWithDelta([724 / 824, 100 / 824], [$parts['ip.tcp.https'], $parts['ip.udp.domain']], 0.1);
     }
 
     public function testAWatchedTable(): void
